@@ -1,0 +1,34 @@
+# What all our targets share: the include root, the warnings, the sanitizers.
+
+find_package(Threads REQUIRED)
+
+add_library(intake_options INTERFACE)
+target_include_directories(intake_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(intake_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_link_libraries(intake_options INTERFACE Threads::Threads)
+
+if(INTAKE_SANITIZE)
+    add_compile_options(-fsanitize=${INTAKE_SANITIZE} -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${INTAKE_SANITIZE})
+endif()
+
+# A library of ours: intake_add_library(name SOURCES ... LINKS ...)
+function(intake_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC intake_options ${ARG_LINKS})
+endfunction()
+
+# A test program of ours, each of its cases a test of CTest:
+# intake_add_test(name SOURCES ... LINKS ... [LABELS ...])
+function(intake_add_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE intake_options ${ARG_LINKS} GTest::gmock_main)
+    gtest_discover_tests(${name}
+        WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+        DISCOVERY_TIMEOUT 120
+        PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+endfunction()
