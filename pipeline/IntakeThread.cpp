@@ -1,0 +1,109 @@
+#include "pipeline/IntakeThread.h"
+
+#include <atomic>
+
+#include "pipeline/WorkerState.h"
+
+namespace intake {
+
+namespace {
+
+constexpr std::chrono::milliseconds POST_RETRY{2};
+constexpr std::chrono::milliseconds STOP_LIMIT{1000};
+
+std::atomic<int32_t> liveWorkerCount = 0;
+
+/// Counts a worker from before its thread starts until nothing of it is left.
+class LiveWorker {
+public:
+    explicit LiveWorker(std::shared_ptr<WorkerState> state) : state_(std::move(state)) {
+        ++liveWorkerCount;
+    }
+    ~LiveWorker() {
+        state_.reset();
+        --liveWorkerCount;
+    }
+    LiveWorker(const LiveWorker&) = delete;
+    LiveWorker& operator=(const LiveWorker&) = delete;
+
+    void run() { state_->run(); }
+
+private:
+    std::shared_ptr<WorkerState> state_;
+};
+
+/// Keeps a mutex that is already held until the end of the scope.
+class HeldMutex {
+public:
+    explicit HeldMutex(Mutex& mutex) : mutex_(mutex) {}
+    ~HeldMutex() { mutex_.unlock(); }
+    HeldMutex(const HeldMutex&) = delete;
+    HeldMutex& operator=(const HeldMutex&) = delete;
+
+private:
+    Mutex& mutex_;
+};
+
+}  // namespace
+
+IntakeThread::IntakeThread(const Platform& platform)
+    : state_(std::make_shared<WorkerState>(platform)),
+      handle_(platform.threads.start(
+          [worker = std::make_shared<LiveWorker>(state_)] { worker->run(); })) {}
+
+IntakeThread::~IntakeThread() {
+    Terminate();
+}
+
+void IntakeThread::PostCommand(const std::shared_ptr<IntakeClient>& client,
+                               const std::string& command) {
+    state_->put(state_->requests, POST_RETRY, [&](IntakeCommand& slot) {
+        slot.client = client;
+        slot.text = command;
+    });
+}
+
+bool IntakeThread::DeliverOneAnswer() {
+    const std::shared_ptr<WorkerState> state = state_;  // the client may destroy this object
+    CircBuffer<IntakeCommand>& results = state->results;
+    if (results.count() == 0 || !results.mutex().tryLock()) {
+        return false;
+    }
+    const HeldMutex held(results.mutex());
+    const bool overflowed = results.count() > CircBuffer<IntakeCommand>::CAPACITY;
+    IntakeCommand& answer = results.take();
+    if (const std::shared_ptr<IntakeClient> client = answer.client.lock()) {
+        client->deliver(answer.success, answer.text, answer.error);
+    }
+    if (!overflowed) {
+        answer = IntakeCommand{};
+    }
+    return true;
+}
+
+void IntakeThread::Stop() {
+    state_->stopRequested = 1;
+    if (handle_ != nullptr) {
+        handle_->waitFor(STOP_LIMIT);
+    }
+    if (state_->stopRequested == 0) {
+        handle_.reset();
+    }
+}
+
+void IntakeThread::Terminate() {
+    state_->ended = true;
+    if (handle_ != nullptr) {
+        handle_->terminate();
+    }
+}
+
+int32_t IntakeThread::waitingRequests() const {
+    return state_->requests.count();
+}
+
+int32_t IntakeThread::liveWorkers() {
+    return liveWorkerCount;
+}
+
+}  // namespace intake

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string_view>
+
+#include "platform/Clock.h"
+
+namespace intake {
+
+enum LogLevel : int32_t { LOG_FATAL, LOG_ERROR, LOG_WARNING, LOG_INFO, LOG_DEBUG };
+
+/// The levelled log of one worker and its readers, all on the worker's thread. The file is made in
+/// the current directory by the first message that passes the level, is named after that minute,
+/// and gives way to a new one after 5001 messages. A file that cannot be written loses its messages
+/// in silence.
+class ReaderLogger {
+public:
+    explicit ReaderLogger(Clock& clock) : clock_(clock) {}
+    virtual ~ReaderLogger() = default;
+
+    /// Messages above this level are left out.
+    void setLevel(int32_t level) { level_ = level; }
+
+    /// Whether a message of this level would be written; saves composing a large one in vain.
+    bool writes(LogLevel level) const { return level <= level_; }
+
+    /// Writes one message. It brings its own line end.
+    void Write(LogLevel level, std::string_view text);
+
+private:
+    void open(const LocalTime& now);
+
+    Clock& clock_;
+    std::ofstream file_;
+    bool opened_ = false;  // or tried to: a failed open is tried again only with the next file
+    int32_t level_ = LOG_DEBUG;
+    int32_t lines_ = 0;
+};
+
+}  // namespace intake

@@ -1,0 +1,117 @@
+#include "pipeline/WorkerState.h"
+
+#include <new>
+#include <sstream>
+#include <stdexcept>
+
+#include "pipeline/command_text.h"
+
+namespace intake {
+
+namespace {
+
+constexpr std::chrono::milliseconds POLL_INTERVAL{20};
+constexpr std::chrono::milliseconds ANSWER_RETRY{5};
+
+/// The data store's texts end at a zero character, so one inside a value would cut the script.
+void removeZeroCharacters(std::string& script) {
+    if (script.find('\0') != std::string::npos) {
+        std::erase(script, '\0');
+    }
+}
+
+}  // namespace
+
+WorkerState::WorkerState(const Platform& platform)
+    : threads(platform.threads),
+      clock(platform.clock),
+      requests(platform.threads.createMutex()),
+      results(platform.threads.createMutex()),
+      logger_(platform.clock),
+      json_(logger_, platform.files, platform.diagnostics) {}
+
+void WorkerState::run() {
+    threads.enterWorker();
+    while (stopRequested == 0 && !ended) {
+        std::shared_ptr<IntakeClient> client;
+        std::string command;
+        if (takeRequest(client, command)) {
+            answer(client, command);
+            client.reset();
+        }
+        clock.sleep(POLL_INTERVAL);
+    }
+    threads.leaveWorker();
+    stopRequested = 0;
+}
+
+bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command) {
+    if (requests.count() == 0 || !requests.mutex().tryLock()) {
+        return false;
+    }
+    const IntakeCommand& request = requests.take();
+    client = request.client.lock();
+    if (client != nullptr) {
+        command = request.text;
+    }
+    requests.mutex().unlock();
+    return client != nullptr;
+}
+
+void WorkerState::answer(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
+    IntakeCommand result;
+    result.client = client;
+    ProcessCommand(command, result.success, result.text, result.error);
+    if (!ended) {
+        put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
+    }
+}
+
+void WorkerState::ProcessCommand(const std::string& command, bool& success, std::string& answer,
+                                 std::string& error) {
+    RequestRecord request;
+    std::istringstream in(command);
+    in.imbue(std::locale::classic());
+    ParseCommand(request, in);
+    logger_.setLevel(request.logLevel);
+    logger_.Write(LOG_INFO, "Command: " + command + "\n");
+
+    success = readSource(request, answer, error);
+    if (success) {
+        removeZeroCharacters(answer);
+    } else {
+        answer.clear();
+    }
+    if (logger_.writes(LOG_DEBUG)) {
+        logger_.Write(LOG_DEBUG, (success ? "Answer: " + answer : "Error: " + error) + "\n");
+    }
+}
+
+bool WorkerState::readSource(const RequestRecord& request, std::string& answer,
+                             std::string& error) {
+    try {
+        return readerFor(request.mode).Read(request, answer, error);
+    } catch (const std::bad_alloc&) {
+        error += "Not enough memory to load " + request.filename + ".\n";
+    } catch (const std::exception& failure) {
+        error += failure.what();
+    } catch (...) {
+        error += "An unknown failure ended the load of " + request.filename + ".\n";
+    }
+    return false;
+}
+
+ReaderHandler& WorkerState::readerFor(const std::string& mode) {
+    if (mode == "SQL") {
+        return sql_;
+    }
+    if (mode == "HTML") {
+        return html_;
+    }
+    if (mode == "JSON") {
+        return json_;
+    }
+    return xml_;
+}
+
+}  // namespace intake

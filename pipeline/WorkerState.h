@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+#include "pipeline/CircBuffer.h"
+#include "pipeline/IntakeCommand.h"
+#include "pipeline/ReaderLogger.h"
+#include "platform/Platform.h"
+#include "readers/UnavailableHandler.h"
+#include "readers/json/JSONHandler.h"
+
+namespace intake {
+
+/// What a worker thread and its IntakeThread share: rings, logger and readers. It lives until both
+/// have let go of it, so that a worker that was abandoned inside a reader never meets freed memory.
+class WorkerState {
+public:
+    explicit WorkerState(const Platform& platform);
+
+    /// The body of the worker thread: polls the request ring until it is told to stop or marked as
+    /// ended.
+    void run();
+
+    /// Parses one command text and runs its reader. Worker thread. Never throws: what a reader
+    /// throws becomes the error text.
+    void ProcessCommand(const std::string& command, bool& success, std::string& answer,
+                        std::string& error);
+
+    /// Puts an entry into a ring, waiting for its mutex however long that takes.
+    template <class Fill>
+    void put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds retryAfter, Fill fill) {
+        while (!ring.mutex().lock()) {
+            clock.sleep(retryAfter);
+        }
+        fill(ring.reserve());
+        ring.mutex().unlock();
+    }
+
+    Threads& threads;
+    Clock& clock;
+    CircBuffer<IntakeCommand> requests;
+    CircBuffer<IntakeCommand> results;
+
+    std::atomic<int32_t> stopRequested = 0;  // set by the host, cleared by the worker at its end
+    std::atomic<bool> ended = false;         // the host has let go; nothing is published any more
+
+private:
+    bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
+    void answer(const std::shared_ptr<IntakeClient>& client, const std::string& command);
+    bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
+    ReaderHandler& readerFor(const std::string& mode);
+
+    ReaderLogger logger_;
+    JSONHandler json_;
+    UnavailableHandler sql_{"SQL"};
+    UnavailableHandler html_{"HTML"};
+    UnavailableHandler xml_{"XML"};
+};
+
+}  // namespace intake

@@ -1,0 +1,34 @@
+#include "pipeline/console.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+
+namespace intake {
+
+namespace {
+
+void writeToWindow(Diagnostics& diagnostics, const char* format, va_list arguments) {
+    std::array<char, 1024> text{};
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    diagnostics.writeConsoleWindow(text.data());
+}
+
+}  // namespace
+
+void printToConsole(Diagnostics& diagnostics, const char* format, ...) {
+    if (!diagnostics.hasConsole()) {
+        return;
+    }
+    va_list arguments;
+    va_start(arguments, format);
+    va_list again;
+    va_copy(again, arguments);
+    writeToWindow(diagnostics, format, arguments);
+    std::vprintf(format, again);
+    std::fflush(stdout);
+    va_end(again);
+    va_end(arguments);
+}
+
+}  // namespace intake

@@ -1,0 +1,47 @@
+#pragma once
+
+// The pieces of result scripts that the readers share. Each appends to the one buffer that a script
+// grows in.
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace intake {
+
+inline void appendInteger(std::string& script, int64_t number) {
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    script.append(digits.data(), end);
+}
+
+/// Writes what a stream writes by default: six significant digits.
+inline void appendNumber(std::string& script, double number) {
+    std::array<char, 32> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                   std::chars_format::general, 6)
+                         .ptr;
+    script.append(digits.data(), end);
+}
+
+/// The value in a frame of two double quotes a side; quotes inside it stay as they are.
+inline void appendFramed(std::string& script, std::string_view value) {
+    script.append("\"\"").append(value).append("\"\"");
+}
+
+/// The head of an assignment to a range of elements: `name[0-last]=`.
+inline void appendRangeHead(std::string& script, std::string_view name, int64_t elements) {
+    script.append(name).append("[0-");
+    appendInteger(script, elements - 1);
+    script.append("]=");
+}
+
+inline void appendRecordCount(std::string& script, std::string_view prefix, int64_t records) {
+    script.append(prefix).append("READER_NUM_RECORDS=");
+    appendInteger(script, records);
+    script.append(";");
+}
+
+}  // namespace intake

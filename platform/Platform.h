@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Diagnostics.h"
+#include "platform/Files.h"
+#include "platform/Threads.h"
+
+namespace intake {
+
+/// The operating system as the plugin sees it: one factory per kind of service. It only holds them;
+/// each class takes the ones that it needs by its constructor, so that tests can hand it others.
+struct Platform {
+    Clock& clock;
+    Threads& threads;
+    Files& files;
+    Diagnostics& diagnostics;
+};
+
+/// The services of the system that the library was built for. Never destroyed, so that a worker
+/// that outlives the host's shutdown still has them.
+const Platform& systemPlatform();
+
+}  // namespace intake

@@ -1,0 +1,15 @@
+#include "platform/Platform.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxDiagnostics.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxThreads.h"
+
+namespace intake {
+
+const Platform& systemPlatform() {
+    static const Platform* const platform =
+        new Platform{*new LinuxClock, *new LinuxThreads, *new LinuxFiles, *new LinuxDiagnostics};
+    return *platform;
+}
+
+}  // namespace intake

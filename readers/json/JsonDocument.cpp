@@ -1,0 +1,50 @@
+#include "readers/json/JsonDocument.h"
+
+#include "readers/json/json_parse.h"
+
+namespace intake {
+
+JsonDocument::JsonDocument(std::unique_ptr<char[]> text, size_t size) : text_(std::move(text)) {
+    parseJson(text_.get(), size, entries_);
+}
+
+JsonDocument::Node JsonDocument::find(Node node, std::string_view name) const {
+    if (type(node) != Type::OBJECT) {
+        return NONE;
+    }
+    for (Node child = firstChild(node); child != behind(node); child = behind(child)) {
+        if (this->name(child) == name) {
+            return child;
+        }
+    }
+    return NONE;
+}
+
+bool JsonDocument::isFlatArray(Node node) const {
+    if (type(node) != Type::ARRAY || behind(node) != firstChild(node) + childCount(node)) {
+        return false;
+    }
+    for (Node child = firstChild(node); child != behind(node); ++child) {
+        if (isContainer(child)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string_view JsonDocument::asString(Node node) const {
+    const JsonEntry& entry = entries_[node];
+    switch (type(node)) {
+        case Type::STRING:
+        case Type::NUMBER:
+            return {text_.get() + entry.position, entry.length};
+        case Type::BOOL:
+            return asBool(node) ? "true" : "false";
+        case Type::NULL_VALUE:
+            return "null";
+        default:
+            return {};
+    }
+}
+
+}  // namespace intake

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "readers/json/JsonEntry.h"
+
+namespace intake {
+
+/// A parsed JSON document: all its nodes in one array, each before its children, over the source
+/// text that they point into. A node is named by its position; the root is 0. Duplicate members are
+/// kept. Reading allocates nothing and the views hold as long as the document.
+class JsonDocument {
+public:
+    using Node = uint32_t;
+
+    enum class Type : uint32_t { NULL_VALUE, STRING, NUMBER, BOOL, ARRAY, OBJECT };
+
+    static constexpr Node ROOT = 0;
+    static constexpr Node NONE = ROOT;  // the root is nobody's child
+
+    /// Parses `text`, which ends with a zero byte that `size` counts; its strings are decoded in
+    /// place. A UTF-8 byte-order mark is skipped. Nesting is limited by memory only. Throws
+    /// std::invalid_argument with line, column and cause when the text is not JSON in UTF-8.
+    JsonDocument(std::unique_ptr<char[]> text, size_t size);
+
+    Type type(Node node) const { return static_cast<Type>(entries_[node].type); }
+
+    bool isContainer(Node node) const { return type(node) >= Type::ARRAY; }
+
+    /// The member's name; empty for the root and for elements of arrays.
+    std::string_view name(Node node) const {
+        return {text_.get() + entries_[node].nameOffset, entries_[node].nameLength};
+    }
+
+    /// Elements or members of a container.
+    uint32_t childCount(Node node) const { return entries_[node].length; }
+
+    /// The first child of a container that has one is the node behind it; the next sibling of a
+    /// node is the node behind its last descendant.
+    static Node firstChild(Node node) { return node + 1; }
+    Node behind(Node node) const { return isContainer(node) ? entries_[node].position : node + 1; }
+
+    /// The first member of that name, or NONE; also when the node is no object.
+    Node find(Node node, std::string_view name) const;
+
+    /// An array without objects and arrays among its elements.
+    bool isFlatArray(Node node) const;
+
+    /// A string's text, a number's characters as they stand in the source, true, false or null; a
+    /// container has no text.
+    std::string_view asString(Node node) const;
+
+    bool asBool(Node node) const { return entries_[node].length != 0; }
+
+private:
+    std::unique_ptr<char[]> text_;
+    std::vector<JsonEntry> entries_;
+};
+
+}  // namespace intake

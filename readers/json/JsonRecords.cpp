@@ -1,0 +1,99 @@
+#include "readers/json/JsonRecords.h"
+
+#include "pipeline/script_text.h"
+
+namespace intake {
+
+using Place = JsonWalker::Place;
+
+JsonRecords::JsonRecords(const JsonDocument& document, const Nodes& nodes,
+                         const RequestRecord& request, std::string& script)
+    : document_(document),
+      nodes_(nodes),
+      request_(request),
+      script_(script),
+      rows_(request, static_cast<int64_t>(nodes.size())),
+      walker_(document, script) {}
+
+void JsonRecords::write() {
+    switch (request_.targetMode) {
+        case DATA_TABLE:
+            return writeTable();
+        case DATA_ARRAY:
+            return writeArray();
+        case DATA_STRUCTURE:
+            return writeStructures();
+        case DATA_FIELD_ARRAY:
+            return writeFieldArray();
+        case SHARED_MEMORY:
+            return writeSharedMemory();
+        default:
+            return;
+    }
+}
+
+void JsonRecords::writeTable() {
+    forEachRecord([this](Node record, int64_t) {
+        const Node key = document_.find(record, request_.key);
+        if (key == JsonDocument::NONE) {
+            return;
+        }
+        script_.append(request_.table).append("[").append(document_.asString(key)).append("]={");
+        walker_.walk(record, "", Place::ELEMENT);
+        script_.append("};");
+    });
+}
+
+void JsonRecords::writeArray() {
+    forEachRecord([this](Node record, int64_t place) {
+        script_.append(request_.table).append("[");
+        appendInteger(script_, place);
+        script_.append("]=");
+        if (document_.isFlatArray(record)) {
+            walker_.writeElements(record);
+            script_.append(";");
+        } else {
+            script_.append("{");
+            walker_.walk(record, "", Place::ELEMENT);
+            script_.append("};");
+        }
+    });
+    writeCount("; ");
+}
+
+void JsonRecords::writeStructures() {
+    forEachRecord([this](Node record, int64_t) {
+        if (request_.key.empty()) {
+            walker_.walk(record, request_.table, Place::MEMBER);
+        } else if (const Node key = document_.find(record, request_.key);
+                   key != JsonDocument::NONE) {
+            walker_.walk(record, document_.asString(key), Place::MEMBER);
+        }
+    });
+    writeCount(";");
+}
+
+void JsonRecords::writeFieldArray() {
+    appendRangeHead(script_, request_.table, rows_.count());
+    forEachRecord([this](Node record, int64_t place) {
+        appendFramed(script_, document_.asString(record));
+        script_.append(isLast(place) ? "" : ",");
+    });
+    writeCount("; ");
+}
+
+void JsonRecords::writeSharedMemory() {
+    forEachRecord([this](Node record, int64_t place) {
+        script_.append(document_.asString(record));
+        if (!isLast(place)) {
+            script_.append(request_.fieldsDelimiter);
+        }
+    });
+}
+
+void JsonRecords::writeCount(const char* separator) {
+    script_.append(separator);
+    appendRecordCount(script_, request_.varsPrefix, rows_.count());
+}
+
+}  // namespace intake

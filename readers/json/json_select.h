@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include "readers/json/JsonDocument.h"
+#include "readers/json/json_path.h"
+
+namespace intake {
+
+/// The nodes that a path selects, in the order of their discovery: depth first, as they stand in
+/// the document. A path without steps selects the root.
+std::vector<JsonDocument::Node> selectNodes(const JsonDocument& document,
+                                            const std::vector<PathStep>& path);
+
+}  // namespace intake
