@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "workbench/cobalt/ScriptError.h"
 #include "workbench/cobalt/Value.h"
@@ -19,15 +20,10 @@ public:
 
     const std::string& name() const { return name_; }
     const Value& value() const { return value_; }
-    void setValue(Value value) { value_ = std::move(value); }
+    Value& value() { return value_; }
 
     /// Sets the value to a text, whatever it looks like.
     void setText(std::string text) { value_ = Value::text(std::move(text)); }
-
-    /// Sets the member or element of that name; see Value::assignEntry.
-    void assignEntry(std::string_view key, Value value) {
-        value_.assignEntry(key, std::move(value));
-    }
 
 private:
     std::string name_;

@@ -1,59 +1,27 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
+
+#include "workbench/cobalt/Entries.h"
 
 namespace cobalt {
 
+/// How deep braces and parentheses may stand in each other.
+inline constexpr int maxNesting = 500;
+
 enum class Kind { Text, Number, Structure, Array };
 
-struct Entry;
-class KeyIndex;
-class Value;
-
-/// The members of a structure or the elements of an array: named by text, in order of creation,
-/// each name once. The elements of a list are named "0", "1", "2" and so on. Finding is quick for
-/// any number of entries. References and positions hold until the next entry is added.
-class Entries {
-public:
-    Entries();
-    explicit Entries(std::vector<Entry> entries);  ///< of entries that share a name the last holds
-    Entries(const Entries& other);
-    Entries(Entries&& other) noexcept;
-    Entries& operator=(Entries other) noexcept;
-    ~Entries();
-
-    std::size_t size() const;
-    bool empty() const { return size() == 0; }
-    const Entry* begin() const;
-    const Entry* end() const;
-    const Entry& operator[](std::size_t position) const;
-
-    /// The value of that name, or null.
-    const Value* find(std::string_view key) const;
-    Value* find(std::string_view key);
-
-    /// Sets the value of that name. An entry that exists keeps its place.
-    void assign(std::string_view key, Value value);
-
-private:
-    std::vector<Entry> entries_;
-    std::unique_ptr<KeyIndex> index_;  // null while there are too few entries to need one
-};
-
 /// A value of the data store. Owned by its field or by the value that it is part of; copies are
-/// deep, moves are cheap. Nested at most maxNesting deep (see Script.h), so that it may be walked
-/// by recursion.
+/// deep, moves are cheap. Nesting is limited, so that a value may be walked by
+/// recursion.
 class Value {
 public:
     Value() = default;  ///< an empty text
 
     static Value text(std::string text);
-    static Value number(double number);
+    static Value number(double number);  ///< written with up to 15 significant digits
     static Value structure(Entries members);
     static Value array(Entries elements);
 
@@ -72,8 +40,14 @@ public:
     /// The members of a structure, the elements of an array; none for anything else.
     const Entries& entries() const;
 
+    /// The entries of a structure or an array, which is left without them.
+    Entries takeEntries() &&;
+
     /// Sets the member or element of that name. A text or a number gives way to an array.
     void assignEntry(std::string_view key, Value value);
+
+    /// Sets all these members or elements. A text or a number gives way to an array.
+    void assignEntries(Entries entries);
 
 private:
     struct Number {
@@ -85,6 +59,8 @@ private:
     struct Array {
         Entries elements;
     };
+
+    Entries& requireEntries();
 
     std::variant<std::string, Number, Structure, Array> content_;  // in the order of Kind
 };

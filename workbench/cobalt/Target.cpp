@@ -1,0 +1,102 @@
+#include "workbench/cobalt/Target.h"
+
+#include <charconv>
+#include <limits>
+#include <string>
+#include <utility>
+
+namespace cobalt {
+
+namespace {
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// "0-3" or "0--1". Anything else in the brackets is a key.
+bool readRange(std::string_view brackets, Target& target) {
+    if (brackets.empty() || !isDigit(brackets.front())) return false;
+    const char* end = brackets.data() + brackets.size();
+    const auto [dash, error] = std::from_chars(brackets.data(), end, target.first);
+    if (error != std::errc() || dash == end || *dash != '-') return false;
+    const auto [stop, lastError] = std::from_chars(dash + 1, end, target.last);
+    return lastError == std::errc() && stop == end;
+}
+
+void readBrackets(Cursor& cursor, Target& target) {
+    const std::size_t opening = cursor.offset();
+    cursor.advance();
+    const std::size_t closing = cursor.findAny("]");
+    if (closing == cursor.text().size()) {
+        cursor.moveTo(opening);
+        cursor.fail("expected a ']' for this '['");
+    }
+    target.key = cursor.readTo(closing);
+    cursor.advance();
+    target.kind = readRange(target.key, target) ? Target::Kind::Range : Target::Kind::Entry;
+}
+
+Entries numbered(std::vector<Value> values, std::int64_t first) {
+    Entries entries;
+    for (Value& value : values)
+        entries.define(std::to_string(first++)) = std::move(value);
+    entries.shrinkToFit();
+    return entries;
+}
+
+Entries numbered(const Entries& elements, std::int64_t first) {
+    Entries entries;
+    for (const Entry& element : elements)
+        entries.define(std::to_string(first++)) = element.value;
+    return entries;
+}
+
+}  // namespace
+
+Target readTarget(Cursor& cursor) {
+    Target target;
+    const std::size_t end = cursor.findAny("=[");
+    if (end == cursor.text().size()) cursor.failExpected("an assignment such as name=value;");
+    target.name = trimmed(cursor.readTo(end));
+    if (cursor.peek() != '[') return target;
+    readBrackets(cursor, target);
+    cursor.skipBlanks();
+    if (cursor.peek() != '=') cursor.failExpected("'=' after the ']'");
+    return target;
+}
+
+std::uint64_t capacityOf(const Target& target) {
+    if (target.kind != Target::Kind::Range) return std::numeric_limits<std::uint64_t>::max();
+    if (target.last < target.first) return 0;
+    return static_cast<std::uint64_t>(target.last - target.first) + 1;
+}
+
+Value combine(const Target& target, AssignedValues assigned) {
+    std::vector<Value>& values = assigned.values;
+    const bool isRange = target.kind == Target::Kind::Range;
+    const bool isOne = values.size() == 1 && !assigned.separated;
+    if (isOne && isRange && values.front().kind() == Kind::Array) {
+        if (target.first == 0) return std::move(values.front());
+        return Value::array(numbered(values.front().entries(), target.first));
+    }
+    if (isRange) return Value::array(numbered(std::move(values), target.first));
+    if (values.empty()) return Value();
+    if (isOne) return std::move(values.front());
+    return Value::array(numbered(std::move(values), 0));
+}
+
+void assign(Value& slot, const Target& target, Value value) {
+    switch (target.kind) {
+        case Target::Kind::Whole:
+            slot = std::move(value);
+            return;
+        case Target::Kind::Entry:
+            slot.assignEntry(target.key, std::move(value));
+            return;
+        case Target::Kind::Range:
+            slot.assignEntries(std::move(value).takeEntries());
+            return;
+    }
+}
+
+}  // namespace cobalt
