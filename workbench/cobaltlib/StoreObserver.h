@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string_view>
+
+#include "host/cobalt.h"
+#include "workbench/cobalt/ScriptError.h"
+
+namespace cobaltlib {
+
+/// Watches what the plugin does to a scene's store. Called on the host's thread, inside the
+/// plugin's calls. Not owned by the store.
+class StoreObserver {
+public:
+    virtual ~StoreObserver() = default;
+
+    struct LookUp {
+        DataField* field;
+        bool traced;
+    };
+
+    /// The plugin asked for a field; `found` is the store's own, or null. Returns what the plugin
+    /// gets to see, and whether the trace shows the question.
+    virtual LookUp lookedUp(std::string_view name, DataField* found) = 0;
+
+    /// A script was executed; `error` is null when it succeeded.
+    virtual void executed(std::string_view script, const cobalt::ScriptError* error) = 0;
+};
+
+}  // namespace cobaltlib
