@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace workbench {
+
+/// Writes indented JSON piece by piece. The caller opens and closes in pairs and, inside an object,
+/// writes a name before each value.
+class JsonWriter {
+public:
+    void open(char bracket);
+    void close(char bracket);
+    void name(std::string_view name);
+    void text(std::string_view text);
+    void boolean(bool value);
+
+    /// The number as it was written, when JSON can write it so; else its value, or a text when it
+    /// is infinite.
+    void number(std::string_view written, double value);
+    void number(double value);
+
+    /// All that was written, ended by a line feed.
+    std::string take() { return std::move(out_) + '\n'; }
+
+private:
+    void startValue();
+    void startLine();
+    void appendQuoted(std::string_view text);
+
+    std::string out_;
+    std::size_t depth_ = 0;
+    bool first_ = true;
+    bool afterName_ = false;
+};
+
+}  // namespace workbench

@@ -1,0 +1,92 @@
+#include "workbench/cli/LoadWatch.h"
+
+#include <utility>
+
+#include "workbench/cli/UsageError.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr int32_t excel = 0;  // query types whose empty results look like the fallback text
+constexpr int32_t sql = 1;
+constexpr int32_t sharedMemory = 4;  // target mode
+
+}  // namespace
+
+void LoadWatch::ConsoleField::setValue(const char* value) {
+    text = value;
+    if (visible != nullptr) visible->setValue(value);
+}
+
+LoadWatch::LoadWatch(lumo::Host& host, lumo::Instance& instance, bool keepsScripts)
+    : host_(host),
+      instance_(instance),
+      keepsScripts_(keepsScripts),
+      queryMode_(indexOf("queryMode")),
+      targetMode_(indexOf("mode")),
+      prefix_(indexOf("varsPrefix")),
+      source_(indexOf("filename")) {
+    const int32_t showData = indexOf("show_data");
+    userSeesConsole_ = instance.record().integer(showData) != 0;
+    instance.record().setInteger(showData, 1);
+}
+
+int32_t LoadWatch::indexOf(const char* name) const {
+    const auto index = host_.parameters.find(name);
+    if (!index)
+        throw UsageError(std::string("This plugin cannot be watched: it has no parameter \"") +
+                         name + "\".");
+    return *index;
+}
+
+std::string LoadWatch::prefixed(const char* name) const {
+    return std::string(instance_.record().text(prefix_)) + name;
+}
+
+std::optional<Outcome> LoadWatch::runFrame() {
+    outcome_ = {};
+    console_.text.reset();
+    host_.memories.takeLastSet();
+    host_.store.setObserver(this);
+    instance_.execPerField();
+    host_.store.setObserver(nullptr);
+    if (!console_.text) return std::nullopt;
+    judge(*console_.text);
+    finishSharedMemory();
+    return std::move(outcome_);
+}
+
+LoadWatch::LookUp LoadWatch::lookedUp(std::string_view name, DataField* found) {
+    if (name != prefixed("READER_CONSOLE")) return {found, true};
+    console_.visible = userSeesConsole_ ? found : nullptr;
+    return {&console_, userSeesConsole_};
+}
+
+void LoadWatch::executed(std::string_view script, const cobalt::ScriptError* error) {
+    outcome_.notExecuted = error != nullptr;
+    if (keepsScripts_) outcome_.script = script;
+}
+
+// A failed load puts the fallback text and the error text on the console. Without an error text it
+// looks like the script of an empty SQL result, which only the query type tells apart.
+void LoadWatch::judge(const std::string& consoleText) {
+    const std::string fallback = prefixed("READER_NUM_RECORDS=0;");
+    if (!consoleText.starts_with(fallback)) return;
+    const int32_t queryMode = instance_.record().integer(queryMode_);
+    const bool mayBeEmptyResult = queryMode == excel || queryMode == sql;
+    if (consoleText == fallback && mayBeEmptyResult) return;
+    outcome_.failed = true;
+    outcome_.error = consoleText.substr(fallback.size());
+    if (outcome_.error.empty())
+        outcome_.error = "Could not load \"" + std::string(instance_.record().text(source_)) + "\"";
+}
+
+void LoadWatch::finishSharedMemory() {
+    if (instance_.record().integer(targetMode_) != sharedMemory) return;
+    const std::string* stored = host_.memories.takeLastSet();
+    outcome_.notStored = stored == nullptr;
+    if (keepsScripts_ && stored != nullptr) outcome_.script = *stored;
+}
+
+}  // namespace workbench

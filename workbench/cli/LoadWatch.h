@@ -1,0 +1,66 @@
+#pragma once
+
+// Runs an instance frame by frame and finds out what became of each answer.
+//
+// The plugin tells its host the outcome of a load only through its console variable, so the watch
+// switches that on in the record and answers the look-up of the variable with a field of its own.
+// When the user did not switch it on, neither the trace nor the store shows anything of this; when
+// the user did, everything shows as it would without the watch.
+// Owned by a command, for one instance; host's thread only.
+
+#include <optional>
+#include <string>
+
+#include "workbench/cobaltlib/StoreObserver.h"
+#include "workbench/lumo/Instance.h"
+
+namespace workbench {
+
+/// What became of one answer.
+struct Outcome {
+    bool failed = false;
+    std::string error;         // of a failed load; for people
+    bool notExecuted = false;  // the store could not execute the script; the console says why
+    bool notStored = false;    // Shared Memory mode, and no memory was bound
+    std::string script;        // what was executed or stored; only when the watch keeps it
+};
+
+class LoadWatch final : private cobaltlib::StoreObserver {
+public:
+    /// Call when the instance's parameters are as the user wants them. Throws UsageError when the
+    /// plugin lacks a parameter that the watch needs.
+    LoadWatch(lumo::Host& host, lumo::Instance& instance, bool keepsScripts);
+
+    /// Runs the per-field hook once. Returns the outcome when it executed an answer.
+    std::optional<Outcome> runFrame();
+
+private:
+    // Takes the console text, and passes it on to the user's own field when there is one.
+    class ConsoleField final : public DataField {
+    public:
+        void setValue(const char* text) override;
+
+        DataField* visible = nullptr;
+        std::optional<std::string> text;
+    };
+
+    LookUp lookedUp(std::string_view name, DataField* found) override;
+    void executed(std::string_view script, const cobalt::ScriptError* error) override;
+    int32_t indexOf(const char* name) const;
+    std::string prefixed(const char* name) const;
+    void judge(const std::string& consoleText);
+    void finishSharedMemory();
+
+    lumo::Host& host_;
+    lumo::Instance& instance_;
+    const bool keepsScripts_;
+    const int32_t queryMode_;
+    const int32_t targetMode_;
+    const int32_t prefix_;
+    const int32_t source_;
+    bool userSeesConsole_ = false;
+    ConsoleField console_;
+    Outcome outcome_;
+};
+
+}  // namespace workbench

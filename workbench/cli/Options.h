@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+enum class Command { Help, Load, Params, Run };
+enum class Output { Table, Script, Json, Trace };
+
+/// What the command line asks for.
+struct Options {
+    Command command = Command::Help;
+    std::string helpText;  // what to print for Help
+
+    std::string plugin;  // empty: the one that was built with this executable
+    Output output = Output::Table;
+
+    std::string scene;  // empty for none
+    std::string instance;
+    std::vector<std::string> settings;  // NAME=VALUE
+    std::vector<std::string> definitions;
+    double timeoutSeconds = 60;
+    int32_t fontEncoding = 1;
+
+    std::optional<int64_t> frames;
+    std::optional<double> seconds;
+};
+
+/// Reads the command line. Throws UsageError.
+Options readOptions(int argc, const char* const* argv);
+
+}  // namespace workbench

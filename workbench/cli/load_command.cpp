@@ -1,0 +1,109 @@
+#include <cstdio>
+#include <utility>
+
+#include "workbench/cli/FrameClock.h"
+#include "workbench/cli/LoadWatch.h"
+#include "workbench/cli/Progress.h"
+#include "workbench/cli/UsageError.h"
+#include "workbench/cli/commands.h"
+#include "workbench/cli/parameter_values.h"
+#include "workbench/cli/scene_file.h"
+#include "workbench/cli/store_json.h"
+#include "workbench/cli/store_table.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr int32_t loadAction = 0;
+
+void place(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    if (options.scene.empty()) {
+        instance.create();
+        instance.load();
+        return;
+    }
+    const SceneFile scene = readSceneFile(options.scene);
+    scene.restore(scene.find(options.instance), host.parameters, instance.record());
+    instance.load();
+    instance.afterLoad();
+}
+
+void applySetting(lumo::Host& host, lumo::Instance& instance, const std::string& setting) {
+    const auto equals = setting.find('=');
+    if (equals == std::string::npos)
+        throw UsageError("--set takes NAME=VALUE, not \"" + setting + "\".");
+    const std::string_view text = setting;
+    instance.changed(setParameter(host.parameters, instance.record(), text.substr(0, equals),
+                                  text.substr(equals + 1)));
+}
+
+std::string sourceOf(const lumo::Host& host, const lumo::Instance& instance) {
+    const auto index = host.parameters.find("filename");
+    return index ? std::string(instance.record().text(*index)) : "";
+}
+
+std::optional<Outcome> waitForAnswer(LoadWatch& watch, Progress& progress, double timeoutSeconds) {
+    FrameClock clock;
+    do {
+        if (auto outcome = watch.runFrame()) return outcome;
+        progress.show(clock.elapsedSeconds());
+        clock.waitForNextFrame();
+    } while (clock.elapsedSeconds() < timeoutSeconds);
+    return std::nullopt;
+}
+
+std::string result(const lumo::Host& host, const Outcome& outcome, Output output,
+                   std::size_t columns) {
+    switch (output) {
+        case Output::Script:
+            return outcome.script;
+        case Output::Json:
+            return storeJson(host.store.core());
+        case Output::Trace:
+            return host.trace.text();
+        default:
+            return storeTables(host.store.core(), host.memories, PageSize{columns});
+    }
+}
+
+ExitStatus report(const Outcome& outcome) {
+    if (outcome.failed) {
+        std::fprintf(stderr, "%s\n", outcome.error.c_str());
+        return ExitStatus::LoadFailed;
+    }
+    if (outcome.notStored)
+        std::fputs(
+            "Nothing was stored: no shared memory is bound. It is bound when shmvar or shmtype "
+            "changes, so set one of them.\n",
+            stderr);
+    return outcome.notStored || outcome.notExecuted ? ExitStatus::NotExecuted : ExitStatus::Loaded;
+}
+
+}  // namespace
+
+ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                   const StandardStreams& streams) {
+    for (const std::string& name : options.definitions)
+        host.store.core().define(name);
+    lumo::Instance instance(host, plugin, "workbench");
+    place(host, instance, options);
+    for (const std::string& setting : options.settings)
+        applySetting(host, instance, setting);
+
+    LoadWatch watch(host, instance, options.output == Output::Script);
+    instance.execAction(loadAction);
+    const std::string source = sourceOf(host, instance);
+    Progress progress(streams.errorIsTerminal(), "Loading " + source);
+    const auto outcome = waitForAnswer(watch, progress, options.timeoutSeconds);
+    progress.clear();
+
+    if (!outcome)
+        std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n", source.c_str(),
+                     options.timeoutSeconds);
+    streams.writeResult(
+        result(host, outcome.value_or(Outcome{}), options.output, streams.resultColumns()));
+    return outcome ? report(*outcome) : ExitStatus::NoAnswer;
+}
+
+}  // namespace workbench

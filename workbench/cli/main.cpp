@@ -1,0 +1,53 @@
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "workbench/cli/StandardStreams.h"
+#include "workbench/cli/commands.h"
+#include "workbench/cli/executable_path.h"
+
+namespace workbench {
+
+namespace {
+
+// Beside the executable where it is installed, in the neighbouring folder where it is built.
+std::filesystem::path defaultPlugin() {
+    const std::filesystem::path folder = executablePath().parent_path();
+    const std::string file = std::string("Intake") + lumo::PluginLibrary::extension();
+    const std::filesystem::path beside = folder / file;
+    return std::filesystem::exists(beside) ? beside : folder.parent_path() / "plugin" / file;
+}
+
+ExitStatus execute(const Options& options, const StandardStreams& streams) {
+    if (options.command == Command::Help) {
+        streams.writeResult(options.helpText);
+        return ExitStatus::Loaded;
+    }
+    lumo::Host host;
+    host.fontEncoding = options.fontEncoding;
+    if (options.output == Output::Trace) host.trace.start();
+    const lumo::Plugin plugin(options.plugin.empty() ? defaultPlugin()
+                                                     : std::filesystem::path(options.plugin));
+    switch (options.command) {
+        case Command::Params:
+            return runParams(host, options, streams);
+        case Command::Run:
+            return runScene(host, plugin, options, streams);
+        default:
+            return runLoad(host, plugin, options, streams);
+    }
+}
+
+}  // namespace
+
+}  // namespace workbench
+
+int main(int argc, char** argv) {
+    try {
+        const workbench::StandardStreams streams;
+        return static_cast<int>(workbench::execute(workbench::readOptions(argc, argv), streams));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "intake-workbench: %s\n", error.what());
+        return static_cast<int>(workbench::ExitStatus::Usage);
+    }
+}

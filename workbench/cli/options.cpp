@@ -1,0 +1,105 @@
+#include <CLI/CLI.hpp>
+
+#include "workbench/cli/Options.h"
+#include "workbench/cli/UsageError.h"
+
+namespace workbench {
+
+namespace {
+
+using OutputNames = std::vector<std::pair<std::string, Output>>;
+
+const OutputNames loadOutputs{{"table", Output::Table},
+                              {"script", Output::Script},
+                              {"json", Output::Json},
+                              {"trace", Output::Trace}};
+const OutputNames paramsOutputs{{"table", Output::Table}, {"json", Output::Json}};
+
+void addPlugin(CLI::App& command, Options& options) {
+    command.add_option("--plugin", options.plugin, "The plugin library (default: Intake's)")
+        ->type_name("FILE");
+}
+
+void addOutput(CLI::App& command, Options& options, const OutputNames& names,
+               const std::string& help) {
+    std::vector<std::string> allowed;
+    for (const auto& entry : names)
+        allowed.push_back(entry.first);
+    const auto choose = [&options, &names](const std::string& chosen) {
+        for (const auto& [name, output] : names) {
+            if (name == chosen) options.output = output;
+        }
+    };
+    command.add_option_function<std::string>("--out", choose, help)->check(CLI::IsMember(allowed));
+}
+
+// An option that may be repeated and takes one value each time.
+void addRepeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
+                 const std::string& valueName, const std::string& help) {
+    command.add_option(name, values, help)->type_name(valueName)->allow_extra_args(false);
+}
+
+void addLoad(CLI::App& app, Options& options) {
+    CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
+    load->callback([&options] { options.command = Command::Load; });
+    addPlugin(*load, options);
+    auto* scene = load->add_option("--scene", options.scene, "Start from a stored instance");
+    scene->type_name("FILE");
+    load->add_option("--instance", options.instance, "Which instance of the scene")
+        ->type_name("NAME")
+        ->needs(scene);
+    addRepeated(*load, "--set", options.settings, "NAME=VALUE", "Set a parameter");
+    addOutput(*load, options, loadOutputs,
+              "The store as a table (default) or json; the script that was executed; or the "
+              "trace of every call");
+    addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
+    load->add_option("--timeout", options.timeoutSeconds, "How long to wait for an answer")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.0, 1e9));
+    load->add_option("--font-encoding", options.fontEncoding,
+                     "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
+        ->type_name("N");
+}
+
+void addParams(CLI::App& app, Options& options) {
+    CLI::App* params = app.add_subcommand("params", "List the plugin's parameters");
+    params->callback([&options] { options.command = Command::Params; });
+    addPlugin(*params, options);
+    addOutput(*params, options, paramsOutputs, "As a table (default) or json");
+}
+
+void addRun(CLI::App& app, Options& options) {
+    CLI::App* run = app.add_subcommand("run", "Run all instances of a scene, then print the store");
+    run->callback([&options] { options.command = Command::Run; });
+    addPlugin(*run, options);
+    run->add_option("SCENE", options.scene, "The scene file")->required();
+    auto* frames = run->add_option("--frames", options.frames, "Stop after so many frames");
+    frames->type_name("N")->check(CLI::NonNegativeNumber);
+    run->add_option("--seconds", options.seconds, "Stop after so many seconds")
+        ->type_name("S")
+        ->check(CLI::Range(0.0, 1e9))
+        ->excludes(frames);
+}
+
+}  // namespace
+
+Options readOptions(int argc, const char* const* argv) {
+    Options options;
+    CLI::App app{"A stand-in for the graphics host: runs Intake and shows what it does."};
+    app.name("intake-workbench");
+    app.require_subcommand(1);
+    addLoad(app, options);
+    addParams(app, options);
+    addRun(app, options);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        options.command = Command::Help;
+        options.helpText = app.help();
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    return options;
+}
+
+}  // namespace workbench

@@ -1,0 +1,77 @@
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <deque>
+
+#include "workbench/cli/FrameClock.h"
+#include "workbench/cli/LoadWatch.h"
+#include "workbench/cli/commands.h"
+#include "workbench/cli/scene_file.h"
+#include "workbench/cli/store_table.h"
+
+namespace workbench {
+
+namespace {
+
+std::atomic<bool> interrupted = false;
+
+void onInterrupt(int) {
+    interrupted = true;
+}
+
+void restoreInstances(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene,
+                      std::deque<lumo::Instance>& instances) {
+    for (const StoredInstance& stored : scene.instances) {
+        lumo::Instance& instance = instances.emplace_back(host, plugin, stored.name);
+        scene.restore(stored, host.parameters, instance.record());
+    }
+    for (lumo::Instance& instance : instances)
+        instance.load();
+    for (lumo::Instance& instance : instances)
+        instance.afterLoad();
+}
+
+void report(const lumo::Instance& instance, const Outcome& outcome, double seconds,
+            bool onTerminal) {
+    const char* name = instance.name().c_str();
+    if (outcome.failed) {
+        std::fprintf(stderr, "%8.2f s  %s: %s\n", seconds, name, outcome.error.c_str());
+    } else if (outcome.notStored) {
+        std::fprintf(stderr, "%8.2f s  %s: no shared memory is bound\n", seconds, name);
+    } else if (onTerminal && !outcome.notExecuted) {
+        std::fprintf(stderr, "%8.2f s  %s: loaded\n", seconds, name);
+    }
+}
+
+bool isOver(const Options& options, int64_t frame, const FrameClock& clock) {
+    if (interrupted) return true;
+    if (options.frames) return frame >= *options.frames;
+    return options.seconds && clock.elapsedSeconds() >= *options.seconds;
+}
+
+}  // namespace
+
+ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                    const StandardStreams& streams) {
+    const SceneFile scene = readSceneFile(options.scene);
+    std::deque<lumo::Instance> instances;
+    restoreInstances(host, plugin, scene, instances);
+    std::deque<LoadWatch> watches;
+    for (lumo::Instance& instance : instances)
+        watches.emplace_back(host, instance, false);
+
+    std::signal(SIGINT, onInterrupt);
+    FrameClock clock;
+    for (int64_t frame = 0; !isOver(options, frame, clock); ++frame) {
+        for (std::size_t i = 0; i < instances.size(); ++i) {
+            if (const auto outcome = watches[i].runFrame())
+                report(instances[i], *outcome, clock.elapsedSeconds(), streams.errorIsTerminal());
+        }
+        clock.waitForNextFrame();
+    }
+    streams.writeResult(
+        storeTables(host.store.core(), host.memories, PageSize{streams.resultColumns()}));
+    return ExitStatus::Loaded;
+}
+
+}  // namespace workbench
