@@ -1,0 +1,117 @@
+#include "plugin/binding.h"
+
+#include <exception>
+
+#include "host/cobalt.h"
+#include "host/lumo.h"
+#include "plugin/Intake.h"
+
+namespace intake {
+
+namespace {
+
+constexpr int32_t REMOTE_CONTAINER = 3;
+constexpr const char* STORE_FUNCTION = "Cobalt";
+constexpr const char* STORE_FUNCTION_PATH = "BUILT_IN*FUNCTION*Cobalt";
+
+Intake* makeInstance() {
+    try {
+        return new Intake;
+    } catch (const std::exception& reason) {
+        _lumoprintf("Intake: no instance could be made: %s\n", reason.what());
+        return nullptr;
+    }
+}
+
+void prepareHandler(Intake& instance, int32_t debugLevel) {
+    DataDebug(debugLevel);
+    instance.setLocalContainer();
+    instance.setLocalScene();
+    instance.IDataHandler::init(instance.container);
+}
+
+/// Carries the record's binding parameters into the instance.
+void applyBindingParameters(HostRecord& record, Intake& instance) {
+    if (record.IsRemote != 0) {
+        record.IsOther = 1;
+        record.WhichOther = REMOTE_CONTAINER;
+    }
+    if (record.IsOther != 0 && record.WhichOther == REMOTE_CONTAINER) {
+        instance.setRemoteContainer(record.RemoteContainer);
+    }
+    instance.setNotifyOnValueChange(record.ValChangeNotify);
+    instance.IsOther = record.IsOther;
+    if (record.IsOther != 0) {
+        instance.WhichOther = record.WhichOther;
+    }
+    instance.setUseConvTable(record.UseConvTable);
+    if (record.UseConvTable != 0) {
+        instance.setConvTableNmae(record.ConvTableName);
+    }
+}
+
+/// The scene must hold the data store's own function for bound fields to be served.
+void ensureStoreFunction(int32_t scene) {
+    if (_api__object_valid(_api__get_scene_function(scene, STORE_FUNCTION)) == 0) {
+        _api__scene_create_function(scene, STORE_FUNCTION_PATH);
+    }
+}
+
+void bindInstance(HostRecord& record, Intake& instance) {
+    prepareHandler(instance, 3);
+    instance.params = &record.params;
+    instance.initialize();
+    applyBindingParameters(record, instance);
+    instance.RegisterField(record.FieldName, 0);
+    instance.syncParameters();
+}
+
+void createAndRegister(HostRecord& record, int32_t flag) {
+    record.instance = makeInstance();
+    if (record.instance == nullptr) {
+        return;
+    }
+    Intake& instance = *record.instance;
+    prepareHandler(instance, 1);
+    instance.params = &record.params;
+    applyBindingParameters(record, instance);
+    instance.Register(record.FieldName, flag);
+    instance.initialize();
+    ensureStoreFunction(instance.scene);
+}
+
+}  // namespace
+
+void bind(HostRecord& record) {
+    record.Magic = MAGIC_BOUND;
+    if (record.instance == nullptr) {
+        record.instance = makeInstance();
+    }
+    if (record.instance != nullptr) {
+        bindInstance(record, *record.instance);
+    }
+    setInitCB(1);
+}
+
+void checkState(HostRecord& record) {
+    if (record.Magic == MAGIC_CREATED) {
+        createAndRegister(record, 1);
+        record.Magic = MAGIC_BOUND;
+    } else if (record.Magic == MAGIC_RECREATE) {
+        createAndRegister(record, 0);
+        if (record.instance != nullptr) {
+            record.instance->params = &record.params;
+            record.instance->syncParameters();
+        }
+        record.Magic = MAGIC_BOUND;
+    }
+}
+
+void finishInitialisation(const HostRecord& record) {
+    if (getInitCB() != 0 && record.instance != nullptr && record.instance->getType() != 1) {
+        initCobalt();
+        setInitCB(0);
+    }
+}
+
+}  // namespace intake

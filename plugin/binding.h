@@ -1,0 +1,21 @@
+#pragma once
+
+#include "plugin/HostRecord.h"
+
+namespace intake {
+
+// How an instance comes to be and is bound to its field of the data store. The two ways differ on
+// purpose, as the host's frame expects. Host's thread. An instance that cannot be made leaves the
+// record's pointer null.
+
+/// Binds the record's instance, made now if there is none yet.
+void bind(HostRecord& record);
+
+/// Makes and binds a new instance when the record's state asks for it, whether or not there was one
+/// before; called by most entry points first.
+void checkState(HostRecord& record);
+
+/// Carries out the data store's initialisation that binding has put off, if it is pending.
+void finishInitialisation(const HostRecord& record);
+
+}  // namespace intake
