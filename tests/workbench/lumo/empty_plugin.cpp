@@ -1,0 +1,1 @@
+// A library that exports nothing.
