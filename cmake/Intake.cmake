@@ -21,7 +21,8 @@ function(intake_add_library name)
     target_link_libraries(${name} PUBLIC intake_options ${ARG_LINKS})
 endfunction()
 
-# A test program of ours, each of its cases a test of CTest:
+# A test program of ours, each of its cases a test of CTest. For every label there is a target
+# tests_<label> that builds the programs which bear it:
 # intake_add_test(name SOURCES ... LINKS ... [LABELS ...])
 function(intake_add_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
@@ -31,4 +32,10 @@ function(intake_add_test name)
         WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
         DISCOVERY_TIMEOUT 120
         PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+    foreach(label IN LISTS ARG_LABELS)
+        if(NOT TARGET tests_${label})
+            add_custom_target(tests_${label})
+        endif()
+        add_dependencies(tests_${label} ${name})
+    endforeach()
 endfunction()
