@@ -41,6 +41,13 @@ public:
     std::string told;
 };
 
+std::string printed;
+
+int32_t keepFormat(const char* format, ...) {
+    printed = format;
+    return 0;
+}
+
 class Macros final : public DataVariableQuery {
 public:
     const char* queryVariable(const char* macro) override {
@@ -151,11 +158,7 @@ TEST_F(CobaltLib, APendingInitialisationIsRemembered) {
 }
 
 TEST_F(CobaltLib, PrintsThroughTheFunctionThatWasSet) {
-    static std::string printed;
-    DataSetPrintfFunction([](const char* format, ...) -> int32_t {
-        printed = format;
-        return 0;
-    });
+    DataSetPrintfFunction(&keepFormat);
     store->executeScript("broken", 0);
     EXPECT_EQ(printed, "%s\n");
 }

@@ -1,0 +1,22 @@
+#include "workbench/cli/nearest_name.h"
+
+#include <gtest/gtest.h>
+
+using workbench::nearestName;
+
+TEST(NearestName, IsTheOneWithTheFewestTypingErrors) {
+    EXPECT_EQ(nearestName("filenam", {"mode", "filename", "sheet"}), "filename");
+    EXPECT_EQ(nearestName("modes", {"queryMode", "mode", "key"}), "mode");
+}
+
+TEST(NearestName, DoesNotMindLetterCase) {
+    EXPECT_EQ(nearestName("QUERYMODE", {"mode", "queryMode"}), "queryMode");
+}
+
+TEST(NearestName, IsTheFirstAmongEquals) {
+    EXPECT_EQ(nearestName("x", {"ab", "cd"}), "ab");
+}
+
+TEST(NearestName, IsEmptyWithoutNames) {
+    EXPECT_EQ(nearestName("x", {}), "");
+}
