@@ -1,0 +1,31 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+
+#include "platform/Clock.h"
+
+namespace intake {
+
+/// A clock that stands still until a test sets it. Sleeping takes a moment of real time, so that
+/// polling threads leave the processor to others, and is counted by its length. Any thread.
+class FakeClock final : public Clock {
+public:
+    double milliseconds() override;
+    LocalTime localTime() override;
+    void sleep(std::chrono::milliseconds duration) override;
+
+    void setMilliseconds(double now);
+    void setLocalTime(const LocalTime& now);
+
+    /// How often somebody has slept for exactly this long.
+    int sleepsOf(std::chrono::milliseconds duration) const;
+
+private:
+    mutable std::mutex mutex_;
+    double milliseconds_ = 0;
+    LocalTime localTime_{2026, 3, 5, 9, 7};
+    std::map<std::chrono::milliseconds, int> sleeps_;
+};
+
+}  // namespace intake

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeDiagnostics.h"
+#include "tests/fakes/platform/FakeFiles.h"
+#include "tests/fakes/platform/FakeThreads.h"
+
+namespace intake {
+
+/// An operating system for one test. Make it before whatever uses it. When it goes, it lets blocked
+/// readers go on and waits for all threads, so that nothing of one test runs into the next.
+class FakePlatform {
+public:
+    FakePlatform() = default;
+    ~FakePlatform() {
+        files.releaseAll();
+        threads.join();
+    }
+    FakePlatform(const FakePlatform&) = delete;
+    FakePlatform& operator=(const FakePlatform&) = delete;
+
+    FakeClock clock;
+    FakeDiagnostics diagnostics;
+    FakeFiles files{diagnostics};
+    FakeThreads threads;
+
+    /// What the code under test takes.
+    const Platform services{clock, threads, files, diagnostics};
+};
+
+}  // namespace intake
