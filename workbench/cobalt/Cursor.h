@@ -17,6 +17,10 @@ inline bool isBlank(char c) {
     return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\v';
 }
 
+inline bool contains(std::string_view set, char c) {
+    return set.find(c) != std::string_view::npos;
+}
+
 /// The text without the white space at its ends.
 inline std::string_view trimmed(std::string_view text) {
     while (!text.empty() && isBlank(text.front()))

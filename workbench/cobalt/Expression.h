@@ -27,6 +27,11 @@ using MacroQuery = std::function<std::optional<std::string>(const std::string& n
 /// text. Operators, in rising precedence: == != < <= > >=, + -, * /, unary minus. A comparison
 /// gives 1 or 0. + joins its sides when either is a text.
 ///
+/// The name of an operand may have blanks inside, but no operator signs, brackets or quotes; the
+/// target of an assignment is written as in a script. A quoted text is framed by one double quote
+/// or by two and ends at the next such frame before an operator, ",", ")", ";" or the end. It is
+/// never a number.
+///
 /// Used on one thread. An empty expression does nothing.
 class Expression {
 public:
@@ -45,7 +50,7 @@ public:
                                        const MacroQuery& macro) const;
 
 private:
-    std::unique_ptr<const Program> program_;
+    std::shared_ptr<const Program> program_;  // shared with an execution that is under way
 };
 
 }  // namespace cobalt

@@ -1,7 +1,6 @@
 #include "workbench/cobalt/Target.h"
 
 #include <charconv>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -65,10 +64,16 @@ Target readTarget(Cursor& cursor) {
     return target;
 }
 
-std::uint64_t capacityOf(const Target& target) {
-    if (target.kind != Target::Kind::Range) return std::numeric_limits<std::uint64_t>::max();
-    if (target.last < target.first) return 0;
-    return static_cast<std::uint64_t>(target.last - target.first) + 1;
+void requireRoom(const Target& target, std::size_t count, std::size_t offset) {
+    if (target.kind != Target::Kind::Range || count == 0) return;
+    const std::string range = "the range [" + std::string(target.key) + "]";
+    if (target.last < target.first) {
+        throw ParseFailure{offset, "expected no value for " + range + ", which is empty"};
+    }
+    const auto room = static_cast<std::uint64_t>(target.last - target.first) + 1;
+    if (count <= room) return;
+    throw ParseFailure{offset, "expected at most " + std::to_string(room) + " values for " + range +
+                                   ", found " + std::to_string(count)};
 }
 
 Value combine(const Target& target, AssignedValues assigned) {

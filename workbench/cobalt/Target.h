@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,8 @@ struct AssignedValues {
 /// Reads a target up to its "=", which is not read. Throws ParseFailure.
 Target readTarget(Cursor& cursor);
 
-/// How many values fit the target.
-std::uint64_t capacityOf(const Target& target);
+/// Throws ParseFailure at `offset` when the target is a range with room for fewer values.
+void requireRoom(const Target& target, std::size_t count, std::size_t offset);
 
 /// The one value that the target is set to. For a range this is an array of its elements, at most
 /// as many as it has room for.

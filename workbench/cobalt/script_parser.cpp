@@ -40,10 +40,7 @@ private:
         cursor_.skipBlanks();
         const std::size_t start = cursor_.offset();
         Value value = combine(target, readValues(target));
-        if (value.kind() == Kind::Array && value.entries().size() > capacityOf(target)) {
-            cursor_.moveTo(start);
-            failTooMany(target);
-        }
+        requireRoom(target, value.entries().size(), start);
         return value;
     }
 
@@ -63,14 +60,6 @@ private:
             }
         }
         return assigned;
-    }
-
-    [[noreturn]] void failTooMany(const Target& target) {
-        const std::string brackets = "[" + std::string(target.key) + "]";
-        const std::uint64_t capacity = capacityOf(target);
-        if (capacity == 0) cursor_.fail("expected no value for the empty range " + brackets);
-        cursor_.fail("expected at most " + std::to_string(capacity) + " values for the range " +
-                     brackets);
     }
 
     // An unquoted value ends at one of `stops`.
@@ -116,7 +105,7 @@ private:
 
     bool atEndOfValue(std::size_t offset) const {
         const string_view text = cursor_.text();
-        return offset >= text.size() || string_view(";,}").find(text[offset]) != string_view::npos;
+        return offset >= text.size() || contains(";,}", text[offset]);
     }
 
     [[noreturn]] void failUnclosed(std::size_t opening, const std::string& closing) {
@@ -139,14 +128,20 @@ private:
         return value;
     }
 
-    // Empty braces are a structure. A name may hold nearly anything, but the first one of a
-    // structure must not hold ';' or '}', which end the elements of a list.
+    // Empty braces are a structure. The name of a member may hold nearly anything; only the first
+    // one is taken for the element of a list when ';', '}' or a comma with a quoted or braced value
+    // comes before its "=".
     bool startsMember() const {
         if (cursor_.peek() == '}') return true;
-        if (string_view("{=[\",").find(cursor_.peek()) != string_view::npos) return false;
-        const std::size_t stop = cursor_.findAny("=[;}");
-        const char found = stop < cursor_.text().size() ? cursor_.text()[stop] : ';';
-        return found == '=' || found == '[';
+        if (contains("{=[\",", cursor_.peek())) return false;
+        Cursor ahead = cursor_;
+        ahead.moveTo(ahead.findAny("=[;},"));
+        while (ahead.take(',')) {
+            ahead.skipBlanks();
+            if (contains("\"{", ahead.peek())) return false;
+            ahead.moveTo(ahead.findAny("=[;},"));
+        }
+        return contains("=[", ahead.peek());
     }
 
     Entries readMembers(std::size_t opening) {

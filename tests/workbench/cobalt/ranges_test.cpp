@@ -16,7 +16,8 @@ TEST(Range, MayBeginAnywhere) {
 }
 
 TEST(Range, WithFewerValuesLeavesItsLastElementsAsTheyWere) {
-    EXPECT_EQ(execute("T[0-3]=1,2,3,4;T[0-3]=\"\"a\"\",2,1,;"), "T = [0: \"a\", 1: 2, 2: 1, 3: 4]\n");
+    EXPECT_EQ(execute("T[0-3]=1,2,3,4;T[0-3]=\"\"a\"\",2,1,;"),
+              "T = [0: \"a\", 1: 2, 2: 1, 3: 4]\n");
 }
 
 TEST(Range, DoesNotMakeElementsWithoutValues) {

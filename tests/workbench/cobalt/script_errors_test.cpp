@@ -29,8 +29,7 @@ TEST(ScriptError, CountsColumnsInCharacters) {
 
 TEST(ScriptError, AnAssignmentEndsWithASemicolon) {
     EXPECT_EQ(execute("a=1"), "1:4 expected ',' or ';' after the value, found the end of the text");
-    EXPECT_EQ(execute("s={a=1;}\nb=2;"),
-              "2:1 expected ',' or ';' after the value, found 'b=2;'");
+    EXPECT_EQ(execute("s={a=1;}\nb=2;"), "2:1 expected ',' or ';' after the value, found 'b=2;'");
 }
 
 TEST(ScriptError, AFieldHasAName) {
@@ -58,7 +57,8 @@ TEST(ScriptError, ABraceIsClosed) {
 }
 
 TEST(ScriptError, ABraceTooManyIsNoAssignment) {
-    EXPECT_EQ(execute("s={a=1;};};"), "1:10 expected an assignment such as name=value;, found '};'");
+    EXPECT_EQ(execute("s={a=1;};};"),
+              "1:10 expected an assignment such as name=value;, found '};'");
 }
 
 TEST(ScriptError, AnElementOfAListIsEnded) {
@@ -83,14 +83,16 @@ TEST(ScriptError, AMillionNestedBracesAreAnError) {
 
 TEST(ScriptError, AMillionNestedStructuresAreAnError) {
     std::string nested = "a=";
-    for (int i = 0; i < 1000000; ++i) nested += "{a=";
+    for (int i = 0; i < 1000000; ++i)
+        nested += "{a=";
     EXPECT_EQ(execute(nested), "1:1503 expected at most 500 nested braces");
 }
 
 TEST(Script, FiveHundredNestedBracesAreAValue) {
     const std::string script = "a=" + std::string(500, '{') + std::string(500, '}') + ";";
     std::string shown = "a = ";
-    for (int i = 0; i < 499; ++i) shown += "[0: ";
+    for (int i = 0; i < 499; ++i)
+        shown += "[0: ";
     EXPECT_EQ(execute(script), shown + "{}" + std::string(499, ']') + "\n");
 }
 

@@ -5,7 +5,9 @@
 namespace cobalt {
 namespace {
 
-TEST(Script, AnEmptyTextDoesNothing) { EXPECT_EQ(execute(""), ""); }
+TEST(Script, AnEmptyTextDoesNothing) {
+    EXPECT_EQ(execute(""), "");
+}
 
 TEST(Script, EmptyStatementsAndWhiteSpaceBetweenStatementsDoNothing) {
     EXPECT_EQ(execute(" ;; \r\n\t;a=1;;\n ; b=2; \r\r\n"), "a = 1\nb = 2\n");

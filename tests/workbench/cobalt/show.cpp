@@ -13,25 +13,30 @@ std::string showEntries(const Entries& entries) {
     return shown;
 }
 
+std::string enclosed(char opening, const std::string& text, char closing) {
+    return opening + text + closing;
+}
+
 }  // namespace
 
 std::string show(const Value& value) {
     switch (value.kind()) {
         case Kind::Text:
-            return "\"" + value.text() + "\"";
+            return enclosed('"', value.text(), '"');
         case Kind::Number:
             return value.text();
         case Kind::Structure:
-            return "{" + showEntries(value.entries()) + "}";
+            return enclosed('{', showEntries(value.entries()), '}');
         case Kind::Array:
-            return "[" + showEntries(value.entries()) + "]";
+            return enclosed('[', showEntries(value.entries()), ']');
     }
     return "a value of no kind";
 }
 
 std::string show(const Store& store) {
     std::string shown;
-    for (const Field& field : store) shown += field.name() + " = " + show(field.value()) + "\n";
+    for (const Field& field : store)
+        shown += field.name() + " = " + show(field.value()) + "\n";
     return shown;
 }
 
