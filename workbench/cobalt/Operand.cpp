@@ -70,17 +70,17 @@ Operand combine(Operator op, const Operand& left, const Operand& right) {
         case Operator::Divide:
             return divide(left, right);
         case Operator::Equal:
-            return truth(compare(left, right) == 0);
+            return truth(std::is_eq(compare(left, right)));
         case Operator::NotEqual:
-            return truth(compare(left, right) != 0);
+            return truth(std::is_neq(compare(left, right)));
         case Operator::Less:
-            return truth(compare(left, right) < 0);
+            return truth(std::is_lt(compare(left, right)));
         case Operator::LessOrEqual:
-            return truth(compare(left, right) <= 0);
+            return truth(std::is_lteq(compare(left, right)));
         case Operator::Greater:
-            return truth(compare(left, right) > 0);
+            return truth(std::is_gt(compare(left, right)));
         case Operator::GreaterOrEqual:
-            return truth(compare(left, right) >= 0);
+            return truth(std::is_gteq(compare(left, right)));
     }
     return {};
 }

@@ -14,26 +14,26 @@ Value Value::text(std::string text) {
 
 Value Value::number(double number) {
     Value value;
-    value.content_.emplace<Number>(formatNumber(number));
+    value.content_.emplace<Number>(Number{formatNumber(number)});
     return value;
 }
 
 Value Value::structure(Entries members) {
     Value value;
-    value.content_.emplace<Structure>(std::move(members));
+    value.content_.emplace<Structure>(Structure{std::move(members)});
     return value;
 }
 
 Value Value::array(Entries elements) {
     Value value;
-    value.content_.emplace<Array>(std::move(elements));
+    value.content_.emplace<Array>(Array{std::move(elements)});
     return value;
 }
 
 Value Value::fromUnquoted(std::string_view written) {
     if (!parseNumber(written)) return text(std::string(written));
     Value value;
-    value.content_.emplace<Number>(std::string(written));
+    value.content_.emplace<Number>(Number{std::string(written)});
     return value;
 }
 
