@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+
 #include "tests/workbench/cobalt/show.h"
 
 namespace cobalt {
@@ -233,6 +236,22 @@ TEST(Expression, AMillionOperatorsAreNoBurden) {
     for (int i = 0; i < 1000000; ++i)
         sum += "+1";
     EXPECT_EQ(calculate(sum), "x = 1000001\n");
+}
+
+TEST(Expression, OfRandomSignsIsRefusedWholeOrExecutedFromTheBeginning) {
+    std::mt19937 random(1);
+    const std::string signs = "=+-*/()[];,\"\"ab01<! \n";
+    for (int run = 0; run < 20000; ++run) {
+        std::string action = "first=1;";
+        for (int i = 0; i < 30; ++i)
+            action += signs[random() % signs.size()];
+        Store store;
+        Expression expression;
+        const bool refused = expression.parse(action).has_value();
+        expression.execute(store, nullptr, nullptr);
+        EXPECT_EQ(store.empty(), refused) << action;
+        EXPECT_EQ(store.find("first") == nullptr, refused) << action;
+    }
 }
 
 }  // namespace
