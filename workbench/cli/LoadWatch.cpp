@@ -12,6 +12,11 @@ constexpr int32_t excel = 0;  // query types whose empty results look like the f
 constexpr int32_t sql = 1;
 constexpr int32_t sharedMemory = 4;  // target mode
 
+std::string withoutLineEnd(std::string text) {
+    text.erase(text.find_last_not_of("\r\n") + 1);
+    return text;
+}
+
 }  // namespace
 
 void LoadWatch::ConsoleField::setValue(const char* value) {
@@ -77,7 +82,7 @@ void LoadWatch::judge(const std::string& consoleText) {
     const bool mayBeEmptyResult = queryMode == excel || queryMode == sql;
     if (consoleText == fallback && mayBeEmptyResult) return;
     outcome_.failed = true;
-    outcome_.error = consoleText.substr(fallback.size());
+    outcome_.error = withoutLineEnd(consoleText.substr(fallback.size()));
     if (outcome_.error.empty())
         outcome_.error = "Could not load \"" + std::string(instance_.record().text(source_)) + "\"";
 }

@@ -50,6 +50,9 @@ std::vector<Column> layOut(const Table& table, const PageSize& page) {
         used += needed;
         columns.push_back(column);
     }
+    const std::size_t room = page.columns - std::min(used, page.columns);
+    Column& last = columns.back();
+    last.width = std::min(measure(table, last.position, page.columns).width, last.width + room);
     return columns;
 }
 

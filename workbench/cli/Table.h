@@ -12,7 +12,7 @@ namespace workbench {
 struct PageSize {
     std::size_t columns = 80;
     std::size_t rows = 40;       // of one table
-    std::size_t cellWidth = 40;  // of the widest cell
+    std::size_t cellWidth = 40;  // of the widest cell, but in the last column
 };
 
 struct Table {

@@ -15,6 +15,15 @@ const OutputNames loadOutputs{{"table", Output::Table},
                               {"trace", Output::Trace}};
 const OutputNames paramsOutputs{{"table", Output::Table}, {"json", Output::Json}};
 
+CLI::Validator notNegative() {
+    const auto check = [](const std::string& text) {
+        double number = -1;
+        const bool fits = CLI::detail::lexical_cast(text, number) && number >= 0;
+        return fits ? std::string() : "it takes a number from 0 on, not \"" + text + "\".";
+    };
+    return {check, ""};
+}
+
 void addPlugin(CLI::App& command, Options& options) {
     command.add_option("--plugin", options.plugin, "The plugin library (default: Intake's)")
         ->type_name("FILE");
@@ -55,7 +64,7 @@ void addLoad(CLI::App& app, Options& options) {
     addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
     load->add_option("--timeout", options.timeoutSeconds, "How long to wait for an answer")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.0, 1e9));
+        ->check(notNegative());
     load->add_option("--font-encoding", options.fontEncoding,
                      "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
         ->type_name("N");
@@ -74,10 +83,10 @@ void addRun(CLI::App& app, Options& options) {
     addPlugin(*run, options);
     run->add_option("SCENE", options.scene, "The scene file")->required();
     auto* frames = run->add_option("--frames", options.frames, "Stop after so many frames");
-    frames->type_name("N")->check(CLI::NonNegativeNumber);
+    frames->type_name("N")->check(notNegative());
     run->add_option("--seconds", options.seconds, "Stop after so many seconds")
         ->type_name("S")
-        ->check(CLI::Range(0.0, 1e9))
+        ->check(notNegative())
         ->excludes(frames);
 }
 
@@ -87,12 +96,12 @@ Options readOptions(int argc, const char* const* argv) {
     Options options;
     CLI::App app{"A stand-in for the graphics host: runs Intake and shows what it does."};
     app.name("intake-workbench");
-    app.require_subcommand(1);
     addLoad(app, options);
     addParams(app, options);
     addRun(app, options);
     try {
         app.parse(argc, argv);
+        if (app.get_subcommands().empty()) throw UsageError("Give a command: load, params or run.");
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
         options.helpText = app.help();

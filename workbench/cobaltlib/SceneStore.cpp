@@ -17,7 +17,11 @@ DataField* SceneStore::findField(const char* name, int32_t create, int32_t local
     if (create != 0) core_.define(name);
     StoreObserver::LookUp lookUp{face(name), true};
     if (observer_ != nullptr) lookUp = observer_->lookedUp(name, lookUp.field);
-    if (lookUp.traced) trace_.call("Cobalt::findField", name, create, local);
+    if (lookUp.traced) {
+        trace_.call("Cobalt::findField", name, create, local);
+    } else {
+        trace_.takeBack("IDataHandler::getCobalt");
+    }
     return lookUp.field;
 }
 

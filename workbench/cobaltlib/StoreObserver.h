@@ -19,7 +19,7 @@ public:
     };
 
     /// The plugin asked for a field; `found` is the store's own, or null. Returns what the plugin
-    /// gets to see, and whether the trace shows the question.
+    /// gets to see, and whether the trace shows the question (and how the plugin got at the store).
     virtual LookUp lookedUp(std::string_view name, DataField* found) = 0;
 
     /// A script was executed; `error` is null when it succeeded.

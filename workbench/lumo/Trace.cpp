@@ -47,6 +47,14 @@ void Trace::end() {
     text_ += ")\n";
 }
 
+void Trace::takeBack(std::string_view function) {
+    if (text_.empty()) return;
+    const auto lineEnd = text_.rfind('\n', text_.size() - 2);
+    const auto start = lineEnd == std::string::npos ? 0 : lineEnd + 1;
+    if (std::string_view(text_).substr(start).starts_with(std::string(function) + '('))
+        text_.erase(start);
+}
+
 void Trace::separate() {
     if (!firstArgument_) text_ += ", ";
     firstArgument_ = false;

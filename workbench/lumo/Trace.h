@@ -26,6 +26,9 @@ public:
         end();
     }
 
+    /// Takes the last line back when it is a call of `function`.
+    void takeBack(std::string_view function);
+
     /// All lines so far, each ended by a line feed.
     const std::string& text() const { return text_; }
 
