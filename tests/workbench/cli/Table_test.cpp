@@ -44,8 +44,14 @@ TEST(Table, SaysHowManyRowsAreMissing) {
 }
 
 TEST(Table, CutsALongCell) {
-    const Table table{"", {"a"}, {{"abcdefgh"}}, 0};
-    EXPECT_EQ(table.print({80, 40, 5}), "a\n-----\nabcd…\n");
+    const Table table{"", {"a", "b"}, {{"abcdefgh", "x"}}, 0};
+    EXPECT_EQ(table.print({80, 40, 5}), "a      b\n-----  -\nabcd…  x\n");
+}
+
+TEST(Table, LetsTheLastColumnHaveTheRoomThatIsLeft) {
+    const Table table{"", {"a", "b"}, {{"x", "abcdefgh"}}, 0};
+    EXPECT_EQ(table.print({80, 40, 5}), "a  b\n-  --------\nx  abcdefgh\n");
+    EXPECT_EQ(table.print({9, 40, 5}), "a  b\n-  ------\nx  abcde…\n");
 }
 
 TEST(Table, TheFirstColumnIsShownInTheNarrowestWindow) {

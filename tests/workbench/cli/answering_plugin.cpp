@@ -1,0 +1,85 @@
+// A plugin that answers a load with what its parameters say, so that every answer can be had: the
+// console variable gets `console`, the store executes `script` (or, in Shared Memory mode, the
+// scene's memory gets it under "VAR" when `bound` is set). It answers `answers` times.
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "host/cobalt.h"
+#include "host/lumo.h"
+
+namespace {
+
+struct AnsweringRecord {
+    int32_t queryMode;
+    int32_t mode;
+    char* varsPrefix;
+    int32_t show_data;
+    char* filename;
+    char* console;
+    char* script;
+    int32_t bound;
+    int32_t answers;
+};
+
+Cobalt* store() {
+    return IDataHandlerImpl::getCobalt(_api__get_sceneid_local(), false);
+}
+
+void registerText(const char* name) {
+    evRegisterParameterString(name, name, "", 80, 512, 0);
+}
+
+void store(const AnsweringRecord& record) {
+    const int32_t memory = _api__scene_get_shared_script_memory(_api__get_sceneid_local());
+    const LumoVariant value{LumoVariant::TEXT, record.script};
+    _api__shared_script_memory_create_key(memory, "VAR");
+    _api__shared_script_memory_set_value(memory, "VAR", &value);
+}
+
+}  // namespace
+
+PLUGIN_API void PLUGIN_INIT(void*) {
+    static const char* const queries[] = {"EXCEL", "SQL", "XML", "JSON", nullptr};
+    static const char* const modes[] = {"T", "A", "S", "F", "M", nullptr};
+    evRegisterParameterRadio("queryMode", "", 3, queries);
+    evRegisterParameterRadio("mode", "", 0, modes);
+    registerText("varsPrefix");
+    evRegisterParameterBool("show_data", "", 0);
+    registerText("filename");
+    registerText("console");
+    registerText("script");
+    evRegisterParameterBool("bound", "", 0);
+    evRegisterParameterInt("answers", "", 1, 0, 9);
+}
+
+PLUGIN_API void PLUGIN_INIT_FUNCTION(AnsweringRecord*) {}
+PLUGIN_API void PLUGIN_LOAD(AnsweringRecord*) {}
+PLUGIN_API void PLUGIN_AFTER_LOAD(AnsweringRecord*) {}
+PLUGIN_API void PLUGIN_CLEANUP_FUNCTION(AnsweringRecord*) {
+    std::puts("cleaned up");
+}
+PLUGIN_API void PLUGIN_EXEC_ACTION(AnsweringRecord*, int32_t) {
+    std::puts("fetching");
+}
+
+PLUGIN_API void PLUGIN_EXEC_PER_FIELD(AnsweringRecord* record) {
+    if (record->answers == 0) return;
+    --record->answers;
+    if (record->show_data != 0) {
+        const std::string name = std::string(record->varsPrefix) + "READER_CONSOLE";
+        if (DataField* field = store()->findField(name.c_str(), 0, 1))
+            field->setValue(record->console);
+    }
+    if (record->mode != 4) {
+        store()->executeScript(record->script, 0);
+    } else if (record->bound != 0) {
+        store(*record);
+    }
+}
+
+PLUGIN_API void PLUGIN_DISPATCHER_CALLBACK(AnsweringRecord*, int32_t, void*, void**) {}
+PLUGIN_API void PLUGIN_CHANGED_CALLBACK(AnsweringRecord*, int32_t) {}
+PLUGIN_API void PLUGIN_GUI_STATUS(AnsweringRecord*) {}
+PLUGIN_API void PLUGIN_NEW_GEOM(AnsweringRecord*, int32_t) {}

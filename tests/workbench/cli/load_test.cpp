@@ -1,0 +1,212 @@
+// `load` from end to end: the workbench, the plugin and a source.
+
+#include "tests/workbench/cli/Workbench.h"
+
+namespace {
+
+struct Load : Workbench {
+    Load() {
+        write("league.json",
+              R"({"table": [{"club": "ARS", "name": "Arsenal", "pts": 7.50},
+                            {"club": "MCI", "name": "City", "pts": 1234567}]})");
+    }
+
+    // The table of league.json in a target mode.
+    ChildResult loadTable(std::vector<std::string> settings, std::vector<std::string> more = {}) {
+        settings.insert(settings.begin(),
+                        {"queryMode=JSON", "filename=league.json", "xpath=table", "table=T"});
+        return load(settings, more);
+    }
+
+    void writeScene(const std::string& parameters) {
+        write("scene.json",
+              R"({"instances": [{"name": "league", "parameters": {"Magic": 9473, "queryMode": 3,
+                  "filename": "league.json", "table": "T", )" +
+                  parameters + "}}]}");
+    }
+};
+
+}  // namespace
+
+TEST_F(Load, ATableByKey) {
+    const ChildResult result = loadTable({"mode=DataTable", "key=club"}, {"--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "T[ARS]={{club=\"\"ARS\"\";name=\"\"Arsenal\"\";pts=7.5;},};"
+              "T[MCI]={{club=\"\"MCI\"\";name=\"\"City\"\";pts=1.23457e+06;},};");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Load, AnArrayByRowNumber) {
+    const ChildResult result = loadTable({"mode=1", "fromRow=1"}, {"--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "T[0]={{club=\"\"MCI\"\";name=\"\"City\"\";pts=1.23457e+06;},};"
+              "; READER_NUM_RECORDS=1;");
+}
+
+TEST_F(Load, StructuresByKey) {
+    const ChildResult result =
+        loadTable({"mode=DataStructure", "key=club", "numRows=1"}, {"--out", "json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "{\n"
+              "  \"ARS\": {\n"
+              "    \"club\": \"ARS\",\n"
+              "    \"name\": \"Arsenal\",\n"
+              "    \"pts\": 7.5\n"
+              "  },\n"
+              "  \"READER_NUM_RECORDS\": 1\n"
+              "}\n");
+}
+
+TEST_F(Load, AFieldArray) {
+    const ChildResult result =
+        loadTable({"mode=Data Field Array", "xpath=table/club"}, {"--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "T[0-1]=\"\"ARS\"\",\"\"MCI\"\"; READER_NUM_RECORDS=2;");
+}
+
+TEST_F(Load, SharedMemoryHoldsTheTextOnceTheVariableWasSet) {
+    const ChildResult result =
+        loadTable({"mode=Shared Memory", "xpath=table/club", "delimiter=;", "shmvar=CLUBS"},
+                  {"--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "ARS;MCI");
+}
+
+TEST_F(Load, SharedMemoryThatWasChosenAfterBindingStoresNothing) {
+    const ChildResult result = loadTable({"mode=Shared Memory", "xpath=table/club"});
+    EXPECT_EQ(result.status, 4);
+    EXPECT_EQ(result.out, "The store is empty.\n");
+    EXPECT_EQ(result.err,
+              "Nothing was stored: no shared memory is bound. It is bound when shmvar or shmtype "
+              "changes, so set one of them.\n");
+}
+
+TEST_F(Load, SharedMemoryThatASceneStoredIsBoundAtOnce) {
+    writeScene(R"("mode": 4, "xpath": "table/club", "shmtype": "Global", "shmvar": "CLUBS")");
+    const ChildResult result = run({"load", "--scene", "scene.json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "Shared memory (global)\nvariable  value\n--------  -------\nCLUBS     ARS|MCI\n");
+}
+
+TEST_F(Load, TheTableIsForPeople) {
+    const ChildResult result = loadTable({"mode=DataArray"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "T (2 records)\n"
+              "index  club  name             pts\n"
+              "-----  ----  -------  -----------\n"
+              "    0  ARS   Arsenal          7.5\n"
+              "    1  MCI   City     1.23457e+06\n"
+              "\n"
+              "field               value\n"
+              "------------------  -----\n"
+              "READER_NUM_RECORDS      2\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Load, TheTraceEndsWithTheExecutionOfTheAnswer) {
+    const ChildResult result =
+        loadTable({"mode=3", "xpath=table/club", "postAction=A=1"}, {"--out", "trace"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.out.starts_with("evSetPersistent(1)\nDataSetPrintfFunction(_lumoprintf)\n"))
+        << result.out;
+    EXPECT_NE(result.out.find("evRegisterParameterBool(\"useAuth\", \"Use Authentication\", 0)\n"),
+              std::string::npos);
+    const std::string end =
+        "IDataHandler::getCobalt()\n"
+        "Cobalt::executeScript(\"T[0-1]=\\\"\\\"ARS\\\"\\\",\\\"\\\"MCI\\\"\\\"; "
+        "READER_NUM_RECORDS=2;\", 0)\n"
+        "_api__get_sceneid_local()\n"
+        "IDataHandlerImpl::getCobalt(1, 0)\n"
+        "DataExpression::executeExtended(Cobalt, _api__lumo_send_command, 0)\n";
+    EXPECT_TRUE(result.out.ends_with(end)) << result.out;
+    EXPECT_EQ(result.out.find("READER_CONSOLE"), std::string::npos) << result.out;
+}
+
+TEST_F(Load, TheConsoleVariableIsWrittenWhenTheUserAskedForIt) {
+    const ChildResult result =
+        loadTable({"mode=3", "xpath=table/club", "varsPrefix=A_", "show_data=1"},
+                  {"--define", "A_READER_CONSOLE", "--out", "json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out,
+              "{\n"
+              "  \"A_READER_CONSOLE\": \"T[0-1]=\\\"\\\"ARS\\\"\\\",\\\"\\\"MCI\\\"\\\"; "
+              "A_READER_NUM_RECORDS=2;\",\n"
+              "  \"T\": [\n"
+              "    \"ARS\",\n"
+              "    \"MCI\"\n"
+              "  ],\n"
+              "  \"A_READER_NUM_RECORDS\": 2\n"
+              "}\n");
+}
+
+TEST_F(Load, ThePostUpdateActionReadsWhatWasLoadedAndSendsCommands) {
+    const ChildResult result =
+        loadTable({"mode=3", "xpath=table/club",
+                   "postAction=Next=READER_NUM_RECORDS+1;command(\"SCENE*play \"+Next)"},
+                  {"--out", "json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find("\"Next\": 3"), std::string::npos) << result.out;
+    EXPECT_EQ(result.err, "Host command: SCENE*play 3\n");
+}
+
+TEST_F(Load, APostUpdateActionThatDoesNotParseIsReportedOnce) {
+    const ChildResult result = loadTable({"mode=1", "postAction=A=("});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.err.starts_with("The action \"A=(\" does not parse: line 1, column "))
+        << result.err;
+}
+
+TEST_F(Load, AMissingFileIsAFailureThatNamesIt) {
+    const ChildResult result =
+        load({"queryMode=JSON", "filename=absent.json"}, {"--out", "script"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "READER_NUM_RECORDS=0;");
+    EXPECT_TRUE(result.err.ends_with("Could not load \"absent.json\"\n")) << result.err;
+}
+
+TEST_F(Load, MalformedJsonIsAFailureThatSaysWhere) {
+    write("broken.json", "{\"a\": [1,\n 2");
+    const ChildResult result = load({"queryMode=JSON", "filename=broken.json"}, {"--out", "json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "{\n  \"READER_NUM_RECORDS\": 0\n}\n");
+    EXPECT_NE(result.err.find("Error parsing JSON: "), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("line 2"), std::string::npos) << result.err;
+}
+
+TEST_F(Load, AFailureStillRunsThePostUpdateAction) {
+    const ChildResult result =
+        load({"queryMode=JSON", "filename=absent.json", "postAction=Empty=READER_NUM_RECORDS==0"},
+             {"--out", "json"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "{\n  \"READER_NUM_RECORDS\": 0,\n  \"Empty\": 1\n}\n");
+}
+
+TEST_F(Load, AScriptThatTheStoreCannotExecuteEndsWithFour) {
+    write("odd.json", R"({"a": {"x": "1\"\";]"}})");
+    const ChildResult result =
+        load({"queryMode=JSON", "filename=odd.json", "xpath=a", "mode=1"}, {"--out", "json"});
+    EXPECT_EQ(result.status, 4);
+    EXPECT_EQ(result.out, "{}\n");
+    EXPECT_TRUE(
+        result.err.starts_with("The data store could not execute the script: line 1, column "))
+        << result.err;
+}
+
+TEST_F(Load, TheHostsFontEncodingIsAskedFor) {
+    const ChildResult result = loadTable({"mode=1"}, {"--font-encoding", "0", "--out", "trace"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find("_api__global_get_font_encoding()\n"), std::string::npos);
+}
+
+TEST_F(Load, AStoredInstanceIsLoadedAndSettingsComeAfterIt) {
+    writeScene(R"("mode": "DataTable", "xpath": "table", "key": "club")");
+    const ChildResult result = run({"load", "--scene", "scene.json", "--instance", "league",
+                                    "--set", "numRows=1", "--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "T[ARS]={{club=\"\"ARS\"\";name=\"\"Arsenal\"\";pts=7.5;},};");
+}
