@@ -55,7 +55,7 @@ private:
 
     ReaderLogger logger_;
     JSONHandler json_;
-    UnavailableHandler sql_{"SQL"};
+    UnavailableHandler sql_{"database and EXCEL"};
     UnavailableHandler html_{"HTML"};
     UnavailableHandler xml_{"XML"};
 };
