@@ -1,0 +1,47 @@
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+
+#include <thread>
+
+#include "platform/Platform.h"
+
+namespace intake {
+
+namespace {
+
+bool isLoaded(const char* library) {
+    void* const handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
+    if (handle != nullptr) {
+        dlclose(handle);
+    }
+    return handle != nullptr;
+}
+
+}  // namespace
+
+TEST(LinuxThreads, AWorkerLetsItsWakeUpsBeTenMillisecondsLate) {
+    int slackNanoseconds = 0;
+    std::thread([&] {
+        systemPlatform().threads.enterWorker();
+        slackNanoseconds = prctl(PR_GET_TIMERSLACK, 0, 0, 0, 0);
+    }).join();
+    EXPECT_EQ(slackNanoseconds, 10'000'000);
+}
+
+TEST(LinuxThreads, TheLibraryCanBeUnloadedBeforeItsFirstWorkerAndNeverAfterIt) {
+    void* library = dlopen(WORKER_LIBRARY, RTLD_NOW);
+    ASSERT_NE(library, nullptr) << dlerror();
+    dlclose(library);
+    ASSERT_FALSE(isLoaded(WORKER_LIBRARY));
+
+    library = dlopen(WORKER_LIBRARY, RTLD_NOW);
+    const auto enterAndLeaveWorker =
+        reinterpret_cast<void (*)()>(dlsym(library, "enterAndLeaveWorker"));
+    ASSERT_NE(enterAndLeaveWorker, nullptr) << dlerror();
+    std::thread(enterAndLeaveWorker).join();
+    dlclose(library);
+    EXPECT_TRUE(isLoaded(WORKER_LIBRARY));
+}
+
+}  // namespace intake
