@@ -1,0 +1,177 @@
+// The JSON reader on generated documents of 1 KB, 1 MB and 100 MB: each stage alone, the whole job
+// from file to script, and RapidJSON's Document::Parse as the baseline. Every time is the stage's
+// own: preparing its input and freeing its results are left out.
+
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "bench/json_items.h"
+#include "bench/process_usage.h"
+#include "pipeline/ReaderLogger.h"
+#include "pipeline/RequestRecord.h"
+#include "pipeline/command_text.h"
+#include "platform/Platform.h"
+#include "readers/json/JSONHandler.h"
+#include "readers/json/JsonDocument.h"
+#include "readers/json/JsonRecords.h"
+#include "readers/json/json_path.h"
+#include "readers/json/json_select.h"
+
+namespace {
+
+using intake::JsonDocument;
+
+size_t documentSize(const benchmark::State& state) {
+    return static_cast<size_t>(state.range(0));
+}
+
+intake::RequestRecord allItems(const std::string& file = {}) {
+    intake::RequestRecord request;
+    std::istringstream command("FILENAME |" + file +
+                               "| XPATH |items| NUM_ROWS |0| TABLE |T| TGT_MODE 1 ");
+    ParseCommand(request, command);
+    return request;
+}
+
+/// A document that is parsed in place needs a copy of the text for every run.
+std::unique_ptr<char[]> copyOf(const std::string& text) {
+    auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
+    text.copy(copy.get(), text.size());
+    copy[text.size()] = 0;
+    return copy;
+}
+
+JsonDocument parse(const std::string& text) {
+    return JsonDocument(copyOf(text), text.size() + 1);
+}
+
+/// A generated document in a file that lasts as long as this object.
+class ItemsFile {
+public:
+    explicit ItemsFile(const std::string& text) { std::ofstream(path_, std::ios::binary) << text; }
+    ~ItemsFile() { std::remove(path_.c_str()); }
+    ItemsFile(const ItemsFile&) = delete;
+    ItemsFile& operator=(const ItemsFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_ = "json_benchmark_items.json";  // in the current directory
+};
+
+/// Calls `job` and returns the seconds that it took.
+template <class Job>
+double timed(Job job) {
+    const double start = bench::wallSeconds();
+    job();
+    return bench::wallSeconds() - start;
+}
+
+double timeRapidJson(const std::string& text) {
+    rapidjson::Document document;
+    const double seconds = timed([&] { document.Parse(text.c_str()); });
+    if (document.HasParseError()) {
+        throw std::logic_error("RapidJSON refuses the generated document");
+    }
+    return seconds;
+}
+
+double timeWholeJob(const intake::RequestRecord& request) {
+    const intake::Platform& platform = intake::systemPlatform();
+    intake::ReaderLogger logger(platform.clock);
+    logger.setLevel(intake::LOG_FATAL);
+    intake::JSONHandler reader(logger, platform.files, platform.diagnostics);
+    std::string script, error;
+    bool success = false;
+    const double seconds = timed([&] { success = reader.Read(request, script, error); });
+    if (!success) {
+        throw std::logic_error(error);
+    }
+    return seconds;
+}
+
+void reportBytes(benchmark::State& state, size_t documentBytes) {
+    state.SetBytesProcessed(static_cast<int64_t>(documentBytes) *
+                            static_cast<int64_t>(state.iterations()));
+}
+
+void RapidJsonParse(benchmark::State& state) {
+    const std::string text = bench::jsonItems(documentSize(state));
+    for (auto _ : state) {
+        state.SetIterationTime(timeRapidJson(text));
+    }
+    reportBytes(state, text.size());
+}
+
+void Parse(benchmark::State& state) {
+    const std::string text = bench::jsonItems(documentSize(state));
+    for (auto _ : state) {
+        auto copy = copyOf(text);
+        std::unique_ptr<JsonDocument> document;
+        state.SetIterationTime(timed(
+            [&] { document = std::make_unique<JsonDocument>(std::move(copy), text.size() + 1); }));
+    }
+    reportBytes(state, text.size());
+}
+
+void Collect(benchmark::State& state) {
+    const std::string text = bench::jsonItems(documentSize(state));
+    const JsonDocument document = parse(text);
+    for (auto _ : state) {
+        intake::JsonRecords::Nodes nodes;
+        state.SetIterationTime(
+            timed([&] { nodes = selectNodes(document, intake::parsePath("items")); }));
+    }
+    reportBytes(state, text.size());
+}
+
+void Write(benchmark::State& state) {
+    const std::string text = bench::jsonItems(documentSize(state));
+    const JsonDocument document = parse(text);
+    const auto nodes = selectNodes(document, intake::parsePath("items"));
+    const intake::RequestRecord request = allItems();
+    for (auto _ : state) {
+        std::string script;
+        state.SetIterationTime(
+            timed([&] { intake::JsonRecords(document, nodes, request, script).write(); }));
+    }
+    reportBytes(state, text.size());
+}
+
+/// File to script. Runs in turn with the baseline, so that `ratio` does not depend on how busy the
+/// machine was.
+void WholeJob(benchmark::State& state) {
+    const std::string text = bench::jsonItems(documentSize(state));
+    const ItemsFile file(text);
+    const intake::RequestRecord request = allItems(file.path());
+    double wholeJob = 0;
+    double rapidJson = 0;
+    for (auto _ : state) {
+        rapidJson += timeRapidJson(text);
+        const double seconds = timeWholeJob(request);
+        wholeJob += seconds;
+        state.SetIterationTime(seconds);
+    }
+    state.counters["ratio"] = wholeJob / rapidJson;
+    reportBytes(state, text.size());
+}
+
+void sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->UseManualTime()->Unit(benchmark::kMicrosecond);
+    benchmark->MinTime(1)->Arg(1'000)->Arg(1'000'000)->Arg(100'000'000);
+}
+
+BENCHMARK(RapidJsonParse)->Apply(sizes);
+BENCHMARK(Parse)->Apply(sizes);
+BENCHMARK(Collect)->Apply(sizes);
+BENCHMARK(Write)->Apply(sizes);
+BENCHMARK(WholeJob)->Apply(sizes);
+
+}  // namespace

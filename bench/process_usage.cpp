@@ -1,0 +1,37 @@
+#include "bench/process_usage.h"
+
+#include <sys/resource.h>
+
+#include <chrono>
+
+namespace bench {
+
+namespace {
+
+rusage usage() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    return used;
+}
+
+double seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+}  // namespace
+
+double cpuSeconds() {
+    const rusage used = usage();
+    return seconds(used.ru_utime) + seconds(used.ru_stime);
+}
+
+double peakBytes() {
+    return static_cast<double>(usage().ru_maxrss) * 1024;  // the system counts in KiB
+}
+
+double wallSeconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(now).count();
+}
+
+}  // namespace bench

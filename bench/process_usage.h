@@ -1,0 +1,16 @@
+#pragma once
+
+// What the running process has cost so far, as the system counts it.
+
+namespace bench {
+
+/// Processor time of all threads, user and system, in seconds.
+double cpuSeconds();
+
+/// The most memory that was resident at one time, in bytes.
+double peakBytes();
+
+/// Seconds since some moment in the past.
+double wallSeconds();
+
+}  // namespace bench
