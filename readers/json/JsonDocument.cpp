@@ -4,7 +4,8 @@
 
 namespace intake {
 
-JsonDocument::JsonDocument(std::unique_ptr<char[]> text, size_t size) : text_(std::move(text)) {
+JsonDocument::JsonDocument(std::unique_ptr<char[]> text, size_t size)
+    : text_(std::move(text)), size_(size) {
     parseJson(text_.get(), size, entries_);
 }
 

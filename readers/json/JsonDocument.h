@@ -27,6 +27,9 @@ public:
     /// std::invalid_argument with line, column and cause when the text is not JSON in UTF-8.
     JsonDocument(std::unique_ptr<char[]> text, size_t size);
 
+    /// Bytes of the source text.
+    size_t sourceSize() const { return size_; }
+
     Type type(Node node) const { return static_cast<Type>(entries_[node].type); }
 
     bool isContainer(Node node) const { return type(node) >= Type::ARRAY; }
@@ -58,6 +61,7 @@ public:
 
 private:
     std::unique_ptr<char[]> text_;
+    size_t size_;
     std::vector<JsonEntry> entries_;
 };
 

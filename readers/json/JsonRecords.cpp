@@ -1,5 +1,7 @@
 #include "readers/json/JsonRecords.h"
 
+#include <algorithm>
+
 #include "pipeline/script_text.h"
 
 namespace intake {
@@ -89,6 +91,13 @@ void JsonRecords::writeSharedMemory() {
             script_.append(request_.fieldsDelimiter);
         }
     });
+}
+
+/// A large script would otherwise be copied several times as it grows.
+void JsonRecords::makeRoomForAll() {
+    const auto records = static_cast<size_t>(rows_.end - rows_.first());
+    const size_t likely = script_.size() / SAMPLE * records / 4 * 5;
+    script_.reserve(std::min(likely, 2 * document_.sourceSize()));
 }
 
 void JsonRecords::writeCount(const char* separator) {

@@ -26,6 +26,8 @@ public:
 private:
     using Node = JsonDocument::Node;
 
+    static constexpr int64_t SAMPLE = 1000;  // records that tell how long the script will be
+
     void writeTable();
     void writeArray();
     void writeStructures();
@@ -35,11 +37,16 @@ private:
 
     /// Calls `each` with every record and its place among the delivered ones, from 0.
     template <class Each>
-    void forEachRecord(Each each) const {
+    void forEachRecord(Each each) {
         for (int64_t row = rows_.first(); row < rows_.end; ++row) {
             each(nodes_[static_cast<size_t>(row)], row - rows_.first());
+            if (row - rows_.first() == SAMPLE) {
+                makeRoomForAll();
+            }
         }
     }
+
+    void makeRoomForAll();
 
     bool isLast(int64_t place) const { return rows_.first() + place + 1 == rows_.end; }
 
