@@ -1,9 +1,11 @@
 #include "platform/linux/LinuxThreads.h"
 
 #include <dlfcn.h>
+#include <pthread.h>
 #include <sys/prctl.h>
 
 #include <condition_variable>
+#include <csignal>
 #include <mutex>
 #include <thread>
 
@@ -78,6 +80,14 @@ void allowLateWakeUps() {
     prctl(PR_SET_TIMERSLACK, SLACK_NANOSECONDS, 0, 0, 0);
 }
 
+/// A peer that closes its connection must not end the host.
+void blockBrokenPipeSignal() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
 }  // namespace
 
 std::unique_ptr<Mutex> LinuxThreads::createMutex() {
@@ -92,6 +102,7 @@ void LinuxThreads::enterWorker() {
     static std::once_flag pinned;
     std::call_once(pinned, keepLibraryLoaded);
     allowLateWakeUps();
+    blockBrokenPipeSignal();
 }
 
 void LinuxThreads::leaveWorker() {}

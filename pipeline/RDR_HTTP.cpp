@@ -1,0 +1,212 @@
+#include "pipeline/RDR_HTTP.h"
+
+#include <array>
+
+#include "pipeline/console.h"
+#include "pipeline/url.h"
+
+namespace intake {
+
+namespace {
+
+constexpr const char* USER_AGENT = "NXR/1.0";
+constexpr const char* LOCAL_HOSTS = "<local>";
+
+constexpr int STATUS_OK = 200;
+constexpr int STATUS_UNAUTHORIZED = 401;
+constexpr int STATUS_PROXY_AUTHENTICATION = 407;
+
+enum ProxyMode : int32_t { PROXY_AUTO_DETECT, PROXY_SYSTEM, PROXY_MANUAL };
+
+// Servers and proxies that alternate their demands would otherwise never come to an end.
+constexpr int MAX_ATTEMPTS = 32;
+
+/// The order in which schemes are preferred.
+constexpr std::array SCHEME_ORDER{HTTP_BASIC, HTTP_NEGOTIATE, HTTP_NTLM, HTTP_PASSPORT,
+                                  HTTP_DIGEST};
+
+}  // namespace
+
+bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body) {
+    const HttpAddress address = splitUrl(url);
+    const std::unique_ptr<HttpRequest> http = client_.open(address, USER_AGENT);
+    if (http == nullptr) {
+        printToConsole(diagnostics_, "Error %d has occurred.\n", client_.lastError());
+        return false;
+    }
+    if (request.useCustomHeaders != 0 && !request.customHeaders.empty()) {
+        http->addHeaders(request.customHeaders);
+    }
+    if (!setUpProxy(*http, address.host, request)) {
+        return fail(*http);
+    }
+    return runAttempts(*http, request) && readBody(*http, body);
+}
+
+/// Prints the number of the last error; its text goes to the debugger's output.
+bool RDR_HTTP::fail(const HttpRequest& http) {
+    printToConsole(diagnostics_, "Error %d has occurred.\n", http.lastError());
+    debugOutput(http.lastErrorText());
+    return false;
+}
+
+void RDR_HTTP::debugOutput(const std::string& reason) {
+    diagnostics_.debugOutput(("ERROR: RDR_HTTP: " + reason + "\n").c_str());
+}
+
+bool RDR_HTTP::runAttempts(HttpRequest& http, const RequestRecord& request) {
+    Attempts attempts;
+    for (int count = 0; count < MAX_ATTEMPTS; ++count) {
+        switch (attempt(http, request, attempts)) {
+            case Outcome::FINISHED:
+                return true;
+            case Outcome::FAILED:
+                return fail(http);
+            case Outcome::AGAIN:
+                break;
+        }
+    }
+    return true;
+}
+
+RDR_HTTP::Outcome RDR_HTTP::attempt(HttpRequest& http, const RequestRecord& request,
+                                    Attempts& attempts) {
+    if (attempts.proxyScheme != HTTP_NO_SCHEME && request.enableProxy &&
+        !http.setCredentials(HttpTarget::PROXY, attempts.proxyScheme, request.proxyUser,
+                             request.proxyPwd)) {
+        return Outcome::FAILED;
+    }
+    if (!http.send()) {
+        return http.lastError() == HTTP_ERROR_RESEND_REQUEST ? Outcome::AGAIN : Outcome::FAILED;
+    }
+    int status = 0;
+    if (!http.status(status)) {
+        return Outcome::FAILED;
+    }
+    const bool refused = status == attempts.lastStatus;
+    attempts.lastStatus = status;
+    switch (status) {
+        case STATUS_OK:
+            printToConsole(diagnostics_, "The resource was successfully retrieved.\n");
+            return Outcome::FINISHED;
+        case STATUS_UNAUTHORIZED:
+            return answerServer(http, request, refused);
+        case STATUS_PROXY_AUTHENTICATION:
+            return answerProxy(http, attempts, refused);
+        default:
+            printToConsole(diagnostics_, "Error. Status code %d returned.\n", status);
+            return Outcome::FINISHED;
+    }
+}
+
+RDR_HTTP::Outcome RDR_HTTP::answerServer(HttpRequest& http, const RequestRecord& request,
+                                         bool refused) {
+    printToConsole(diagnostics_, " The server requires authentication. Sending credentials...\n");
+    uint32_t offered = 0;
+    HttpTarget target = HttpTarget::SERVER;
+    if (!http.offeredSchemes(offered, target)) {
+        return Outcome::FAILED;
+    }
+    const HttpScheme scheme = chooseScheme(offered);
+    if (scheme == HTTP_NO_SCHEME) {
+        return Outcome::FINISHED;
+    }
+    const std::string none;
+    if (!http.setCredentials(target, scheme, request.useAuth ? request.userName : none,
+                             request.useAuth ? request.password : none)) {
+        return Outcome::FAILED;
+    }
+    return refused ? Outcome::FINISHED : Outcome::AGAIN;
+}
+
+RDR_HTTP::Outcome RDR_HTTP::answerProxy(HttpRequest& http, Attempts& attempts, bool refused) {
+    printToConsole(diagnostics_, "The proxy requires authentication.  Sending credentials...\n");
+    uint32_t offered = 0;
+    HttpTarget target = HttpTarget::PROXY;
+    if (!http.offeredSchemes(offered, target)) {
+        return Outcome::FAILED;
+    }
+    attempts.proxyScheme = chooseScheme(offered);
+    return refused ? Outcome::FINISHED : Outcome::AGAIN;
+}
+
+/// The first of the offered schemes that the user can use; a scheme that is passed over is logged.
+HttpScheme RDR_HTTP::chooseScheme(uint32_t offered) {
+    for (const HttpScheme scheme : SCHEME_ORDER) {
+        if ((offered & scheme) == 0) {
+            continue;
+        }
+        if (client_.canUse(scheme)) {
+            return scheme;
+        }
+        logger_.Write(LOG_WARNING,
+                      "HTTP: Negotiate is offered, but there is no Kerberos ticket.\n");
+    }
+    return HTTP_NO_SCHEME;
+}
+
+bool RDR_HTTP::setUpProxy(HttpRequest& http, const std::string& host,
+                          const RequestRecord& request) {
+    if (!request.enableProxy) {
+        return true;
+    }
+    const std::string url = "http://" + host;
+    switch (request.proxyMode) {
+        case PROXY_AUTO_DETECT:
+            useDetectedProxy(http, url);
+            return true;
+        case PROXY_SYSTEM:
+            useSystemProxy(http, url);
+            return true;
+        case PROXY_MANUAL:
+            return http.setProxy(request.proxyUrl, LOCAL_HOSTS) &&
+                   http.setProxyUser(request.proxyUser) && http.setProxyPassword(request.proxyPwd);
+        default:
+            return true;
+    }
+}
+
+/// A proxy that cannot be found leaves the request without one.
+void RDR_HTTP::useDetectedProxy(HttpRequest& http, const std::string& url) {
+    bool autoDetect = false;
+    ProxyLookup lookup;
+    const bool configured = client_.proxyDetection(autoDetect, lookup.scriptUrl);
+    lookup.detect = (autoDetect || !configured) && lookup.scriptUrl.empty();
+    std::string proxy;
+    std::string bypass;
+    if (client_.proxyForUrl(url, lookup, proxy, bypass)) {
+        http.setProxy(proxy, bypass);
+    } else {
+        debugOutput(client_.lastErrorText());
+    }
+}
+
+void RDR_HTTP::useSystemProxy(HttpRequest& http, const std::string& url) {
+    std::string proxy;
+    std::string bypass;
+    if (client_.systemProxy(url, proxy, bypass)) {
+        http.setProxy(proxy, bypass);
+    }
+}
+
+bool RDR_HTTP::readBody(HttpRequest& http, ByteBuffer& body) {
+    for (;;) {
+        size_t bytes = 0;
+        if (!http.available(bytes)) {
+            printToConsole(diagnostics_, "Error %u in WinHttpQueryDataAvailable.\n",
+                           http.lastError());
+            return false;
+        }
+        if (bytes == 0) {
+            return true;
+        }
+        size_t bytesRead = 0;
+        if (!http.read(body.prepare(bytes), bytes, bytesRead)) {
+            printToConsole(diagnostics_, "Error %u in WinHttpReadData.\n", http.lastError());
+            return false;
+        }
+        body.commit(bytesRead);
+    }
+}
+
+}  // namespace intake

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "pipeline/ByteBuffer.h"
+#include "pipeline/ReaderLogger.h"
+#include "pipeline/RequestRecord.h"
+#include "platform/Diagnostics.h"
+#include "platform/HttpClient.h"
+
+namespace intake {
+
+/// Fetches the body of one URL, answering servers and proxies that ask for credentials. Prints its
+/// progress on standard output. Worker thread.
+class RDR_HTTP {
+public:
+    /// All are borrowed and outlive this object.
+    RDR_HTTP(HttpClient& client, ReaderLogger& logger, Diagnostics& diagnostics)
+        : client_(client), logger_(logger), diagnostics_(diagnostics) {}
+
+    /// Appends the body to `body`, whatever the response's status. The credentials, the proxy and
+    /// the custom headers are the request's. False when there was no whole response; the reason was
+    /// printed. Throws std::invalid_argument or std::out_of_range for a URL whose port is no
+    /// number.
+    bool Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body);
+
+private:
+    /// What one attempt leads to.
+    enum class Outcome { FINISHED, AGAIN, FAILED };
+    struct Attempts {
+        int lastStatus = 0;
+        HttpScheme proxyScheme = HTTP_NO_SCHEME;
+    };
+
+    bool fail(const HttpRequest& http);
+    void debugOutput(const std::string& reason);
+    bool runAttempts(HttpRequest& http, const RequestRecord& request);
+    Outcome attempt(HttpRequest& http, const RequestRecord& request, Attempts& attempts);
+    Outcome answerServer(HttpRequest& http, const RequestRecord& request, bool refused);
+    Outcome answerProxy(HttpRequest& http, Attempts& attempts, bool refused);
+    HttpScheme chooseScheme(uint32_t offered);
+
+    bool setUpProxy(HttpRequest& http, const std::string& host, const RequestRecord& request);
+    void useDetectedProxy(HttpRequest& http, const std::string& url);
+    void useSystemProxy(HttpRequest& http, const std::string& url);
+
+    bool readBody(HttpRequest& http, ByteBuffer& body);
+
+    HttpClient& client_;
+    ReaderLogger& logger_;
+    Diagnostics& diagnostics_;
+};
+
+}  // namespace intake

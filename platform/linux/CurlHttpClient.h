@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/HttpClient.h"
+
+namespace intake {
+
+/// HTTP by libcurl; proxies of the desktop's and the environment's configuration by libproxy.
+class CurlHttpClient final : public HttpClient {
+public:
+    explicit CurlHttpClient(const EndMark& endMark) : endMark_(endMark) {}
+
+    std::unique_ptr<HttpRequest> open(const HttpAddress& address,
+                                      const std::string& userAgent) override;
+    uint32_t lastError() const override { return lastError_; }
+    std::string lastErrorText() const override { return lastErrorText_; }
+
+    /// Negotiate needs a Kerberos ticket.
+    bool canUse(HttpScheme scheme) override;
+
+    bool proxyDetection(bool& autoDetect, std::string& scriptUrl) override;
+    bool systemProxy(const std::string& url, std::string& proxy, std::string& bypass) override;
+    bool proxyForUrl(const std::string& url, const ProxyLookup& lookup, std::string& proxy,
+                     std::string& bypass) override;
+
+private:
+    const EndMark& endMark_;
+    uint32_t lastError_ = 0;
+    std::string lastErrorText_;
+};
+
+class CurlHttpClients final : public HttpClients {
+public:
+    std::unique_ptr<HttpClient> create(const EndMark& endMark) override;
+};
+
+}  // namespace intake

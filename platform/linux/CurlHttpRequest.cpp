@@ -1,0 +1,314 @@
+#include "platform/linux/CurlHttpRequest.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/linux/curl_errors.h"
+
+namespace intake {
+
+namespace {
+
+constexpr long CONNECT_SECONDS = 60;
+constexpr long SILENCE_SECONDS = 30;
+constexpr long MAX_REDIRECTS = 10;
+constexpr long RECEIVE_BUFFER = 128 * 1024;
+constexpr int POLL_MILLISECONDS = 100;
+constexpr long PROXY_AUTHENTICATION = 407;
+constexpr std::string_view LINE_ENDS = "\r\n";
+
+struct SchemeBit {
+    HttpScheme scheme;
+    unsigned long curl;
+};
+constexpr std::array<SchemeBit, 4> SCHEMES{{
+    {HTTP_BASIC, CURLAUTH_BASIC},
+    {HTTP_DIGEST, CURLAUTH_DIGEST},
+    {HTTP_NTLM, CURLAUTH_NTLM},
+    {HTTP_NEGOTIATE, CURLAUTH_NEGOTIATE},
+}};
+
+uint32_t toSchemes(long curlSchemes) {
+    uint32_t schemes = HTTP_NO_SCHEME;
+    for (const SchemeBit& each : SCHEMES) {
+        schemes |= (static_cast<unsigned long>(curlSchemes) & each.curl) != 0 ? each.scheme : 0U;
+    }
+    return schemes;
+}
+
+unsigned long toCurl(HttpScheme scheme) {
+    const auto found = std::find_if(SCHEMES.begin(), SCHEMES.end(),
+                                    [&](const SchemeBit& each) { return each.scheme == scheme; });
+    return found == SCHEMES.end() ? CURLAUTH_NONE : found->curl;
+}
+
+bool isUnsafeInUrl(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte <= ' ' || byte >= 0x7F || std::strchr("\"<>\\^`{|}", character) != nullptr;
+}
+
+/// The path with those bytes escaped that may not stand in a URL; what is escaped stays.
+std::string escapePath(std::string_view path) {
+    constexpr std::string_view HEX = "0123456789ABCDEF";
+    std::string escaped;
+    for (const char character : path) {
+        if (isUnsafeInUrl(character)) {
+            const auto byte = static_cast<unsigned char>(character);
+            escaped += {'%', HEX[byte >> 4U], HEX[byte & 0xFU]};
+        } else {
+            escaped += character;
+        }
+    }
+    return escaped;
+}
+
+std::string toUrl(const HttpAddress& address) {
+    return (address.secure ? "https://" : "http://") + address.host + ":" +
+           std::to_string(address.port) + escapePath(address.path);
+}
+
+bool isSameHeader(std::string_view line, std::string_view other) {
+    const size_t name = line.find(':') + 1;
+    return other.size() >= name && strncasecmp(line.data(), other.data(), name) == 0;
+}
+
+}  // namespace
+
+CurlHttpRequest::CurlHttpRequest(const HttpAddress& address, const std::string& userAgent,
+                                 const EndMark& endMark)
+    : endMark_(endMark),
+      host_(address.host),
+      transfer_(curl_easy_init()),
+      driver_(curl_multi_init()) {
+    if (isOpen()) {
+        setOptions(address, userAgent);
+        addHeader("Accept:");  // none is sent
+    }
+}
+
+CurlHttpRequest::~CurlHttpRequest() {
+    if (isOpen()) {
+        curl_multi_remove_handle(driver_.get(), transfer_.get());
+    }
+}
+
+void CurlHttpRequest::setOptions(const HttpAddress& address, const std::string& userAgent) {
+    CURL* const transfer = transfer_.get();
+    curl_easy_setopt(transfer, CURLOPT_URL, toUrl(address).c_str());
+    curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
+    curl_easy_setopt(transfer, CURLOPT_USERAGENT, userAgent.c_str());
+    curl_easy_setopt(transfer, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(transfer, CURLOPT_COOKIEFILE, "");  // kept from response to response only
+    curl_easy_setopt(transfer, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(transfer, CURLOPT_BUFFERSIZE, RECEIVE_BUFFER);
+    curl_easy_setopt(transfer, CURLOPT_ERRORBUFFER, reason_.data());
+
+    curl_easy_setopt(transfer, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(transfer, CURLOPT_MAXREDIRS, MAX_REDIRECTS);
+    curl_easy_setopt(transfer, CURLOPT_REDIR_PROTOCOLS_STR,
+                     address.secure ? "https" : "http,https");
+
+    curl_easy_setopt(transfer, CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
+    curl_easy_setopt(transfer, CURLOPT_LOW_SPEED_LIMIT, 1L);
+    curl_easy_setopt(transfer, CURLOPT_LOW_SPEED_TIME, SILENCE_SECONDS);
+
+    // Not even the environment's proxy, unless setProxy is called.
+    curl_easy_setopt(transfer, CURLOPT_PROXY, "");
+    curl_easy_setopt(transfer, CURLOPT_NOPROXY, "");
+    // Nothing is proved before it is asked for.
+    curl_easy_setopt(transfer, CURLOPT_HTTPAUTH, CURLAUTH_NONE);
+    curl_easy_setopt(transfer, CURLOPT_PROXYAUTH, CURLAUTH_NONE);
+    if (const char* const authorities = std::getenv("SSL_CERT_FILE")) {
+        curl_easy_setopt(transfer, CURLOPT_CAINFO, authorities);
+    }
+
+    curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, onHeader);
+    curl_easy_setopt(transfer, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, onBody);
+    curl_easy_setopt(transfer, CURLOPT_WRITEDATA, this);
+}
+
+bool CurlHttpRequest::fail(uint32_t error, const std::string& text) {
+    lastError_ = error;
+    lastErrorText_ = text;
+    return false;
+}
+
+bool CurlHttpRequest::addHeaders(const std::string& lines) {
+    for (size_t start = 0; start < lines.size();) {
+        const size_t end = std::min(lines.find_first_of(LINE_ENDS, start), lines.size());
+        const std::string_view line = std::string_view(lines).substr(start, end - start);
+        if (!line.empty() && line.find(':') == std::string_view::npos) {
+            return fail(HTTP_ERROR_INVALID_PARAMETER,
+                        "A header line without a colon: " + std::string(line));
+        }
+        if (!line.empty()) {
+            addHeader(line);
+        }
+        start = end + 1;
+    }
+    return true;
+}
+
+/// A header that is on the list already is replaced.
+void CurlHttpRequest::addHeader(std::string_view line) {
+    curl_slist* list = nullptr;
+    for (const curl_slist* each = headers_.get(); each != nullptr; each = each->next) {
+        if (!isSameHeader(line, each->data)) {
+            list = curl_slist_append(list, each->data);
+        }
+    }
+    list = curl_slist_append(list, std::string(line).c_str());
+    curl_easy_setopt(transfer_.get(), CURLOPT_HTTPHEADER, list);
+    headers_.reset(list);
+}
+
+bool CurlHttpRequest::setProxy(const std::string& address, const std::string& bypass) {
+    if (address.empty()) {
+        return fail(HTTP_ERROR_INVALID_PARAMETER, "The proxy has no address");
+    }
+    const bool isLocal = host_.find('.') == std::string::npos;
+    const bool bypassed = bypass == "<local>" && isLocal;
+    curl_easy_setopt(transfer_.get(), CURLOPT_PROXY, address.c_str());
+    curl_easy_setopt(transfer_.get(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
+    return true;
+}
+
+bool CurlHttpRequest::setProxyUser(const std::string& user) {
+    curl_easy_setopt(transfer_.get(), CURLOPT_PROXYUSERNAME, user.c_str());
+    return true;
+}
+
+bool CurlHttpRequest::setProxyPassword(const std::string& password) {
+    curl_easy_setopt(transfer_.get(), CURLOPT_PROXYPASSWORD, password.c_str());
+    return true;
+}
+
+bool CurlHttpRequest::setCredentials(HttpTarget target, HttpScheme scheme, const std::string& user,
+                                     const std::string& password) {
+    CURL* const transfer = transfer_.get();
+    const bool server = target == HttpTarget::SERVER;
+    curl_easy_setopt(transfer, server ? CURLOPT_USERNAME : CURLOPT_PROXYUSERNAME, user.c_str());
+    curl_easy_setopt(transfer, server ? CURLOPT_PASSWORD : CURLOPT_PROXYPASSWORD, password.c_str());
+    curl_easy_setopt(transfer, server ? CURLOPT_HTTPAUTH : CURLOPT_PROXYAUTH, toCurl(scheme));
+    return true;
+}
+
+size_t CurlHttpRequest::onHeader(char* data, size_t size, size_t count, void* self) {
+    const std::string_view line(data, size * count);
+    static_cast<CurlHttpRequest*>(self)->responded_ =
+        line.find_first_not_of(LINE_ENDS) == std::string_view::npos;
+    return size * count;
+}
+
+size_t CurlHttpRequest::onBody(char* data, size_t size, size_t count, void* self) {
+    static_cast<CurlHttpRequest*>(self)->received_.append(data, size * count);
+    return size * count;
+}
+
+void CurlHttpRequest::restart() {
+    curl_multi_remove_handle(driver_.get(), transfer_.get());
+    received_.clear();
+    taken_ = 0;
+    responded_ = false;
+    done_ = false;
+    result_ = CURLE_OK;
+    reason_[0] = 0;
+    curl_multi_add_handle(driver_.get(), transfer_.get());
+}
+
+/// Runs the transfer until some of the body has come or it has ended. False when it was given up.
+bool CurlHttpRequest::drive() {
+    while (received_.empty() && !done_) {
+        if (endMark_.isSet()) {
+            return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
+        }
+        int running = 0;
+        curl_multi_perform(driver_.get(), &running);
+        int waiting = 0;
+        if (const CURLMsg* const message = curl_multi_info_read(driver_.get(), &waiting);
+            message != nullptr && message->msg == CURLMSG_DONE) {
+            done_ = true;
+            result_ = message->data.result;
+        }
+        if (received_.empty() && !done_) {
+            curl_multi_poll(driver_.get(), nullptr, 0, POLL_MILLISECONDS, nullptr);
+        }
+    }
+    return true;
+}
+
+bool CurlHttpRequest::failTransfer() {
+    return fail(toHttpError(result_),
+                reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_));
+}
+
+/// A proxy that refuses to open a tunnel ends the transfer, but is a response like others.
+bool CurlHttpRequest::isProxyRefusal() const {
+    long code = 0;
+    curl_easy_getinfo(transfer_.get(), CURLINFO_HTTP_CONNECTCODE, &code);
+    return code >= 300;
+}
+
+bool CurlHttpRequest::send() {
+    restart();
+    if (!drive()) {
+        return false;
+    }
+    if (result_ == CURLE_OK) {
+        return true;
+    }
+    if (isProxyRefusal()) {
+        result_ = CURLE_OK;
+        return true;
+    }
+    // A response that breaks off behind its header is found out when the body is read.
+    return (responded_ && isBrokenTransfer(result_)) || failTransfer();
+}
+
+bool CurlHttpRequest::status(int& code) {
+    long status = 0;
+    curl_easy_getinfo(transfer_.get(),
+                      isProxyRefusal() ? CURLINFO_HTTP_CONNECTCODE : CURLINFO_RESPONSE_CODE,
+                      &status);
+    code = static_cast<int>(status);
+    return true;
+}
+
+bool CurlHttpRequest::offeredSchemes(uint32_t& schemes, HttpTarget& target) {
+    int code = 0;
+    status(code);
+    const bool proxy = code == PROXY_AUTHENTICATION;
+    long offered = 0;
+    curl_easy_getinfo(transfer_.get(), proxy ? CURLINFO_PROXYAUTH_AVAIL : CURLINFO_HTTPAUTH_AVAIL,
+                      &offered);
+    schemes = toSchemes(offered);
+    target = proxy ? HttpTarget::PROXY : HttpTarget::SERVER;
+    return true;
+}
+
+bool CurlHttpRequest::available(size_t& bytes) {
+    if (endMark_.isSet()) {
+        return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
+    }
+    if (!drive()) {
+        return false;
+    }
+    bytes = received_.size() - taken_;
+    return bytes != 0 || result_ == CURLE_OK || failTransfer();
+}
+
+bool CurlHttpRequest::read(char* buffer, size_t capacity, size_t& bytesRead) {
+    bytesRead = received_.copy(buffer, capacity, taken_);
+    taken_ += bytesRead;
+    if (taken_ == received_.size()) {
+        received_.clear();
+        taken_ = 0;
+    }
+    return true;
+}
+
+}  // namespace intake
