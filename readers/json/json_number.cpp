@@ -12,9 +12,21 @@ namespace {
 
 constexpr size_t WRITTEN_DIGITS = 6;
 
-/// Whether a whole number is so short that it is written as it stands.
-bool isShortInteger(std::string_view source) {
-    return source.size() <= WRITTEN_DIGITS && source.find_first_of(".eE") == std::string_view::npos;
+/// Whether a number has so few digits that they are written as they stand, but for the zeros at the
+/// end of a fraction. Below 0.0001 an exponent is written instead.
+bool isShort(std::string_view source) {
+    const size_t point = source.find('.');
+    const size_t limit = point == std::string_view::npos ? WRITTEN_DIGITS : WRITTEN_DIGITS + 1;
+    return source.size() <= limit && source.find_first_of("eE") == std::string_view::npos &&
+           !source.starts_with("0.0000");
+}
+
+std::string_view withoutTrailingZeros(std::string_view source) {
+    if (source.find('.') == std::string_view::npos) {
+        return source;
+    }
+    const size_t last = source.find_last_not_of('0');
+    return source.substr(0, source[last] == '.' ? last : last + 1);
 }
 
 /// The decimal exponent that a number has when it is written as 0.d1d2d3...
@@ -47,8 +59,8 @@ double outOfRange(std::string_view source) {
 }  // namespace
 
 void appendJsonNumber(std::string& script, std::string_view source) {
-    if (isShortInteger(source)) {
-        script.append(source);
+    if (isShort(source)) {
+        script.append(withoutTrailingZeros(source));
         return;
     }
     double number = 0;
