@@ -7,17 +7,24 @@
 namespace intake {
 
 /// The text as the parser walks it, decoding strings where they stand. It remembers where the
-/// latest string began: when an error is met inside one, what was decoded of it is no longer the
-/// source.
+/// string began that it is in: when an error is met inside one, what was decoded of it is no longer
+/// the source.
 struct SourceStream : rapidjson::InsituStringStream {
     explicit SourceStream(char* text) : rapidjson::InsituStringStream(text) {}
 
+    static constexpr size_t NOWHERE = static_cast<size_t>(-1);
+
     char* PutBegin() {
-        latestString = Tell();
+        openString = Tell();
         return rapidjson::InsituStringStream::PutBegin();
     }
 
-    size_t latestString = 0;
+    size_t PutEnd(char* begin) {
+        openString = NOWHERE;
+        return rapidjson::InsituStringStream::PutEnd(begin);
+    }
+
+    size_t openString = NOWHERE;
 };
 
 }  // namespace intake

@@ -87,8 +87,8 @@ std::vector<DecodedRange> decodedRanges(const std::vector<JsonEntry>& entries,
         }
     }
     add(events.pendingNameOffset(), events.pendingNameLength());
-    if (ranges.empty() || ranges.back().begin < stream.latestString) {
-        add(stream.latestString, stream.Tell() - stream.latestString);
+    if (stream.openString != SourceStream::NOWHERE) {
+        add(stream.openString, stream.Tell() - stream.openString);
     }
     return ranges;
 }
