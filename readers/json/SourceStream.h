@@ -8,7 +8,7 @@ namespace intake {
 
 /// The text as the parser walks it, decoding strings where they stand. It remembers where the
 /// string began that it is in: when an error is met inside one, what was decoded of it is no longer
-/// the source.
+/// the source. It also remembers the first surrogate that is half of no pair.
 struct SourceStream : rapidjson::InsituStringStream {
     explicit SourceStream(char* text) : rapidjson::InsituStringStream(text) {}
 
@@ -24,7 +24,18 @@ struct SourceStream : rapidjson::InsituStringStream {
         return rapidjson::InsituStringStream::PutEnd(begin);
     }
 
+    /// To be called when the escape of a surrogate has just been taken.
+    void noteLoneSurrogate() {
+        if (loneSurrogate == NOWHERE) {
+            loneSurrogate = Tell() - ESCAPE_LENGTH;
+        }
+    }
+
     size_t openString = NOWHERE;
+    size_t loneSurrogate = NOWHERE;  // the first one
+
+private:
+    static constexpr size_t ESCAPE_LENGTH = 6;  // of \uDC00
 };
 
 }  // namespace intake

@@ -8,12 +8,15 @@
 #include <string_view>
 
 #include "readers/json/JsonEvents.h"
+#include "readers/json/SourceEncoding.h"
 #include "readers/json/SourceStream.h"
 #include "readers/json/text_position.h"
 
 namespace intake {
 
 namespace {
+
+using Parser = rapidjson::GenericReader<SourceEncoding, SourceEncoding>;
 
 constexpr std::string_view UTF8_MARK = "\xEF\xBB\xBF";
 
@@ -30,7 +33,7 @@ constexpr unsigned PARSE_FLAGS = rapidjson::kParseInsituFlag | rapidjson::kParse
 /// and refuses what is beyond the range of a double.
 template <>
 template <>
-void rapidjson::Reader::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::JsonEvents>(
+void intake::Parser::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::JsonEvents>(
     intake::SourceStream& stream, intake::JsonEvents& events) {
     rapidjson::internal::StreamLocalCopy<intake::SourceStream> copy(stream);
     intake::SourceStream& in = copy.s;
@@ -113,8 +116,11 @@ void parseJson(char* text, size_t size, std::vector<JsonEntry>& entries) {
         stream.src_ += UTF8_MARK.size();
     }
     JsonEvents events(text, entries);
-    rapidjson::Reader reader;
-    const rapidjson::ParseResult result = reader.Parse<PARSE_FLAGS>(stream, events);
+    const rapidjson::ParseResult result = Parser().Parse<PARSE_FLAGS>(stream, events);
+    if (stream.loneSurrogate != SourceStream::NOWHERE) {
+        fail(rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid),
+             locate(source, stream.loneSurrogate, decodedRanges(entries, events, stream)));
+    }
     if (result.IsError()) {
         fail(rapidjson::GetParseError_En(result.Code()),
              locate(source, result.Offset(), decodedRanges(entries, events, stream)));
