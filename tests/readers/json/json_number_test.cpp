@@ -1,0 +1,187 @@
+#include "readers/json/json_number.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+#include <sstream>
+#include <string>
+
+namespace intake {
+namespace {
+
+std::string written(std::string_view source) {
+    std::string script;
+    appendJsonNumber(script, source);
+    return script;
+}
+
+/// What a stream writes by default for the nearest double.
+std::string streamed(const std::string& source) {
+    std::ostringstream stream;
+    stream << std::strtod(source.c_str(), nullptr);
+    return stream.str();
+}
+
+TEST(JsonNumber, IsAppendedToWhatStandsThere) {
+    std::string script = "a=";
+    appendJsonNumber(script, "12");
+    appendJsonNumber(script, "-7.50");
+    EXPECT_EQ(script, "a=12-7.5");
+}
+
+TEST(JsonNumber, HasSixSignificantDigits) {
+    EXPECT_EQ(written("123456"), "123456");
+    EXPECT_EQ(written("1234567"), "1.23457e+06");
+    EXPECT_EQ(written("-1234567"), "-1.23457e+06");
+    EXPECT_EQ(written("999999"), "999999");
+    EXPECT_EQ(written("999999.5"), "1e+06");
+    EXPECT_EQ(written("1000000"), "1e+06");
+    EXPECT_EQ(written("48.0512345"), "48.0512");
+    EXPECT_EQ(written("0.1"), "0.1");
+    EXPECT_EQ(written("3.14159265358979"), "3.14159");
+}
+
+TEST(JsonNumber, LosesZerosAtItsEnd) {
+    EXPECT_EQ(written("7.50"), "7.5");
+    EXPECT_EQ(written("7.00"), "7");
+    EXPECT_EQ(written("100"), "100");
+}
+
+TEST(JsonNumber, WithAnExponentIsWrittenOutWhereSixDigitsAreEnough) {
+    EXPECT_EQ(written("1e2"), "100");
+    EXPECT_EQ(written("1E+2"), "100");
+    EXPECT_EQ(written("12.5e-1"), "1.25");
+    EXPECT_EQ(written("1e5"), "100000");
+    EXPECT_EQ(written("1e6"), "1e+06");
+    EXPECT_EQ(written("1e-4"), "0.0001");
+    EXPECT_EQ(written("1e-5"), "1e-05");
+}
+
+TEST(JsonNumber, ZeroKeepsItsSign) {
+    EXPECT_EQ(written("0"), "0");
+    EXPECT_EQ(written("-0"), "-0");
+    EXPECT_EQ(written("-0.000"), "-0");
+    EXPECT_EQ(written("-0e5"), "-0");
+}
+
+TEST(JsonNumber, BeyondTheRangeOfADoubleIsInfinite) {
+    EXPECT_EQ(written("1e400"), "inf");
+    EXPECT_EQ(written("-1e400"), "-inf");
+    EXPECT_EQ(written("1.8e308"), "inf");
+    EXPECT_EQ(written("1e99999999999999999999"), "inf");
+    EXPECT_EQ(written("0.00001e999999"), "inf");
+    const std::string nines(400, '9');
+    EXPECT_EQ(written(nines), "inf");
+    EXPECT_EQ(written("-9" + nines), "-inf");
+}
+
+TEST(JsonNumber, TooSmallForADoubleIsZero) {
+    EXPECT_EQ(written("1e-400"), "0");
+    EXPECT_EQ(written("-1e-400"), "-0");
+    EXPECT_EQ(written("1e-99999999999999999999"), "0");
+    EXPECT_EQ(written("12345678901234567890e-999"), "0");
+    EXPECT_EQ(written("0." + std::string(400, '0') + "1"), "0");
+}
+
+TEST(JsonNumber, ZeroStaysZeroWhateverItsExponent) {
+    EXPECT_EQ(written("0e400"), "0");
+    EXPECT_EQ(written("-0e400"), "-0");
+    EXPECT_EQ(written("0.000e99999999999999999999"), "0");
+    EXPECT_EQ(written("0e-99999999999999999999"), "0");
+}
+
+TEST(JsonNumber, IsWhatAStreamWritesAtTheLimitsOfTheFormat) {
+    const std::string nines(400, '9');
+    const std::string zeros(400, '0');
+    for (const std::string& source : {std::string("1.7976931348623157e308"),
+                                      std::string("1.7976931348623158e308"),
+                                      std::string("1.7976931348623159e308"),
+                                      std::string("2.2250738585072014e-308"),
+                                      std::string("2.2250738585072011e-308"),
+                                      std::string("4.9406564584124654e-324"),
+                                      std::string("2.4703282292062328e-324"),
+                                      std::string("2.4703282292062327e-324"),
+                                      std::string("9007199254740993"),
+                                      std::string("0.000099999950"),
+                                      std::string("999999.4999"),
+                                      std::string("99999.95"),
+                                      std::string("1.000005"),
+                                      std::string("123456.5"),
+                                      "0." + zeros + "1e401",
+                                      "1" + zeros + "e-400",
+                                      nines + "e-400",
+                                      "0." + nines,
+                                      nines + "." + nines + "e-100",
+                                      "-0." + zeros + nines + "e300"}) {
+        EXPECT_EQ(written(source), streamed(source)) << source;
+    }
+}
+
+TEST(JsonNumber, IsWhatAStreamWritesForEveryMagnitude) {
+    for (int exponent = -420; exponent <= 420; ++exponent) {
+        for (const char* digits : {"1", "-9.999995", "1.234565", "0.00123456789", "8700000.5"}) {
+            const std::string source =
+                std::string(digits).append("e").append(std::to_string(exponent));
+            EXPECT_EQ(written(source), streamed(source)) << source;
+        }
+    }
+}
+
+TEST(JsonNumber, IsWhatAStreamWritesForAllShortIntegers) {
+    for (int number = -20000; number <= 20000; ++number) {
+        const std::string source = std::to_string(number * 67);
+        EXPECT_EQ(written(source), streamed(source));
+    }
+}
+
+/// A number of random length with or without sign, fraction and exponent.
+class RandomNumbers {
+public:
+    std::string next() {
+        std::string text = chance(2) ? "-" : "";
+        if (chance(3)) {
+            text += '0';
+        } else {
+            text += digit('1');
+            appendDigits(text, upTo(25));
+        }
+        if (chance(2)) {
+            text += '.';
+            appendDigits(text, 1 + upTo(25));
+        }
+        if (chance(2)) {
+            text += chance(2) ? 'e' : 'E';
+            text += SIGNS[upTo(3)];
+            appendDigits(text, 1 + upTo(3));
+        }
+        return text;
+    }
+
+private:
+    static constexpr const char* SIGNS[] = {"", "+", "-"};
+
+    unsigned upTo(unsigned bound) { return static_cast<unsigned>(random_() % bound); }
+    bool chance(unsigned oneIn) { return upTo(oneIn) == 0; }
+    char digit(char lowest) {
+        return static_cast<char>(lowest + static_cast<char>(upTo(lowest == '1' ? 9 : 10)));
+    }
+    void appendDigits(std::string& text, unsigned count) {
+        for (unsigned i = 0; i < count; ++i) {
+            text += digit('0');
+        }
+    }
+
+    std::mt19937_64 random_{20240229};
+};
+
+TEST(JsonNumber, IsWhatAStreamWritesForRandomNumbers) {
+    RandomNumbers numbers;
+    for (int i = 0; i < 100000; ++i) {
+        const std::string source = numbers.next();
+        ASSERT_EQ(written(source), streamed(source)) << source;
+    }
+}
+
+}  // namespace
+}  // namespace intake
