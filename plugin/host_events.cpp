@@ -30,6 +30,14 @@ enum HostIndex : int32_t {
     CONV_TABLE_NAME = 9,
 };
 
+/// The record's instance, after showing it its parameters; null when there is none.
+Intake* instanceOf(HostRecord& record) {
+    if (record.instance != nullptr) {
+        record.instance->params = &record.params;
+    }
+    return record.instance;
+}
+
 /// The library's own plugins that stand for a container of fields.
 bool holdsFields(Intake& instance) {
     const std::string_view name = instance.getName();
@@ -38,10 +46,10 @@ bool holdsFields(Intake& instance) {
 
 void chooseField(HostRecord& record, const char* name) {
     std::strcpy(record.FieldName, name);  // the host answers for the room
-    if (record.instance == nullptr) {
-        bind(record);
+    if (Intake* const instance = instanceOf(record)) {
+        instance->Register(record.FieldName, 1);
     } else {
-        record.instance->Register(record.FieldName, 1);
+        bind(record);
     }
     if (record.instance != nullptr && holdsFields(*record.instance)) {
         record.instance->initContainer();
@@ -62,26 +70,7 @@ void fieldNameChanged(const HostRecord& record, Intake& instance) {
     }
 }
 
-}  // namespace
-
-void dispatch(HostRecord& record, int32_t code, void* data, void** out) {
-    if (code == FIELD_CHOSEN) {
-        chooseField(record, static_cast<const char*>(data));
-    } else if (code == INITIALISE) {
-        bind(record);
-    } else if (code == GET_RECORD) {
-        *out = &record;
-    }
-    if (record.instance != nullptr) {
-        record.instance->onDispatcher(code, data, out);
-    }
-}
-
-void parameterChanged(HostRecord& record, int32_t hostIndex) {
-    if (record.instance == nullptr) {
-        return;
-    }
-    Intake& instance = *record.instance;
+void instanceParameterChanged(HostRecord& record, Intake& instance, int32_t hostIndex) {
     switch (hostIndex) {
         case FIELD_NAME:
             return fieldNameChanged(record, instance);
@@ -103,8 +92,28 @@ void parameterChanged(HostRecord& record, int32_t hostIndex) {
         case CONV_TABLE_NAME:
             return instance.setConvTableNmae(record.ConvTableName);
         default:
-            instance.params = &record.params;
             return instance.onParameterChanged(hostIndex - FIRST_READER_PARAMETER);
+    }
+}
+
+}  // namespace
+
+void dispatch(HostRecord& record, int32_t code, void* data, void** out) {
+    if (code == FIELD_CHOSEN) {
+        chooseField(record, static_cast<const char*>(data));
+    } else if (code == INITIALISE) {
+        bind(record);
+    } else if (code == GET_RECORD) {
+        *out = &record;
+    }
+    if (Intake* const instance = instanceOf(record)) {
+        instance->onDispatcher(code, data, out);
+    }
+}
+
+void parameterChanged(HostRecord& record, int32_t hostIndex) {
+    if (Intake* const instance = instanceOf(record)) {
+        instanceParameterChanged(record, *instance, hostIndex);
     }
 }
 
