@@ -12,16 +12,15 @@ constexpr int32_t excel = 0;  // query types whose empty results look like the f
 constexpr int32_t sql = 1;
 constexpr int32_t sharedMemory = 4;  // target mode
 
-std::string withoutLineEnd(std::string text) {
-    text.erase(text.find_last_not_of("\r\n") + 1);
-    return text;
+std::string_view withoutLineEnd(std::string_view text) {
+    return text.substr(0, text.find_last_not_of("\r\n") + 1);
 }
 
 }  // namespace
 
-void LoadWatch::ConsoleField::setValue(const char* value) {
-    text = value;
-    if (visible != nullptr) visible->setValue(value);
+void LoadWatch::ConsoleField::setValue(const char* text) {
+    watch_.judge(text);
+    if (visible != nullptr) visible->setValue(text);
 }
 
 LoadWatch::LoadWatch(lumo::Host& host, lumo::Instance& instance, bool keepsScripts)
@@ -51,13 +50,12 @@ std::string LoadWatch::prefixed(const char* name) const {
 
 std::optional<Outcome> LoadWatch::runFrame() {
     outcome_ = {};
-    console_.text.reset();
+    answered_ = false;
     host_.memories.takeLastSet();
     host_.store.setObserver(this);
     instance_.execPerField();
     host_.store.setObserver(nullptr);
-    if (!console_.text) return std::nullopt;
-    judge(*console_.text);
+    if (!answered_) return std::nullopt;
     finishSharedMemory();
     return std::move(outcome_);
 }
@@ -75,7 +73,8 @@ void LoadWatch::executed(std::string_view script, const cobalt::ScriptError* err
 
 // A failed load puts the fallback text and the error text on the console. Without an error text it
 // looks like the script of an empty SQL result, which only the query type tells apart.
-void LoadWatch::judge(const std::string& consoleText) {
+void LoadWatch::judge(std::string_view consoleText) {
+    answered_ = true;
     const std::string fallback = prefixed("READER_NUM_RECORDS=0;");
     if (!consoleText.starts_with(fallback)) return;
     const int32_t queryMode = instance_.record().integer(queryMode_);

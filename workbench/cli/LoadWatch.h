@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "workbench/cobaltlib/StoreObserver.h"
 #include "workbench/lumo/Instance.h"
@@ -35,20 +36,24 @@ public:
     std::optional<Outcome> runFrame();
 
 private:
-    // Takes the console text, and passes it on to the user's own field when there is one.
+    // Lets the watch judge the console text, and passes it on to the user's own field when there is
+    // one. It keeps no text: that of a successful load is its whole script.
     class ConsoleField final : public DataField {
     public:
+        explicit ConsoleField(LoadWatch& watch) : watch_(watch) {}
         void setValue(const char* text) override;
 
         DataField* visible = nullptr;
-        std::optional<std::string> text;
+
+    private:
+        LoadWatch& watch_;
     };
 
     LookUp lookedUp(std::string_view name, DataField* found) override;
     void executed(std::string_view script, const cobalt::ScriptError* error) override;
     int32_t indexOf(const char* name) const;
     std::string prefixed(const char* name) const;
-    void judge(const std::string& consoleText);
+    void judge(std::string_view consoleText);
     void finishSharedMemory();
 
     lumo::Host& host_;
@@ -59,7 +64,8 @@ private:
     const int32_t prefix_;
     const int32_t source_;
     bool userSeesConsole_ = false;
-    ConsoleField console_;
+    ConsoleField console_{*this};
+    bool answered_ = false;
     Outcome outcome_;
 };
 

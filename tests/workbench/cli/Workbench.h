@@ -13,8 +13,8 @@
 struct Workbench : testing::Test {
     Workbench() {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        folder = std::filesystem::path(testing::TempDir()) /
-                 (std::string("workbench_") + test->test_suite_name() + "_" + test->name());
+        folder = std::filesystem::path(TEST_FOLDER) /
+                 (std::string(test->test_suite_name()) + "." + test->name());
         std::filesystem::remove_all(folder);
         std::filesystem::create_directories(folder);
     }

@@ -39,7 +39,9 @@ struct Scenes : testing::Test {
     }
 
     lumo::Host host;
-    std::string file = testing::TempDir() + "scene_file_test.json";
+    std::string file = std::string(TEST_FOLDER) + "/" +
+                       testing::UnitTest::GetInstance()->current_test_info()->name() +
+                       ".scene.json";
 };
 
 }  // namespace
