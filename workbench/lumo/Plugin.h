@@ -19,10 +19,6 @@ public:
     using OnRecordWithNumber = void (*)(void* record, int32_t number);
     using OnDispatch = void (*)(void* record, int32_t code, void* data, void** out);
 
-private:
-    PluginLibrary library_;
-
-public:
     const OnRecord initFunction;
     const OnRecord load;
     const OnRecord afterLoad;
@@ -33,6 +29,9 @@ public:
     const OnRecordWithNumber changed;
     const OnRecord guiStatus;
     const OnRecordWithNumber newGeometry;
+
+private:
+    explicit Plugin(const PluginLibrary& library);
 };
 
 }  // namespace lumo

@@ -1,4 +1,4 @@
-// The editor and console calls of host/lumo.h. The console is standard error.
+// The console calls of host/lumo.h. The console is standard error.
 
 #include <cstdio>
 #include <cwchar>
@@ -72,16 +72,6 @@ int32_t print(const char* function, const std::string& text) {
 }  // namespace
 
 extern "C" {
-
-void evSendGuiParameterShow(const char* name, int32_t shown) {
-    host().trace.call("evSendGuiParameterShow", name, shown);
-    host().editor.show(name, shown != 0);
-}
-
-void evSendGuiRefresh() {
-    host().trace.call("evSendGuiRefresh");
-    host().editor.refresh();
-}
 
 int32_t _lumoprintf(const char* format, ...) {
     va_list arguments;

@@ -1,5 +1,6 @@
 // The registration calls of host/lumo.h: what the plugin says of itself in PLUGIN_INIT.
 
+#include <algorithm>
 #include <utility>
 
 #include "host/lumo.h"
@@ -28,7 +29,8 @@ lumo::Parameter text(lumo::ParameterKind kind, const char* name, const char* lab
                      const char* initial, int32_t capacity) {
     lumo::Parameter parameter = named(kind, name, label);
     parameter.initialText = initial;
-    parameter.capacity = capacity;
+    const auto needed = static_cast<int32_t>(parameter.initialText.size()) + 1;
+    parameter.capacity = std::max(capacity, needed);
     return parameter;
 }
 

@@ -4,6 +4,7 @@
 
 #include "host/lumo.h"
 #include "workbench/lumo/Host.h"
+#include "workbench/lumo/Record.h"
 
 using lumo::Host;
 
@@ -80,6 +81,12 @@ TEST_F(HostServices, TheConsoleIsStandardErrorAndTakesPrintfsFormats) {
     EXPECT_EQ(_lumoprintf("%d rows of %s\n", 3, "Table"), 16);
     EXPECT_EQ(_lumowprintf(L"%d gr\u00fcn\n", 4), 8);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "3 rows of Table\n4 gr\xC3\xBCn\n");
+}
+
+TEST_F(HostServices, ATextsBufferHoldsItsDefaultAtLeast) {
+    evRegisterParameterString("name", "Name", "default", 80, 4, 0);
+    const lumo::Record record(host.parameters);
+    EXPECT_EQ(record.text(1), "default");
 }
 
 TEST_F(HostServices, TheFontEncodingIsTheHostsSetting) {
