@@ -14,7 +14,7 @@ namespace intake {
 inline void appendInteger(std::string& script, int64_t number) {
     std::array<char, 20> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    script.append(digits.data(), end);
+    script.append(std::string_view(digits.data(), end));
 }
 
 /// Writes what a stream writes by default: six significant digits.
@@ -23,7 +23,7 @@ inline void appendNumber(std::string& script, double number) {
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                    std::chars_format::general, 6)
                          .ptr;
-    script.append(digits.data(), end);
+    script.append(std::string_view(digits.data(), end));
 }
 
 /// The value in a frame of two double quotes a side; quotes inside it stay as they are.
