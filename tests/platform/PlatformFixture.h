@@ -31,6 +31,8 @@ std::unique_ptr<PlatformFixture> makeFakeFixture();
 struct NamedFixture {
     const char* name;
     std::unique_ptr<PlatformFixture> (*make)();
+
+    friend void PrintTo(const NamedFixture& fixture, std::ostream* out) { *out << fixture.name; }
 };
 
 class PlatformContract : public testing::TestWithParam<NamedFixture> {
