@@ -1,0 +1,246 @@
+#include "readers/json/JSONHandler.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <new>
+#include <random>
+#include <string>
+
+#include "tests/fakes/platform/FakePlatform.h"
+
+namespace intake {
+namespace {
+
+/// A reader with its system. The log is off unless a test asks for it.
+class JSONHandlerTest : public testing::Test {
+protected:
+    JSONHandlerTest() {
+        logger_.setLevel(-1);
+        request_.filename = "feed.json";
+        request_.table = "T";
+    }
+
+    bool read() { return handler_.Read(request_, script_, error_); }
+
+    void putSource(const std::string& text) { platform_.files.put(request_.filename, text); }
+
+    FakePlatform platform_;
+    ReaderLogger logger_{platform_.clock};
+    JSONHandler handler_{logger_, platform_.files, platform_.diagnostics};
+    RequestRecord request_;
+    std::string script_, error_;
+};
+
+TEST_F(JSONHandlerTest, ALoadThatSucceedsLeavesNoErrorAndNoOpenFile) {
+    putSource(R"({"a":1})");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "T={a=1;};");
+    EXPECT_EQ(error_, "");
+    EXPECT_EQ(platform_.diagnostics.debugText(), "");
+    EXPECT_EQ(platform_.files.openHandles(), 0U);
+}
+
+TEST_F(JSONHandlerTest, TheScriptIsAppendedToWhatStandsThere) {
+    putSource("7");
+    script_ = "before;";
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "before;T=7;");
+}
+
+TEST_F(JSONHandlerTest, EveryLoadReadsTheFileAfresh) {
+    putSource("1");
+    EXPECT_TRUE(read());
+    putSource("2");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "T=1;T=2;");
+}
+
+TEST_F(JSONHandlerTest, AByteOrderMarkIsSkipped) {
+    putSource("\xEF\xBB\xBF{\"a\":1}");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "T={a=1;};");
+}
+
+TEST_F(JSONHandlerTest, AZeroCharacterInATextIsInTheScript) {
+    using namespace std::string_literals;
+    putSource(R"({"a":"x\u0000y"})");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "T={a=\"\"x\0y\"\";};"s);
+}
+
+TEST_F(JSONHandlerTest, AModeThatDoesNotExistWritesNothing) {
+    putSource(R"({"a":1})");
+    request_.xpath = "a";
+    request_.targetMode = 5;
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "");
+}
+
+TEST_F(JSONHandlerTest, AMillionLevelsAreWritten) {
+    constexpr size_t DEPTH = 1000000;
+    putSource(std::string(DEPTH, '[') + std::string(DEPTH, ']'));
+    EXPECT_TRUE(read());
+    std::string expected = "T";
+    for (size_t i = 1; i < DEPTH; ++i) {
+        expected += "[0-0]={";
+    }
+    expected += "[0--1]=;";
+    for (size_t i = 1; i < DEPTH; ++i) {
+        expected += "};";
+    }
+    EXPECT_TRUE(script_ == expected) << script_.size() << " bytes, not " << expected.size();
+}
+
+TEST_F(JSONHandlerTest, AMissingFileIsReportedToTheDebuggerOnly) {
+    platform_.files.failAt(FakeFiles::Step::OPEN, "feed.json", "No such file or directory");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(script_, "");
+    EXPECT_EQ(error_, "");
+    EXPECT_EQ(platform_.diagnostics.debugText(),
+              "ERROR: RDR_FILE::Read() failed: : No such file or directory\n");
+}
+
+TEST_F(JSONHandlerTest, AFileWhoseSizeIsUnknownIsReportedToTheDebuggerOnly) {
+    putSource("1");
+    platform_.files.failAt(FakeFiles::Step::SIZE, "feed.json", "Input/output error");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "");
+    EXPECT_EQ(platform_.diagnostics.debugText(),
+              "ERROR: RDR_FILE::Read(): GetFileSizeEx(): : Input/output error\n");
+}
+
+TEST_F(JSONHandlerTest, AFileThatCannotBeReadIsReportedToTheDebuggerOnly) {
+    putSource("1");
+    platform_.files.failAt(FakeFiles::Step::READ, "feed.json", "Input/output error");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "");
+    EXPECT_EQ(platform_.diagnostics.debugText(),
+              "ERROR: RDR_FILE::Read(): ReadFile(): : Input/output error\n");
+}
+
+TEST_F(JSONHandlerTest, MalformedJsonIsAnErrorThatNamesSourcePlaceAndCause) {
+    putSource("{\n  \"a\": 1,\n  \"b\" 2\n}\n");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(script_, "");
+    EXPECT_EQ(error_,
+              "Error parsing JSON: feed.json: line 3, column 7: "
+              "Missing a colon after a name of object member.");
+}
+
+TEST_F(JSONHandlerTest, AnEmptyFileIsAnError) {
+    putSource("");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "Error parsing JSON: feed.json: line 1, column 1: The document is empty.");
+}
+
+TEST_F(JSONHandlerTest, AFileInUtf16IsAnError) {
+    putSource(std::string("\xFF\xFE{\0}\0", 6));
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "Error parsing JSON: feed.json: The document is not in UTF-8.");
+}
+
+TEST_F(JSONHandlerTest, MalformedJsonIsAnErrorWhateverIsAskedOfIt) {
+    putSource("[1,2");
+    request_.xpath = "nothing/to[be=found]";
+    request_.targetMode = SHARED_MEMORY;
+    EXPECT_FALSE(read());
+    EXPECT_EQ(script_, "");
+    EXPECT_EQ(error_,
+              "Error parsing JSON: feed.json: line 1, column 5: "
+              "Missing a comma or ']' after an array element.");
+}
+
+TEST_F(JSONHandlerTest, AReaderWorksOnAfterAnError) {
+    putSource("x");
+    EXPECT_FALSE(read());
+    putSource("[1]");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(script_, "T[0-0]=1,;");
+}
+
+TEST_F(JSONHandlerTest, OtherExceptionsPassToTheCaller) {
+    putSource("1");
+    platform_.files.runAt(FakeFiles::Step::READ, "feed.json", [] { throw std::bad_alloc(); });
+    EXPECT_THROW(read(), std::bad_alloc);
+}
+
+TEST_F(JSONHandlerTest, UntilUrlsAreReadTheyFailByNameWithAndWithoutAQuestionMark) {
+    for (const char* url : {"http://feeds.example/a.json", "https://feeds.example/a.json",
+                            "http://feeds.example/a.json?day=1", "https://feeds.example/?q=1"}) {
+        request_.filename = url;
+        error_.clear();
+        EXPECT_FALSE(read()) << url;
+        EXPECT_EQ(error_, "Failed to load JSON file from " + request_.filename + ".\n");
+    }
+    EXPECT_EQ(script_, "");
+    EXPECT_EQ(platform_.diagnostics.debugText(), "");
+}
+
+TEST_F(JSONHandlerTest, AUrlIsKnownByItsSchemeAnywhereInTheName) {
+    request_.filename = "cache/http://feeds.example/a.json";
+    putSource("1");
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "Failed to load JSON file from cache/http://feeds.example/a.json.\n");
+}
+
+TEST_F(JSONHandlerTest, NamesWithoutTheTwoSchemesAreFiles) {
+    for (const char* name : {"http:/feed.json", "HTTP://feed.json", "ftp://feeds.example/a.json"}) {
+        request_.filename = name;
+        putSource("1");
+        script_.clear();
+        EXPECT_TRUE(read()) << name;
+        EXPECT_EQ(script_, "T=1;");
+    }
+}
+
+/// A directory of its own for the log, which is made in the current directory.
+class JSONHandlerLog : public JSONHandlerTest {
+protected:
+    JSONHandlerLog() {
+        std::filesystem::create_directory(directory_);
+        std::filesystem::current_path(directory_);
+        platform_.clock.setLocalTime({2026, 3, 5, 9, 7});
+    }
+    ~JSONHandlerLog() override {
+        std::filesystem::current_path(before_);
+        std::error_code ignored;  // the log may still be open
+        std::filesystem::remove_all(directory_, ignored);
+    }
+
+    static std::string log() {
+        std::ifstream file("2026-03-05-0907-Intake.log", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+    std::filesystem::path directory_ =
+        std::filesystem::temp_directory_path() /
+        ("intake-json-log-" + std::to_string(std::random_device()()));
+};
+
+TEST_F(JSONHandlerLog, ALoadIsTracedWithItsSourceAtDebug) {
+    logger_.setLevel(LOG_DEBUG);
+    putSource("1");
+    EXPECT_TRUE(read());
+    EXPECT_EQ(log(), "5/3 9:7 DEBUG: \t\t\tJSON: feed.json");
+}
+
+TEST_F(JSONHandlerLog, ALoadThatFailsIsTracedToo) {
+    logger_.setLevel(LOG_DEBUG);
+    EXPECT_FALSE(read());
+    EXPECT_EQ(log(), "5/3 9:7 DEBUG: \t\t\tJSON: feed.json");
+}
+
+TEST_F(JSONHandlerLog, AtInfoALoadIsNotTraced) {
+    logger_.setLevel(LOG_INFO);
+    putSource("1");
+    EXPECT_TRUE(read());
+    EXPECT_FALSE(std::filesystem::exists("2026-03-05-0907-Intake.log"));
+}
+
+}  // namespace
+}  // namespace intake
