@@ -1,0 +1,152 @@
+#include "readers/xml/XmlRecords.h"
+
+#include "pipeline/script_text.h"
+#include "readers/xml/payload_writer.h"
+
+namespace intake {
+
+namespace {
+
+constexpr int32_t INPUT_PAYLOAD = 1;
+constexpr int32_t OUTPUT_MARKUP = 1;
+
+}  // namespace
+
+XmlRecords::XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
+                       std::string& script)
+    : document_(document),
+      request_(request),
+      logger_(logger),
+      script_(script),
+      selected_(static_cast<int64_t>(document.selectedCount())),
+      rows_(request, selected_) {}
+
+void XmlRecords::write() {
+    if (selected_ <= rows_.from) {
+        return;
+    }
+    switch (request_.targetMode) {
+        case DATA_TABLE:
+            return writeTable();
+        case DATA_ARRAY:
+            return writeArray();
+        case DATA_STRUCTURE:
+            return writeStructures();
+        case DATA_FIELD_ARRAY:
+            return writeFieldArray();
+        case SHARED_MEMORY:
+            return writeSharedMemory();
+        default:
+            return;
+    }
+}
+
+void XmlRecords::writeTable() {
+    logger_.Write(LOG_DEBUG, "Before DATATABLE\n");
+    document_.setKeyExpression(request_.key);
+    forEachRow([this](Node row, int64_t) {
+        const size_t start = script_.size();
+        script_.append(request_.table).append("[");
+        if (!writeKey(row)) {
+            script_.resize(start);
+            return;
+        }
+        script_.append("]={{");
+        writeFields(row);
+        script_.append("};};");
+    });
+    reportRowsWithoutKey();
+}
+
+void XmlRecords::writeArray() {
+    logger_.Write(LOG_DEBUG, "Before DATAARRAY\n");
+    forEachRow([this](Node row, int64_t place) {
+        script_.append(request_.table).append("[");
+        appendInteger(script_, place);
+        script_.append("]={{");
+        writeFields(row);
+        script_.append("};};");
+    });
+    writeCount();
+}
+
+void XmlRecords::writeStructures() {
+    logger_.Write(LOG_DEBUG, "Before DATASTRUCTURE\n");
+    const bool namedByKey = request_.table.empty();
+    if (namedByKey) {
+        document_.setKeyExpression(request_.key);
+    }
+    forEachRow([this, namedByKey](Node row, int64_t) {
+        if (!namedByKey) {
+            script_.append(request_.table);
+        } else if (!writeKey(row)) {
+            return;
+        }
+        script_.append("={");
+        writeFields(row);
+        script_.append("};");
+    });
+    reportRowsWithoutKey();
+}
+
+void XmlRecords::writeFieldArray() {
+    logger_.Write(LOG_DEBUG, "Before DATAFIELDARRAY\n");
+    appendRangeHead(script_, request_.table, rows_.count());
+    forEachRow([this](Node row, int64_t place) {
+        script_.append("\"\"");
+        writeValue(row);
+        script_.append(isLast(place) ? "\"\"" : "\"\",");
+    });
+    script_.append("; ");
+    writeCount();
+}
+
+void XmlRecords::writeSharedMemory() {
+    logger_.Write(LOG_DEBUG, "Before SHAREDMEM\n");
+    forEachRow([this](Node row, int64_t place) {
+        writeValue(row);
+        if (!isLast(place)) {
+            script_.append(request_.fieldsDelimiter);
+        }
+    });
+}
+
+void XmlRecords::writeFields(Node row) {
+    if (request_.sourceInFormat == INPUT_PAYLOAD) {
+        return writePayloadRow(document_, row, script_);
+    }
+    document_.forEachChild(row, [this](Node child) {
+        document_.appendName(child, script_);
+        script_.append("=\"");
+        writeValue(child);
+        script_.append("\";");
+    });
+}
+
+void XmlRecords::writeValue(Node node) {
+    if (request_.targetOutFormat == OUTPUT_MARKUP) {
+        document_.appendMarkup(node, script_);
+    } else {
+        document_.appendText(node, script_);
+    }
+}
+
+void XmlRecords::writeCount() {
+    appendRecordCount(script_, request_.varsPrefix, rows_.count());
+}
+
+bool XmlRecords::writeKey(Node row) {
+    const bool found = document_.appendKeyText(row, script_);
+    rowsWithoutKey_ += found ? 0 : 1;
+    return found;
+}
+
+void XmlRecords::reportRowsWithoutKey() {
+    if (rowsWithoutKey_ != 0) {
+        logger_.Write(LOG_WARNING, "XML: " + std::to_string(rowsWithoutKey_) +
+                                       " rows were left out: \"" + request_.key +
+                                       "\" selects nothing in them\n");
+    }
+}
+
+}  // namespace intake

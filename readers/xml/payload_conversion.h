@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/XmlDocument.h"
+
+namespace intake {
+
+/// Turns a payload document, in which fields are named by attributes, into a plain one, in which
+/// every field is an element of that name. Null, and a line in `error`, when no document could be
+/// made. Throws PlatformError for a field whose name is missing or impossible, std::length_error
+/// beyond 1000 levels.
+std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services,
+                                      TextEncoding encoding, std::string& error);
+
+}  // namespace intake
