@@ -19,8 +19,10 @@ Intake* makeInstance() {
         return new Intake;
     } catch (const std::exception& reason) {
         _lumoprintf("Intake: no instance could be made: %s\n", reason.what());
-        return nullptr;
+    } catch (...) {
+        _lumoprintf("Intake: no instance could be made\n");
     }
+    return nullptr;
 }
 
 void prepareHandler(Intake& instance, int32_t debugLevel) {
@@ -94,16 +96,17 @@ void bind(HostRecord& record) {
 }
 
 void checkState(HostRecord& record) {
-    if (record.Magic == MAGIC_CREATED) {
-        createAndRegister(record, 1);
-        record.Magic = MAGIC_BOUND;
-    } else if (record.Magic == MAGIC_RECREATE) {
-        createAndRegister(record, 0);
-        if (record.instance != nullptr) {
-            record.instance->params = &record.params;
-            record.instance->syncParameters();
-        }
-        record.Magic = MAGIC_BOUND;
+    const int32_t state = record.Magic;
+    if (state != MAGIC_CREATED && state != MAGIC_RECREATE) {
+        return;
+    }
+    // First of all: making the instance may fail or lead the host back here, and neither must make
+    // another one with every frame.
+    record.Magic = MAGIC_BOUND;
+    createAndRegister(record, state == MAGIC_CREATED ? 1 : 0);
+    if (state == MAGIC_RECREATE && record.instance != nullptr) {
+        record.instance->params = &record.params;
+        record.instance->syncParameters();
     }
 }
 
