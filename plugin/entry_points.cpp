@@ -17,14 +17,22 @@ using intake::Intake;
 
 namespace {
 
+void report(const char* entryPoint, const char* separator, const char* reason) noexcept {
+    try {
+        _lumoprintf("Intake: %s failed%s%s\n", entryPoint, separator, reason);
+    } catch (...) {
+        // The host's console is out of order; there is nobody left to tell.
+    }
+}
+
 template <class Body>
 void guarded(const char* entryPoint, Body body) noexcept {
     try {
         body();
     } catch (const std::exception& failure) {
-        _lumoprintf("Intake: %s failed: %s\n", entryPoint, failure.what());
+        report(entryPoint, ": ", failure.what());
     } catch (...) {
-        _lumoprintf("Intake: %s failed\n", entryPoint);
+        report(entryPoint, "", "");
     }
 }
 
