@@ -141,18 +141,25 @@ void Intake::startLoad() {
 }
 
 void Intake::executeResult(bool success, const std::string& result, const std::string& error) {
-    const ReaderParams& p = parameters();
-    if (p.show_data != 0) {
-        writeConsoleVariable(success ? result : fallbackText(p) + error);
+    // Each step tells others, which can lead the host to delete this instance.
+    const std::shared_ptr<IntakeClientProxy> proxy = clientProxy_;
+    if (parameters().show_data != 0) {
+        writeConsoleVariable(success, result, error);
     }
-    writeTarget(success, result);
-    runPostAction();
+    if (proxy->isAttached()) {
+        writeTarget(success, result);
+    }
+    if (proxy->isAttached()) {
+        runPostAction();
+    }
 }
 
-void Intake::writeConsoleVariable(const std::string& text) {
-    DataField* const console = getCobalt()->findField(consoleName(parameters()).c_str(), 0, 1);
+void Intake::writeConsoleVariable(bool success, const std::string& result,
+                                  const std::string& error) {
+    const ReaderParams& p = parameters();
+    DataField* const console = getCobalt()->findField(consoleName(p).c_str(), 0, 1);
     if (console != nullptr) {
-        console->setValue(text.c_str());
+        console->setValue(success ? result.c_str() : (fallbackText(p) + error).c_str());
     }
 }
 

@@ -51,7 +51,7 @@ public:
     void onExecPerField() override;
 
     /// Executes one answer: console variable, script or fallback or shared memory, post-update
-    /// action.
+    /// action. Ends early when one of them leads the host to delete the instance.
     void executeResult(bool success, const std::string& result, const std::string& error);
 
     const char* queryVariable(const char* macro) override { return parseMacro(macro); }
@@ -65,7 +65,7 @@ private:
     void loadAutomatically();
     void bindSharedMemory();
     void parsePostAction();
-    void writeConsoleVariable(const std::string& text);
+    void writeConsoleVariable(bool success, const std::string& result, const std::string& error);
     void writeTarget(bool success, const std::string& result);
     void runPostAction();
 
