@@ -45,7 +45,10 @@ bool holdsFields(Intake& instance) {
 }
 
 void chooseField(HostRecord& record, const char* name) {
-    std::strcpy(record.FieldName, name);  // the host answers for the room
+    if (record.FieldName != nullptr && name != nullptr) {
+        // The host answers for the room, and may pass the buffer itself.
+        std::memmove(record.FieldName, name, std::strlen(name) + 1);
+    }
     if (Intake* const instance = instanceOf(record)) {
         instance->Register(record.FieldName, 1);
     } else {
