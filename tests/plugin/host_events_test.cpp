@@ -47,6 +47,16 @@ TEST_F(Dispatcher, AChosenFieldIsCopiedRegisteredAndForwarded) {
                 ElementsAre(R"(Register("Results", 1))", forwarded(FIEL, "Results")));
 }
 
+TEST_F(Dispatcher, AChosenFieldMayBeTheRecordsOwnTextOrNone) {
+    bindInstance();
+    TestRecord::set(record->FieldName, "Results");
+    PLUGIN_DISPATCHER_CALLBACK(record.get(), FIEL, record->FieldName, &out);
+    dispatch(FIEL, nullptr);
+    EXPECT_THAT(host.takeCalls(),
+                ElementsAre(R"(Register("Results", 1))", forwarded(FIEL, "Results"),
+                            R"(Register("Results", 1))", forwarded(FIEL)));
+}
+
 TEST_F(Dispatcher, AChosenFieldBindsWhereNoInstanceExists) {
     dispatch(FIEL, "Results");
     ASSERT_NE(record->instance, nullptr);

@@ -1,0 +1,142 @@
+#include "tests/plugin/PluginTest.h"
+
+namespace intake {
+namespace {
+
+// What an answer sets off can lead the host back into the plugin, in the middle of the delivery.
+
+class ReEntry : public PluginTest {
+protected:
+    void SetUp() override {
+        params().queryMode = 3;
+        params().show_data = 1;
+        TestRecord::set(params().filename, "price.json");
+        platform.files.put("price.json", R"({"price": 7.5})");
+        host.store.add("READER_CONSOLE");
+        bindInstance();
+    }
+
+    /// Leaves that many answers waiting.
+    void load(int times) {
+        for (int each = 0; each < times; ++each) {
+            PLUGIN_EXEC_ACTION(record.get(), 0);
+        }
+        for (int each = 0; each < times; ++each) {
+            platform.threads.step();
+        }
+        host.takeCalls();
+    }
+
+    int64_t scriptsIn(const Calls& calls) {
+        return std::count(calls.begin(), calls.end(),
+                          R"(store.executeScript("Table={price=7.5;};", 0))");
+    }
+};
+
+/// A host call in the middle of a delivery.
+class ReEntryFrom : public ReEntry, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ReEntryFrom, DeletingTheInstanceEndsTheDeliveryThere) {
+    params().autoLoad = 1;
+    load(2);
+    host.onCall(GetParam(), [&] { PLUGIN_CLEANUP_FUNCTION(record.get()); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(record->instance, nullptr);
+    EXPECT_EQ(host.takeCalls().back(), "~IDataHandler()");
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_THAT(host.takeCalls(), ElementsAre("getInitCB()"));
+}
+
+TEST_P(ReEntryFrom, MakingTheInstanceAnewGoesOnWithTheNewOne) {
+    load(1);
+    host.onNextCall(GetParam(), [&] {
+        PLUGIN_CLEANUP_FUNCTION(record.get());
+        PLUGIN_LOAD(record.get());
+        host.initPending = 0;
+    });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    ASSERT_NE(record->instance, nullptr);
+    EXPECT_EQ(host.takeCalls().back(), "setInitCB(1)");
+    load(1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+TEST_P(ReEntryFrom, BindingTheInstanceAgainFinishesTheDeliveryAndDropsTheOldWorker) {
+    load(2);
+    host.onNextCall(GetParam(), [&] {
+        PLUGIN_LOAD(record.get());
+        host.initPending = 0;
+    });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 0);
+    load(1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+TEST_P(ReEntryFrom, TheNextFrameBringsTheNextAnswerInsideTheFirst) {
+    load(3);
+    host.onNextCall(GetParam(), [&] { PLUGIN_EXEC_PER_FIELD(record.get()); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 2);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+TEST_P(ReEntryFrom, EndingTheWorkerFinishesTheDelivery) {
+    load(2);
+    host.onNextCall(GetParam(), [&] { PLUGIN_EXEC_ACTION(record.get(), 2); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+TEST_P(ReEntryFrom, ANewLoadIsAnsweredLater) {
+    load(1);
+    host.onNextCall(GetParam(), [&] { PLUGIN_EXEC_ACTION(record.get(), 0); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+    platform.threads.step();
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(HostCalls, ReEntryFrom,
+                         testing::Values("setValue", "executeScript", "executeExtended"),
+                         [](const auto& each) { return std::string(each.param); });
+
+TEST_F(ReEntry, DeletingTheInstanceWhileSharedMemoryIsWrittenEndsTheDeliveryThere) {
+    params().mode = 4;
+    PLUGIN_CHANGED_CALLBACK(record.get(), 11 + 19);
+    load(1);
+    host.onCall("_api__shared_script_memory_set_value",
+                [&] { PLUGIN_CLEANUP_FUNCTION(record.get()); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(host.takeCalls().back(), "~IDataHandler()");
+}
+
+TEST_F(ReEntry, AChangedPostUpdateActionRunsAlreadyForTheAnswerThatChangedIt) {
+    load(1);
+    host.onNextCall("executeScript", [&] {
+        TestRecord::set(params().postAction, "New=1;");
+        PLUGIN_CHANGED_CALLBACK(record.get(), 11 + 17);
+    });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(host.takeCalls().back(),
+              R"("New=1;".executeExtended(sceneStore, _api__lumo_send_command, 0))");
+}
+
+TEST_F(ReEntry, AFrameWhileTheInstanceIsStillBeingMadeDoesNotMakeASecondOne) {
+    PLUGIN_CLEANUP_FUNCTION(record.get());
+    host.takeCalls();
+    record->Magic = 1;
+    host.onNextCall("Register", [&] { PLUGIN_EXEC_PER_FIELD(record.get()); });
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    const Calls calls = host.takeCalls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "IDataHandler()"), 1);
+}
+
+}  // namespace
+}  // namespace intake
