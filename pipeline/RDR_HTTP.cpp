@@ -12,6 +12,10 @@ namespace {
 constexpr const char* USER_AGENT = "NXR/1.0";
 constexpr const char* LOCAL_HOSTS = "<local>";
 
+constexpr const char* FAILED_STEP = "Error %d has occurred.\n";
+constexpr const char* FAILED_WAIT = "Error %u in WinHttpQueryDataAvailable.\n";
+constexpr const char* FAILED_READ = "Error %u in WinHttpReadData.\n";
+
 constexpr int STATUS_OK = 200;
 constexpr int STATUS_UNAUTHORIZED = 401;
 constexpr int STATUS_PROXY_AUTHENTICATION = 407;
@@ -31,27 +35,36 @@ bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteB
     const HttpAddress address = splitUrl(url);
     const std::unique_ptr<HttpRequest> http = client_.open(address, USER_AGENT);
     if (http == nullptr) {
-        printToConsole(diagnostics_, "Error %d has occurred.\n", client_.lastError());
-        return false;
+        return fail(FAILED_STEP, client_.lastError(), client_.lastErrorText());
     }
-    if (request.useCustomHeaders != 0 && !request.customHeaders.empty()) {
-        http->addHeaders(request.customHeaders);
-    }
+    addHeaders(*http, request);
     if (!setUpProxy(*http, address.host, request)) {
-        return fail(*http);
+        return fail(FAILED_STEP, *http);
     }
     return runAttempts(*http, request) && readBody(*http, body);
 }
 
-/// Prints the number of the last error; its text goes to the debugger's output.
-bool RDR_HTTP::fail(const HttpRequest& http) {
-    printToConsole(diagnostics_, "Error %d has occurred.\n", http.lastError());
-    debugOutput(http.lastErrorText());
+bool RDR_HTTP::fail(const char* message, const HttpRequest& http) {
+    return fail(message, http.lastError(), http.lastErrorText());
+}
+
+/// Prints the number of an error; its reason goes to the debugger's output.
+bool RDR_HTTP::fail(const char* message, uint32_t error, const std::string& reason) {
+    printToConsole(diagnostics_, message, error);
+    debugOutput(reason);
     return false;
 }
 
 void RDR_HTTP::debugOutput(const std::string& reason) {
     diagnostics_.debugOutput(("ERROR: RDR_HTTP: " + reason + "\n").c_str());
+}
+
+/// Headers that cannot be added are left out.
+void RDR_HTTP::addHeaders(HttpRequest& http, const RequestRecord& request) {
+    if (request.useCustomHeaders != 0 && !request.customHeaders.empty() &&
+        !http.addHeaders(request.customHeaders)) {
+        debugOutput(http.lastErrorText());
+    }
 }
 
 bool RDR_HTTP::runAttempts(HttpRequest& http, const RequestRecord& request) {
@@ -61,7 +74,7 @@ bool RDR_HTTP::runAttempts(HttpRequest& http, const RequestRecord& request) {
             case Outcome::FINISHED:
                 return true;
             case Outcome::FAILED:
-                return fail(http);
+                return fail(FAILED_STEP, http);
             case Outcome::AGAIN:
                 break;
         }
@@ -193,17 +206,14 @@ bool RDR_HTTP::readBody(HttpRequest& http, ByteBuffer& body) {
     for (;;) {
         size_t bytes = 0;
         if (!http.available(bytes)) {
-            printToConsole(diagnostics_, "Error %u in WinHttpQueryDataAvailable.\n",
-                           http.lastError());
-            return false;
+            return fail(FAILED_WAIT, http);
         }
         if (bytes == 0) {
             return true;
         }
         size_t bytesRead = 0;
         if (!http.read(body.prepare(bytes), bytes, bytesRead)) {
-            printToConsole(diagnostics_, "Error %u in WinHttpReadData.\n", http.lastError());
-            return false;
+            return fail(FAILED_READ, http);
         }
         body.commit(bytesRead);
     }

@@ -33,8 +33,10 @@ private:
         HttpScheme proxyScheme = HTTP_NO_SCHEME;
     };
 
-    bool fail(const HttpRequest& http);
+    bool fail(const char* message, const HttpRequest& http);
+    bool fail(const char* message, uint32_t error, const std::string& reason);
     void debugOutput(const std::string& reason);
+    void addHeaders(HttpRequest& http, const RequestRecord& request);
     bool runAttempts(HttpRequest& http, const RequestRecord& request);
     Outcome attempt(HttpRequest& http, const RequestRecord& request, Attempts& attempts);
     Outcome answerServer(HttpRequest& http, const RequestRecord& request, bool refused);
