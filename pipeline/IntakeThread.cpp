@@ -76,7 +76,7 @@ bool IntakeThread::DeliverOneAnswer() {
         client->deliver(answer.success, answer.text, answer.error);
     }
     if (!overflowed) {
-        answer = IntakeCommand{};
+        const IntakeCommand released = std::move(answer);  // assigning would keep the memory
     }
     return true;
 }
