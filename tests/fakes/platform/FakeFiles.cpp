@@ -9,10 +9,12 @@ Files::Handle FakeFiles::open(const char* path) {
         return INVALID;
     }
     const std::lock_guard lock(mutex_);
-    if (!entries_[path].content.has_value()) {
+    Entry& entry = entries_[path];
+    if (!entry.content.has_value()) {
         diagnostics_.setLastError("No such file or directory");
         return INVALID;
     }
+    ++entry.timesOpened;
     handles_[++lastHandle_] = path;
     return lastHandle_;
 }
@@ -89,6 +91,12 @@ void FakeFiles::releaseAll() {
         }
     }
     changed_.notify_all();
+}
+
+int FakeFiles::timesOpened(const std::string& path) const {
+    const std::lock_guard lock(mutex_);
+    const auto found = entries_.find(path);
+    return found == entries_.end() ? 0 : found->second.timesOpened;
 }
 
 size_t FakeFiles::openHandles() const {

@@ -42,6 +42,9 @@ public:
     void release(const std::string& path);
     void releaseAll();
 
+    /// How often the path was opened with success.
+    int timesOpened(const std::string& path) const;
+
     /// Handles that were opened and not closed.
     size_t openHandles() const;
 
@@ -56,6 +59,7 @@ private:
         std::optional<uint64_t> reportedSize;
         std::map<Step, Behaviour> steps;
         int blockedReaders = 0;
+        int timesOpened = 0;
     };
 
     bool passStep(Step step, const std::string& path);
