@@ -88,6 +88,7 @@ TEST(Url, APortThatIsEmptyFailsWithInvalidStoiArgument) {
 TEST(Url, APortOfSignsAloneFailsWithInvalidStoiArgument) {
     EXPECT_EQ(split("http://h:+/"), NO_NUMBER);
     EXPECT_EQ(split("http://h:-/"), NO_NUMBER);
+    EXPECT_EQ(split("http://h:+-5/"), NO_NUMBER);
     EXPECT_EQ(split("http://h:++5/"), NO_NUMBER);
     EXPECT_EQ(split("http://h:+ 5/"), NO_NUMBER);
 }
