@@ -1,5 +1,6 @@
 #include "readers/json/json_number.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -12,12 +13,15 @@ namespace {
 
 constexpr size_t WRITTEN_DIGITS = 6;
 
+bool hasExponent(std::string_view source) {
+    return std::any_of(source.begin(), source.end(), [](char c) { return c == 'e' || c == 'E'; });
+}
+
 /// Whether a number has so few digits that they are written as they stand, but for the zeros at the
 /// end of a fraction. Below 0.0001 an exponent is written instead.
 bool isShort(std::string_view source) {
-    const size_t point = source.find('.');
-    const size_t limit = point == std::string_view::npos ? WRITTEN_DIGITS : WRITTEN_DIGITS + 1;
-    return source.size() <= limit && source.find_first_of("eE") == std::string_view::npos &&
+    const size_t point = source.find('.') == std::string_view::npos ? 0 : 1;
+    return source.size() <= WRITTEN_DIGITS + point && !hasExponent(source) &&
            !source.starts_with("0.0000");
 }
 
