@@ -69,7 +69,8 @@ void RDR_HTTP::addHeaders(HttpRequest& http, const RequestRecord& request) {
 
 bool RDR_HTTP::runAttempts(HttpRequest& http, const RequestRecord& request) {
     Attempts attempts;
-    for (int count = 0; count < MAX_ATTEMPTS; ++count) {
+    while (attempts.count < MAX_ATTEMPTS) {
+        ++attempts.count;
         switch (attempt(http, request, attempts)) {
             case Outcome::FINISHED:
                 return true;
@@ -90,7 +91,8 @@ RDR_HTTP::Outcome RDR_HTTP::attempt(HttpRequest& http, const RequestRecord& requ
         return Outcome::FAILED;
     }
     if (!http.send()) {
-        return http.lastError() == HTTP_ERROR_RESEND_REQUEST ? Outcome::AGAIN : Outcome::FAILED;
+        const bool resend = http.lastError() == HTTP_ERROR_RESEND_REQUEST;
+        return resend && attempts.count < MAX_ATTEMPTS ? Outcome::AGAIN : Outcome::FAILED;
     }
     int status = 0;
     if (!http.status(status)) {

@@ -29,6 +29,7 @@ private:
     /// What one attempt leads to.
     enum class Outcome { FINISHED, AGAIN, FAILED };
     struct Attempts {
+        int count = 0;
         int lastStatus = 0;
         HttpScheme proxyScheme = HTTP_NO_SCHEME;
     };

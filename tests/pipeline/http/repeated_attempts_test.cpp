@@ -34,6 +34,14 @@ TEST_F(RepeatedAttempts, TheResendErrorMayComeManyTimes) {
                                    "status\navailable\nread 3\navailable\nclose\n");
 }
 
+TEST_F(RepeatedAttempts, TheResendErrorWithoutEndFails) {
+    client_.fail("send", HTTP_ERROR_RESEND_REQUEST, 1, 1000);
+
+    EXPECT_EQ(fetch(), (Fetched{false, "", "Error 12032 has occurred.\n"}));
+    EXPECT_EQ(client_.calls(), OPEN + repeated("send\n", MOST_ATTEMPTS) + "close\n");
+    EXPECT_EQ(diagnostics_.debugText(), "ERROR: RDR_HTTP: the request's error 12032\n");
+}
+
 TEST_F(RepeatedAttempts, TheResendErrorAfterA401SendsTheCredentialsAgain) {
     client_.fail("send", HTTP_ERROR_RESEND_REQUEST, 2);
     client_.respond({.status = 401, .offered = HTTP_NTLM});
