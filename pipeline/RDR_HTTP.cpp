@@ -105,7 +105,7 @@ RDR_HTTP::Outcome RDR_HTTP::attempt(HttpRequest& http, const RequestRecord& requ
             printToConsole(diagnostics_, "The resource was successfully retrieved.\n");
             return Outcome::FINISHED;
         case STATUS_UNAUTHORIZED:
-            return answerServer(http, request, refused);
+            return answerServer(http, request, attempts, refused);
         case STATUS_PROXY_AUTHENTICATION:
             return answerProxy(http, attempts, refused);
         default:
@@ -115,14 +115,14 @@ RDR_HTTP::Outcome RDR_HTTP::attempt(HttpRequest& http, const RequestRecord& requ
 }
 
 RDR_HTTP::Outcome RDR_HTTP::answerServer(HttpRequest& http, const RequestRecord& request,
-                                         bool refused) {
+                                         Attempts& attempts, bool refused) {
     printToConsole(diagnostics_, " The server requires authentication. Sending credentials...\n");
     uint32_t offered = 0;
     HttpTarget target = HttpTarget::SERVER;
     if (!http.offeredSchemes(offered, target)) {
         return Outcome::FAILED;
     }
-    const HttpScheme scheme = chooseScheme(offered);
+    const HttpScheme scheme = chooseScheme(offered, attempts);
     if (scheme == HTTP_NO_SCHEME) {
         return Outcome::FINISHED;
     }
@@ -141,12 +141,12 @@ RDR_HTTP::Outcome RDR_HTTP::answerProxy(HttpRequest& http, Attempts& attempts, b
     if (!http.offeredSchemes(offered, target)) {
         return Outcome::FAILED;
     }
-    attempts.proxyScheme = chooseScheme(offered);
+    attempts.proxyScheme = chooseScheme(offered, attempts);
     return refused ? Outcome::FINISHED : Outcome::AGAIN;
 }
 
-/// The first of the offered schemes that the user can use; a scheme that is passed over is logged.
-HttpScheme RDR_HTTP::chooseScheme(uint32_t offered) {
+/// The first of the offered schemes that the user can use. That one is passed over is logged once.
+HttpScheme RDR_HTTP::chooseScheme(uint32_t offered, Attempts& attempts) {
     for (const HttpScheme scheme : SCHEME_ORDER) {
         if ((offered & scheme) == 0) {
             continue;
@@ -154,8 +154,11 @@ HttpScheme RDR_HTTP::chooseScheme(uint32_t offered) {
         if (client_.canUse(scheme)) {
             return scheme;
         }
-        logger_.Write(LOG_WARNING,
-                      "HTTP: Negotiate is offered, but there is no Kerberos ticket.\n");
+        if (!attempts.warned) {
+            logger_.Write(LOG_WARNING,
+                          "HTTP: Negotiate is offered, but there is no Kerberos ticket.\n");
+            attempts.warned = true;
+        }
     }
     return HTTP_NO_SCHEME;
 }

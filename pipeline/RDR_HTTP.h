@@ -32,6 +32,7 @@ private:
         int count = 0;
         int lastStatus = 0;
         HttpScheme proxyScheme = HTTP_NO_SCHEME;
+        bool warned = false;
     };
 
     bool fail(const char* message, const HttpRequest& http);
@@ -40,9 +41,10 @@ private:
     void addHeaders(HttpRequest& http, const RequestRecord& request);
     bool runAttempts(HttpRequest& http, const RequestRecord& request);
     Outcome attempt(HttpRequest& http, const RequestRecord& request, Attempts& attempts);
-    Outcome answerServer(HttpRequest& http, const RequestRecord& request, bool refused);
+    Outcome answerServer(HttpRequest& http, const RequestRecord& request, Attempts& attempts,
+                         bool refused);
     Outcome answerProxy(HttpRequest& http, Attempts& attempts, bool refused);
-    HttpScheme chooseScheme(uint32_t offered);
+    HttpScheme chooseScheme(uint32_t offered, Attempts& attempts);
 
     bool setUpProxy(HttpRequest& http, const std::string& host, const RequestRecord& request);
     void useDetectedProxy(HttpRequest& http, const std::string& url);

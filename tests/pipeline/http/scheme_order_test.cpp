@@ -153,6 +153,17 @@ TEST_F(SchemeOrder, AMissingTicketIsNotMissedWhereBasicIsTaken) {
     EXPECT_EQ(log(), "");
 }
 
+TEST_F(SchemeOrder, AMissingTicketIsLoggedOnceHoweverOftenAFetchIsAsked) {
+    const uint32_t offered = HTTP_NEGOTIATE | HTTP_NTLM;
+    client_.forbid(HTTP_NEGOTIATE);
+    client_.respond({.status = 407, .offered = offered});
+    client_.respond({.status = 401, .offered = offered});
+    client_.respond({.status = 401, .offered = offered, .chunks = {"go away"}});
+
+    EXPECT_EQ(fetch(), (Fetched{true, "go away", PROXY_ASKS + SERVER_ASKS + SERVER_ASKS}));
+    EXPECT_EQ(log(), NO_TICKET);
+}
+
 TEST_F(SchemeOrder, AMissingTicketIsLoggedAgainByTheNextFetch) {
     client_.forbid(HTTP_NEGOTIATE);
     client_.respond({.status = 401, .offered = HTTP_NEGOTIATE});
