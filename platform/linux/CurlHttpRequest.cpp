@@ -108,8 +108,6 @@ void CurlHttpRequest::setOptions(const HttpAddress& address, const std::string& 
 
     curl_easy_setopt(transfer, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(transfer, CURLOPT_MAXREDIRS, MAX_REDIRECTS);
-    curl_easy_setopt(transfer, CURLOPT_REDIR_PROTOCOLS_STR,
-                     address.secure ? "https" : "http,https");
 
     curl_easy_setopt(transfer, CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
     curl_easy_setopt(transfer, CURLOPT_LOW_SPEED_LIMIT, 1L);
@@ -198,10 +196,27 @@ bool CurlHttpRequest::setCredentials(HttpTarget target, HttpScheme scheme, const
 }
 
 size_t CurlHttpRequest::onHeader(char* data, size_t size, size_t count, void* self) {
-    const std::string_view line(data, size * count);
-    static_cast<CurlHttpRequest*>(self)->responded_ =
-        line.find_first_not_of(LINE_ENDS) == std::string_view::npos;
+    static_cast<CurlHttpRequest*>(self)->noteHeader({data, size * count});
     return size * count;
+}
+
+/// Takes the lines of every response of a transfer, and those behind the last chunk of a body.
+void CurlHttpRequest::noteHeader(std::string_view line) {
+    if (line.starts_with("HTTP/")) {
+        responded_ = false;
+    } else if (line.find_first_not_of(LINE_ENDS) == std::string_view::npos) {
+        responded_ = true;
+        stayOnHttps();
+    }
+}
+
+/// From HTTPS no redirect leads back to HTTP.
+void CurlHttpRequest::stayOnHttps() {
+    const char* scheme = nullptr;
+    curl_easy_getinfo(transfer_.get(), CURLINFO_SCHEME, &scheme);
+    if (scheme != nullptr && strcasecmp(scheme, "https") == 0) {
+        curl_easy_setopt(transfer_.get(), CURLOPT_REDIR_PROTOCOLS_STR, "https");
+    }
 }
 
 size_t CurlHttpRequest::onBody(char* data, size_t size, size_t count, void* self) {
@@ -217,6 +232,7 @@ void CurlHttpRequest::restart() {
     done_ = false;
     result_ = CURLE_OK;
     reason_[0] = 0;
+    curl_easy_setopt(transfer_.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     curl_multi_add_handle(driver_.get(), transfer_.get());
 }
 
@@ -241,9 +257,16 @@ bool CurlHttpRequest::drive() {
     return true;
 }
 
+/// A protocol that is not supported is that of a redirect, or what answered does not speak HTTP.
+uint32_t CurlHttpRequest::transferError() const {
+    long redirects = 0;
+    curl_easy_getinfo(transfer_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
+    return result_ == CURLE_UNSUPPORTED_PROTOCOL && redirects > 0 ? HTTP_ERROR_REDIRECT_FAILED
+                                                                  : toHttpError(result_);
+}
+
 bool CurlHttpRequest::failTransfer() {
-    return fail(toHttpError(result_),
-                reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_));
+    return fail(transferError(), reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_));
 }
 
 /// A proxy that refuses to open a tunnel ends the transfer, but is a response like others.
@@ -258,12 +281,13 @@ bool CurlHttpRequest::send() {
     if (!drive()) {
         return false;
     }
-    if (result_ == CURLE_OK) {
-        return true;
-    }
     if (isProxyRefusal()) {
         result_ = CURLE_OK;
         return true;
+    }
+    if (result_ == CURLE_OK) {
+        return responded_ || fail(HTTP_ERROR_CONNECTION_BROKEN,
+                                  "The connection was closed within the header of the response");
     }
     // A response that breaks off behind its header is found out when the body is read.
     return (responded_ && isBrokenTransfer(result_)) || failTransfer();

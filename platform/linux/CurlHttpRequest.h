@@ -53,9 +53,12 @@ private:
 
     void restart();
     bool drive();
+    uint32_t transferError() const;
     bool failTransfer();
     bool isProxyRefusal() const;
 
+    void noteHeader(std::string_view line);
+    void stayOnHttps();
     static size_t onHeader(char* data, size_t size, size_t count, void* self);
     static size_t onBody(char* data, size_t size, size_t count, void* self);
 
