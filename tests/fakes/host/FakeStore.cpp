@@ -13,6 +13,7 @@ DataField* FakeStore::findField(const char* name, int32_t create, int32_t local)
 }
 
 int32_t FakeStore::executeScript(const char* text, int32_t flags) {
+    lastScript_ = text;
     fakeHost().called(name_ + ".executeScript", text, flags);
     return 1;
 }

@@ -31,7 +31,11 @@ public:
 
     const std::string& name() const { return name_; }
 
+    /// The text that was executed last.
+    const std::string& lastScript() const { return lastScript_; }
+
 private:
     std::string name_;
+    std::string lastScript_;
     std::map<std::string, std::unique_ptr<FakeField>> fields_;
 };
