@@ -9,8 +9,6 @@
 
 namespace intake {
 
-namespace {
-
 RequestRecord requestOf(const Query& query) {
     RequestRecord request;
     request.mode = "JSON";
@@ -25,8 +23,6 @@ RequestRecord requestOf(const Query& query) {
     request.numRows = query.numRows;
     return request;
 }
-
-}  // namespace
 
 Outcome read(std::string_view source, const RequestRecord& request) {
     FakePlatform platform;

@@ -20,6 +20,9 @@ struct Query {
     int32_t numRows = 1000000;
 };
 
+/// The request that a command with these values asks for.
+RequestRecord requestOf(const Query& query);
+
 struct Outcome {
     bool success = false;
     std::string script;
