@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <random>
 #include <sstream>
@@ -132,6 +133,29 @@ TEST(JsonNumber, IsWhatAStreamWritesForAllShortIntegers) {
     for (int number = -20000; number <= 20000; ++number) {
         const std::string source = std::to_string(number * 67);
         EXPECT_EQ(written(source), streamed(source));
+    }
+}
+
+/// Every fraction of so many digits, or every `stride`th, with its point in every place.
+void expectStreamedFractions(size_t digits, size_t stride) {
+    const size_t end = static_cast<size_t>(std::pow(10, digits));
+    for (size_t number = 0; number < end; number += stride) {
+        std::string source = std::to_string(number);
+        source.insert(0, digits - source.size(), '0');
+        for (size_t point = source.starts_with('0') ? 1 : digits - 1; point > 0; --point) {
+            std::string fraction = source;
+            fraction.insert(point, 1, '.');
+            ASSERT_EQ(written(fraction), streamed(fraction)) << fraction;
+            fraction.insert(0, 1, '-');
+            ASSERT_EQ(written(fraction), streamed(fraction)) << fraction;
+        }
+    }
+}
+
+TEST(JsonNumber, IsWhatAStreamWritesForShortFractions) {
+    constexpr size_t STRIDES[] = {1, 1, 1, 11, 101, 997, 9973};
+    for (size_t digits = 2; digits <= 8; ++digits) {
+        ASSERT_NO_FATAL_FAILURE(expectStreamedFractions(digits, STRIDES[digits - 2]));
     }
 }
 
