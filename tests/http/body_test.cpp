@@ -1,0 +1,148 @@
+// Responses and their bodies.
+
+#include "tests/http/support/HttpTest.h"
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/WebServer.h"
+
+namespace intake {
+
+namespace {
+
+using HttpBodyTest = HttpTest;
+
+constexpr const char* CHUNKED = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+constexpr const char* WITHOUT_LENGTH = "HTTP/1.1 200 OK\r\n\r\n";
+constexpr const char* OF_TEN_BYTES = "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n";
+
+void expectBody(const Fetched& fetched, const std::string& body) {
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, body);
+    EXPECT_EQ(fetched.out, RETRIEVED);
+    EXPECT_EQ(fetched.err, "");
+}
+
+void expectBrokenBody(const Fetched& fetched) {
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, RETRIEVED + errorWithinBody(12030));
+}
+
+TEST_F(HttpBodyTest, AFileOfAWebServerArrivesByteForByte) {
+    WebServer server("");
+    std::string bytes;
+    for (int i = 0; i < 1'000'000; ++i) {
+        bytes += static_cast<char>(i * 7 + i / 256);
+    }
+    server.write("data.bin", bytes);
+
+    expectBody(fetch(server.url("/data.bin")), bytes);
+}
+
+TEST_F(HttpBodyTest, ChunksAreJoined) {
+    ScriptedServer server({{CHUNKED + std::string("3\r\n[1,\r\n2;x=y\r\n2]\r\n0\r\n\r\n")}});
+
+    expectBody(fetch(server.url("/")), "[1,2]");
+}
+
+TEST_F(HttpBodyTest, LinesBehindTheLastChunkDoNotCount) {
+    ScriptedServer server({{CHUNKED + std::string("2\r\n[]\r\n0\r\nX-Sum: 1\r\n\r\n")}});
+
+    expectBody(fetch(server.url("/")), "[]");
+}
+
+TEST_F(HttpBodyTest, ChunkedBodiesMayBeEmpty) {
+    ScriptedServer server({{CHUNKED + std::string("0\r\n\r\n")}});
+
+    expectBody(fetch(server.url("/")), "");
+}
+
+TEST_F(HttpBodyTest, ABodyWithoutALengthEndsWithTheConnection) {
+    ScriptedServer server({{WITHOUT_LENGTH + std::string("[1,2]"), Then::CLOSE}});
+
+    expectBody(fetch(server.url("/")), "[1,2]");
+}
+
+TEST_F(HttpBodyTest, ABodyMayBeEmpty) {
+    ScriptedServer server({reply("200 OK", "")});
+
+    expectBody(fetch(server.url("/")), "");
+}
+
+TEST_F(HttpBodyTest, AStatusOtherThan200IsNoFailureAndItsBodyIsReturned) {
+    WebServer server("location /busy { return 503 '{\"error\":\"busy\"}'; }");
+
+    const Fetched fetched = fetch(server.url("/busy"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "{\"error\":\"busy\"}");
+    EXPECT_EQ(fetched.out, otherStatus(503));
+}
+
+TEST_F(HttpBodyTest, AStatusWithoutABodyIsNoFailure) {
+    ScriptedServer server({{"HTTP/1.1 204 No Content\r\n\r\n"}});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "");
+    EXPECT_EQ(fetched.out, otherStatus(204));
+}
+
+TEST_F(HttpBodyTest, ABodyThatEndsBeforeItsLengthIsAFailure) {
+    ScriptedServer server({{OF_TEN_BYTES + std::string("[1,"), Then::CLOSE}});
+
+    expectBrokenBody(fetch(server.url("/")));
+}
+
+TEST_F(HttpBodyTest, ABodyThatEndsBeforeItsFirstByteIsAFailure) {
+    ScriptedServer server({{OF_TEN_BYTES, Then::CLOSE}});
+
+    expectBrokenBody(fetch(server.url("/")));
+}
+
+TEST_F(HttpBodyTest, AChunkedBodyWithoutItsLastChunkIsAFailure) {
+    ScriptedServer server({{CHUNKED + std::string("3\r\n[1,\r\n"), Then::CLOSE}});
+
+    expectBrokenBody(fetch(server.url("/")));
+}
+
+TEST_F(HttpBodyTest, AConnectionThatIsResetWithinTheBodyIsAFailure) {
+    ScriptedServer server({{CHUNKED + std::string("3\r\n[1,\r\n"), Then::CUT}});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_FALSE(fetched.success);
+    // A reset can overtake the header that was sent before it.
+    EXPECT_THAT(fetched.out, testing::AnyOf(RETRIEVED + errorWithinBody(12030), error(12030)));
+}
+
+TEST_F(HttpBodyTest, AConnectionThatIsCutBeforeTheHeaderEndsIsAFailure) {
+    ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Le", Then::CLOSE}});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, error(12030));
+}
+
+TEST_F(HttpBodyTest, AConnectionThatIsCutBeforeAnyAnswerIsAFailure) {
+    ScriptedServer server({{"", Then::CLOSE}, {"", Then::CLOSE}});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, error(12030));
+    EXPECT_EQ(fetched.err, "ERROR: RDR_HTTP: Empty reply from server\n");
+}
+
+TEST_F(HttpBodyTest, AnAnswerThatIsNoHttpIsAFailure) {
+    ScriptedServer server({{"220 mail.example ready\r\n", Then::CLOSE}});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, error(12152));
+}
+
+}  // namespace
+
+}  // namespace intake

@@ -1,0 +1,134 @@
+// Redirects are followed, but not from HTTPS to HTTP.
+
+#include "tests/http/support/HttpTest.h"
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/WebServer.h"
+
+namespace intake {
+
+namespace {
+
+class HttpRedirectTest : public HttpTest {
+protected:
+    CertificateAuthority authority_;
+    TlsFiles tls_ = authority_.issue();
+    EnvironmentVariable trusted_{"SSL_CERT_FILE", authority_.certificate()};
+};
+
+Reply redirectTo(const std::string& url) {
+    return reply("302 Found", "moved", "Location: " + url + "\r\n");
+}
+
+void expectRefused(const Fetched& fetched) {
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.body, "");
+    EXPECT_EQ(fetched.out, error(12156));
+}
+
+TEST_F(HttpRedirectTest, EveryKindOfRedirectIsFollowed) {
+    WebServer server(R"(
+        location = /a { return 301 /b; }
+        location = /b { return 302 /c; }
+        location = /c { return 303 /d; }
+        location = /d { return 307 /e; }
+        location = /e { return 308 /data.json; })");
+    server.write("data.json", "[1]");
+
+    const Fetched fetched = fetch(server.url("/a"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, RETRIEVED);
+}
+
+TEST_F(HttpRedirectTest, ARedirectToAnotherServerIsFollowed) {
+    ScriptedServer second({reply("200 OK", "[2]")});
+    ScriptedServer first({redirectTo(second.url("/"))});
+
+    EXPECT_EQ(fetch(first.url("/")).body, "[2]");
+}
+
+TEST_F(HttpRedirectTest, ARedirectFromHttpToHttpsIsFollowed) {
+    ScriptedServer secure({reply("200 OK", "[2]")}, &tls_);
+    ScriptedServer plain({redirectTo(secure.url("/"))});
+
+    EXPECT_EQ(fetch(plain.url("/")).body, "[2]");
+}
+
+TEST_F(HttpRedirectTest, ARedirectFromHttpsToHttpIsRefused) {
+    ScriptedServer plain({reply("200 OK", "[2]")});
+    ScriptedServer secure({redirectTo(plain.url("/"))}, &tls_);
+
+    expectRefused(fetch(secure.url("/")));
+    EXPECT_EQ(plain.requests().size(), 0U);
+}
+
+TEST_F(HttpRedirectTest, ARedirectFromHttpByWayOfHttpsBackToHttpIsRefused) {
+    ScriptedServer last({reply("200 OK", "[2]")});
+    ScriptedServer secure({redirectTo(last.url("/"))}, &tls_);
+    ScriptedServer first({redirectTo(secure.url("/"))});
+
+    expectRefused(fetch(first.url("/")));
+    EXPECT_EQ(last.requests().size(), 0U);
+}
+
+TEST_F(HttpRedirectTest, AnAttemptAfterAVisitToHttpsMayBeRedirectedOnHttpAgain) {
+    ScriptedServer secure({reply("401 Unauthorized", "", "WWW-Authenticate: Basic\r\n")}, &tls_);
+    ScriptedServer plain({reply("200 OK", "[2]")});
+    ScriptedServer first({redirectTo(secure.url("/")), redirectTo(plain.url("/"))});
+
+    const Fetched fetched = fetch(first.url("/"));
+
+    EXPECT_EQ(fetched.body, "[2]");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + RETRIEVED);
+}
+
+TEST_F(HttpRedirectTest, ARedirectToAnythingButHttpIsRefused) {
+    ScriptedServer server({redirectTo("file:///etc/hostname")});
+
+    expectRefused(fetch(server.url("/")));
+}
+
+TEST_F(HttpRedirectTest, AChainOfTenIsFollowed) {
+    ScriptedServer server([count = 0](const std::string&) mutable {
+        return ++count <= 10 ? redirectTo("/again") : reply("200 OK", "[1]");
+    });
+
+    EXPECT_EQ(fetch(server.url("/")).body, "[1]");
+}
+
+TEST_F(HttpRedirectTest, ALoopFails) {
+    WebServer server("location /loop { return 302 /loop; }");
+
+    expectRefused(fetch(server.url("/loop")));
+}
+
+TEST_F(HttpRedirectTest, ARedirectWithoutADestinationIsAStatusLikeOthers) {
+    ScriptedServer server({reply("302 Found", "nowhere")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "nowhere");
+    EXPECT_EQ(fetched.out, otherStatus(302));
+}
+
+TEST_F(HttpRedirectTest, CredentialsAreNotSentToTheServerThatARedirectNames) {
+    ScriptedServer other({reply("401 Unauthorized", "", "WWW-Authenticate: Basic\r\n"),
+                          reply("401 Unauthorized", "no", "WWW-Authenticate: Basic\r\n")});
+    ScriptedServer first({redirectTo(other.url("/")), redirectTo(other.url("/"))});
+    request_.useAuth = true;
+    request_.userName = "designer";
+    request_.password = "secret";
+
+    const Fetched fetched = fetch(first.url("/"));
+
+    EXPECT_EQ(fetched.body, "no");
+    for (const std::string& request : other.requests()) {
+        EXPECT_EQ(request.find("Authorization"), std::string::npos);
+    }
+}
+
+}  // namespace
+
+}  // namespace intake

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace intake {
+
+/// One connection that a test server accepted, plain or over TLS. Owned and used by the thread that
+/// serves it. Every operation returns as soon as the peer has gone.
+class Connection {
+public:
+    /// Over TLS when `tls` is not null; the handshake is made by the first receiveRequest. `socket`
+    /// is borrowed.
+    Connection(int socket, SSL_CTX* tls);
+
+    /// The header of the next request with the empty line that ends it. Empty when none comes, or
+    /// one of more than 64 KB.
+    std::string receiveRequest();
+
+    void send(std::string_view bytes);
+
+    /// Says the good-bye of TLS, without which a close looks like a cut.
+    void sayGoodbye();
+
+    /// Waits until the peer closes the connection.
+    void waitForPeer();
+
+    /// Lets the coming close reset the connection instead of ending it in order.
+    void resetOnClose();
+
+private:
+    struct TlsDeleter {
+        void operator()(SSL* tls) const { SSL_free(tls); }
+    };
+
+    int receive(char* buffer, int capacity);
+
+    int socket_;
+    std::unique_ptr<SSL, TlsDeleter> tls_;
+    std::string received_;
+};
+
+}  // namespace intake

@@ -1,0 +1,64 @@
+#include "tests/http/support/loopback.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace intake {
+
+namespace {
+
+sockaddr_in loopbackAddress(uint16_t port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+int newSocket() {
+    return socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+}
+
+}  // namespace
+
+int listenOnLoopback(uint16_t port) {
+    const int listener = newSocket();
+    const int yes = 1;
+    setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    const sockaddr_in address = loopbackAddress(port);
+    if (bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        listen(listener, SOMAXCONN) != 0) {
+        throw std::system_error(errno, std::generic_category(), "listen on loopback");
+    }
+    return listener;
+}
+
+uint16_t portOf(int socket) {
+    sockaddr_in address{};
+    socklen_t size = sizeof address;
+    getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
+    return ntohs(address.sin_port);
+}
+
+uint16_t freePort() {
+    const int listener = listenOnLoopback(0);
+    const uint16_t port = portOf(listener);
+    close(listener);
+    return port;
+}
+
+bool isListening(uint16_t port) {
+    const int client = newSocket();
+    const sockaddr_in address = loopbackAddress(port);
+    const bool connected =
+        connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    close(client);
+    return connected;
+}
+
+}  // namespace intake
