@@ -92,6 +92,14 @@ TEST_F(BuildCommand, AFileNameWithABackslashAndABarIsEscaped) {
     EXPECT_NE(command().find(R"(MODE |JSON| FILENAME |C:\\dir\|x| SHEET || )"), std::string::npos);
 }
 
+TEST_F(BuildCommand, AnEmptyTextIsTwoAdjacentBars) {
+    params().queryMode = 3;
+    TestRecord::set(params().table, "");
+    for (const char* key : {"FILENAME", "SHEET", "TABLE", "CUSTOM_HEADERS"}) {
+        EXPECT_EQ(pair(key), "||") << key;
+    }
+}
+
 TEST_F(BuildCommand, EscapesSomeTextsAndLeavesOthersAsTheyStand) {
     ReaderParams& p = params();
     p.queryMode = 1;

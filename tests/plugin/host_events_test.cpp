@@ -237,6 +237,14 @@ TEST_F(ParameterChange, OfAnyOtherParameterHasNoEffectUntilTheNextLoad) {
     EXPECT_THAT(host.takeCalls(), ElementsAre("getInitCB()"));  // no answer, so no load
 }
 
+TEST_F(ParameterChange, OfTheStateWordOrTheUserDataDoesNothing) {
+    bindInstance();
+    for (const int32_t index : {0, 1, 10}) {
+        PLUGIN_CHANGED_CALLBACK(record.get(), index);
+        EXPECT_THAT(host.takeCalls(), IsEmpty()) << index;
+    }
+}
+
 TEST_F(ParameterChange, IsDroppedWithoutAnInstance) {
     for (int32_t index = 0; index <= 50; ++index) {
         PLUGIN_CHANGED_CALLBACK(record.get(), index);

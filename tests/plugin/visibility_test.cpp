@@ -197,6 +197,31 @@ TEST_F(Visibility, OfEveryReaderParameterIsSentInOrder) {
     }
 }
 
+TEST_F(Visibility, OfAStoredHtmlQueryTypeShowsFileAndSheetAndNothingOfTheOtherTypes) {
+    bindInstance();
+    setUp({4, 0, true, false, true, 2, true, {}});
+    EXPECT_EQ(readerUpdate(), update(READER_PARAMETERS, {"filename", "sheet", "key", "table"}));
+}
+
+TEST_F(Visibility, WithTheProxyOffHidesItsModeAndItsManualFieldsEvenForJson) {
+    bindInstance();
+    for (const int32_t proxyMode : {0, 1, 2}) {
+        setUp({3, 0, false, false, false, proxyMode, false, {}});
+        EXPECT_EQ(readerUpdate(), update(READER_PARAMETERS, {"filename", "xpath", "key", "table",
+                                                             "enableProxy", "useCustomHeaders"}));
+    }
+}
+
+TEST_F(Visibility, HidesTheManualProxyFieldsUnlessTheProxyModeIsManual) {
+    bindInstance();
+    for (const int32_t proxyMode : {0, 1, 3}) {
+        setUp({3, 0, false, false, true, proxyMode, false, {}});
+        EXPECT_EQ(readerUpdate(),
+                  update(READER_PARAMETERS, {"filename", "xpath", "key", "table", "enableProxy",
+                                             "proxyMode", "useCustomHeaders"}));
+    }
+}
+
 /// The parameters that differ between two values of one switch.
 class SwitchEffect : public Visibility {
 protected:
