@@ -145,7 +145,7 @@ RDR_HTTP::Outcome RDR_HTTP::answerProxy(HttpRequest& http, Attempts& attempts, b
     return refused ? Outcome::FINISHED : Outcome::AGAIN;
 }
 
-/// The first of the offered schemes that the user can use. That one is passed over is logged once.
+/// The first of the offered schemes that the user can use; passing one over is logged once.
 HttpScheme RDR_HTTP::chooseScheme(uint32_t offered, Attempts& attempts) {
     for (const HttpScheme scheme : SCHEME_ORDER) {
         if ((offered & scheme) == 0) {
