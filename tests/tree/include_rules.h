@@ -1,0 +1,16 @@
+#pragma once
+
+#include "tests/tree/SourceTree.h"
+
+namespace intake {
+
+/// Includes against the one direction in which they run.
+Violations forbiddenIncludes(const SourceTree& tree);
+
+/// Quoted includes that name no file of the tree: ours are named from its root.
+Violations unknownIncludes(const SourceTree& tree);
+
+/// Includes that lead back to the file that they stand in.
+Violations includeCycles(const SourceTree& tree);
+
+}  // namespace intake
