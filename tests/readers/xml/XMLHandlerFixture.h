@@ -1,0 +1,29 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "readers/xml/XMLHandler.h"
+#include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeXml.h"
+
+namespace intake {
+
+/// A reader whose XML services are fake. The log is off unless a test asks for it.
+class XMLHandlerFixture : public testing::Test {
+protected:
+    XMLHandlerFixture();
+
+    bool read() { return handler_.Read(request_, script_, error_); }
+
+    FakeClock clock_;
+    FakeXml xml_;
+    EndMark endMark_;
+    ReaderLogger logger_{clock_};
+    XMLHandler handler_{logger_, xml_, endMark_};
+    RequestRecord request_;
+    std::string script_, error_;
+};
+
+}  // namespace intake
