@@ -59,6 +59,13 @@ TEST(JsonNumber, WithAnExponentIsWrittenOutWhereSixDigitsAreEnough) {
     EXPECT_EQ(written("1e-5"), "1e-05");
 }
 
+TEST(JsonNumber, BelowATenThousandthHasAnExponent) {
+    EXPECT_EQ(written("0.0001"), "0.0001");
+    EXPECT_EQ(written("0.00001"), "1e-05");
+    EXPECT_EQ(written("-0.00009"), "-9e-05");
+    EXPECT_EQ(written("0.00000"), "0");
+}
+
 TEST(JsonNumber, ZeroKeepsItsSign) {
     EXPECT_EQ(written("0"), "0");
     EXPECT_EQ(written("-0"), "-0");
