@@ -1,9 +1,6 @@
 #include "platform/linux/CurlHttpClient.h"
 
-#include <curl/curl.h>
 #include <gssapi/gssapi.h>
-
-#include <mutex>
 
 #include "platform/linux/CurlHttpRequest.h"
 #include "platform/linux/system_proxy.h"
@@ -11,11 +8,6 @@
 namespace intake {
 
 namespace {
-
-void initialiseCurl() {
-    static std::once_flag initialised;
-    std::call_once(initialised, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
 
 bool hasKerberosTicket() {
     OM_uint32 minor = 0;
@@ -65,7 +57,6 @@ bool CurlHttpClient::proxyForUrl(const std::string& url, const ProxyLookup&, std
 }
 
 std::unique_ptr<HttpClient> CurlHttpClients::create(const EndMark& endMark) {
-    initialiseCurl();
     return std::make_unique<CurlHttpClient>(endMark);
 }
 

@@ -12,11 +12,6 @@ namespace intake {
 
 namespace {
 
-constexpr long CONNECT_SECONDS = 60;
-constexpr long SILENCE_SECONDS = 30;
-constexpr long MAX_REDIRECTS = 10;
-constexpr long RECEIVE_BUFFER = 128 * 1024;
-constexpr int POLL_MILLISECONDS = 100;
 constexpr long PROXY_AUTHENTICATION = 407;
 constexpr std::string_view LINE_ENDS = "\r\n";
 
@@ -79,49 +74,21 @@ bool isSameHeader(std::string_view line, std::string_view other) {
 
 CurlHttpRequest::CurlHttpRequest(const HttpAddress& address, const std::string& userAgent,
                                  const EndMark& endMark)
-    : endMark_(endMark),
-      host_(address.host),
-      transfer_(curl_easy_init()),
-      driver_(curl_multi_init()) {
+    : endMark_(endMark), host_(address.host), transfer_(endMark) {
     if (isOpen()) {
         setOptions(address, userAgent);
         addHeader("Accept:");  // none is sent
     }
 }
 
-CurlHttpRequest::~CurlHttpRequest() {
-    if (isOpen()) {
-        curl_multi_remove_handle(driver_.get(), transfer_.get());
-    }
-}
-
 void CurlHttpRequest::setOptions(const HttpAddress& address, const std::string& userAgent) {
-    CURL* const transfer = transfer_.get();
+    CURL* const transfer = transfer_.handle();
     curl_easy_setopt(transfer, CURLOPT_URL, toUrl(address).c_str());
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, userAgent.c_str());
-    curl_easy_setopt(transfer, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(transfer, CURLOPT_COOKIEFILE, "");  // kept from response to response only
-    curl_easy_setopt(transfer, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(transfer, CURLOPT_BUFFERSIZE, RECEIVE_BUFFER);
-    curl_easy_setopt(transfer, CURLOPT_ERRORBUFFER, reason_.data());
-
-    curl_easy_setopt(transfer, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(transfer, CURLOPT_MAXREDIRS, MAX_REDIRECTS);
-
-    curl_easy_setopt(transfer, CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
-    curl_easy_setopt(transfer, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(transfer, CURLOPT_LOW_SPEED_TIME, SILENCE_SECONDS);
-
-    // Not even the environment's proxy, unless setProxy is called.
-    curl_easy_setopt(transfer, CURLOPT_PROXY, "");
-    curl_easy_setopt(transfer, CURLOPT_NOPROXY, "");
     // Nothing is proved before it is asked for.
     curl_easy_setopt(transfer, CURLOPT_HTTPAUTH, CURLAUTH_NONE);
     curl_easy_setopt(transfer, CURLOPT_PROXYAUTH, CURLAUTH_NONE);
-    if (const char* const authorities = std::getenv("SSL_CERT_FILE")) {
-        curl_easy_setopt(transfer, CURLOPT_CAINFO, authorities);
-    }
 
     curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, onHeader);
     curl_easy_setopt(transfer, CURLOPT_HEADERDATA, this);
@@ -160,7 +127,7 @@ void CurlHttpRequest::addHeader(std::string_view line) {
         }
     }
     list = curl_slist_append(list, std::string(line).c_str());
-    curl_easy_setopt(transfer_.get(), CURLOPT_HTTPHEADER, list);
+    curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list);
     headers_.reset(list);
 }
 
@@ -170,24 +137,24 @@ bool CurlHttpRequest::setProxy(const std::string& address, const std::string& by
     }
     const bool isLocal = host_.find('.') == std::string::npos;
     const bool bypassed = bypass == "<local>" && isLocal;
-    curl_easy_setopt(transfer_.get(), CURLOPT_PROXY, address.c_str());
-    curl_easy_setopt(transfer_.get(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXY, address.c_str());
+    curl_easy_setopt(transfer_.handle(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
     return true;
 }
 
 bool CurlHttpRequest::setProxyUser(const std::string& user) {
-    curl_easy_setopt(transfer_.get(), CURLOPT_PROXYUSERNAME, user.c_str());
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYUSERNAME, user.c_str());
     return true;
 }
 
 bool CurlHttpRequest::setProxyPassword(const std::string& password) {
-    curl_easy_setopt(transfer_.get(), CURLOPT_PROXYPASSWORD, password.c_str());
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYPASSWORD, password.c_str());
     return true;
 }
 
 bool CurlHttpRequest::setCredentials(HttpTarget target, HttpScheme scheme, const std::string& user,
                                      const std::string& password) {
-    CURL* const transfer = transfer_.get();
+    CURL* const transfer = transfer_.handle();
     const bool server = target == HttpTarget::SERVER;
     curl_easy_setopt(transfer, server ? CURLOPT_USERNAME : CURLOPT_PROXYUSERNAME, user.c_str());
     curl_easy_setopt(transfer, server ? CURLOPT_PASSWORD : CURLOPT_PROXYPASSWORD, password.c_str());
@@ -206,16 +173,7 @@ void CurlHttpRequest::noteHeader(std::string_view line) {
         responded_ = false;
     } else if (line.find_first_not_of(LINE_ENDS) == std::string_view::npos) {
         responded_ = true;
-        stayOnHttps();
-    }
-}
-
-/// From HTTPS no redirect leads back to HTTP.
-void CurlHttpRequest::stayOnHttps() {
-    const char* scheme = nullptr;
-    curl_easy_getinfo(transfer_.get(), CURLINFO_SCHEME, &scheme);
-    if (scheme != nullptr && strcasecmp(scheme, "https") == 0) {
-        curl_easy_setopt(transfer_.get(), CURLOPT_REDIR_PROTOCOLS_STR, "https");
+        transfer_.stayOnHttps();
     }
 }
 
@@ -225,54 +183,35 @@ size_t CurlHttpRequest::onBody(char* data, size_t size, size_t count, void* self
 }
 
 void CurlHttpRequest::restart() {
-    curl_multi_remove_handle(driver_.get(), transfer_.get());
     received_.clear();
     taken_ = 0;
     responded_ = false;
-    done_ = false;
-    result_ = CURLE_OK;
-    reason_[0] = 0;
-    curl_easy_setopt(transfer_.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_multi_add_handle(driver_.get(), transfer_.get());
+    transfer_.restart();
 }
 
 /// Runs the transfer until some of the body has come or it has ended. False when it was given up.
 bool CurlHttpRequest::drive() {
-    while (received_.empty() && !done_) {
-        if (endMark_.isSet()) {
-            return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
-        }
-        int running = 0;
-        curl_multi_perform(driver_.get(), &running);
-        int waiting = 0;
-        if (const CURLMsg* const message = curl_multi_info_read(driver_.get(), &waiting);
-            message != nullptr && message->msg == CURLMSG_DONE) {
-            done_ = true;
-            result_ = message->data.result;
-        }
-        if (received_.empty() && !done_) {
-            curl_multi_poll(driver_.get(), nullptr, 0, POLL_MILLISECONDS, nullptr);
-        }
-    }
-    return true;
+    return transfer_.drive([this] { return !received_.empty(); }) || failGivenUp();
+}
+
+bool CurlHttpRequest::failGivenUp() {
+    return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
 }
 
 /// A protocol that is not supported is that of a redirect, or what answered does not speak HTTP.
 uint32_t CurlHttpRequest::transferError() const {
-    long redirects = 0;
-    curl_easy_getinfo(transfer_.get(), CURLINFO_REDIRECT_COUNT, &redirects);
-    return result_ == CURLE_UNSUPPORTED_PROTOCOL && redirects > 0 ? HTTP_ERROR_REDIRECT_FAILED
-                                                                  : toHttpError(result_);
+    return transfer_.refusedRedirect() ? HTTP_ERROR_REDIRECT_FAILED
+                                       : toHttpError(transfer_.result());
 }
 
 bool CurlHttpRequest::failTransfer() {
-    return fail(transferError(), reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_));
+    return fail(transferError(), transfer_.reason());
 }
 
 /// A proxy that refuses to open a tunnel ends the transfer, but is a response like others.
 bool CurlHttpRequest::isProxyRefusal() const {
     long code = 0;
-    curl_easy_getinfo(transfer_.get(), CURLINFO_HTTP_CONNECTCODE, &code);
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_HTTP_CONNECTCODE, &code);
     return code >= 300;
 }
 
@@ -282,20 +221,19 @@ bool CurlHttpRequest::send() {
         return false;
     }
     if (isProxyRefusal()) {
-        result_ = CURLE_OK;
         return true;
     }
-    if (result_ == CURLE_OK) {
+    if (transfer_.result() == CURLE_OK) {
         return responded_ || fail(HTTP_ERROR_CONNECTION_BROKEN,
                                   "The connection was closed within the header of the response");
     }
     // A response that breaks off behind its header is found out when the body is read.
-    return (responded_ && isBrokenTransfer(result_)) || failTransfer();
+    return (responded_ && isBrokenTransfer(transfer_.result())) || failTransfer();
 }
 
 bool CurlHttpRequest::status(int& code) {
     long status = 0;
-    curl_easy_getinfo(transfer_.get(),
+    curl_easy_getinfo(transfer_.handle(),
                       isProxyRefusal() ? CURLINFO_HTTP_CONNECTCODE : CURLINFO_RESPONSE_CODE,
                       &status);
     code = static_cast<int>(status);
@@ -307,8 +245,8 @@ bool CurlHttpRequest::offeredSchemes(uint32_t& schemes, HttpTarget& target) {
     status(code);
     const bool proxy = code == PROXY_AUTHENTICATION;
     long offered = 0;
-    curl_easy_getinfo(transfer_.get(), proxy ? CURLINFO_PROXYAUTH_AVAIL : CURLINFO_HTTPAUTH_AVAIL,
-                      &offered);
+    curl_easy_getinfo(transfer_.handle(),
+                      proxy ? CURLINFO_PROXYAUTH_AVAIL : CURLINFO_HTTPAUTH_AVAIL, &offered);
     schemes = toSchemes(offered);
     target = proxy ? HttpTarget::PROXY : HttpTarget::SERVER;
     return true;
@@ -316,13 +254,13 @@ bool CurlHttpRequest::offeredSchemes(uint32_t& schemes, HttpTarget& target) {
 
 bool CurlHttpRequest::available(size_t& bytes) {
     if (endMark_.isSet()) {
-        return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
+        return failGivenUp();
     }
     if (!drive()) {
         return false;
     }
     bytes = received_.size() - taken_;
-    return bytes != 0 || result_ == CURLE_OK || failTransfer();
+    return bytes != 0 || transfer_.result() == CURLE_OK || isProxyRefusal() || failTransfer();
 }
 
 bool CurlHttpRequest::read(char* buffer, size_t capacity, size_t& bytesRead) {

@@ -1,0 +1,101 @@
+#include "platform/linux/CurlTransfer.h"
+
+#include <strings.h>
+
+#include <cstdlib>
+#include <mutex>
+
+namespace intake {
+
+namespace {
+
+constexpr long CONNECT_SECONDS = 60;
+constexpr long SILENCE_SECONDS = 30;
+constexpr long MAX_REDIRECTS = 10;
+constexpr long RECEIVE_BUFFER = 128 * 1024;
+constexpr int POLL_MILLISECONDS = 100;
+
+CURL* makeHandle() {
+    static std::once_flag initialised;
+    std::call_once(initialised, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    return curl_easy_init();
+}
+
+}  // namespace
+
+CurlTransfer::CurlTransfer(const EndMark& endMark)
+    : endMark_(endMark), handle_(makeHandle()), driver_(curl_multi_init()) {
+    if (isReady()) {
+        setCommonOptions();
+    }
+}
+
+CurlTransfer::~CurlTransfer() {
+    if (isReady()) {
+        curl_multi_remove_handle(driver_.get(), handle_.get());
+    }
+}
+
+void CurlTransfer::setCommonOptions() {
+    curl_easy_setopt(handle(), CURLOPT_ERRORBUFFER, reason_.data());
+    curl_easy_setopt(handle(), CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(handle(), CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(handle(), CURLOPT_COOKIEFILE, "");  // kept from response to response only
+    curl_easy_setopt(handle(), CURLOPT_BUFFERSIZE, RECEIVE_BUFFER);
+
+    curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, MAX_REDIRECTS);
+    curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
+    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_LIMIT, 1L);
+    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_TIME, SILENCE_SECONDS);
+
+    curl_easy_setopt(handle(), CURLOPT_PROXY, "");
+    curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
+    if (const char* const authorities = std::getenv("SSL_CERT_FILE")) {
+        curl_easy_setopt(handle(), CURLOPT_CAINFO, authorities);
+    }
+}
+
+void CurlTransfer::restart() {
+    curl_multi_remove_handle(driver_.get(), handle_.get());
+    done_ = false;
+    result_ = CURLE_OK;
+    reason_[0] = 0;
+    curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    curl_multi_add_handle(driver_.get(), handle_.get());
+}
+
+void CurlTransfer::step() {
+    int running = 0;
+    curl_multi_perform(driver_.get(), &running);
+    int waiting = 0;
+    const CURLMsg* const message = curl_multi_info_read(driver_.get(), &waiting);
+    if (message != nullptr && message->msg == CURLMSG_DONE) {
+        done_ = true;
+        result_ = message->data.result;
+    }
+}
+
+void CurlTransfer::wait() {
+    curl_multi_poll(driver_.get(), nullptr, 0, POLL_MILLISECONDS, nullptr);
+}
+
+void CurlTransfer::stayOnHttps() {
+    const char* scheme = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_SCHEME, &scheme);
+    if (scheme != nullptr && strcasecmp(scheme, "https") == 0) {
+        curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "https");
+    }
+}
+
+bool CurlTransfer::refusedRedirect() const {
+    long redirects = 0;
+    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_COUNT, &redirects);
+    return result_ == CURLE_UNSUPPORTED_PROTOCOL && redirects > 0;
+}
+
+std::string CurlTransfer::reason() const {
+    return reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_);
+}
+
+}  // namespace intake
