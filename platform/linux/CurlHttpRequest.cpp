@@ -12,6 +12,7 @@ namespace intake {
 
 namespace {
 
+constexpr long PROXY_PORT = 80;  // of an address without one
 constexpr long PROXY_AUTHENTICATION = 407;
 constexpr std::string_view LINE_ENDS = "\r\n";
 
@@ -138,6 +139,7 @@ bool CurlHttpRequest::setProxy(const std::string& address, const std::string& by
     const bool isLocal = host_.find('.') == std::string::npos;
     const bool bypassed = bypass == "<local>" && isLocal;
     curl_easy_setopt(transfer_.handle(), CURLOPT_PROXY, address.c_str());
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYPORT, PROXY_PORT);
     curl_easy_setopt(transfer_.handle(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
     return true;
 }
