@@ -19,6 +19,12 @@ HttpTest::HttpTest() {
     environment_.emplace_back("KRB5CCNAME", "FILE:/no/tickets");
 }
 
+void HttpTest::useProxy(int32_t mode, const std::string& url) {
+    request_.enableProxy = true;
+    request_.proxyMode = mode;
+    request_.proxyUrl = url;
+}
+
 Fetched HttpTest::fetch(const std::string& url) {
     const Platform& platform = systemPlatform();
     Fetched fetched;

@@ -14,6 +14,10 @@
 
 namespace intake {
 
+constexpr int32_t AUTO_DETECT = 0;
+constexpr int32_t SYSTEM_SETTINGS = 1;
+constexpr int32_t MANUAL = 2;
+
 /// What came of one fetch.
 struct Fetched {
     bool success = false;
@@ -31,6 +35,8 @@ protected:
 
     /// Fetches `url` as a worker does, on a thread of its own, with the settings of `request_`.
     Fetched fetch(const std::string& url);
+
+    void useProxy(int32_t mode, const std::string& url = "");
 
     /// What was logged, without the time stamps.
     std::string log() const;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a fetch prints on standard output.
+// What a fetch prints on standard output, and what it logs.
 
 #include <string>
 
@@ -11,6 +11,9 @@ inline const std::string SERVER_ASKS =
     " The server requires authentication. Sending credentials...\n";
 inline const std::string PROXY_ASKS =
     "The proxy requires authentication.  Sending credentials...\n";
+
+inline const std::string TICKET_WARNING =
+    "WARNING: \t\t\tHTTP: Negotiate is offered, but there is no Kerberos ticket.\n";
 
 inline std::string otherStatus(int status) {
     return "Error. Status code " + std::to_string(status) + " returned.\n";

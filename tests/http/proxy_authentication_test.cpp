@@ -1,0 +1,144 @@
+// 407: the credentials of proxies.
+
+#include "tests/http/support/ForwardProxy.h"
+#include "tests/http/support/HttpTest.h"
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/base64.h"
+#include "tests/http/support/challenges.h"
+#include "tests/http/support/digest.h"
+#include "tests/http/support/ntlm.h"
+
+namespace intake {
+
+namespace {
+
+class HttpProxyAuthenticationTest : public HttpTest {
+protected:
+    HttpProxyAuthenticationTest() {
+        request_.proxyUser = "designer";
+        request_.proxyPwd = "secret";
+    }
+
+    /// Fetches through a proxy of our own, which plays the server behind it too.
+    Fetched fetchThrough(const ScriptedServer& proxy) {
+        useProxy(MANUAL, proxy.address());
+        return fetch("http://data.example/");
+    }
+};
+
+TEST_F(HttpProxyAuthenticationTest, ARealProxyAcceptsBasicCredentials) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy("BasicAuth designer secret\n");
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + RETRIEVED);
+    EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(HttpProxyAuthenticationTest, ARealProxyAcceptsBasicCredentialsForATunnel) {
+    const CertificateAuthority authority;
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    const TlsFiles tls = authority.issue();
+    ScriptedServer server({reply("200 OK", "[1]")}, &tls);
+    const ForwardProxy proxy("BasicAuth designer secret\n");
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + RETRIEVED);
+}
+
+TEST_F(HttpProxyAuthenticationTest, ARealProxyRefusesAWrongPassword) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy("BasicAuth designer other\n");
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    // Tinyproxy answers a wrong password with 401.
+    EXPECT_EQ(fetched.out, PROXY_ASKS + SERVER_ASKS + SERVER_ASKS);
+    EXPECT_EQ(server.requests().size(), 0U);
+}
+
+TEST_F(HttpProxyAuthenticationTest, Two407InARowEndTheFetchWithTheBodyOfTheSecond) {
+    ScriptedServer proxy({proxyChallenge({BASIC}, "first"), proxyChallenge({BASIC}, "second")});
+
+    const Fetched fetched = fetchThrough(proxy);
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "second");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + PROXY_ASKS);
+}
+
+TEST_F(HttpProxyAuthenticationTest, AProxyAndAServerThatBothAskAreBothAnswered) {
+    ScriptedServer proxy({proxyChallenge({BASIC}), challenge({BASIC}), reply("200 OK", "[1]")});
+    request_.useAuth = true;
+    request_.userName = "editor";
+    request_.password = "word";
+
+    const Fetched fetched = fetchThrough(proxy);
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + SERVER_ASKS + RETRIEVED);
+    EXPECT_EQ(proxyProofs(proxy).back(), "Basic " + toBase64("designer:secret"));
+    EXPECT_EQ(proofs(proxy).back(), "Basic " + toBase64("editor:word"));
+}
+
+TEST_F(HttpProxyAuthenticationTest, DigestProvesThePasswordToAProxy) {
+    ScriptedServer proxy({proxyChallenge({DIGEST}), reply("200 OK", "[1]")});
+
+    const Fetched fetched = fetchThrough(proxy);
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + RETRIEVED);
+    expectDigestProof(proxyProofs(proxy).back(), "/");
+}
+
+TEST_F(HttpProxyAuthenticationTest, NtlmExchangesItsThreeMessagesWithAProxy) {
+    ScriptedServer proxy({proxyChallenge({NTLM}), proxyChallenge({NTLM + " " + ntlmChallenge()}),
+                          reply("200 OK", "[1]")});
+
+    const Fetched fetched = fetchThrough(proxy);
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, PROXY_ASKS + RETRIEVED);
+    ASSERT_EQ(proxy.requests().size(), 3U);
+    expectNtlmNegotiation(proxyProofs(proxy)[1]);
+    expectNtlmProof(proxyProofs(proxy)[2]);
+}
+
+TEST_F(HttpProxyAuthenticationTest, OfAllSchemesTogetherBasicIsTaken) {
+    ScriptedServer proxy({proxyChallenge({DIGEST, NTLM, NEGOTIATE, BASIC}), reply("200 OK", "")});
+
+    fetchThrough(proxy);
+
+    EXPECT_EQ(proxyProofs(proxy).back(), "Basic " + toBase64("designer:secret"));
+}
+
+TEST_F(HttpProxyAuthenticationTest, NegotiateWithoutATicketIsLoggedAndNtlmIsTaken) {
+    ScriptedServer proxy({proxyChallenge({DIGEST, NTLM, NEGOTIATE}),
+                          proxyChallenge({NTLM + " " + ntlmChallenge()}), reply("200 OK", "[1]")});
+
+    EXPECT_EQ(fetchThrough(proxy).body, "[1]");
+    EXPECT_TRUE(proxyProofs(proxy).back().starts_with("NTLM "));
+    EXPECT_EQ(log(), TICKET_WARNING);
+}
+
+TEST_F(HttpProxyAuthenticationTest, AServerBehindTheProxyNeverSeesTheProxysCredentials) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy("BasicAuth designer secret\n");
+    useProxy(MANUAL, proxy.address());
+
+    fetch(server.url("/"));
+
+    EXPECT_EQ(server.requests().at(0).find("Proxy-Authorization"), std::string::npos);
+}
+
+}  // namespace
+
+}  // namespace intake

@@ -1,0 +1,163 @@
+// 401: the schemes in which a fetch proves who the user is.
+
+#include "tests/http/support/HttpTest.h"
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/WebServer.h"
+#include "tests/http/support/base64.h"
+#include "tests/http/support/challenges.h"
+#include "tests/http/support/digest.h"
+#include "tests/http/support/ntlm.h"
+
+namespace intake {
+
+namespace {
+
+class HttpServerAuthenticationTest : public HttpTest {
+protected:
+    HttpServerAuthenticationTest() {
+        request_.useAuth = true;
+        request_.userName = "designer";
+        request_.password = "secret";
+    }
+};
+
+const std::string BASIC_PROOF = "Basic " + toBase64("designer:secret");
+
+TEST_F(HttpServerAuthenticationTest, ARealServerAcceptsBasicCredentials) {
+    WebServer server(R"(
+        location /protected/ { auth_basic "stage"; auth_basic_user_file users; })");
+    server.write("../users", "designer:{PLAIN}secret\n");
+    server.write("protected/data.json", "[1]");
+
+    const Fetched fetched = fetch(server.url("/protected/data.json"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + RETRIEVED);
+}
+
+TEST_F(HttpServerAuthenticationTest, ARealServerRefusesAWrongPasswordAndItsBodyIsKept) {
+    WebServer server(R"(
+        location /protected/ {
+            auth_basic "stage";
+            auth_basic_user_file users;
+            error_page 401 /refused.json;
+        })");
+    server.write("../users", "designer:{PLAIN}other\n");
+    server.write("refused.json", "{\"refused\":1}");
+
+    const Fetched fetched = fetch(server.url("/protected/data.json"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "{\"refused\":1}");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + SERVER_ASKS);
+}
+
+TEST_F(HttpServerAuthenticationTest, Two401InARowEndTheFetchWithTheBodyOfTheSecond) {
+    ScriptedServer server({challenge({BASIC}, "first"), challenge({BASIC}, "second")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "second");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + SERVER_ASKS);
+    EXPECT_EQ(proofs(server),
+              (std::vector<std::string>{"", "Basic " + toBase64("designer:secret")}));
+}
+
+TEST_F(HttpServerAuthenticationTest, A401WithoutASchemeEndsTheFetch) {
+    ScriptedServer server({challenge({}, "closed")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "closed");
+    EXPECT_EQ(fetched.out, SERVER_ASKS);
+}
+
+TEST_F(HttpServerAuthenticationTest, WithoutTheSwitchEmptyCredentialsAreSent) {
+    ScriptedServer server({challenge({BASIC}), challenge({BASIC}, "closed")});
+    request_.useAuth = false;
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_EQ(fetched.body, "closed");
+    EXPECT_EQ(proofs(server), (std::vector<std::string>{"", "Basic " + toBase64(":")}));
+}
+
+TEST_F(HttpServerAuthenticationTest, DigestProvesThePasswordWithoutShowingIt) {
+    ScriptedServer server({challenge({DIGEST}), reply("200 OK", "[1]")});
+
+    const Fetched fetched = fetch(server.url("/data.json?x=1"));
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + RETRIEVED);
+    expectDigestProof(proofs(server).back(), "/data.json?x=1");
+}
+
+TEST_F(HttpServerAuthenticationTest, NtlmExchangesItsThreeMessagesOnOneConnection) {
+    ScriptedServer server(
+        {challenge({NTLM}), challenge({NTLM + " " + ntlmChallenge()}), reply("200 OK", "[1]")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(fetched.out, SERVER_ASKS + RETRIEVED);
+    ASSERT_EQ(proofs(server).size(), 3U);
+    EXPECT_EQ(proofs(server)[0], "");
+    expectNtlmNegotiation(proofs(server)[1]);
+    expectNtlmProof(proofs(server)[2]);
+}
+
+struct Offer {
+    const char* name;
+    std::vector<std::string> schemes;
+    std::string taken;  // what the proof begins with
+};
+
+class HttpSchemeOrderTest : public HttpServerAuthenticationTest,
+                            public testing::WithParamInterface<Offer> {};
+
+TEST_P(HttpSchemeOrderTest, TheFirstUsableSchemeOfTheOfferIsTaken) {
+    ScriptedServer server({challenge(GetParam().schemes)});
+
+    fetch(server.url("/"));
+
+    ASSERT_GE(proofs(server).size(), 2U);
+    EXPECT_TRUE(proofs(server)[1].starts_with(GetParam().taken)) << proofs(server)[1];
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Offers, HttpSchemeOrderTest,
+    testing::Values(Offer{"Basic", {BASIC}, "Basic "}, Offer{"Ntlm", {NTLM}, "NTLM "},
+                    Offer{"Digest", {DIGEST}, "Digest "},
+                    Offer{"BasicBehindAllOthers", {DIGEST, NTLM, NEGOTIATE, BASIC}, "Basic "},
+                    Offer{"NtlmBehindDigest", {DIGEST, NTLM}, "NTLM "},
+                    Offer{"NegotiateWithoutATicketAndNtlm", {NEGOTIATE, DIGEST, NTLM}, "NTLM "},
+                    Offer{"NegotiateWithoutATicketAndDigest", {NEGOTIATE, DIGEST}, "Digest "},
+                    Offer{"SeveralOnOneLine", {DIGEST + ", " + BASIC}, "Basic "}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(HttpServerAuthenticationTest, NegotiateWithoutATicketIsLoggedOnceAndTheNextSchemeIsTaken) {
+    ScriptedServer server({challenge({NEGOTIATE, DIGEST}), reply("200 OK", "[1]")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_EQ(log(), TICKET_WARNING);
+}
+
+TEST_F(HttpServerAuthenticationTest, NegotiateAloneWithoutATicketEndsTheFetchWithTheBody) {
+    ScriptedServer server({challenge({NEGOTIATE}, "closed")});
+
+    const Fetched fetched = fetch(server.url("/"));
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.body, "closed");
+    EXPECT_EQ(fetched.out, SERVER_ASKS);
+    EXPECT_EQ(log(), TICKET_WARNING);
+}
+
+}  // namespace
+
+}  // namespace intake

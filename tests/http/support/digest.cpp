@@ -1,0 +1,43 @@
+#include "tests/http/support/digest.h"
+
+#include <gtest/gtest.h>
+#include <openssl/evp.h>
+
+#include <array>
+#include <regex>
+
+namespace intake {
+
+namespace {
+
+std::string md5(const std::string& text) {
+    constexpr const char* DIGITS = "0123456789abcdef";
+    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+    unsigned int size = 0;
+    EVP_Digest(text.data(), text.size(), digest.data(), &size, EVP_md5(), nullptr);
+    std::string hex;
+    for (unsigned int i = 0; i < size; ++i) {
+        hex += {DIGITS[digest[i] >> 4U], DIGITS[digest[i] & 15U]};
+    }
+    return hex;
+}
+
+std::string partOf(const std::string& header, const std::string& name) {
+    std::smatch match;
+    std::regex_search(header, match, std::regex("[ ,]" + name + "=\"?([^\",]*)"));
+    return match[1];
+}
+
+}  // namespace
+
+void expectDigestProof(const std::string& header, const std::string& uri) {
+    EXPECT_TRUE(header.starts_with("Digest ")) << header;
+    EXPECT_EQ(partOf(header, "username"), "designer");
+    EXPECT_EQ(partOf(header, "nonce"), "n7");
+    EXPECT_EQ(partOf(header, "uri"), uri);
+    EXPECT_EQ(partOf(header, "response"),
+              md5(md5("designer:stage:secret") + ":n7:" + partOf(header, "nc") + ":" +
+                  partOf(header, "cnonce") + ":auth:" + md5("GET:" + uri)));
+}
+
+}  // namespace intake
