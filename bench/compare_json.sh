@@ -6,6 +6,7 @@
 #   RUNS=5           how often each is run; they take turns
 #   BYTES=100000000  size of the document
 #   BUILD=build/bench
+# shellcheck disable=SC2016  # awk reads the $ of the expressions
 set -euo pipefail
 export LC_ALL=C
 cd "$(dirname "$0")/.."
@@ -57,11 +58,12 @@ writeAndCompare "$items"
 results=$(mktemp -d)
 trap 'rm -r "$results"' EXIT
 
-# The whole process: seconds and KiB in NAME.time; what it says itself in NAME.log.
+# The whole process: seconds, processor seconds (user, system) and KiB in NAME.time; what it says
+# itself in NAME.log.
 measure() {  # NAME COMMAND...
     local name=$1
     shift
-    /usr/bin/time -a -o "$results/$name.time" -f '%e %M' "$@" >/dev/null 2>>"$results/$name.log"
+    /usr/bin/time -a -o "$results/$name.time" -f '%e %U %S %M' "$@" >/dev/null 2>>"$results/$name.log"
 }
 for ((run = 1; run <= RUNS; ++run)); do
     measure intake "${intake[@]}"
@@ -72,40 +74,42 @@ for ((run = 1; run <= RUNS; ++run)); do
     measure jq "${jq[@]}"
 done
 
-# The minimum and the median of one column.
-range() {  # FILE COLUMN
-    awk -v column="$2" '{print $column}' "$results/$1" | sort -n |
+# The minimum and the median of what an awk expression makes of each line.
+range() {  # FILE EXPRESSION
+    awk "{print $2}" "$results/$1" | sort -n |
         awk '{value[NR] = $1} END {print value[1], value[int((NR + 1) / 2)]}'
 }
 
 wholeProcess() {  # NAME LABEL
-    local least median kibibytes ours
-    read -r least median < <(range "$1.time" 1)
-    read -r _ kibibytes < <(range "$1.time" 2)
-    read -r ours _ < <(range intake.time 1)
-    awk -v label="$2" -v least="$least" -v median="$median" -v ours="$ours" \
+    local least median cpu kibibytes ours
+    read -r least median < <(range "$1.time" '$1')
+    read -r cpu _ < <(range "$1.time" '$2 + $3')
+    read -r _ kibibytes < <(range "$1.time" '$4')
+    read -r ours _ < <(range intake.time '$2 + $3')
+    awk -v label="$2" -v least="$least" -v median="$median" -v cpu="$cpu" -v ours="$ours" \
         -v peak="$((kibibytes * 1024))" -v bytes="$(stat -c %s "$items")" 'BEGIN {
-            printf "%-26s %8.2f %8.2f %8.1f %8.0f %8.1f\n",
-                label, least, median, least / ours, peak / 1e6, peak / bytes }'
+            printf "%-26s %8.2f %8.2f %8.2f %8.1f %8.0f %8.1f\n",
+                label, least, median, cpu, cpu / ours, peak / 1e6, peak / bytes }'
 }
 
 insideProcess() {  # NAME LABEL
-    local least median
-    read -r least median < <(range "$1.log" 2)
-    printf '%-26s %8.3f %8.3f\n' "$2" "$least" "$median"
+    local least median cpu
+    read -r least median < <(range "$1.log" '$2')
+    read -r cpu _ < <(range "$1.log" '$4')
+    printf '%-26s %8.3f %8.3f %8.3f\n' "$2" "$least" "$median" "$cpu"
 }
 
-printf '\n%-26s %8s %8s %8s %8s %8s\n' "whole process, $RUNS runs" min/s median/s "x Intake" \
-    peak/MB "x file"
+printf '\n%-26s %8s %8s %8s %8s %8s %8s\n' "whole process, $RUNS runs" \
+    min/s median/s cpu/s "x Intake" peak/MB "x file"
 wholeProcess intake "Intake, file to script"
 wholeProcess node "node"
 wholeProcess jq "jq"
 wholeProcess jq_parse "jq, parsing only"
 wholeProcess store "store, script to fields"
 
-printf '\n%-26s %8s %8s\n' "inside the process" min/s median/s
+printf '\n%-26s %8s %8s %8s\n' "inside the process" min/s median/s cpu/s
 insideProcess intake "Intake, file to script"
 insideProcess rapidjson "RapidJSON, parsing only"
 insideProcess store "store, script to fields"
-echo "$(range intake.log 2) $(range rapidjson.log 2)" |
-    awk '{printf "\nIntake / RapidJSON: %.2f\n", $1 / $3}'
+echo "$(range intake.log '$4') $(range rapidjson.log '$4')" |
+    awk '{printf "\nIntake / RapidJSON, processor time: %.2f\n", $1 / $3}'
