@@ -64,6 +64,10 @@ void WebServer::write(const std::string& name, const std::string& content) const
     directory_.write("files/" + name, content);
 }
 
+void WebServer::resize(const std::string& name, size_t bytes) const {
+    std::filesystem::resize_file(directory_.path() / "files" / name, bytes);
+}
+
 std::string WebServer::url(const std::string& path) const {
     return "http://" + onLoopback(port_) + path;
 }

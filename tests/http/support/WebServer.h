@@ -20,6 +20,9 @@ public:
 
     void write(const std::string& name, const std::string& content) const;
 
+    /// Gives a file that was written this size, filled with zero bytes.
+    void resize(const std::string& name, size_t bytes) const;
+
     std::string url(const std::string& path) const;
     std::string secureUrl(const std::string& path) const;
     uint16_t port() const { return port_; }
