@@ -6,6 +6,7 @@
 #include <rapidjson/document.h>
 
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <sstream>
@@ -41,15 +42,15 @@ intake::RequestRecord allItems(const std::string& file = {}) {
 }
 
 /// A document that is parsed in place needs a copy of the text for every run.
-std::unique_ptr<char[]> copyOf(const std::string& text) {
-    auto copy = std::make_unique_for_overwrite<char[]>(text.size() + 1);
-    text.copy(copy.get(), text.size());
-    copy[text.size()] = 0;
+intake::ByteBuffer copyOf(const std::string& text) {
+    intake::ByteBuffer copy;
+    std::memcpy(copy.prepare(text.size() + 1), text.c_str(), text.size() + 1);
+    copy.commit(text.size() + 1);
     return copy;
 }
 
 JsonDocument parse(const std::string& text) {
-    return JsonDocument(copyOf(text), text.size() + 1);
+    return JsonDocument(copyOf(text));
 }
 
 /// A generated document in a file that lasts as long as this object.
@@ -87,7 +88,9 @@ double timeWholeJob(const intake::RequestRecord& request) {
     const intake::Platform& platform = intake::systemPlatform();
     intake::ReaderLogger logger(platform.clock);
     logger.setLevel(intake::LOG_FATAL);
-    intake::JSONHandler reader(logger, platform.files, platform.diagnostics);
+    const intake::EndMark endMark;
+    const auto client = platform.http.create(endMark);
+    intake::JSONHandler reader(logger, platform.files, *client, platform.diagnostics);
     std::string script, error;
     bool success = false;
     const double seconds = timed([&] { success = reader.Read(request, script, error); });
@@ -115,8 +118,8 @@ void Parse(benchmark::State& state) {
     for (auto _ : state) {
         auto copy = copyOf(text);
         std::unique_ptr<JsonDocument> document;
-        state.SetIterationTime(timed(
-            [&] { document = std::make_unique<JsonDocument>(std::move(copy), text.size() + 1); }));
+        state.SetIterationTime(
+            timed([&] { document = std::make_unique<JsonDocument>(std::move(copy)); }));
     }
     reportBytes(state, text.size());
 }

@@ -92,7 +92,7 @@ void IntakeThread::Stop() {
 }
 
 void IntakeThread::Terminate() {
-    state_->ended = true;
+    state_->endMark.set();
     if (handle_ != nullptr) {
         handle_->terminate();
     }

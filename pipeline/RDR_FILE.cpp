@@ -9,7 +9,7 @@ bool RDR_FILE::fail(const char* step) {
     return false;
 }
 
-bool RDR_FILE::Read(const std::string& path, std::unique_ptr<char[]>& buffer, size_t& size) {
+bool RDR_FILE::Read(const std::string& path, ByteBuffer& buffer) {
     const Files::Handle file = files_.open(path.c_str());
     if (file == Files::INVALID) {
         return fail("RDR_FILE::Read() failed: ");
@@ -18,14 +18,16 @@ bool RDR_FILE::Read(const std::string& path, std::unique_ptr<char[]>& buffer, si
     if (!files_.size(file, fileSize)) {
         return fail("RDR_FILE::Read(): GetFileSizeEx(): ");
     }
-    buffer = std::make_unique_for_overwrite<char[]>(static_cast<size_t>(fileSize) + 1);
+    const auto capacity = static_cast<size_t>(fileSize);
+    buffer = ByteBuffer();
+    char* const bytes = buffer.prepare(capacity + 1);
     size_t bytesRead = 0;
-    if (!files_.read(file, buffer.get(), static_cast<size_t>(fileSize), bytesRead)) {
+    if (!files_.read(file, bytes, capacity, bytesRead)) {
         return fail("RDR_FILE::Read(): ReadFile(): ");
     }
     files_.close(file);
-    buffer[bytesRead] = 0;
-    size = bytesRead + 1;
+    bytes[bytesRead] = 0;
+    buffer.commit(bytesRead + 1);
     return true;
 }
 

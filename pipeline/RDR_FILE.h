@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <string>
 
+#include "pipeline/ByteBuffer.h"
 #include "platform/Diagnostics.h"
 #include "platform/Files.h"
 
@@ -14,10 +13,11 @@ class RDR_FILE {
 public:
     RDR_FILE(Files& files, Diagnostics& diagnostics) : files_(files), diagnostics_(diagnostics) {}
 
-    /// On success `buffer` holds the file's bytes and one zero byte behind them, and `size` counts
-    /// both. On failure the step that failed is reported to the debugger's output; after a failed
-    /// size query or read the file stays open, and after a failed read `buffer` is already set.
-    bool Read(const std::string& path, std::unique_ptr<char[]>& buffer, size_t& size);
+    /// On success `buffer` holds the file's bytes and one zero byte behind them; its size
+    /// counts both. On failure the step that failed is reported to the debugger's output; after a
+    /// failed size query or read the file stays open, and after a failed read the buffer's room is
+    /// already taken.
+    bool Read(const std::string& path, ByteBuffer& buffer);
 
 private:
     bool fail(const char* step);

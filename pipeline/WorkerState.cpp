@@ -28,11 +28,12 @@ WorkerState::WorkerState(const Platform& platform)
       requests(platform.threads.createMutex()),
       results(platform.threads.createMutex()),
       logger_(platform.clock),
-      json_(logger_, platform.files, platform.diagnostics) {}
+      http_(platform.http.create(endMark)),
+      json_(logger_, platform.files, *http_, platform.diagnostics) {}
 
 void WorkerState::run() {
     threads.enterWorker();
-    while (stopRequested == 0 && !ended) {
+    while (stopRequested == 0 && !endMark.isSet()) {
         std::shared_ptr<IntakeClient> client;
         std::string command;
         if (takeRequest(client, command)) {
@@ -62,7 +63,7 @@ void WorkerState::answer(const std::shared_ptr<IntakeClient>& client, const std:
     IntakeCommand result;
     result.client = client;
     ProcessCommand(command, result.success, result.text, result.error);
-    if (!ended) {
+    if (!endMark.isSet()) {
         put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
     }
 }

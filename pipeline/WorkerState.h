@@ -45,7 +45,7 @@ public:
     CircBuffer<IntakeCommand> results;
 
     std::atomic<int32_t> stopRequested = 0;  // set by the host, cleared by the worker at its end
-    std::atomic<bool> ended = false;         // the host has let go; nothing is published any more
+    EndMark endMark;  // set by the host when it lets go; nothing is published any more
 
 private:
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
@@ -54,6 +54,7 @@ private:
     ReaderHandler& readerFor(const std::string& mode);
 
     ReaderLogger logger_;
+    const std::unique_ptr<HttpClient> http_;
     JSONHandler json_;
     UnavailableHandler sql_{"database and EXCEL"};
     UnavailableHandler html_{"HTML"};

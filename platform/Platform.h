@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/Diagnostics.h"
 #include "platform/Files.h"
+#include "platform/HttpClient.h"
 #include "platform/Threads.h"
 
 namespace intake {
@@ -14,6 +15,7 @@ struct Platform {
     Threads& threads;
     Files& files;
     Diagnostics& diagnostics;
+    HttpClients& http;
 };
 
 /// The services of the system that the library was built for. Never destroyed, so that a worker

@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/linux/CurlHttpClient.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDiagnostics.h"
 #include "platform/linux/LinuxFiles.h"
@@ -8,7 +9,8 @@ namespace intake {
 
 const Platform& systemPlatform() {
     static const Platform* const platform =
-        new Platform{*new LinuxClock, *new LinuxThreads, *new LinuxFiles, *new LinuxDiagnostics};
+        new Platform{*new LinuxClock, *new LinuxThreads, *new LinuxFiles, *new LinuxDiagnostics,
+                     *new CurlHttpClients};
     return *platform;
 }
 

@@ -1,6 +1,9 @@
 #include "readers/json/JSONHandler.h"
 
+#include <atomic>
+#include <cstdint>
 #include <stdexcept>
+#include <utility>
 
 #include "readers/json/JsonDocument.h"
 #include "readers/json/JsonRecords.h"
@@ -11,6 +14,13 @@
 namespace intake {
 
 namespace {
+
+/// Makes URLs unique, so that no cache answers; shared by all instances.
+std::atomic<uint32_t> uniqueQuery = 34464;
+
+std::string uniqueUrl(const std::string& url) {
+    return url.find('?') == std::string::npos ? url + "?q=" + std::to_string(uniqueQuery++) : url;
+}
 
 bool isUrl(const std::string& source) {
     return source.find("http://") != std::string::npos ||
@@ -29,24 +39,29 @@ void writeScript(const JsonDocument& document, const RequestRecord& request, std
 
 }  // namespace
 
-bool JSONHandler::fetch(const std::string& source, std::unique_ptr<char[]>& text, size_t& size,
-                        std::string& error) {
-    if (isUrl(source)) {
-        error += "Failed to load JSON file from " + source + ".\n";
+bool JSONHandler::fetch(const RequestRecord& request, ByteBuffer& text, std::string& error) {
+    return isUrl(request.filename) ? fetchUrl(request, text, error)
+                                   : file_.Read(request.filename, text);
+}
+
+bool JSONHandler::fetchUrl(const RequestRecord& request, ByteBuffer& text, std::string& error) {
+    if (!http_.Fetch(uniqueUrl(request.filename), request, text)) {
+        error += "Failed to load JSON file from " + request.filename + ".\n";
         return false;
     }
-    return file_.Read(source, text, size);
+    *text.prepare(1) = 0;
+    text.commit(1);
+    return true;
 }
 
 bool JSONHandler::Read(const RequestRecord& request, std::string& script, std::string& error) {
     logger_.Write(LOG_DEBUG, "JSON: " + request.filename);
-    std::unique_ptr<char[]> text;
-    size_t size = 0;
-    if (!fetch(request.filename, text, size, error)) {
+    ByteBuffer text;
+    if (!fetch(request, text, error)) {
         return false;
     }
     try {
-        const JsonDocument document(std::move(text), size);
+        const JsonDocument document(std::move(text));
         writeScript(document, request, script);
         return true;
     } catch (const std::invalid_argument& malformed) {

@@ -1,12 +1,13 @@
 #include "readers/json/JsonDocument.h"
 
+#include <utility>
+
 #include "readers/json/json_parse.h"
 
 namespace intake {
 
-JsonDocument::JsonDocument(std::unique_ptr<char[]> text, size_t size)
-    : text_(std::move(text)), size_(size) {
-    parseJson(text_.get(), size, entries_);
+JsonDocument::JsonDocument(ByteBuffer text) : text_(std::move(text)) {
+    parseJson(text_.data(), text_.size(), entries_);
 }
 
 JsonDocument::Node JsonDocument::find(Node node, std::string_view name) const {
@@ -38,7 +39,7 @@ std::string_view JsonDocument::asString(Node node) const {
     switch (type(node)) {
         case Type::STRING:
         case Type::NUMBER:
-            return {text_.get() + entry.position, entry.length};
+            return {text_.data() + entry.position, entry.length};
         case Type::BOOL:
             return asBool(node) ? "true" : "false";
         case Type::NULL_VALUE:

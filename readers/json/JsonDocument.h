@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
+#include "pipeline/ByteBuffer.h"
 #include "readers/json/JsonEntry.h"
 
 namespace intake {
@@ -22,13 +22,13 @@ public:
     static constexpr Node ROOT = 0;
     static constexpr Node NONE = ROOT;  // the root is nobody's child
 
-    /// Parses `text`, which ends with a zero byte that `size` counts; its strings are decoded in
+    /// Parses `text`, which ends with a zero byte that counts; its strings are decoded in
     /// place. A UTF-8 byte-order mark is skipped. Nesting is limited by memory only. Throws
     /// std::invalid_argument with line, column and cause when the text is not JSON in UTF-8.
-    JsonDocument(std::unique_ptr<char[]> text, size_t size);
+    explicit JsonDocument(ByteBuffer text);
 
     /// Bytes of the source text.
-    size_t sourceSize() const { return size_; }
+    size_t sourceSize() const { return text_.size(); }
 
     Type type(Node node) const { return static_cast<Type>(entries_[node].type); }
 
@@ -36,7 +36,7 @@ public:
 
     /// The member's name; empty for the root and for elements of arrays.
     std::string_view name(Node node) const {
-        return {text_.get() + entries_[node].nameOffset, entries_[node].nameLength};
+        return {text_.data() + entries_[node].nameOffset, entries_[node].nameLength};
     }
 
     /// Elements or members of a container.
@@ -60,8 +60,7 @@ public:
     bool asBool(Node node) const { return entries_[node].length != 0; }
 
 private:
-    std::unique_ptr<char[]> text_;
-    size_t size_;
+    ByteBuffer text_;
     std::vector<JsonEntry> entries_;
 };
 

@@ -12,16 +12,15 @@ using Step = FakeFiles::Step;
 
 class RdrFileTest : public testing::Test {
 protected:
-    bool read(const std::string& path) { return reader_.Read(path, buffer_, size_); }
+    bool read(const std::string& path) { return reader_.Read(path, buffer_); }
 
     /// The bytes that were handed out, the terminator included.
-    std::string bytes() const { return std::string(buffer_.get(), size_); }
+    std::string bytes() const { return std::string(buffer_.data(), buffer_.size()); }
 
     FakeDiagnostics diagnostics_;
     FakeFiles files_{diagnostics_};
     RDR_FILE reader_{files_, diagnostics_};
-    std::unique_ptr<char[]> buffer_;
-    size_t size_ = 77;
+    ByteBuffer buffer_;
 };
 
 }  // namespace
@@ -42,13 +41,12 @@ TEST_F(RdrFileTest, AnEmptyFileYieldsAOneByteBlockHoldingAZeroByteAndSizeOne) {
 }
 
 TEST_F(RdrFileTest, AMissingFileReturnsFalseWithTheOpenPrefixAndLeavesTheBufferUntouched) {
-    buffer_ = std::make_unique<char[]>(1);
-    const char* const before = buffer_.get();
+    const char* const before = buffer_.prepare(1);
     EXPECT_FALSE(read("missing.json"));
     EXPECT_EQ(diagnostics_.debugText(),
               "ERROR: RDR_FILE::Read() failed: : No such file or directory\n");
-    EXPECT_EQ(buffer_.get(), before);
-    EXPECT_EQ(size_, 77U);
+    EXPECT_EQ(buffer_.data(), before);
+    EXPECT_EQ(buffer_.size(), 0U);
     EXPECT_EQ(files_.openHandles(), 0U);
 }
 
@@ -58,8 +56,8 @@ TEST_F(RdrFileTest, AFailedSizeQueryIsReportedAndLeavesTheFileOpenAndTheBufferUn
     EXPECT_FALSE(read("a.json"));
     EXPECT_EQ(diagnostics_.debugText(),
               "ERROR: RDR_FILE::Read(): GetFileSizeEx(): : Stale file handle\n");
-    EXPECT_EQ(buffer_, nullptr);
-    EXPECT_EQ(size_, 77U);
+    EXPECT_EQ(buffer_.data(), nullptr);
+    EXPECT_EQ(buffer_.size(), 0U);
     EXPECT_EQ(files_.openHandles(), 1U);
 }
 
@@ -69,8 +67,8 @@ TEST_F(RdrFileTest, AFailedReadIsReportedAndLeavesTheFileOpenAndTheBlockWithTheC
     EXPECT_FALSE(read("a.json"));
     EXPECT_EQ(diagnostics_.debugText(),
               "ERROR: RDR_FILE::Read(): ReadFile(): : Input/output error\n");
-    EXPECT_NE(buffer_, nullptr);
-    EXPECT_EQ(size_, 77U);
+    EXPECT_NE(buffer_.data(), nullptr);
+    EXPECT_EQ(buffer_.size(), 0U);
     EXPECT_EQ(files_.openHandles(), 1U);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
+#include "tests/fakes/platform/FakeHttpClients.h"
 
 namespace intake {
 
@@ -54,7 +55,8 @@ public:
     SteppedThreads threads;
     FakeDiagnostics diagnostics;
     FakeFiles files{diagnostics};
-    const Platform services{clock, threads, files, diagnostics};
+    FakeHttpClients http;
+    const Platform services{clock, threads, files, diagnostics, http};
 
 private:
     const Platform* previous_;

@@ -4,6 +4,7 @@
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
+#include "tests/fakes/platform/FakeHttpClients.h"
 #include "tests/fakes/platform/FakeThreads.h"
 
 namespace intake {
@@ -24,9 +25,10 @@ public:
     FakeDiagnostics diagnostics;
     FakeFiles files{diagnostics};
     FakeThreads threads;
+    FakeHttpClients http;
 
     /// What the code under test takes.
-    const Platform services{clock, threads, files, diagnostics};
+    const Platform services{clock, threads, files, diagnostics, http};
 };
 
 }  // namespace intake

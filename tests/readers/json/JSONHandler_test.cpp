@@ -7,8 +7,10 @@
 #include <iterator>
 #include <new>
 #include <random>
+#include <stdexcept>
 #include <string>
 
+#include "tests/fakes/platform/FakeHttpClient.h"
 #include "tests/fakes/platform/FakePlatform.h"
 
 namespace intake {
@@ -29,7 +31,8 @@ protected:
 
     FakePlatform platform_;
     ReaderLogger logger_{platform_.clock};
-    JSONHandler handler_{logger_, platform_.files, platform_.diagnostics};
+    FakeHttpClient client_;
+    JSONHandler handler_{logger_, platform_.files, client_, platform_.diagnostics};
     RequestRecord request_;
     std::string script_, error_;
 };
@@ -167,22 +170,99 @@ TEST_F(JSONHandlerTest, OtherExceptionsPassToTheCaller) {
     EXPECT_THROW(read(), std::bad_alloc);
 }
 
-TEST_F(JSONHandlerTest, UntilUrlsAreReadTheyFailByNameWithAndWithoutAQuestionMark) {
-    for (const char* url : {"http://feeds.example/a.json", "https://feeds.example/a.json",
-                            "http://feeds.example/a.json?day=1", "https://feeds.example/?q=1"}) {
+/// Loads of URLs, answered by a client with a script.
+class JSONHandlerUrl : public JSONHandlerTest {
+protected:
+    bool read(const std::string& url) {
         request_.filename = url;
-        error_.clear();
-        EXPECT_FALSE(read()) << url;
-        EXPECT_EQ(error_, "Failed to load JSON file from " + request_.filename + ".\n");
+        testing::internal::CaptureStdout();
+        const bool success = handler_.Read(request_, script_, error_);
+        testing::internal::GetCapturedStdout();
+        return success;
     }
-    EXPECT_EQ(script_, "");
-    EXPECT_EQ(platform_.diagnostics.debugText(), "");
+
+    void respond(const std::string& body) {
+        FakeResponse response;
+        response.chunks = {body};
+        client_.respond(response);
+    }
+
+    /// The number that makes the URL unique which was asked for last; -1 when it has none.
+    long uniqueNumber() const {
+        const std::string& calls = client_.calls();
+        const size_t query = calls.rfind("?q=");
+        return query == std::string::npos ? -1 : std::stol(calls.substr(query + 3));
+    }
+};
+
+TEST_F(JSONHandlerUrl, ADocumentFromAUrlIsReadAsOneFromAFile) {
+    respond("{\"a\":1}");
+    EXPECT_TRUE(read("http://feeds.example/a.json?day=1"));
+    EXPECT_EQ(script_, "T={a=1;};");
+    EXPECT_EQ(error_, "");
 }
 
-TEST_F(JSONHandlerTest, AUrlIsKnownByItsSchemeAnywhereInTheName) {
-    request_.filename = "cache/http://feeds.example/a.json";
-    putSource("1");
-    EXPECT_FALSE(read());
+TEST_F(JSONHandlerUrl, AUrlWithoutAQuestionMarkGetsTheNextNumberOfTheProcess) {
+    for (int load = 0; load < 2; ++load) {
+        respond("1");
+        EXPECT_TRUE(read("http://feeds.example/a.json"));
+    }
+    const long second = uniqueNumber();
+    EXPECT_GT(second, 34464);
+    const std::string path = "path '/a.json?q=";
+    const size_t first = client_.calls().find(path);
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(std::stol(client_.calls().substr(first + path.size())), second - 1);
+}
+
+TEST_F(JSONHandlerUrl, AUrlWithAQuestionMarkIsFetchedUnchangedAndDoesNotTouchTheCounter) {
+    respond("1");
+    EXPECT_TRUE(read("http://feeds.example/a.json"));
+    const long before = uniqueNumber();
+    respond("1");
+    EXPECT_TRUE(read("https://feeds.example/a.json?day=1"));
+    EXPECT_NE(client_.calls().find("secure path '/a.json?day=1'"), std::string::npos);
+    respond("1");
+    EXPECT_TRUE(read("http://feeds.example/a.json"));
+    EXPECT_EQ(uniqueNumber(), before + 1);
+}
+
+TEST_F(JSONHandlerUrl, AFetchThatFailsIsAnErrorThatNamesTheUrl) {
+    EXPECT_FALSE(read("http://feeds.example/a.json"));
+    EXPECT_EQ(error_, "Failed to load JSON file from http://feeds.example/a.json.\n");
+    EXPECT_EQ(script_, "");
+}
+
+TEST_F(JSONHandlerUrl, AnErrorPageIsParsedLikeAnyBody) {
+    FakeResponse page;
+    page.status = 404;
+    page.chunks = {"<html>"};
+    client_.respond(page);
+    EXPECT_FALSE(read("http://feeds.example/a.json?x"));
+    EXPECT_EQ(
+        error_,
+        "Error parsing JSON: http://feeds.example/a.json?x: line 1, column 1: Invalid value.");
+}
+
+TEST_F(JSONHandlerUrl, AnEmptyBodyIsAnEmptyDocument) {
+    client_.respond(FakeResponse{});
+    EXPECT_FALSE(read("http://feeds.example/a.json?x"));
+    EXPECT_EQ(error_,
+              "Error parsing JSON: http://feeds.example/a.json?x: line 1, column 1: The document "
+              "is empty.");
+}
+
+TEST_F(JSONHandlerUrl, APortThatIsNoNumberPassesToTheCaller) {
+    try {
+        read("http://feeds.example:http/a.json");
+        FAIL() << "the port was taken";
+    } catch (const std::invalid_argument& failure) {
+        EXPECT_STREQ(failure.what(), "invalid stoi argument");
+    }
+}
+
+TEST_F(JSONHandlerUrl, AUrlIsKnownByItsSchemeAnywhereInTheName) {
+    EXPECT_FALSE(read("cache/http://feeds.example/a.json"));
     EXPECT_EQ(error_, "Failed to load JSON file from cache/http://feeds.example/a.json.\n");
 }
 

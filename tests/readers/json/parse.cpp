@@ -1,8 +1,7 @@
 #include "tests/readers/json/parse.h"
 
-#include <algorithm>
-#include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace intake {
 
@@ -31,9 +30,12 @@ std::string outlineChildren(const JsonDocument& document, Node container) {
 }  // namespace
 
 JsonDocument parse(std::string_view text) {
-    auto buffer = std::make_unique<char[]>(text.size() + 1);
-    std::copy(text.begin(), text.end(), buffer.get());
-    return JsonDocument(std::move(buffer), text.size() + 1);
+    ByteBuffer buffer;
+    char* const bytes = buffer.prepare(text.size() + 1);
+    text.copy(bytes, text.size());
+    bytes[text.size()] = 0;
+    buffer.commit(text.size() + 1);
+    return JsonDocument(std::move(buffer));
 }
 
 std::string parseError(std::string_view text) {

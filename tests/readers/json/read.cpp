@@ -29,7 +29,8 @@ Outcome read(std::string_view source, const RequestRecord& request) {
     platform.files.put(request.filename, std::string(source));
     ReaderLogger logger(platform.clock);
     logger.setLevel(LOG_FATAL);
-    JSONHandler handler(logger, platform.files, platform.diagnostics);
+    FakeHttpClient client;
+    JSONHandler handler(logger, platform.files, client, platform.diagnostics);
     Outcome outcome;
     outcome.success = handler.Read(request, outcome.script, outcome.error);
     return outcome;
