@@ -45,7 +45,7 @@ if [[ ! -e $items ]]; then
     mv "$items.new" "$items"
 fi
 
-script=$data/script.txt
+script=$data/script-$BYTES.txt
 writeAndCompare() {  # DOCUMENT
     "$programs/run_command" "$(commandFor "$1")" >"$script"
     node bench/script.mjs "$1" | cmp - "$script"
