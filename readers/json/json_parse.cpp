@@ -96,6 +96,15 @@ std::vector<DecodedRange> decodedRanges(const std::vector<JsonEntry>& entries,
     return ranges;
 }
 
+/// What the parser found wrong. It takes a bare control character for an escape.
+const char* causeOf(const rapidjson::ParseResult& result, std::string_view source) {
+    if (result.Code() == rapidjson::kParseErrorStringEscapeInvalid &&
+        static_cast<unsigned char>(source[result.Offset()]) < ' ') {
+        return "A line break, tab or other control character in a string must be escaped.";
+    }
+    return rapidjson::GetParseError_En(result.Code());
+}
+
 [[noreturn]] void fail(const std::string& cause, const TextPosition& position) {
     throw std::invalid_argument("line " + std::to_string(position.line) + ", column " +
                                 std::to_string(position.column) + ": " + cause);
@@ -122,7 +131,7 @@ void parseJson(char* text, size_t size, std::vector<JsonEntry>& entries) {
              locate(source, stream.loneSurrogate, decodedRanges(entries, events, stream)));
     }
     if (result.IsError()) {
-        fail(rapidjson::GetParseError_En(result.Code()),
+        fail(causeOf(result, source),
              locate(source, result.Offset(), decodedRanges(entries, events, stream)));
     }
     if (stream.Tell() != source.size()) {
