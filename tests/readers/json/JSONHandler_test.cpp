@@ -170,15 +170,19 @@ TEST_F(JSONHandlerTest, OtherExceptionsPassToTheCaller) {
     EXPECT_THROW(read(), std::bad_alloc);
 }
 
+/// Keeps the transport's progress off the standard output, also when it throws.
+struct QuietOutput {
+    QuietOutput() { testing::internal::CaptureStdout(); }
+    ~QuietOutput() { testing::internal::GetCapturedStdout(); }
+};
+
 /// Loads of URLs, answered by a client with a script.
 class JSONHandlerUrl : public JSONHandlerTest {
 protected:
     bool read(const std::string& url) {
         request_.filename = url;
-        testing::internal::CaptureStdout();
-        const bool success = handler_.Read(request_, script_, error_);
-        testing::internal::GetCapturedStdout();
-        return success;
+        const QuietOutput quiet;
+        return handler_.Read(request_, script_, error_);
     }
 
     void respond(const std::string& body) {
