@@ -1,26 +1,24 @@
 #pragma once
 
-#include <libxml/parser.h>
-#include <libxml/xpath.h>
-
-#include <memory>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "platform/XmlDocument.h"
+#include "platform/linux/LibxmlXPath.h"
+#include "platform/linux/xml_load.h"
 
 namespace intake {
 
-/// XML by libxml2.
+/// An XML document by libxml2.
 class LibxmlDocument final : public XmlDocument {
 public:
-    explicit LibxmlDocument(TextEncoding encoding) : encoding_(encoding) {}
+    explicit LibxmlDocument(TextEncoding encoding);
 
     bool loadFile(const std::string& path) override;
     bool loadText(std::string_view text) override;
 
-    /// As loadText; `charset`, when not empty, goes before what the text says of itself.
-    bool loadBytes(std::string_view text, const std::string& charset);
+    /// As loadText, of a text whose charset was told beside it, unless that is empty.
+    bool loadText(std::string_view text, const std::string& charset);
 
     std::string parseErrorReason() override { return reason_; }
 
@@ -44,41 +42,22 @@ public:
     void setText(Node element, const std::string& text) override;
 
 private:
-    struct DocumentDeleter {
-        void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
-    };
-    struct ContextDeleter {
-        void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
-    };
-    struct ResultDeleter {
-        void operator()(xmlXPathObject* result) const { xmlXPathFreeObject(result); }
-    };
-    struct ExpressionDeleter {
-        void operator()(xmlXPathCompExpr* expression) const { xmlXPathFreeCompExpr(expression); }
-    };
-    using Document = std::unique_ptr<xmlDoc, DocumentDeleter>;
-    using Result = std::unique_ptr<xmlXPathObject, ResultDeleter>;
-    using Expression = std::unique_ptr<xmlXPathCompExpr, ExpressionDeleter>;
+    using Append = void (*)(const xmlNode*, std::string&);
 
-    struct Prefix {
-        std::string name, uri;
-    };
+    bool replace(LoadedXml loaded);
 
-    void replaceDocument(Document document);
-    xmlXPathContext* context();
-    Expression compile(const std::string& expression);
-    Result evaluate(const Expression& expression, Node from);
-    void append(std::string_view utf8, std::string& out) const;
+    /// Appends what `append` writes, in this document's encoding.
+    void encode(Append append, Node node, std::string& out);
 
-    TextEncoding encoding_;
+    const TextEncoding encoding_;
     std::string reason_;
-    std::vector<Prefix> prefixes_;
-    // Freed from below: what selects refers to what is selected from.
-    Document document_;
-    std::unique_ptr<xmlXPathContext, ContextDeleter> context_;
-    Result selection_;
-    Expression key_;
-    std::string scratch_;
+    std::string utf8_;  // what is being encoded
+
+    // Destroyed from below: a selection goes before what it was made from.
+    XmlDoc document_;  // without nodes when empty
+    LibxmlXPath xpath_;
+    XPathSelection selection_;
+    XPathExpression key_;
 };
 
 }  // namespace intake

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/linux/xml_text.h"
+
 namespace intake {
 
 namespace {
@@ -15,9 +17,24 @@ bool isBlank(const xmlChar* text, int length) {
     });
 }
 
+/// Whether xml:space="preserve" holds for what is being parsed.
 bool isSpacePreserved(const void* context) {
     const int* const space = static_cast<const xmlParserCtxt*>(context)->space;
     return space != nullptr && *space == 1;
+}
+
+/// A prefix without declaration and the like do not count as malformed with the library, but
+/// nothing can be done with such a document. What it says of the form of a URI is advice.
+bool isFatal(const xmlError& error) {
+    if (error.domain == XML_FROM_NAMESPACE) {
+        return error.code != XML_WAR_NS_URI && error.code != XML_WAR_NS_URI_RELATIVE;
+    }
+    return error.level == XML_ERR_FATAL;
+}
+
+std::string placed(std::string_view message, int line, int column) {
+    return std::string(message.substr(0, message.find_last_not_of('\n') + 1)) + " (line " +
+           std::to_string(line) + ", column " + std::to_string(column) + ")";
 }
 
 }  // namespace
@@ -48,7 +65,8 @@ void XmlBuilder::endText() {
 
 void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     XmlBuilder& self = of(context);
-    if (!self.inText_ && !isSpacePreserved(context) && isBlank(text, length)) {
+    const bool preserved = isSpacePreserved(context);
+    if (!self.inText_ && !preserved && isBlank(text, length)) {
         self.blank_.append(reinterpret_cast<const char*>(text), static_cast<size_t>(length));
         return;
     }
@@ -59,6 +77,9 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     }
     self.inText_ = true;
     xmlSAX2Characters(context, text, length);
+    if (preserved) {
+        keepSpace(static_cast<xmlParserCtxt*>(context)->node->last);
+    }
 }
 
 void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
@@ -80,9 +101,7 @@ void XmlBuilder::onStartElement(void* context, const xmlChar* name, const xmlCha
                                 const xmlChar* uri, int namespaceCount, const xmlChar** namespaces,
                                 int attributeCount, int defaultedCount,
                                 const xmlChar** attributes) {
-    XmlBuilder& self = of(context);
-    self.endText();
-    self.preservesSpace_ = self.preservesSpace_ || isSpacePreserved(context);
+    of(context).endText();
     xmlSAX2StartElementNs(context, name, prefix, uri, namespaceCount, namespaces, attributeCount,
                           defaultedCount, attributes);
 }
@@ -94,19 +113,16 @@ void XmlBuilder::onEndElement(void* context, const xmlChar* name, const xmlChar*
 }
 
 void XmlBuilder::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    of(context).metDtd_ = true;
+    const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
+    of(context).error_ = placed("DTD is prohibited", input->line, input->col);
     xmlStopParser(static_cast<xmlParserCtxt*>(context));
 }
 
 void XmlBuilder::onError(void* context, xmlError* error) {
-    XmlBuilder& self = of(context);
-    if (!self.firstError_.empty() || error->level < XML_ERR_ERROR || error->message == nullptr) {
-        return;
+    std::string& first = of(context).error_;
+    if (first.empty() && isFatal(*error) && error->message != nullptr) {
+        first = placed(error->message, error->line, error->int2);
     }
-    std::string_view message = error->message;
-    message = message.substr(0, message.find_last_not_of('\n') + 1);
-    self.firstError_ = std::string(message) + " (line " + std::to_string(error->line) +
-                       ", column " + std::to_string(error->int2) + ")";
 }
 
 }  // namespace intake

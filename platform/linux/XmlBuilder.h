@@ -6,18 +6,16 @@
 
 namespace intake {
 
-/// Builds libxml2's tree from its parser's events, leaving out text that is white space only. (The
-/// library's own option for that keeps some.) Made for one parse; installed into its context.
+/// Builds libxml2's tree from its parser's events, leaving out text that is white space only (the
+/// library's own option for that keeps some) and marking text whose white space is to be kept. A
+/// DTD stops the parser. Made for one parse; installed into its context.
 class XmlBuilder {
 public:
     /// `context` is borrowed and outlives this object.
     explicit XmlBuilder(xmlParserCtxt* context);
 
-    bool metDtd() const { return metDtd_; }
-    bool preservesSpace() const { return preservesSpace_; }
-
-    /// What the parser found wrong first, with its place; empty when nothing.
-    const std::string& firstError() const { return firstError_; }
+    /// What is wrong with the document, with its place; empty when nothing is.
+    const std::string& error() const { return error_; }
 
 private:
     static XmlBuilder& of(void* context);
@@ -39,9 +37,7 @@ private:
 
     std::string blank_;  // white space that may turn out to begin a text
     bool inText_ = false;
-    bool metDtd_ = false;
-    bool preservesSpace_ = false;
-    std::string firstError_;
+    std::string error_;  // the first one
 };
 
 }  // namespace intake

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <system_error>
@@ -20,29 +21,51 @@ namespace {
 constexpr int OPTIONS = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_COMPACT;
 
 constexpr size_t MAX_SIZE = 0x7FFFFFFF;  // the library counts in int
-constexpr const char* TOO_LARGE = "The document is larger than 2 GB.";
+constexpr const char* TOO_LARGE = "The document is larger than 2 GB";
+
+struct ByteOrderMark {
+    std::string_view bytes;
+    const char* encoding;
+};
+constexpr std::array<ByteOrderMark, 3> BYTE_ORDER_MARKS{{
+    {"\xEF\xBB\xBF", "UTF-8"},
+    {"\xFF\xFE", "UTF-16LE"},
+    {"\xFE\xFF", "UTF-16BE"},
+}};
+constexpr size_t LONGEST_MARK = 3;
+
+/// The mark that a document begins with; one of no bytes when there is none.
+ByteOrderMark findMark(std::string_view start) {
+    const auto found =
+        std::find_if(BYTE_ORDER_MARKS.begin(), BYTE_ORDER_MARKS.end(),
+                     [start](const ByteOrderMark& mark) { return start.starts_with(mark.bytes); });
+    return found == BYTE_ORDER_MARKS.end() ? ByteOrderMark{"", nullptr} : *found;
+}
+
+bool isKnown(const std::string& charset) {
+    xmlCharEncodingHandler* const handler =
+        charset.empty() ? nullptr : xmlFindCharEncodingHandler(charset.c_str());
+    xmlCharEncCloseFunc(handler);
+    return handler != nullptr;
+}
 
 struct ContextDeleter {
     void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
 };
 
-std::string reasonFor(const XmlBuilder& builder) {
-    if (builder.metDtd()) {
-        return "DTD is prohibited.";
-    }
-    return builder.firstError().empty() ? "The document is not well-formed." : builder.firstError();
-}
-
-LoadedXml parse(xmlInputReadCallback read, void* source, const char* charset) {
+/// `encoding` is null when the document itself says it.
+LoadedXml parse(xmlInputReadCallback read, void* source, const char* encoding) {
     LoadedXml loaded;
     const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
     XmlBuilder builder(context.get());
-    XmlDoc document(xmlCtxtReadIO(context.get(), read, nullptr, source, nullptr, charset, OPTIONS));
-    loaded.preservesSpace = builder.preservesSpace();
-    if (document != nullptr && context->wellFormed != 0 && !builder.metDtd()) {
+    const int options = encoding == nullptr ? OPTIONS : OPTIONS | XML_PARSE_IGNORE_ENC;
+    XmlDoc document(
+        xmlCtxtReadIO(context.get(), read, nullptr, source, nullptr, encoding, options));
+    if (document != nullptr && context->wellFormed != 0 && builder.error().empty()) {
         loaded.document = std::move(document);
     } else {
-        loaded.reason = reasonFor(builder);
+        loaded.reason =
+            builder.error().empty() ? "The document is not well-formed" : builder.error();
     }
     return loaded;
 }
@@ -55,11 +78,15 @@ int readText(void* source, char* buffer, int capacity) {
     return static_cast<int>(length);
 }
 
+struct OpenFile {
+    int descriptor;
+    int error = 0;  // of the read that failed
+};
+
 int readFile(void* source, char* buffer, int capacity) {
-    ssize_t length = 0;
-    do {
-        length = ::read(*static_cast<const int*>(source), buffer, static_cast<size_t>(capacity));
-    } while (length < 0 && errno == EINTR);
+    auto& file = *static_cast<OpenFile*>(source);
+    const ssize_t length = ::read(file.descriptor, buffer, static_cast<size_t>(capacity));
+    file.error = length < 0 ? errno : 0;
     return static_cast<int>(length);
 }
 
@@ -69,29 +96,48 @@ LoadedXml refused(const std::string& reason) {
     return loaded;
 }
 
-LoadedXml loadOpenFile(int file) {
+LoadedXml refusedBySystem(int error) {
+    return refused(std::system_category().message(error));
+}
+
+LoadedXml parseFile(OpenFile file) {
+    std::array<char, LONGEST_MARK> start{};
+    const ssize_t length = pread(file.descriptor, start.data(), start.size(), 0);
+    if (length < 0) {
+        return refusedBySystem(errno);
+    }
+    const ByteOrderMark mark = findMark({start.data(), static_cast<size_t>(length)});
+    lseek(file.descriptor, static_cast<off_t>(mark.bytes.size()), SEEK_SET);
+    LoadedXml loaded = parse(readFile, &file, mark.encoding);
+    return file.error == 0 ? std::move(loaded) : refusedBySystem(file.error);
+}
+
+LoadedXml loadOpenFile(int descriptor) {
     struct stat status {};
-    if (fstat(file, &status) != 0) {
-        return refused(std::system_category().message(errno));
+    if (fstat(descriptor, &status) != 0) {
+        return refusedBySystem(errno);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return refusedBySystem(EISDIR);
     }
     if (!S_ISREG(status.st_mode)) {
-        return refused("It is not a file.");
+        return refused("It is not a file");
     }
     if (static_cast<size_t>(status.st_size) > MAX_SIZE) {
         return refused(TOO_LARGE);
     }
-    return parse(readFile, &file, nullptr);
+    return parseFile({descriptor});
 }
 
 }  // namespace
 
 LoadedXml loadXmlFile(const std::string& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0) {
-        return refused(std::system_category().message(errno));
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        return refusedBySystem(errno);
     }
-    LoadedXml loaded = loadOpenFile(file);
-    ::close(file);
+    LoadedXml loaded = loadOpenFile(descriptor);
+    ::close(descriptor);
     return loaded;
 }
 
@@ -99,7 +145,10 @@ LoadedXml loadXmlText(std::string_view text, const std::string& charset) {
     if (text.size() > MAX_SIZE) {
         return refused(TOO_LARGE);
     }
-    return parse(readText, &text, charset.empty() ? nullptr : charset.c_str());
+    const ByteOrderMark mark = findMark(text);
+    text.remove_prefix(mark.bytes.size());
+    return parse(readText, &text,
+                 mark.encoding == nullptr && isKnown(charset) ? charset.c_str() : mark.encoding);
 }
 
 }  // namespace intake

@@ -17,12 +17,12 @@ using XmlDoc = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 struct LoadedXml {
     XmlDoc document;
     std::string reason;
-    bool preservesSpace = false;  // xml:space="preserve" stands somewhere
 };
 
-/// Both drop text that is white space only, and refuse a document with a DTD; nothing is fetched
-/// while parsing. `charset`, when not empty, goes before what the text says of itself.
+/// Both drop text that is white space only, and refuse a document with a DTD or of more than 2 GB;
+/// nothing is fetched while parsing. A byte-order mark decides the encoding; then `charset`, when
+/// it is one that is known; then what the text says of itself; then it is UTF-8.
 LoadedXml loadXmlFile(const std::string& path);
-LoadedXml loadXmlText(std::string_view text, const std::string& charset);
+LoadedXml loadXmlText(std::string_view text, const std::string& charset = {});
 
 }  // namespace intake

@@ -1,0 +1,169 @@
+#include "platform/linux/CurlXmlRequest.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "platform/linux/LibxmlDocument.h"
+#include "platform/linux/media_type.h"
+#include "platform/linux/xml_errors.h"
+
+namespace intake {
+
+namespace {
+
+constexpr const char* USER_AGENT = "NXR/1.0";
+constexpr const char* PROTOCOLS = "http,https,ftp";
+constexpr size_t MAX_BODY = 0x7FFFFFFF;  // no larger document is parsed
+constexpr std::string_view WHITE_SPACE = " \t\r\n";
+
+/// The signs of a header's name.
+constexpr std::string_view TOKEN_SIGNS =
+    "!#$%&'*+-.^_`|~0123456789"
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+struct UrlDeleter {
+    void operator()(CURLU* url) const { curl_url_cleanup(url); }
+};
+
+struct ListDeleter {
+    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using HeaderList = std::unique_ptr<curl_slist, ListDeleter>;
+
+struct CurlString {
+    CurlString() = default;
+    ~CurlString() { curl_free(text); }
+    CurlString(const CurlString&) = delete;
+    CurlString& operator=(const CurlString&) = delete;
+
+    char* text = nullptr;
+};
+
+/// The URL with what may not stand in one escaped.
+std::string checkedUrl(const std::string& url) {
+    constexpr unsigned FLAGS = CURLU_URLENCODE | CURLU_PATH_AS_IS;
+    const std::unique_ptr<CURLU, UrlDeleter> parsed(curl_url());
+    CurlString checked;
+    CURLUcode result = curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), FLAGS);
+    if (result == CURLUE_OK) {
+        result = curl_url_get(parsed.get(), CURLUPART_URL, &checked.text, 0);
+    }
+    if (result != CURLUE_OK) {
+        throwInvalidRequest("\"" + url + "\" is not a URL: " + curl_url_strerror(result));
+    }
+    return checked.text;
+}
+
+std::string trimmed(const std::string& text) {
+    const size_t start = text.find_first_not_of(WHITE_SPACE);
+    const size_t end = text.find_last_not_of(WHITE_SPACE) + 1;
+    return start == std::string::npos ? "" : text.substr(start, end - start);
+}
+
+/// As libcurl takes it: one without a value ends in a semicolon.
+std::string toLine(const std::string& name, const std::string& value) {
+    return value.empty() ? name + ";" : name + ": " + value;
+}
+
+}  // namespace
+
+CurlXmlRequest::CurlXmlRequest(const EndMark& endMark) : transfer_(endMark) {
+    if (!transfer_.isReady()) {
+        throwTransferError(CURLE_FAILED_INIT, "libcurl could not be set up");
+    }
+    CURL* const transfer = transfer_.handle();
+    curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, PROTOCOLS);
+    curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
+    curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
+    curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, onHeader);
+    curl_easy_setopt(transfer, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, onBody);
+    curl_easy_setopt(transfer, CURLOPT_WRITEDATA, this);
+}
+
+void CurlXmlRequest::open(const std::string& url, const std::string* user,
+                          const std::string* password) {
+    curl_easy_setopt(transfer_.handle(), CURLOPT_URL, checkedUrl(url).c_str());
+    setCredentials(user, password);
+}
+
+void CurlXmlRequest::setCredentials(const std::string* user, const std::string* password) {
+    if (user == nullptr) {
+        return;
+    }
+    curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPAUTH,
+                     CURLAUTH_BASIC | CURLAUTH_DIGEST | CURLAUTH_NTLM);
+    curl_easy_setopt(transfer_.handle(), CURLOPT_USERNAME, user->c_str());
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PASSWORD,
+                     password == nullptr ? "" : password->c_str());
+}
+
+void CurlXmlRequest::setHeader(const std::string& name, const std::string& value) {
+    const Header header{trimmed(name), trimmed(value)};
+    if (header.name.empty() || header.name.find_first_not_of(TOKEN_SIGNS) != std::string::npos ||
+        header.value.find_first_of("\r\n") != std::string::npos) {
+        throwInvalidRequest("\"" + name + ":" + value + "\" is not a header");
+    }
+    const auto same = std::find_if(headers_.begin(), headers_.end(), [&](const Header& each) {
+        return strcasecmp(each.name.c_str(), header.name.c_str()) == 0;
+    });
+    if (same == headers_.end()) {
+        headers_.push_back(header);
+    } else {
+        same->value += ", " + header.value;
+    }
+}
+
+void CurlXmlRequest::send() {
+    HeaderList list;
+    for (const Header& each : headers_) {
+        list.reset(curl_slist_append(list.release(), toLine(each.name, each.value).c_str()));
+    }
+    curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list.get());
+    body_.clear();
+    transfer_.restart();
+    if (!transfer_.drive([] { return false; })) {
+        throwGivenUp();
+    }
+    curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, nullptr);
+    if (transfer_.result() != CURLE_OK) {
+        fail();
+    }
+}
+
+void CurlXmlRequest::fail() {
+    if (transfer_.result() == CURLE_WRITE_ERROR) {
+        throwTransferError(CURLE_WRITE_ERROR, "The response is larger than 2 GB");
+    }
+    throwTransferError(transfer_.result(), transfer_.reason());
+}
+
+void CurlXmlRequest::loadInto(XmlDocument& document) {
+    const char* mediaType = nullptr;
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_CONTENT_TYPE, &mediaType);
+    static_cast<LibxmlDocument&>(document).loadText(
+        body_, charsetOf(mediaType == nullptr ? "" : mediaType));
+}
+
+size_t CurlXmlRequest::onHeader(char* data, size_t size, size_t count, void* self) {
+    const std::string_view line(data, size * count);
+    if (line.find_first_not_of(WHITE_SPACE) == std::string_view::npos) {
+        static_cast<CurlXmlRequest*>(self)->transfer_.stayOnHttps();
+    }
+    return size * count;
+}
+
+/// Taking less than was offered fails the transfer.
+size_t CurlXmlRequest::onBody(char* data, size_t size, size_t count, void* self) {
+    std::string& body = static_cast<CurlXmlRequest*>(self)->body_;
+    const size_t length = size * count;
+    if (length > MAX_BODY - body.size()) {
+        return 0;
+    }
+    body.append(data, length);
+    return length;
+}
+
+}  // namespace intake

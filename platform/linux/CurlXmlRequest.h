@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/XmlDocument.h"
+#include "platform/linux/CurlTransfer.h"
+
+namespace intake {
+
+/// A request for an XML document by libcurl. The whole body is kept in memory, up to 2 GB.
+class CurlXmlRequest final : public XmlRequest {
+public:
+    /// Throws PlatformError when libcurl cannot be set up.
+    explicit CurlXmlRequest(const EndMark& endMark);
+
+    void open(const std::string& url, const std::string* user,
+              const std::string* password) override;
+
+    /// White space around the name and the value does not count. The values of one name are joined
+    /// by commas.
+    void setHeader(const std::string& name, const std::string& value) override;
+
+    void send() override;
+
+    /// `document` is one of LinuxXmlServices.
+    void loadInto(XmlDocument& document) override;
+
+private:
+    struct Header {
+        std::string name, value;
+    };
+
+    void setCredentials(const std::string* user, const std::string* password);
+    [[noreturn]] void fail();
+
+    static size_t onHeader(char* data, size_t size, size_t count, void* self);
+    static size_t onBody(char* data, size_t size, size_t count, void* self);
+
+    CurlTransfer transfer_;
+    std::vector<Header> headers_;
+    std::string body_;
+};
+
+}  // namespace intake

@@ -1,0 +1,162 @@
+#include "platform/linux/LibxmlDocument.h"
+
+#include "platform/linux/xml_errors.h"
+#include "platform/linux/xml_markup.h"
+#include "platform/linux/xml_text.h"
+
+namespace intake {
+
+namespace {
+
+xmlNode* nodeOf(XmlDocument::Node node) {
+    return static_cast<xmlNode*>(node);
+}
+
+const xmlChar* toXml(const std::string& text) {
+    return reinterpret_cast<const xmlChar*>(text.c_str());
+}
+
+xmlNode* firstChild(XmlDocument::Node node) {
+    return nodeOf(node)->type == XML_NAMESPACE_DECL ? nullptr : nodeOf(node)->children;
+}
+
+XmlDoc emptyDocument() {
+    return XmlDoc(xmlNewDoc(nullptr));
+}
+
+}  // namespace
+
+LibxmlDocument::LibxmlDocument(TextEncoding encoding)
+    : encoding_(encoding), document_(emptyDocument()) {}
+
+bool LibxmlDocument::replace(LoadedXml loaded) {
+    selection_.reset();
+    const bool success = loaded.document != nullptr;
+    document_ = success ? std::move(loaded.document) : emptyDocument();
+    reason_ = std::move(loaded.reason);
+    return success;
+}
+
+bool LibxmlDocument::loadFile(const std::string& path) {
+    return replace(loadXmlFile(path));
+}
+
+bool LibxmlDocument::loadText(std::string_view text) {
+    return replace(loadXmlText(text));
+}
+
+bool LibxmlDocument::loadText(std::string_view text, const std::string& charset) {
+    return replace(loadXmlText(text, charset));
+}
+
+void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
+    xpath_.setNamespaces(declarations);
+}
+
+bool LibxmlDocument::selectNodes(const std::string& expression) {
+    const XPathExpression compiled = xpath_.compile(expression);
+    xmlXPathOrderDocElems(document_.get());  // without it, sorting climbs the tree for each node
+    selection_ =
+        xpath_.select(compiled, document_.get(), reinterpret_cast<xmlNode*>(document_.get()));
+    return true;
+}
+
+size_t LibxmlDocument::selectedCount() {
+    return selection_ == nullptr
+               ? 0
+               : static_cast<size_t>(xmlXPathNodeSetGetLength(selection_->nodesetval));
+}
+
+XmlDocument::Node LibxmlDocument::selected(size_t position) {
+    return selection_->nodesetval->nodeTab[position];
+}
+
+void LibxmlDocument::setKeyExpression(const std::string& expression) {
+    key_ = xpath_.compile(expression);
+}
+
+bool LibxmlDocument::appendKeyText(Node row, std::string& out) {
+    const XPathSelection found = xpath_.select(key_, document_.get(), nodeOf(row));
+    if (xmlXPathNodeSetIsEmpty(found->nodesetval)) {
+        return false;
+    }
+    appendText(found->nodesetval->nodeTab[0], out);
+    return true;
+}
+
+void LibxmlDocument::forEachChild(Node parent, const Visit& visit) {
+    for (xmlNode* child = firstChild(parent); child != nullptr; child = child->next) {
+        visit(child);
+    }
+}
+
+bool LibxmlDocument::isElement(Node node) {
+    return nodeOf(node)->type == XML_ELEMENT_NODE;
+}
+
+bool LibxmlDocument::hasElements(Node node) {
+    const xmlNode* child = firstChild(node);
+    while (child != nullptr && child->type != XML_ELEMENT_NODE) {
+        child = child->next;
+    }
+    return child != nullptr;
+}
+
+void LibxmlDocument::encode(Append append, Node node, std::string& out) {
+    if (encoding_ == TextEncoding::UTF8) {
+        append(nodeOf(node), out);
+        return;
+    }
+    utf8_.clear();
+    append(nodeOf(node), utf8_);
+    appendLatin1(utf8_, out);
+}
+
+void LibxmlDocument::appendName(Node node, std::string& out) {
+    encode(appendNodeName, node, out);
+}
+
+void LibxmlDocument::appendText(Node node, std::string& out) {
+    encode(appendNodeText, node, out);
+}
+
+void LibxmlDocument::appendMarkup(Node node, std::string& out) {
+    encode(appendNodeMarkup, node, out);
+}
+
+bool LibxmlDocument::attribute(Node element, const std::string& name, std::string& value) {
+    for (xmlAttr* each = nodeOf(element)->properties; each != nullptr; each = each->next) {
+        auto* const node = reinterpret_cast<xmlNode*>(each);
+        value.clear();
+        appendName(node, value);
+        if (value == name) {
+            value.clear();
+            appendText(node, value);
+            return true;
+        }
+    }
+    return false;
+}
+
+XmlDocument::Node LibxmlDocument::rootElement() {
+    return xmlDocGetRootElement(document_.get());
+}
+
+XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& name) {
+    if (xmlValidateName(toXml(name), 0) != 0) {
+        throwXmlError("An element cannot be named \"" + name + "\"");
+    }
+    return xmlAddChild(nodeOf(parent),
+                       xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr));
+}
+
+void LibxmlDocument::setText(Node element, const std::string& text) {
+    xmlNode* const node = nodeOf(element);
+    xmlFreeNodeList(node->children);
+    node->children = node->last = nullptr;
+    if (!text.empty()) {
+        keepSpace(xmlAddChild(node, xmlNewDocText(document_.get(), toXml(text))));
+    }
+}
+
+}  // namespace intake
