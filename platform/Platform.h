@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/HttpClient.h"
 #include "platform/Threads.h"
+#include "platform/XmlDocument.h"
 
 namespace intake {
 
@@ -16,6 +17,7 @@ struct Platform {
     Files& files;
     Diagnostics& diagnostics;
     HttpClients& http;
+    XmlServices& xml;
 };
 
 /// The services of the system that the library was built for. Never destroyed, so that a worker

@@ -4,13 +4,14 @@
 #include "platform/linux/LinuxDiagnostics.h"
 #include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxThreads.h"
+#include "platform/linux/LinuxXmlServices.h"
 
 namespace intake {
 
 const Platform& systemPlatform() {
     static const Platform* const platform =
-        new Platform{*new LinuxClock, *new LinuxThreads, *new LinuxFiles, *new LinuxDiagnostics,
-                     *new CurlHttpClients};
+        new Platform{*new LinuxClock,       *new LinuxThreads,    *new LinuxFiles,
+                     *new LinuxDiagnostics, *new CurlHttpClients, *new LinuxXmlServices};
     return *platform;
 }
 

@@ -7,6 +7,7 @@
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
+#include "tests/fakes/platform/FakeXml.h"
 
 namespace intake {
 
@@ -56,7 +57,8 @@ public:
     FakeDiagnostics diagnostics;
     FakeFiles files{diagnostics};
     FakeHttpClients http;
-    const Platform services{clock, threads, files, diagnostics, http};
+    FakeXml xml;
+    const Platform services{clock, threads, files, diagnostics, http, xml};
 
 private:
     const Platform* previous_;

@@ -6,6 +6,7 @@
 #include "tests/fakes/platform/FakeFiles.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
 #include "tests/fakes/platform/FakeThreads.h"
+#include "tests/fakes/platform/FakeXml.h"
 
 namespace intake {
 
@@ -26,9 +27,10 @@ public:
     FakeFiles files{diagnostics};
     FakeThreads threads;
     FakeHttpClients http;
+    FakeXml xml;
 
     /// What the code under test takes.
-    const Platform services{clock, threads, files, diagnostics, http};
+    const Platform services{clock, threads, files, diagnostics, http, xml};
 };
 
 }  // namespace intake
