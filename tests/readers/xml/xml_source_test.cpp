@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
 namespace intake {
 namespace {
 
@@ -59,6 +64,29 @@ TEST(XmlRequestUrl, OfAnFtpSourceIsLeftAlone) {
     request.avoidCache = true;
     request.filename = "ftp://feeds.example/a.xml";
     EXPECT_EQ(requestUrl(request), "ftp://feeds.example/a.xml");
+}
+
+TEST(XmlRequestUrl, IsUniqueAcrossTheThreadsOfAllInstances) {
+    constexpr size_t THREADS = 4;
+    constexpr size_t REQUESTS = 1000;
+    RequestRecord request;
+    request.avoidCache = true;
+    request.filename = "http://feeds.example/a.xml";
+    std::vector<std::set<std::string>> urls(THREADS);
+    std::vector<std::thread> threads;
+    for (std::set<std::string>& own : urls) {
+        threads.emplace_back([&request, &own] {
+            for (size_t i = 0; i < REQUESTS; ++i) {
+                own.insert(requestUrl(request));
+            }
+        });
+    }
+    std::set<std::string> all;
+    for (size_t i = 0; i < THREADS; ++i) {
+        threads[i].join();
+        all.merge(urls[i]);
+    }
+    EXPECT_EQ(all.size(), THREADS * REQUESTS);
 }
 
 TEST(XmlHeaders, AreNoneByDefault) {

@@ -1,0 +1,92 @@
+#include "tests/readers/xml/read.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "pipeline/com_error_report.h"
+#include "platform/Platform.h"
+#include "readers/xml/XMLHandler.h"
+#include "tests/fakes/platform/FakeClock.h"
+#include "tests/readers/xml/ServedXml.h"
+#include "tests/support/TempDirectory.h"
+#include "tests/workbench/cobalt/show.h"
+#include "workbench/cobalt/Store.h"
+
+namespace intake {
+
+namespace {
+
+RequestRecord requestOf(const std::string& source, const XmlQuery& query) {
+    RequestRecord request;
+    request.mode = "XML";
+    request.filename = source;
+    request.xpath = query.xpath;
+    request.targetMode = query.mode;
+    request.key = query.key;
+    request.table = query.table;
+    request.namespaces = query.namespaces;
+    request.varsPrefix = query.prefix;
+    request.fieldsDelimiter = query.delimiter;
+    request.fromRow = query.fromRow;
+    request.numRows = query.numRows;
+    request.encoding = query.encoding;
+    request.targetOutFormat = query.markup ? 1 : 0;
+    request.sourceInFormat = query.payload ? 1 : 0;
+    return request;
+}
+
+std::string read(XmlServices& services, const RequestRecord& request) {
+    FakeClock clock;
+    ReaderLogger logger(clock);
+    logger.setLevel(-1);
+    EndMark endMark;
+    XMLHandler handler(logger, services, endMark);
+    std::string script, error;
+    try {
+        if (!handler.Read(request, script, error)) {
+            return "failed: " + error;
+        }
+    } catch (const PlatformError& failure) {
+        return "failed: " + comErrorReport(failure);
+    } catch (const std::length_error& failure) {
+        return std::string("failed: ") + failure.what();
+    }
+    EXPECT_EQ(error, "");
+    return script;
+}
+
+/// The script; fails the test when the data store cannot carry it out.
+std::string carriedOut(const std::string& script, int32_t targetMode) {
+    cobalt::Store store;
+    if (targetMode == SHARED_MEMORY || script.starts_with("failed: ")) {
+        return script;
+    }
+    if (const auto error = store.execute(script)) {
+        ADD_FAILURE() << cobalt::show(*error) << "\n" << script;
+    }
+    return script;
+}
+
+}  // namespace
+
+std::string fileScriptAlone(const std::string& source, const XmlQuery& query) {
+    const TempDirectory directory;
+    return read(systemPlatform().xml, requestOf(directory.write("source.xml", source), query));
+}
+
+std::string fileScript(const std::string& source, const XmlQuery& query) {
+    return carriedOut(fileScriptAlone(source, query), query.mode);
+}
+
+std::string urlScript(const std::string& body, const XmlQuery& query) {
+    ServedXml served(body);
+    return carriedOut(read(served, requestOf("http://feeds.example/source.xml", query)),
+                      query.mode);
+}
+
+std::string stored(const std::string& script) {
+    return cobalt::execute(script);
+}
+
+}  // namespace intake

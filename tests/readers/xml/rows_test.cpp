@@ -1,0 +1,86 @@
+// Which of the selected nodes are delivered, and under which numbers.
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "tests/readers/xml/read.h"
+
+namespace intake {
+namespace {
+
+constexpr auto LETTERS = "<a><b>x</b><b>y</b><b>z</b></a>";
+constexpr int32_t LARGEST = std::numeric_limits<int32_t>::max();
+constexpr int32_t SMALLEST = std::numeric_limits<int32_t>::min();
+
+std::string rows(TargetMode mode, int32_t fromRow, int32_t numRows) {
+    return fileScript(
+        LETTERS,
+        {.xpath = "/a/b", .mode = mode, .key = ".", .fromRow = fromRow, .numRows = numRows});
+}
+
+std::string fieldArray(int32_t fromRow, int32_t numRows) {
+    return rows(DATA_FIELD_ARRAY, fromRow, numRows);
+}
+
+TEST(XmlRows, StartAtFromRowAndAreAsManyAsAskedFor) {
+    EXPECT_EQ(fieldArray(0, 2), R"(T[0-1]=""x"",""y""; READER_NUM_RECORDS=2;)");
+    EXPECT_EQ(fieldArray(1, 1), R"(T[0-0]=""y""; READER_NUM_RECORDS=1;)");
+    EXPECT_EQ(fieldArray(0, 3), R"(T[0-2]=""x"",""y"",""z""; READER_NUM_RECORDS=3;)");
+}
+
+TEST(XmlRows, AreCutToTheEndOfTheNodeListWhenNumRowsIsLargerThanWhatIsLeft) {
+    EXPECT_EQ(fieldArray(1, 3), R"(T[0-1]=""y"",""z""; READER_NUM_RECORDS=2;)");
+    EXPECT_EQ(fieldArray(2, LARGEST), R"(T[0-0]=""z""; READER_NUM_RECORDS=1;)");
+}
+
+TEST(XmlRows, AreNoneAndNoErrorWhenFromRowEqualsTheNumberOfNodesOrIsLarger) {
+    for (const TargetMode mode :
+         {DATA_TABLE, DATA_ARRAY, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
+        EXPECT_EQ(rows(mode, 3, 5), "");
+        EXPECT_EQ(rows(mode, 4, 5), "");
+        EXPECT_EQ(rows(mode, LARGEST, LARGEST), "");
+    }
+}
+
+TEST(XmlRows, OfADataArrayBeginAtZeroAndAreCountedWithoutThoseSkipped) {
+    EXPECT_EQ(rows(DATA_ARRAY, 1, 5),
+              R"(T[0]={{#text="y";};};T[1]={{#text="z";};};READER_NUM_RECORDS=2;)");
+}
+
+TEST(XmlRows, OfTheOtherModesAreTheSame) {
+    EXPECT_EQ(rows(DATA_TABLE, 1, 1), R"(T[y]={{#text="y";};};)");
+    EXPECT_EQ(rows(DATA_STRUCTURE, 1, 1), R"(T={#text="y";};)");
+    EXPECT_EQ(rows(SHARED_MEMORY, 1, 1), "y");
+    EXPECT_EQ(rows(SHARED_MEMORY, 1, 9), "y|z");
+}
+
+TEST(XmlRows, AreNoneWhenNoneAreAskedForAndTheCountSaysSo) {
+    EXPECT_EQ(fieldArray(0, 0), "T[0--1]=; READER_NUM_RECORDS=0;");
+    EXPECT_EQ(fieldArray(2, 0), "T[0--1]=; READER_NUM_RECORDS=0;");
+    EXPECT_EQ(rows(DATA_ARRAY, 1, 0), "READER_NUM_RECORDS=0;");
+    EXPECT_EQ(rows(DATA_TABLE, 1, 0), "");
+    EXPECT_EQ(rows(DATA_STRUCTURE, 1, 0), "");
+    EXPECT_EQ(rows(SHARED_MEMORY, 1, 0), "");
+}
+
+TEST(XmlRows, AreNoneForANegativeNumberThatTheCountShows) {
+    EXPECT_EQ(fieldArray(0, -1), "T[0--2]=; READER_NUM_RECORDS=-1;");
+    EXPECT_EQ(rows(DATA_ARRAY, 2, -5), "READER_NUM_RECORDS=-5;");
+    EXPECT_EQ(rows(SHARED_MEMORY, 0, SMALLEST), "");
+}
+
+TEST(XmlRows, StartAtTheFirstForANegativeFromRowThatTheCountIncludes) {
+    EXPECT_EQ(fieldArray(-1, 2), R"(T[0-1]=""x""; READER_NUM_RECORDS=2;)");
+    EXPECT_EQ(fieldArray(-1, LARGEST), R"(T[0-3]=""x"",""y"",""z""; READER_NUM_RECORDS=4;)");
+    EXPECT_EQ(rows(DATA_ARRAY, -2, 3), R"(T[0]={{#text="x";};};READER_NUM_RECORDS=3;)");
+    EXPECT_EQ(rows(SHARED_MEMORY, -1, 3), "x|y");
+}
+
+TEST(XmlRows, BeforeTheFirstAreNone) {
+    EXPECT_EQ(rows(DATA_ARRAY, -5, 2), "READER_NUM_RECORDS=2;");
+    EXPECT_EQ(rows(SHARED_MEMORY, SMALLEST, LARGEST), "");
+}
+
+}  // namespace
+}  // namespace intake
