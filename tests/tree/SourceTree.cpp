@@ -2,7 +2,9 @@
 
 #include <array>
 #include <fstream>
-#include <regex>
+#include <string_view>
+
+#include "tests/tree/directive.h"
 
 namespace intake {
 
@@ -15,12 +17,15 @@ bool isSource(const std::filesystem::path& path) {
     return path.extension() == ".h" || path.extension() == ".cpp";
 }
 
-void findInclude(SourceFile& file, const std::string& line, int number) {
-    static const std::regex include(R"(\s*#\s*include\s*(["<])([^">]+)[">].*)");
-    std::smatch match;
-    if (std::regex_match(line, match, include)) {
-        file.includes.push_back({number, match[2], match[1] == "\""});
+void findInclude(SourceFile& file, std::string_view line, int number) {
+    const Directive directive(line);
+    if (directive.name != "include" || directive.rest.empty()) {
+        return;
     }
+    const bool quoted = directive.rest.front() == '"';
+    const std::string_view path = directive.rest.substr(1);
+    file.includes.push_back(
+        {number, std::string(path.substr(0, path.find(quoted ? '"' : '>'))), quoted});
 }
 
 SourceFile readSource(const std::filesystem::path& path) {

@@ -1,18 +1,34 @@
 #include "tests/tree/text_rules.h"
 
 #include <algorithm>
-#include <regex>
+#include <set>
+#include <string_view>
+
+#include "tests/tree/directive.h"
 
 namespace intake {
 
 namespace {
 
-const std::regex CONDITION(R"(\s*#\s*(if|ifdef|ifndef|elif|elifdef|elifndef)\b.*)");
+const std::set<std::string_view> CONDITIONS{"if", "ifdef", "ifndef", "elif", "elifdef", "elifndef"};
 
-const std::regex SYSTEM_MACRO(
-    R"(\b(_?WIN32|_?WIN64|_WINDOWS|_MSC_VER|__MINGW32__|__MINGW64__|__CYGWIN__|)"
-    R"(__linux__|__linux|linux|__unix__|__unix|unix|__APPLE__|__MACH__|__ANDROID__|)"
-    R"(__FreeBSD__|_POSIX_VERSION)\b)");
+const std::set<std::string_view> SYSTEM_MACROS{
+    "WIN32",     "_WIN32",      "WIN64",       "_WIN64",      "_WINDOWS",
+    "_MSC_VER",  "__MINGW32__", "__MINGW64__", "__CYGWIN__",  "linux",
+    "__linux",   "__linux__",   "unix",        "__unix",      "__unix__",
+    "__APPLE__", "__MACH__",    "__ANDROID__", "__FreeBSD__", "_POSIX_VERSION"};
+
+/// The first system macro among the words of a line; empty when there is none.
+std::string_view systemMacro(std::string_view line) {
+    while (!line.empty()) {
+        const std::string_view word = leadingIdentifier(line);
+        if (SYSTEM_MACROS.contains(word)) {
+            return word;
+        }
+        line.remove_prefix(std::max<size_t>(word.size(), 1));
+    }
+    return {};
+}
 
 bool mayAskForTheSystem(const std::string& path) {
     return path.starts_with("platform/") || path == "host/linkage.h";
@@ -22,11 +38,11 @@ void findSystemConditions(const std::string& path, const SourceFile& file, Viola
     bool condition = false;
     for (size_t i = 0; i < file.lines.size(); ++i) {
         const std::string& line = file.lines[i];
-        condition = condition || std::regex_match(line, CONDITION);
-        std::smatch macro;
-        if (condition && std::regex_search(line, macro, SYSTEM_MACRO)) {
-            found.push_back(
-                violation(path, static_cast<int>(i) + 1, "asks for " + macro.str() + " here"));
+        condition = condition || CONDITIONS.contains(Directive(line).name);
+        const std::string_view macro = condition ? systemMacro(line) : "";
+        if (!macro.empty()) {
+            found.push_back(violation(path, static_cast<int>(i) + 1,
+                                      "asks for " + std::string(macro) + " here"));
         }
         condition = condition && line.ends_with('\\');
     }
