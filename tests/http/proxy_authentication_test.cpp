@@ -112,6 +112,30 @@ TEST_F(HttpProxyAuthenticationTest, NtlmExchangesItsThreeMessagesWithAProxy) {
     expectNtlmProof(proxyProofs(proxy)[2]);
 }
 
+TEST_F(HttpProxyAuthenticationTest, NtlmExchangesItsThreeMessagesForATunnel) {
+    ScriptedServer proxy({proxyChallenge({NTLM}), proxyChallenge({NTLM + " " + ntlmChallenge()}),
+                          reply("403 Forbidden", "")});
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetch("https://data.example/");
+
+    EXPECT_TRUE(fetched.success);
+    EXPECT_EQ(fetched.out, PROXY_ASKS + otherStatus(403));
+    ASSERT_EQ(proxyProofs(proxy).size(), 3U);
+    expectNtlmNegotiation(proxyProofs(proxy)[1]);
+    expectNtlmProof(proxyProofs(proxy)[2]);
+}
+
+TEST_F(HttpProxyAuthenticationTest, AProxyThatGoesAwayAfterItAskedIsAFailure) {
+    ScriptedServer proxy({proxyChallenge({BASIC})});
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetch("https://data.example/");
+
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, PROXY_ASKS + error(12030));
+}
+
 TEST_F(HttpProxyAuthenticationTest, OfAllSchemesTogetherBasicIsTaken) {
     ScriptedServer proxy({proxyChallenge({DIGEST, NTLM, NEGOTIATE, BASIC}), reply("200 OK", "")});
 
