@@ -30,7 +30,6 @@ std::string logFileName(const LocalTime& time) {
 
 void ReaderLogger::open(const LocalTime& now) {
     file_.close();
-    file_.clear();
     file_.imbue(std::locale::classic());
     file_.open(logFileName(now), std::ios::out | std::ios::trunc);
     opened_ = true;
