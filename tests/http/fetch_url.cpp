@@ -7,7 +7,6 @@
 
 #include "pipeline/RDR_HTTP.h"
 #include "platform/Platform.h"
-#include "platform/linux/CurlHttpClient.h"
 
 namespace {
 
@@ -32,7 +31,7 @@ int main(int argc, char** argv) {
     const intake::Platform& platform = intake::systemPlatform();
     intake::EndMark endMark;
     intake::ReaderLogger logger(platform.clock);
-    const auto client = intake::CurlHttpClients().create(endMark);
+    const auto client = platform.http.create(endMark);
     intake::ByteBuffer body;
     if (!intake::RDR_HTTP(*client, logger, platform.diagnostics).Fetch(argv[1], {}, body)) {
         return 1;

@@ -7,7 +7,6 @@
 
 #include "pipeline/RDR_HTTP.h"
 #include "platform/Platform.h"
-#include "platform/linux/CurlHttpClient.h"
 
 namespace intake {
 
@@ -33,7 +32,7 @@ Fetched HttpTest::fetch(const std::string& url) {
     std::thread([&] {
         platform.threads.enterWorker();
         ReaderLogger logger(platform.clock);
-        const std::unique_ptr<HttpClient> client = CurlHttpClients().create(endMark_);
+        const std::unique_ptr<HttpClient> client = platform.http.create(endMark_);
         RDR_HTTP http(*client, logger, platform.diagnostics);
         ByteBuffer body;
         try {

@@ -1,0 +1,32 @@
+#include "platform/linux/curl_errors.h"
+
+#include <gtest/gtest.h>
+
+namespace intake {
+
+namespace {
+
+struct Number {
+    CURLcode curl;
+    uint32_t error;
+};
+
+TEST(CurlErrors, HaveTheNumbersOfTheMessages) {
+    constexpr Number NUMBERS[] = {
+        {CURLE_OPERATION_TIMEDOUT, 12002},   {CURLE_URL_MALFORMAT, 12005},
+        {CURLE_COULDNT_RESOLVE_HOST, 12007}, {CURLE_COULDNT_RESOLVE_PROXY, 12007},
+        {CURLE_COULDNT_CONNECT, 12029},      {CURLE_PARTIAL_FILE, 12030},
+        {CURLE_SEND_ERROR, 12030},           {CURLE_RECV_ERROR, 12030},
+        {CURLE_GOT_NOTHING, 12030},          {CURLE_WEIRD_SERVER_REPLY, 12152},
+        {CURLE_TOO_MANY_REDIRECTS, 12156},   {CURLE_PEER_FAILED_VERIFICATION, 12175},
+        {CURLE_SSL_CONNECT_ERROR, 12175},    {CURLE_SSL_CACERT_BADFILE, 12175},
+        {CURLE_OUT_OF_MEMORY, 12004},
+    };
+    for (const Number& each : NUMBERS) {
+        EXPECT_EQ(toHttpError(each.curl), each.error) << curl_easy_strerror(each.curl);
+    }
+}
+
+}  // namespace
+
+}  // namespace intake
