@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 
+#include <algorithm>
 #include <array>
-#include <regex>
 
 namespace intake {
 
@@ -22,10 +22,16 @@ std::string md5(const std::string& text) {
     return hex;
 }
 
+/// The value of one part of a header, without its quotes; empty when it is missing.
 std::string partOf(const std::string& header, const std::string& name) {
-    std::smatch match;
-    std::regex_search(header, match, std::regex("[ ,]" + name + "=\"?([^\",]*)"));
-    return match[1];
+    const std::string before = " " + name + "=";
+    const size_t found = header.find(before);
+    if (found == std::string::npos) {
+        return "";
+    }
+    const size_t start = found + before.size() + (header[found + before.size()] == '"' ? 1 : 0);
+    return header.substr(start,
+                         std::min(header.find_first_of("\",", start), header.size()) - start);
 }
 
 }  // namespace
