@@ -36,6 +36,7 @@ private:
     EnvironmentVariable controller_{"KRB5_KDC_PROFILE", file("kdc.conf")};
     EnvironmentVariable tickets_{"KRB5CCNAME", "FILE:" + file("tickets")};
     EnvironmentVariable keys_{"KRB5_KTNAME", "FILE:" + file("service.keytab")};
+    EnvironmentVariable replays_{"KRB5RCACHENAME", "none:"};  // else a file in /var/tmp
     std::unique_ptr<ServerProcess> process_;
 };
 
