@@ -143,8 +143,9 @@ bool XmlRecords::writeKey(Node row) {
 
 void XmlRecords::reportRowsWithoutKey() {
     if (rowsWithoutKey_ != 0) {
-        logger_.Write(LOG_WARNING, "XML: " + std::to_string(rowsWithoutKey_) +
-                                       " rows were left out: \"" + request_.key +
+        logger_.Write(LOG_WARNING, "XML: " + std::to_string(rowsWithoutKey_) + " of " +
+                                       std::to_string(rows_.end - rows_.first()) +
+                                       " rows left out: \"" + request_.key +
                                        "\" selects nothing in them\n");
     }
 }

@@ -99,10 +99,10 @@ std::string warnings(const XmlQuery& query) {
 
 TEST(XmlKey, ThatSelectsNothingIsOneWarningForAllRows) {
     EXPECT_EQ(warnings({.mode = DATA_TABLE, .key = "name/long"}),
-              "5/3 9:7 WARNING: \t\t\tXML: 2 rows were left out: "
+              "5/3 9:7 WARNING: \t\t\tXML: 2 of 3 rows left out: "
               "\"name/long\" selects nothing in them\n");
     EXPECT_EQ(warnings({.mode = DATA_STRUCTURE, .key = "@none", .table = ""}),
-              "5/3 9:7 WARNING: \t\t\tXML: 3 rows were left out: "
+              "5/3 9:7 WARNING: \t\t\tXML: 3 of 3 rows left out: "
               "\"@none\" selects nothing in them\n");
 }
 
