@@ -115,6 +115,10 @@ struct Offer {
     std::string taken;  // what the proof begins with
 };
 
+void PrintTo(const Offer& offer, std::ostream* out) {
+    *out << offer.name;
+}
+
 class HttpSchemeOrderTest : public HttpServerAuthenticationTest,
                             public testing::WithParamInterface<Offer> {};
 
