@@ -3,6 +3,7 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 #include "platform/linux/LibxmlDocument.h"
@@ -14,7 +15,7 @@ namespace intake {
 namespace {
 
 constexpr const char* USER_AGENT = "NXR/1.0";
-constexpr const char* PROTOCOLS = "http,https,ftp";
+constexpr std::array<std::string_view, 3> SCHEMES{"http://", "https://", "ftp://"};
 constexpr size_t MAX_BODY = 0x7FFFFFFF;  // no larger document is parsed
 constexpr std::string_view WHITE_SPACE = " \t\r\n";
 
@@ -41,7 +42,12 @@ struct CurlString {
     char* text = nullptr;
 };
 
-/// The URL with what may not stand in one escaped.
+bool hasOurScheme(std::string_view url) {
+    return std::any_of(SCHEMES.begin(), SCHEMES.end(),
+                       [url](std::string_view scheme) { return url.starts_with(scheme); });
+}
+
+/// The URL with what may not stand in one escaped, and its scheme in lower case.
 std::string checkedUrl(const std::string& url) {
     constexpr unsigned FLAGS = CURLU_URLENCODE | CURLU_PATH_AS_IS;
     const std::unique_ptr<CURLU, UrlDeleter> parsed(curl_url());
@@ -49,6 +55,9 @@ std::string checkedUrl(const std::string& url) {
     CURLUcode result = curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), FLAGS);
     if (result == CURLUE_OK) {
         result = curl_url_get(parsed.get(), CURLUPART_URL, &checked.text, 0);
+    }
+    if (result == CURLUE_OK && !hasOurScheme(checked.text)) {
+        result = CURLUE_UNSUPPORTED_SCHEME;
     }
     if (result != CURLUE_OK) {
         throwInvalidRequest("\"" + url + "\" is not a URL: " + curl_url_strerror(result));
@@ -74,7 +83,6 @@ CurlXmlRequest::CurlXmlRequest(const EndMark& endMark) : transfer_(endMark) {
         throwTransferError(CURLE_FAILED_INIT, "libcurl could not be set up");
     }
     CURL* const transfer = transfer_.handle();
-    curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, PROTOCOLS);
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
     curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, onHeader);

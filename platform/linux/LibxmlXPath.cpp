@@ -12,7 +12,7 @@ namespace intake {
 
 namespace {
 
-constexpr unsigned long MAX_STEPS = 2'000'000'000;
+constexpr unsigned long MAX_STEPS = 500'000'000;
 
 /// A document whose root element bears the declarations, and nothing else.
 XmlDoc parseDeclarations(const std::string& declarations) {

@@ -33,7 +33,7 @@ public:
     XPathExpression compile(const std::string& expression);
 
     /// Selects the nodes that an expression finds from `from`. Gives up an expression that would
-    /// need more than some minutes.
+    /// need more than some seconds.
     XPathSelection select(const XPathExpression& expression, xmlDoc* document, xmlNode* from);
 
 private:

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+#include "platform/PlatformError.h"
+#include "tests/support/TempDirectory.h"
+
+namespace intake {
+
+/// A document of the system's own XML services.
+class XmlTest : public testing::Test {
+protected:
+    using Node = XmlDocument::Node;
+
+    /// Expects the text to be well-formed.
+    void load(std::string_view text);
+
+    /// Writes the bytes to a file and loads it.
+    bool loadFile(const std::string& bytes);
+
+    /// The texts, names or markup of the nodes that an expression selects, each ended by a "|".
+    std::string texts(const std::string& expression);
+    std::string names(const std::string& expression);
+    std::string markup(const std::string& expression);
+
+    size_t count(const std::string& expression);
+
+    /// Every child of the one selected node as `name=text|`.
+    std::string children(const std::string& expression);
+
+    XmlServices& services_ = systemPlatform().xml;
+    TempDirectory directory_;
+    std::unique_ptr<XmlDocument> document_ = services_.createDocument(TextEncoding::UTF8);
+
+private:
+    using Append = void (XmlDocument::*)(Node, std::string&);
+    std::string join(const std::string& expression, Append append);
+};
+
+/// The error that `operation` throws; fails the test, and returns one of code 0, when it throws
+/// none.
+template <class Operation>
+PlatformError errorOf(Operation operation) {
+    try {
+        operation();
+    } catch (const PlatformError& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error was thrown";
+    return PlatformError(0, "", "", "");
+}
+
+}  // namespace intake

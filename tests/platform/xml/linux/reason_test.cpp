@@ -1,0 +1,57 @@
+// The reasons that users read when a document does not load or an expression is wrong.
+
+#include "tests/platform/xml/XmlTest.h"
+
+namespace intake {
+
+namespace {
+
+using XmlReason = XmlTest;
+
+TEST_F(XmlReason, NamesThePlaceWhereTheTextIsWrong) {
+    EXPECT_FALSE(document_->loadText("<a>\n <b>\n</a>"));
+    EXPECT_EQ(document_->parseErrorReason(),
+              "Opening and ending tag mismatch: b line 2 and a (line 3, column 5)");
+}
+
+TEST_F(XmlReason, IsTheFirstOfSeveral) {
+    EXPECT_FALSE(document_->loadText("<a>&one;\n&two;</a>"));
+    EXPECT_EQ(document_->parseErrorReason(), "Entity 'one' not defined (line 1, column 9)");
+}
+
+TEST_F(XmlReason, NamesAPrefixThatIsNotDeclared) {
+    EXPECT_FALSE(document_->loadText("<a>\n<p:b/></a>"));
+    EXPECT_EQ(document_->parseErrorReason(),
+              "Namespace prefix p on b is not defined (line 2, column 5)");
+}
+
+TEST_F(XmlReason, SaysThatADtdIsProhibited) {
+    EXPECT_FALSE(document_->loadText("<?xml version='1.0'?>\n<!DOCTYPE a><a/>"));
+    EXPECT_EQ(document_->parseErrorReason(), "DTD is prohibited (line 2, column 12)");
+}
+
+TEST_F(XmlReason, IsTheSystemsWhenAFileCannotBeRead) {
+    EXPECT_FALSE(document_->loadFile("/no/such/file.xml"));
+    EXPECT_EQ(document_->parseErrorReason(), "No such file or directory");
+    EXPECT_FALSE(document_->loadFile("/"));
+    EXPECT_EQ(document_->parseErrorReason(), "Is a directory");
+    EXPECT_FALSE(document_->loadFile("/dev/null"));
+    EXPECT_EQ(document_->parseErrorReason(), "It is not a file");
+}
+
+TEST_F(XmlReason, OfAnExpressionIsTheLibrarysWithTheExpression) {
+    load("<a/>");
+    const auto descriptionOf = [&](const char* expression) {
+        const PlatformError error = errorOf([&] { document_->selectNodes(expression); });
+        EXPECT_EQ(error.source(), "libxml2");
+        return error.description();
+    };
+    EXPECT_EQ(descriptionOf("/a["), "Invalid expression: /a[");
+    EXPECT_EQ(descriptionOf("//p:a"), "Undefined namespace prefix: //p:a");
+    EXPECT_EQ(descriptionOf("/a[foo()]"), "Unregistered function: /a[foo()]");
+    EXPECT_EQ(descriptionOf("count(/a)"), "Expression must evaluate to a node-set: count(/a)");
+}
+
+}  // namespace
+
+}  // namespace intake

@@ -1,0 +1,94 @@
+// Credentials and certificates.
+
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/base64.h"
+#include "tests/http/support/challenges.h"
+#include "tests/http/support/digest.h"
+#include "tests/http/support/ntlm.h"
+#include "tests/platform/xml/XmlRequestTest.h"
+
+namespace intake {
+
+namespace {
+
+class XmlAuthentication : public XmlRequestTest {
+protected:
+    XmlAuthentication() {
+        user_ = &designer_;
+        password_ = &secret_;
+    }
+
+private:
+    const std::string designer_ = "designer";
+    const std::string secret_ = "secret";
+};
+
+TEST_F(XmlAuthentication, BasicCredentialsAreSentWhenAsked) {
+    ScriptedServer server({challenge({BASIC}), reply("200 OK", "<a/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+    EXPECT_EQ(proofs(server),
+              (std::vector<std::string>{"", "Basic " + toBase64("designer:secret")}));
+}
+
+TEST_F(XmlAuthentication, DigestProvesThePasswordWithoutShowingIt) {
+    ScriptedServer server({challenge({DIGEST}), reply("200 OK", "<a/>")});
+    fetch(server.url("/data.xml?q=0"));
+    EXPECT_EQ(names("/*"), "a|");
+    expectDigestProof(proofs(server).back(), "/data.xml?q=0");
+}
+
+TEST_F(XmlAuthentication, NtlmExchangesItsThreeMessages) {
+    ScriptedServer server(
+        {challenge({NTLM}), challenge({NTLM + " " + ntlmChallenge()}), reply("200 OK", "<a/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+    expectNtlmProof(proofs(server).back());
+}
+
+TEST_F(XmlAuthentication, ARefusalIsABodyLikeOthers) {
+    ScriptedServer server({challenge({BASIC}), challenge({BASIC}, "<refused/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "refused|");
+}
+
+TEST_F(XmlAuthentication, WithoutCredentialsNothingIsProved) {
+    user_ = password_ = nullptr;
+    ScriptedServer server({challenge({BASIC}, "<refused/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "refused|");
+    EXPECT_EQ(proofs(server), std::vector<std::string>{""});
+}
+
+TEST_F(XmlAuthentication, AServerOfATrustedAuthorityIsRead) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    request_ = services_.createRequest(endMark_);
+    ScriptedServer server({reply("200 OK", "<a/>")}, &tls);
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+}
+
+TEST_F(XmlAuthentication, AServerOfAnUnknownAuthorityIsRefused) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    ScriptedServer server({reply("200 OK", "<a/>")}, &tls);
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0019);
+    EXPECT_EQ(server.requests().size(), 0U);
+}
+
+TEST_F(XmlAuthentication, NoRedirectLeadsFromHttpsToHttp) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    request_ = services_.createRequest(endMark_);
+    ScriptedServer plain({reply("200 OK", "<a/>")});
+    ScriptedServer server({reply("302 Found", "", "Location: " + plain.url("/") + "\r\n")}, &tls);
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0014);
+    EXPECT_EQ(plain.requests().size(), 0U);
+}
+
+}  // namespace
+
+}  // namespace intake
