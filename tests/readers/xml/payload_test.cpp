@@ -95,7 +95,7 @@ TEST(PayloadConversion, SkipsOtherElementsWithEverythingInside) {
 
 TEST(PayloadConversion, SkipsTextsCommentsAndInstructions) {
     EXPECT_EQ(converted("<payload>text<!--note--><?app go?><![CDATA[data]]>"
-                        "<field name='a'>text<value>1</value>text</field></payload>"),
+                        "<field name='a'>text<value>1</value><?value 2?>text</field></payload>"),
               "<payload><a>1</a></payload>");
 }
 
