@@ -4,6 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "pipeline/com_error_report.h"
 #include "pipeline/command_text.h"
 
 namespace intake {
@@ -29,7 +30,8 @@ WorkerState::WorkerState(const Platform& platform)
       results(platform.threads.createMutex()),
       logger_(platform.clock),
       http_(platform.http.create(endMark)),
-      json_(logger_, platform.files, *http_, platform.diagnostics) {}
+      json_(logger_, platform.files, *http_, platform.diagnostics),
+      xml_(logger_, platform.xml, endMark) {}
 
 void WorkerState::run() {
     threads.enterWorker();
@@ -92,6 +94,8 @@ bool WorkerState::readSource(const RequestRecord& request, std::string& answer,
                              std::string& error) {
     try {
         return readerFor(request.mode).Read(request, answer, error);
+    } catch (const PlatformError& failure) {
+        error += comErrorReport(failure);
     } catch (const std::bad_alloc&) {
         error += "Not enough memory to load " + request.filename + ".\n";
     } catch (const std::exception& failure) {

@@ -11,6 +11,7 @@
 #include "platform/Platform.h"
 #include "readers/UnavailableHandler.h"
 #include "readers/json/JSONHandler.h"
+#include "readers/xml/XMLHandler.h"
 
 namespace intake {
 
@@ -58,7 +59,7 @@ private:
     JSONHandler json_;
     UnavailableHandler sql_{"database and EXCEL"};
     UnavailableHandler html_{"HTML"};
-    UnavailableHandler xml_{"XML"};
+    XMLHandler xml_;
 };
 
 }  // namespace intake

@@ -83,6 +83,7 @@ TEST_F(ProcessCommandTest, AFailureYieldsTheErrorAndNoScript) {
 }
 
 TEST_F(ProcessCommandTest, EveryModeHasAReaderOfItsOwn) {
+    platform_.xml.unreadable = "there is no such file";
     std::set<std::string> errors;
     for (const std::string mode : {"SQL", "HTML", "JSON", "XML"}) {
         errors.insert(errorOf("MODE |" + mode + "| FILENAME |missing| "));
@@ -91,11 +92,18 @@ TEST_F(ProcessCommandTest, EveryModeHasAReaderOfItsOwn) {
 }
 
 TEST_F(ProcessCommandTest, AModeOfJsonInLowerCaseGoesToTheXmlReader) {
+    platform_.xml.unreadable = "there is no such file";
     const std::string xmlError = errorOf("MODE |XML| FILENAME |missing| ");
     EXPECT_EQ(errorOf("MODE |json| FILENAME |missing| "), xmlError);
 }
 
+TEST_F(ProcessCommandTest, APlatformErrorBecomesItsReport) {
+    platform_.xml.failAt("selectNodes");
+    EXPECT_EQ(errorOf("MODE |XML| FILENAME |a.xml| "), FakeXml::failureReport());
+}
+
 TEST_F(ProcessCommandTest, AnUnknownAnEmptyAndAMissingModeGoToTheXmlReader) {
+    platform_.xml.unreadable = "there is no such file";
     const std::string xmlError = errorOf("MODE |XML| FILENAME |missing| ");
     EXPECT_EQ(errorOf("MODE |CSV| FILENAME |missing| "), xmlError);
     EXPECT_EQ(errorOf("MODE |JSON | FILENAME |missing| "), xmlError);

@@ -155,6 +155,7 @@ protected:
 };
 
 TEST_F(NullTexts, AreEmptyTextsToEveryEntryPoint) {
+    platform.xml.unreadable = "there is no such file";
     PLUGIN_LOAD(record.get());
     params().show_data = 1;
     PLUGIN_GUI_STATUS(record.get());
