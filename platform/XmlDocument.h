@@ -20,7 +20,8 @@ enum class TextEncoding { UTF8, ISO_8859_1 };
 ///
 /// Text is as the host's system gives it without preserving white space: text of white space only
 /// is not there, a node's text is trimmed at both ends (CDATA is not), comments and processing
-/// instructions are left out; xml:space="preserve" is honoured. A document with a DTD is refused.
+/// instructions are left out; xml:space="preserve" is honoured, and an attribute's value is taken
+/// as it is. A document with a DTD is refused.
 class XmlDocument {
 public:
     /// A node, lent by the document: for the duration of a callback, or, for selected nodes and the
@@ -74,7 +75,7 @@ public:
     /// Adds an element without content behind the last child.
     virtual Node appendElement(Node parent, const std::string& name) = 0;
 
-    /// Replaces all children by a text, in UTF-8.
+    /// Replaces all children by a text, in UTF-8, which keeps its white space.
     virtual void setText(Node element, const std::string& text) = 0;
 };
 

@@ -131,21 +131,29 @@ void CurlXmlRequest::send() {
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list.get());
     body_.clear();
+    withinHeader_ = false;
     transfer_.restart();
     if (!transfer_.drive([] { return false; })) {
         throwGivenUp();
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, nullptr);
-    if (transfer_.result() != CURLE_OK) {
-        fail();
-    }
+    failUnlessComplete();
 }
 
-void CurlXmlRequest::fail() {
+void CurlXmlRequest::failUnlessComplete() const {
+    if (transfer_.result() == CURLE_OK && withinHeader_) {
+        throwTransferError(CURLE_PARTIAL_FILE,
+                           "The connection was closed within the header of the response");
+    }
     if (transfer_.result() == CURLE_WRITE_ERROR) {
         throwTransferError(CURLE_WRITE_ERROR, "The response is larger than 2 GB");
     }
-    throwTransferError(transfer_.result(), transfer_.reason());
+    if (transfer_.refusedRedirect()) {  // the code alone does not tell it from a foreign response
+        throwTransferError(CURLE_TOO_MANY_REDIRECTS, transfer_.reason());
+    }
+    if (transfer_.result() != CURLE_OK) {
+        throwTransferError(transfer_.result(), transfer_.reason());
+    }
 }
 
 void CurlXmlRequest::loadInto(XmlDocument& document) {
@@ -156,11 +164,18 @@ void CurlXmlRequest::loadInto(XmlDocument& document) {
 }
 
 size_t CurlXmlRequest::onHeader(char* data, size_t size, size_t count, void* self) {
-    const std::string_view line(data, size * count);
-    if (line.find_first_not_of(WHITE_SPACE) == std::string_view::npos) {
-        static_cast<CurlXmlRequest*>(self)->transfer_.stayOnHttps();
-    }
+    static_cast<CurlXmlRequest*>(self)->noteHeader({data, size * count});
     return size * count;
+}
+
+/// Takes the lines of every response of a transfer; of FTP all that the server says.
+void CurlXmlRequest::noteHeader(std::string_view line) {
+    if (line.starts_with("HTTP/")) {
+        withinHeader_ = true;
+    } else if (line.find_first_not_of(WHITE_SPACE) == std::string_view::npos) {
+        withinHeader_ = false;
+        transfer_.stayOnHttps();
+    }
 }
 
 /// Taking less than was offered fails the transfer.

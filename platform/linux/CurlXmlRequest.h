@@ -33,7 +33,8 @@ private:
     };
 
     void setCredentials(const std::string* user, const std::string* password);
-    [[noreturn]] void fail();
+    void failUnlessComplete() const;
+    void noteHeader(std::string_view line);
 
     static size_t onHeader(char* data, size_t size, size_t count, void* self);
     static size_t onBody(char* data, size_t size, size_t count, void* self);
@@ -41,6 +42,7 @@ private:
     CurlTransfer transfer_;
     std::vector<Header> headers_;
     std::string body_;
+    bool withinHeader_ = false;  // of an HTTP response
 };
 
 }  // namespace intake

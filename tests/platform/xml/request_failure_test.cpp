@@ -15,6 +15,8 @@ constexpr uint32_t ABORTED = 0x80004004;
 constexpr uint32_t INVALID_ARGUMENT = 0x80070057;
 constexpr uint32_t NOT_FOUND = 0x800C0005;
 constexpr uint32_t DOWNLOAD_FAILED = 0x800C0008;
+constexpr uint32_t INVALID_RESPONSE = 0x800C000C;
+constexpr uint32_t REDIRECT_FAILED = 0x800C0014;
 
 using XmlRequestFailure = XmlRequestTest;
 
@@ -47,10 +49,23 @@ TEST_F(XmlRequestFailure, AHostWithoutAnAddressIsNotFound) {
 }
 
 TEST_F(XmlRequestFailure, AConnectionThatBreaksOffIsAFailure) {
+    ScriptedServer server({{"", Then::CUT},
+                           {"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n<a/>", Then::CLOSE},
+                           {"HTTP/1.1 200 OK\r\nContent-", Then::CLOSE}});
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), DOWNLOAD_FAILED);
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), DOWNLOAD_FAILED);
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), DOWNLOAD_FAILED);
+}
+
+TEST_F(XmlRequestFailure, WhatDoesNotSpeakHttpIsAnInvalidResponse) {
+    ScriptedServer server({{"<a/>\r\n", Then::CLOSE}});
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), INVALID_RESPONSE);
+}
+
+TEST_F(XmlRequestFailure, RedirectsThatNeverEndFail) {
     ScriptedServer server(
-        {{"", Then::CUT}, {"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n<a/>", Then::CLOSE}});
-    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), DOWNLOAD_FAILED);
-    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), DOWNLOAD_FAILED);
+        [](const std::string&) { return reply("302 Found", "", "Location: /\r\n"); });
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), REDIRECT_FAILED);
 }
 
 TEST_F(XmlRequestFailure, ANameOrValueThatIsNoHeaderIsAnError) {
