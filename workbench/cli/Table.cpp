@@ -91,7 +91,7 @@ std::string note(std::size_t columns, std::size_t rows) {
     if (rows > 0) text += counted(rows, "row");
     if (rows > 0 && columns > 0) text += ", ";
     if (columns > 0) text += counted(columns, "column");
-    return text + "; --out json shows everything)\n";
+    return text + "; load --out json shows everything)\n";
 }
 
 }  // namespace

@@ -35,12 +35,12 @@ TEST(Table, LeavesOutTheColumnsThatDoNotFitAndSaysHowMany) {
               "aaaa  bbbb\n"
               "----  ----\n"
               "   1     2\n"
-              "(2 more columns; --out json shows everything)\n");
+              "(2 more columns; load --out json shows everything)\n");
 }
 
 TEST(Table, SaysHowManyRowsAreMissing) {
     const Table table{"", {"a"}, {{"x"}}, 1};
-    EXPECT_EQ(table.print({}), "a\n-\nx\n(1 more row; --out json shows everything)\n");
+    EXPECT_EQ(table.print({}), "a\n-\nx\n(1 more row; load --out json shows everything)\n");
 }
 
 TEST(Table, CutsALongCell) {
@@ -60,5 +60,5 @@ TEST(Table, TheFirstColumnIsShownInTheNarrowestWindow) {
               "a\n"
               "----\n"
               "abc…\n"
-              "(1 more column; --out json shows everything)\n");
+              "(1 more column; load --out json shows everything)\n");
 }

@@ -79,7 +79,7 @@ TEST_F(StoreOutput, ALongTableIsShownInPart) {
               "-----  -----\n"
               "    0      1\n"
               "    1      2\n"
-              "(3 more rows; --out json shows everything)\n");
+              "(3 more rows; load --out json shows everything)\n");
 }
 
 TEST_F(StoreOutput, AnEmptyStoreSaysSo) {
