@@ -44,7 +44,8 @@ TEST_F(ConsoleTest, AMessageOf1023CharactersFitsTheWindow) {
 }
 
 TEST_F(ConsoleTest, ALongerMessageIsCutInTheWindowAndWholeOnStandardOutput) {
-    const std::string message = std::string(1023, 'a') + "b";
+    std::string message(1024, 'a');
+    message.back() = 'b';
     const std::string output =
         standardOutput([&] { printToConsole(diagnostics_, "%s", message.c_str()); });
     EXPECT_EQ(diagnostics_.consoleWindowText(), std::string(1023, 'a'));
