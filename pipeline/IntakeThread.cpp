@@ -32,18 +32,6 @@ private:
     std::shared_ptr<WorkerState> state_;
 };
 
-/// Keeps a mutex that is already held until the end of the scope.
-class HeldMutex {
-public:
-    explicit HeldMutex(Mutex& mutex) : mutex_(mutex) {}
-    ~HeldMutex() { mutex_.unlock(); }
-    HeldMutex(const HeldMutex&) = delete;
-    HeldMutex& operator=(const HeldMutex&) = delete;
-
-private:
-    Mutex& mutex_;
-};
-
 }  // namespace
 
 IntakeThread::IntakeThread(const Platform& platform)

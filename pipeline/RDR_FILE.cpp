@@ -20,7 +20,13 @@ bool RDR_FILE::Read(const std::string& path, ByteBuffer& buffer) {
     }
     const auto capacity = static_cast<size_t>(fileSize);
     buffer = ByteBuffer();
-    char* const bytes = buffer.prepare(capacity + 1);
+    char* bytes = nullptr;
+    try {
+        bytes = buffer.prepare(capacity + 1);
+    } catch (...) {
+        files_.close(file);
+        throw;
+    }
     size_t bytesRead = 0;
     if (!files_.read(file, bytes, capacity, bytesRead)) {
         return fail("RDR_FILE::Read(): ReadFile(): ");

@@ -36,7 +36,7 @@ void ReaderLogger::open(const LocalTime& now) {
     lines_ = 0;
 }
 
-void ReaderLogger::Write(LogLevel level, std::string_view text) {
+void ReaderLogger::Write(LogLevel level, std::initializer_list<std::string_view> parts) {
     if (!writes(level)) {
         return;
     }
@@ -45,7 +45,11 @@ void ReaderLogger::Write(LogLevel level, std::string_view text) {
         open(now);
     }
     file_ << now.day << '/' << now.month << ' ' << now.hour << ':' << now.minute << ' '
-          << LEVEL_NAMES[static_cast<size_t>(level)] << ": \t\t\t" << text << std::flush;
+          << LEVEL_NAMES[static_cast<size_t>(level)] << ": \t\t\t";
+    for (const std::string_view part : parts) {
+        file_ << part;
+    }
+    file_ << std::flush;
     if (lines_++ >= LINES_PER_FILE) {
         open(now);
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <fstream>
+#include <initializer_list>
 #include <string_view>
 
 #include "platform/Clock.h"
@@ -25,8 +26,9 @@ public:
     /// Whether a message of this level would be written; saves composing a large one in vain.
     bool writes(LogLevel level) const { return level <= level_; }
 
-    /// Writes one message. It brings its own line end.
-    void Write(LogLevel level, std::string_view text);
+    /// Writes one message, which may come in parts. It brings its own line end.
+    void Write(LogLevel level, std::string_view text) { Write(level, std::initializer_list{text}); }
+    void Write(LogLevel level, std::initializer_list<std::string_view> parts);
 
 private:
     void open(const LocalTime& now);

@@ -38,10 +38,14 @@ void WorkerState::run() {
     while (stopRequested == 0 && !endMark.isSet()) {
         std::shared_ptr<IntakeClient> client;
         std::string command;
-        if (takeRequest(client, command)) {
-            answer(client, command);
-            client.reset();
+        try {
+            if (takeRequest(client, command)) {
+                answer(client, command);
+            }
+        } catch (const std::exception&) {
+            // There is no memory even for the command; the next one may fare better.
         }
+        client.reset();
         clock.sleep(POLL_INTERVAL);
     }
     threads.leaveWorker();
@@ -52,19 +56,25 @@ bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string
     if (requests.count() == 0 || !requests.mutex().tryLock()) {
         return false;
     }
+    const HeldMutex held(requests.mutex());
     const IntakeCommand& request = requests.take();
     client = request.client.lock();
     if (client != nullptr) {
         command = request.text;
     }
-    requests.mutex().unlock();
     return client != nullptr;
 }
 
 void WorkerState::answer(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
     IntakeCommand result;
     result.client = client;
-    ProcessCommand(command, result.success, result.text, result.error);
+    try {
+        ProcessCommand(command, result.success, result.text, result.error);
+    } catch (const std::exception&) {
+        // There is no memory even for the reason; that the load failed must be told all the same.
+        result.success = false;
+        result.text.clear();
+    }
     if (!endMark.isSet()) {
         put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
     }
@@ -77,7 +87,7 @@ void WorkerState::ProcessCommand(const std::string& command, bool& success, std:
     in.imbue(std::locale::classic());
     ParseCommand(request, in);
     logger_.setLevel(request.logLevel);
-    logger_.Write(LOG_INFO, "Command: " + command + "\n");
+    logger_.Write(LOG_INFO, {"Command: ", command, "\n"});
 
     success = readSource(request, answer, error);
     if (success) {
@@ -85,9 +95,7 @@ void WorkerState::ProcessCommand(const std::string& command, bool& success, std:
     } else {
         answer.clear();
     }
-    if (logger_.writes(LOG_DEBUG)) {
-        logger_.Write(LOG_DEBUG, (success ? "Answer: " + answer : "Error: " + error) + "\n");
-    }
+    logger_.Write(LOG_DEBUG, {success ? "Answer: " : "Error: ", success ? answer : error, "\n"});
 }
 
 bool WorkerState::readSource(const RequestRecord& request, std::string& answer,

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "pipeline/CircBuffer.h"
@@ -25,8 +26,8 @@ public:
     /// ended.
     void run();
 
-    /// Parses one command text and runs its reader. Worker thread. Never throws: what a reader
-    /// throws becomes the error text.
+    /// Parses one command text and runs its reader. Worker thread. What a reader throws becomes the
+    /// error text; only want of memory for that is thrown.
     void ProcessCommand(const std::string& command, bool& success, std::string& answer,
                         std::string& error);
 
@@ -36,8 +37,8 @@ public:
         while (!ring.mutex().lock()) {
             clock.sleep(retryAfter);
         }
+        const HeldMutex held(ring.mutex());
         fill(ring.reserve());
-        ring.mutex().unlock();
     }
 
     Threads& threads;
