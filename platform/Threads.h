@@ -33,11 +33,11 @@ public:
 
     virtual std::unique_ptr<Mutex> createMutex() = 0;
 
-    /// Runs `body` on a new thread. Throws std::system_error when the system has none to give.
+    /// Runs `body` on a new thread; from then on the library stays loaded for good. Throws
+    /// std::system_error when the system has none to give.
     virtual std::unique_ptr<ThreadHandle> start(std::function<void()> body) = 0;
 
-    /// Called by a worker thread first and last: keeps the library loaded for good and sets the
-    /// thread up for the system's services.
+    /// Called by a worker thread first and last: sets the thread up for the system's services.
     virtual void enterWorker() = 0;
     virtual void leaveWorker() = 0;
 };

@@ -95,12 +95,12 @@ std::unique_ptr<Mutex> LinuxThreads::createMutex() {
 }
 
 std::unique_ptr<ThreadHandle> LinuxThreads::start(std::function<void()> body) {
+    static std::once_flag pinned;
+    std::call_once(pinned, keepLibraryLoaded);
     return std::make_unique<DetachedThread>(std::move(body));
 }
 
 void LinuxThreads::enterWorker() {
-    static std::once_flag pinned;
-    std::call_once(pinned, keepLibraryLoaded);
     allowLateWakeUps();
     blockBrokenPipeSignal();
 }
