@@ -3,8 +3,9 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
+#include <exception>
+#include <new>
 
 #include "platform/linux/curl_errors.h"
 
@@ -66,6 +67,23 @@ std::string toUrl(const HttpAddress& address) {
            std::to_string(address.port) + escapePath(address.path);
 }
 
+std::string hostOf(const char* url) {
+    std::string host;
+    CURLU* const parts = curl_url();
+    char* part = nullptr;
+    if (curl_url_set(parts, CURLUPART_URL, url, 0) == CURLUE_OK &&
+        curl_url_get(parts, CURLUPART_HOST, &part, 0) == CURLUE_OK) {
+        host = part;
+        curl_free(part);
+    }
+    curl_url_cleanup(parts);
+    return host;
+}
+
+bool isSameHost(const std::string& one, const std::string& other) {
+    return strcasecmp(one.c_str(), other.c_str()) == 0;
+}
+
 bool isSameHeader(std::string_view line, std::string_view other) {
     const size_t name = line.find(':') + 1;
     return other.size() >= name && strncasecmp(line.data(), other.data(), name) == 0;
@@ -91,6 +109,7 @@ void CurlHttpRequest::setOptions(const HttpAddress& address, const std::string& 
     curl_easy_setopt(transfer, CURLOPT_HTTPAUTH, CURLAUTH_NONE);
     curl_easy_setopt(transfer, CURLOPT_PROXYAUTH, CURLAUTH_NONE);
 
+    curl_easy_setopt(transfer, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     curl_easy_setopt(transfer, CURLOPT_HEADERFUNCTION, onHeader);
     curl_easy_setopt(transfer, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, onBody);
@@ -158,6 +177,9 @@ bool CurlHttpRequest::setCredentials(HttpTarget target, HttpScheme scheme, const
                                      const std::string& password) {
     CURL* const transfer = transfer_.handle();
     const bool server = target == HttpTarget::SERVER;
+    if (server && transfer_.redirects() > 0) {  // the one who asks is the one to be answered
+        curl_easy_setopt(transfer, CURLOPT_URL, std::string(effectiveUrl()).c_str());
+    }
     curl_easy_setopt(transfer, server ? CURLOPT_USERNAME : CURLOPT_PROXYUSERNAME, user.c_str());
     curl_easy_setopt(transfer, server ? CURLOPT_PASSWORD : CURLOPT_PROXYPASSWORD, password.c_str());
     curl_easy_setopt(transfer, server ? CURLOPT_HTTPAUTH : CURLOPT_PROXYAUTH, toCurl(scheme));
@@ -172,28 +194,51 @@ size_t CurlHttpRequest::onHeader(char* data, size_t size, size_t count, void* se
 /// Takes the lines of every response of a transfer, and those behind the last chunk of a body.
 void CurlHttpRequest::noteHeader(std::string_view line) {
     if (line.starts_with("HTTP/")) {
-        responded_ = false;
+        respondedAfter_ = NEVER;
     } else if (line.find_first_not_of(LINE_ENDS) == std::string_view::npos) {
-        responded_ = true;
+        respondedAfter_ = transfer_.redirects();
         transfer_.stayOnHttps();
     }
 }
 
 size_t CurlHttpRequest::onBody(char* data, size_t size, size_t count, void* self) {
-    static_cast<CurlHttpRequest*>(self)->received_.append(data, size * count);
-    return size * count;
+    auto& request = *static_cast<CurlHttpRequest*>(self);
+    try {
+        request.received_.append(data, size * count);
+        return size * count;
+    } catch (const std::exception&) {  // nothing may fly through the library
+        request.outOfMemory_ = true;
+        return 0;
+    }
 }
 
 void CurlHttpRequest::restart() {
     received_.clear();
     taken_ = 0;
-    responded_ = false;
+    respondedAfter_ = NEVER;
+    outOfMemory_ = false;
     transfer_.restart();
+}
+
+/// Whether the header of the response to the latest request has come whole.
+bool CurlHttpRequest::hasResponded() const {
+    return respondedAfter_ == transfer_.redirects();
+}
+
+/// Where the latest request went.
+const char* CurlHttpRequest::effectiveUrl() const {
+    const char* url = nullptr;
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_EFFECTIVE_URL, &url);
+    return url == nullptr ? "" : url;
 }
 
 /// Runs the transfer until some of the body has come or it has ended. False when it was given up.
 bool CurlHttpRequest::drive() {
-    return transfer_.drive([this] { return !received_.empty(); }) || failGivenUp();
+    const bool driven = transfer_.drive([this] { return !received_.empty(); });
+    if (outOfMemory_) {
+        throw std::bad_alloc();
+    }
+    return driven || failGivenUp();
 }
 
 bool CurlHttpRequest::failGivenUp() {
@@ -226,11 +271,12 @@ bool CurlHttpRequest::send() {
         return true;
     }
     if (transfer_.result() == CURLE_OK) {
-        return responded_ || fail(HTTP_ERROR_CONNECTION_BROKEN,
-                                  "The connection was closed within the header of the response");
+        return hasResponded() ||
+               fail(HTTP_ERROR_CONNECTION_BROKEN,
+                    "The connection was closed within the header of the response");
     }
     // A response that breaks off behind its header is found out when the body is read.
-    return (responded_ && isBrokenTransfer(transfer_.result())) || failTransfer();
+    return (hasResponded() && isBrokenTransfer(transfer_.result())) || failTransfer();
 }
 
 bool CurlHttpRequest::status(int& code) {
@@ -249,7 +295,9 @@ bool CurlHttpRequest::offeredSchemes(uint32_t& schemes, HttpTarget& target) {
     long offered = 0;
     curl_easy_getinfo(transfer_.handle(),
                       proxy ? CURLINFO_PROXYAUTH_AVAIL : CURLINFO_HTTPAUTH_AVAIL, &offered);
-    schemes = toSchemes(offered);
+    // A password is for the host that it was entered for.
+    schemes =
+        proxy || isSameHost(hostOf(effectiveUrl()), host_) ? toSchemes(offered) : HTTP_NO_SCHEME;
     target = proxy ? HttpTarget::PROXY : HttpTarget::SERVER;
     return true;
 }

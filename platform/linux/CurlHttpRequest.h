@@ -50,6 +50,8 @@ private:
     bool failTransfer();
     bool isProxyRefusal() const;
 
+    bool hasResponded() const;
+    const char* effectiveUrl() const;
     void noteHeader(std::string_view line);
     static size_t onHeader(char* data, size_t size, size_t count, void* self);
     static size_t onBody(char* data, size_t size, size_t count, void* self);
@@ -61,7 +63,9 @@ private:
 
     std::string received_;  // of the body, not taken yet but for the first `taken_` bytes
     size_t taken_ = 0;
-    bool responded_ = false;  // the header of the latest response is complete
+    static constexpr long NEVER = -1;
+    long respondedAfter_ = NEVER;  // redirects, when the latest header was complete
+    bool outOfMemory_ = false;
 
     uint32_t lastError_ = 0;
     std::string lastErrorText_;

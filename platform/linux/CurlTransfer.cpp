@@ -39,6 +39,7 @@ CurlTransfer::~CurlTransfer() {
 void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_ERRORBUFFER, reason_.data());
     curl_easy_setopt(handle(), CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(handle(), CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name server
     curl_easy_setopt(handle(), CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(handle(), CURLOPT_COOKIEFILE, "");  // kept from response to response only
     curl_easy_setopt(handle(), CURLOPT_BUFFERSIZE, RECEIVE_BUFFER);
@@ -62,18 +63,26 @@ void CurlTransfer::restart() {
     result_ = CURLE_OK;
     reason_[0] = 0;
     curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_multi_add_handle(driver_.get(), handle_.get());
+    if (curl_multi_add_handle(driver_.get(), handle_.get()) != CURLM_OK) {
+        end(CURLE_FAILED_INIT);
+    }
 }
 
 void CurlTransfer::step() {
     int running = 0;
-    curl_multi_perform(driver_.get(), &running);
+    if (curl_multi_perform(driver_.get(), &running) != CURLM_OK) {
+        return end(CURLE_FAILED_INIT);
+    }
     int waiting = 0;
     const CURLMsg* const message = curl_multi_info_read(driver_.get(), &waiting);
     if (message != nullptr && message->msg == CURLMSG_DONE) {
-        done_ = true;
-        result_ = message->data.result;
+        end(message->data.result);
     }
+}
+
+void CurlTransfer::end(CURLcode result) {
+    done_ = true;
+    result_ = result;
 }
 
 void CurlTransfer::wait() {
@@ -88,10 +97,14 @@ void CurlTransfer::stayOnHttps() {
     }
 }
 
+long CurlTransfer::redirects() const {
+    long count = 0;
+    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_COUNT, &count);
+    return count;
+}
+
 bool CurlTransfer::refusedRedirect() const {
-    long redirects = 0;
-    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_COUNT, &redirects);
-    return result_ == CURLE_UNSUPPORTED_PROTOCOL && redirects > 0;
+    return result_ == CURLE_UNSUPPORTED_PROTOCOL && redirects() > 0;
 }
 
 std::string CurlTransfer::reason() const {

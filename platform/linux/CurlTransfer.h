@@ -49,6 +49,9 @@ public:
     /// Lets no further redirect lead to HTTP when the latest response came over HTTPS.
     void stayOnHttps();
 
+    /// How many redirects were followed so far.
+    long redirects() const;
+
     /// Whether it failed because a redirect led where none may lead. (What answers without speaking
     /// the protocol ends with the same code.)
     bool refusedRedirect() const;
@@ -69,6 +72,7 @@ private:
 
     void setCommonOptions();
     void step();
+    void end(CURLcode result);
     void wait();
 
     const EndMark& endMark_;

@@ -132,6 +132,7 @@ void CurlXmlRequest::send() {
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list.get());
     body_.clear();
     withinHeader_ = false;
+    outOfMemory_ = false;
     transfer_.restart();
     if (!transfer_.drive([] { return false; })) {
         throwGivenUp();
@@ -141,6 +142,9 @@ void CurlXmlRequest::send() {
 }
 
 void CurlXmlRequest::failUnlessComplete() const {
+    if (outOfMemory_) {
+        throw std::bad_alloc();
+    }
     if (transfer_.result() == CURLE_OK && withinHeader_) {
         throwTransferError(CURLE_PARTIAL_FILE,
                            "The connection was closed within the header of the response");
@@ -180,13 +184,18 @@ void CurlXmlRequest::noteHeader(std::string_view line) {
 
 /// Taking less than was offered fails the transfer.
 size_t CurlXmlRequest::onBody(char* data, size_t size, size_t count, void* self) {
-    std::string& body = static_cast<CurlXmlRequest*>(self)->body_;
+    auto& request = *static_cast<CurlXmlRequest*>(self);
     const size_t length = size * count;
-    if (length > MAX_BODY - body.size()) {
+    if (length > MAX_BODY - request.body_.size()) {
         return 0;
     }
-    body.append(data, length);
-    return length;
+    try {
+        request.body_.append(data, length);
+        return length;
+    } catch (const std::exception&) {  // nothing may fly through the library
+        request.outOfMemory_ = true;
+        return 0;
+    }
 }
 
 }  // namespace intake

@@ -42,6 +42,7 @@ private:
     CurlTransfer transfer_;
     std::vector<Header> headers_;
     std::string body_;
+    bool outOfMemory_ = false;
     bool withinHeader_ = false;  // of an HTTP response
 };
 
