@@ -38,7 +38,7 @@ bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteB
         return fail(FAILED_STEP, client_.lastError(), client_.lastErrorText());
     }
     addHeaders(*http, request);
-    if (!setUpProxy(*http, address.host, request)) {
+    if (!setUpProxy(*http, address, request)) {
         return fail(FAILED_STEP, *http);
     }
     return runAttempts(*http, request) && readBody(*http, body);
@@ -163,18 +163,17 @@ HttpScheme RDR_HTTP::chooseScheme(uint32_t offered, Attempts& attempts) {
     return HTTP_NO_SCHEME;
 }
 
-bool RDR_HTTP::setUpProxy(HttpRequest& http, const std::string& host,
+bool RDR_HTTP::setUpProxy(HttpRequest& http, const HttpAddress& address,
                           const RequestRecord& request) {
     if (!request.enableProxy) {
         return true;
     }
-    const std::string url = "http://" + host;
     switch (request.proxyMode) {
         case PROXY_AUTO_DETECT:
-            useDetectedProxy(http, url);
+            useDetectedProxy(http, "http://" + address.host);
             return true;
         case PROXY_SYSTEM:
-            useSystemProxy(http, url);
+            useSystemProxy(http, (address.secure ? "https://" : "http://") + address.host);
             return true;
         case PROXY_MANUAL:
             return http.setProxy(request.proxyUrl, LOCAL_HOSTS) &&

@@ -46,7 +46,7 @@ private:
     Outcome answerProxy(HttpRequest& http, Attempts& attempts, bool refused);
     HttpScheme chooseScheme(uint32_t offered, Attempts& attempts);
 
-    bool setUpProxy(HttpRequest& http, const std::string& host, const RequestRecord& request);
+    bool setUpProxy(HttpRequest& http, const HttpAddress& address, const RequestRecord& request);
     void useDetectedProxy(HttpRequest& http, const std::string& url);
     void useSystemProxy(HttpRequest& http, const std::string& url);
 

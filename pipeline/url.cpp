@@ -37,7 +37,7 @@ HttpAddress splitUrl(const std::string& url) {
     const size_t hostEnd = std::min(url.find_first_of("/?", hostStart), url.size());
 
     HttpAddress address;
-    address.secure = url.find("https://") != std::string::npos;
+    address.secure = std::string_view(url).substr(0, hostStart).ends_with("https://");
     address.port = address.secure ? HTTPS_PORT : HTTP_PORT;
     address.host = url.substr(hostStart, hostEnd - hostStart);
     address.path = url.substr(hostEnd);

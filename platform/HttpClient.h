@@ -90,8 +90,8 @@ struct HttpAddress {
     std::string path;  // with its query part; begins with a slash
 };
 
-/// The system's HTTP client, one per worker thread. Its operations can block; they give up when the
-/// worker's end mark is set.
+/// The system's HTTP client, one per worker thread. Transfers give up when the worker's end
+/// mark is set; looking a proxy up cannot be cut short.
 class HttpClient {
 public:
     virtual ~HttpClient() = default;

@@ -136,5 +136,13 @@ TEST(Url, WithoutAHostHasAnEmptyOne) {
     EXPECT_EQ(split("http:///a"), "plain  80 /a");
 }
 
+TEST(Url, AnotherUrlWithinTheQueryDoesNotMakeItSecure) {
+    const HttpAddress address = splitUrl("http://relay.example/get?from=https://feeds.example/");
+    EXPECT_FALSE(address.secure);
+    EXPECT_EQ(address.host, "relay.example");
+    EXPECT_EQ(address.port, 80);
+    EXPECT_EQ(address.path, "/get?from=https://feeds.example/");
+}
+
 }  // namespace
 }  // namespace intake
