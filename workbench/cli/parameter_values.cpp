@@ -54,13 +54,14 @@ int32_t switchValue(const Parameter& parameter, std::string_view value) {
     reject(parameter, value, "0, 1, true or false");
 }
 
-// One past the last entry is let through: a plugin may know one choice more than its editor offers.
+// The query type HTML is a number without an entry in the list.
 int32_t choiceValue(const Parameter& parameter, std::string_view value) {
     for (std::size_t i = 0; i < parameter.entries.size(); ++i) {
         if (lowerCase(trimmed(parameter.entries[i])) == lowerCase(trimmed(value)))
             return static_cast<int32_t>(i);
     }
-    const auto largest = static_cast<int32_t>(parameter.entries.size());
+    const auto entries = static_cast<int32_t>(parameter.entries.size());
+    const int32_t largest = parameter.name == "queryMode" ? entries : entries - 1;
     const auto index = parsed<int32_t>(value);
     if (index && *index >= 0 && *index <= largest) return *index;
     reject(parameter, value,

@@ -38,7 +38,10 @@ void report(const lumo::Instance& instance, const Outcome& outcome, double secon
         std::fprintf(stderr, "%8.2f s  %s: %s\n", seconds, name, outcome.error.c_str());
     } else if (outcome.notStored) {
         std::fprintf(stderr, "%8.2f s  %s: no shared memory is bound\n", seconds, name);
-    } else if (onTerminal && !outcome.notExecuted) {
+    } else if (outcome.notExecuted) {
+        std::fprintf(stderr, "%8.2f s  %s: the data store could not execute the script\n", seconds,
+                     name);
+    } else if (onTerminal) {
         std::fprintf(stderr, "%8.2f s  %s: loaded\n", seconds, name);
     }
 }

@@ -84,7 +84,7 @@ TEST_F(Usage, ABadValueInASceneNamesFileAndInstance) {
         "intake-workbench: scene.json, instance \"league\": \"mode\" cannot be \"Tables\": it "
         "takes "
         "DataTable, DataArray, DataStructure, Data Field Array, Shared Memory, or an index from 0 "
-        "to 5.\n";
+        "to 4.\n";
     EXPECT_EQ(refusal({"run", "scene.json", "--frames", "1"}), expected);
     EXPECT_EQ(refusal({"load", "--scene", "scene.json", "--instance", "league"}), expected);
 }
