@@ -6,7 +6,7 @@ namespace intake {
 
 class Intake;
 
-/// Hands answers to a plugin instance. Shared between the instance and, for a moment, its worker;
+/// Hands answers to a plugin instance. Shared between the instance and, while it loads, its worker;
 /// the instance detaches it when it goes. Host's thread, but for its release.
 class IntakeClientProxy final : public IntakeClient {
 public:

@@ -6,7 +6,7 @@
 namespace intake {
 
 /// The shared-memory variable that an instance writes its answers to. Owned by the instance; host's
-/// thread. Unset until both operations below were called.
+/// thread. Unset until a memory and a name are chosen.
 class SharedMemoryBinding {
 public:
     enum Report : int32_t { DONE = 0, NO_MEMORY = -1, NO_NAME = -2 };

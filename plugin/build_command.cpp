@@ -28,8 +28,8 @@ struct CommandPair {
     bool onlyWithProxy = false;
 };
 
-/// The pairs between MODE and ENCODING. The connection string stands twice: readers of the format
-/// expect it so.
+/// The pairs between MODE and ENCODING. The connection string stands twice; that belongs to the
+/// format.
 constexpr std::array<CommandPair, 30> PAIRS{{
     {"FILENAME", Escaped{&P::filename}},
     {"SHEET", AsItStands{&P::sheet}},

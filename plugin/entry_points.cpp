@@ -47,7 +47,7 @@ void withInstance(HostRecord* record, Body body) {
 
 }  // namespace
 
-PLUGIN_API void PLUGIN_INIT() {
+PLUGIN_API void PLUGIN_INIT(void* /*hostValues*/) {
     guarded("PLUGIN_INIT", [] { intake::registerLibrary(); });
 }
 

@@ -31,7 +31,7 @@ void prepareExcelQuery(ReaderParams& params) {
     std::string query = selectStatement(params);
     const bool connectionFits = connection.size() < LONG_TEXT;
     if (!connectionFits || query.size() >= LONG_TEXT) {
-        _lumoprintf("Intake: the %s for the workbook \"%s\" is longer than %d characters\n",
+        _lumoprintf("Intake: the %s for the workbook \"%s\" is longer than %d bytes\n",
                     connectionFits ? "SQL query" : "connection string",
                     std::string(hostText(params.filename)).c_str(),
                     static_cast<int>(LONG_TEXT) - 1);

@@ -228,7 +228,7 @@ TEST_F(ExcelQuery, AConnectionStringThatDoesNotFitLeavesBothEmptyAndTellsTheCons
     EXPECT_STREQ(params().query, "");
     EXPECT_EQ(host.takeCalls()[0],
               "_lumoprintf(\"Intake: the connection string for the workbook \"" + file +
-                  "\" is longer than 511 characters\\n\")");
+                  "\" is longer than 511 bytes\\n\")");
 }
 
 TEST_F(ExcelQuery, AQueryThatDoesNotFitLeavesBothEmptyAndTellsTheConsole) {
@@ -240,7 +240,7 @@ TEST_F(ExcelQuery, AQueryThatDoesNotFitLeavesBothEmptyAndTellsTheConsole) {
     EXPECT_STREQ(params().query, "");
     EXPECT_EQ(host.takeCalls()[0],
               "_lumoprintf(\"Intake: the SQL query for the workbook \"a.xlsx\" is longer than 511 "
-              "characters\\n\")");
+              "bytes\\n\")");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 // What the plugin exports, as the host declares it for itself.
 
 extern "C" {
-void PLUGIN_INIT();
+void PLUGIN_INIT(void* hostValues);
 void PLUGIN_INIT_FUNCTION(intake::HostRecord* record);
 void PLUGIN_LOAD(intake::HostRecord* record);
 void PLUGIN_AFTER_LOAD(intake::HostRecord* record);

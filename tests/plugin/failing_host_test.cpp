@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Exceptions, FailingHost, testing::Values(throwBadAlloc,
 
 TEST_P(FailingHost, DuringRegistrationIsReported) {
     fail("evRegisterParameterFloat");
-    PLUGIN_INIT();
+    PLUGIN_INIT(nullptr);
     expectReported("PLUGIN_INIT");
     platform.threads.step();
     EXPECT_EQ(platform.threads.running(), 0U);

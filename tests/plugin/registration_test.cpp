@@ -8,7 +8,7 @@ namespace {
 using Registration = PluginTest;
 
 TEST_F(Registration, IsOneFixedSequenceOfCalls) {
-    PLUGIN_INIT();
+    PLUGIN_INIT(nullptr);
     EXPECT_THAT(
         host.takeCalls(),
         testing::ElementsAreArray(Calls{
@@ -102,7 +102,7 @@ TEST_F(Registration, IsOneFixedSequenceOfCalls) {
 }
 
 TEST_F(Registration, LeavesNoWorkerBehind) {
-    PLUGIN_INIT();
+    PLUGIN_INIT(nullptr);
     platform.threads.step();
     EXPECT_EQ(platform.threads.running(), 0U);
 }
