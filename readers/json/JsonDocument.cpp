@@ -1,5 +1,6 @@
 #include "readers/json/JsonDocument.h"
 
+#include <cstring>
 #include <utility>
 
 #include "readers/json/json_parse.h"
@@ -7,6 +8,7 @@
 namespace intake {
 
 JsonDocument::JsonDocument(ByteBuffer text) : text_(std::move(text)) {
+    std::memset(text_.prepare(BYTES_READ_BEHIND), 0, BYTES_READ_BEHIND);
     parseJson(text_.data(), text_.size(), entries_);
 }
 

@@ -1,5 +1,6 @@
 // What is refused as no JSON, and where the error is said to be.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -100,6 +101,12 @@ TEST(JsonRefusal, ControlCharactersInStringsAndNames) {
         const std::string text = std::string("\"a") + control + "\"";
         EXPECT_EQ(parseError(inArray(text)), REFUSAL) << int{control};
         EXPECT_EQ(parseError("{" + text + ":1}"), REFUSAL) << int{control};
+    }
+}
+
+TEST(JsonRefusal, ACharacterThatTheEndOfTheDocumentCutsOff) {
+    for (const char* text : {"\"\xC3", "\"\xE2", "\"\xE2\x82", "\"\xF0", "\"\xF0\x9F\x98"}) {
+        EXPECT_THAT(parseError(text), testing::HasSubstr("Invalid encoding in string.")) << text;
     }
 }
 
