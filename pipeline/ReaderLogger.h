@@ -27,7 +27,9 @@ public:
     bool writes(LogLevel level) const { return level <= level_; }
 
     /// Writes one message, which may come in parts. It brings its own line end.
-    void Write(LogLevel level, std::string_view text) { Write(level, std::initializer_list{text}); }
+    void Write(LogLevel level, std::string_view text) {
+        Write(level, std::initializer_list<std::string_view>{text});
+    }
     void Write(LogLevel level, std::initializer_list<std::string_view> parts);
 
 private:
