@@ -37,7 +37,7 @@ void ReaderLogger::open(const LocalTime& now) {
 }
 
 void ReaderLogger::Write(LogLevel level, std::initializer_list<std::string_view> parts) {
-    if (!writes(level)) {
+    if (level > level_) {
         return;
     }
     const LocalTime now = clock_.localTime();

@@ -23,9 +23,6 @@ public:
     /// Messages above this level are left out.
     void setLevel(int32_t level) { level_ = level; }
 
-    /// Whether a message of this level would be written; saves composing a large one in vain.
-    bool writes(LogLevel level) const { return level <= level_; }
-
     /// Writes one message, which may come in parts. It brings its own line end.
     void Write(LogLevel level, std::string_view text) {
         Write(level, std::initializer_list<std::string_view>{text});
