@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/Database.h"
 #include "platform/Diagnostics.h"
 #include "platform/Files.h"
+#include "platform/HtmlDocument.h"
 #include "platform/HttpClient.h"
 #include "platform/Threads.h"
 #include "platform/XmlDocument.h"
@@ -18,6 +20,8 @@ struct Platform {
     Diagnostics& diagnostics;
     HttpClients& http;
     XmlServices& xml;
+    HtmlServices& html;
+    DatabaseServices& databases;
 };
 
 /// The services of the system that the library was built for. Never destroyed, so that a worker

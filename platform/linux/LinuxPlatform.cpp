@@ -1,17 +1,19 @@
 #include "platform/Platform.h"
 #include "platform/linux/CurlHttpClient.h"
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxDatabases.h"
 #include "platform/linux/LinuxDiagnostics.h"
 #include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxHtmlServices.h"
 #include "platform/linux/LinuxThreads.h"
 #include "platform/linux/LinuxXmlServices.h"
 
 namespace intake {
 
 const Platform& systemPlatform() {
-    static const Platform* const platform =
-        new Platform{*new LinuxClock,       *new LinuxThreads,    *new LinuxFiles,
-                     *new LinuxDiagnostics, *new CurlHttpClients, *new LinuxXmlServices};
+    static const Platform* const platform = new Platform{
+        *new LinuxClock,      *new LinuxThreads,     *new LinuxFiles,        *new LinuxDiagnostics,
+        *new CurlHttpClients, *new LinuxXmlServices, *new LinuxHtmlServices, *new LinuxDatabases};
     return *platform;
 }
 

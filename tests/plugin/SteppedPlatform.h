@@ -4,8 +4,10 @@
 #include <list>
 
 #include "platform/Platform.h"
+#include "tests/fakes/platform/FakeDatabases.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
+#include "tests/fakes/platform/FakeHtml.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
 #include "tests/fakes/platform/FakeXml.h"
 
@@ -58,7 +60,9 @@ public:
     FakeFiles files{diagnostics};
     FakeHttpClients http;
     FakeXml xml;
-    const Platform services{clock, threads, files, diagnostics, http, xml};
+    FakeHtml html;
+    FakeDatabases databases;
+    const Platform services{clock, threads, files, diagnostics, http, xml, html, databases};
 
 private:
     const Platform* previous_;

@@ -2,8 +2,10 @@
 
 #include "platform/Platform.h"
 #include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeDatabases.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
+#include "tests/fakes/platform/FakeHtml.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
 #include "tests/fakes/platform/FakeThreads.h"
 #include "tests/fakes/platform/FakeXml.h"
@@ -28,9 +30,11 @@ public:
     FakeThreads threads;
     FakeHttpClients http;
     FakeXml xml;
+    FakeHtml html;
+    FakeDatabases databases;
 
     /// What the code under test takes.
-    const Platform services{clock, threads, files, diagnostics, http, xml};
+    const Platform services{clock, threads, files, diagnostics, http, xml, html, databases};
 };
 
 }  // namespace intake
