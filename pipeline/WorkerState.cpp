@@ -21,6 +21,10 @@ void removeZeroCharacters(std::string& script) {
     }
 }
 
+const std::string& sourceOf(const RequestRecord& request) {
+    return request.mode == "SQL" ? request.query : request.filename;
+}
+
 }  // namespace
 
 WorkerState::WorkerState(const Platform& platform)
@@ -31,6 +35,7 @@ WorkerState::WorkerState(const Platform& platform)
       logger_(platform.clock),
       http_(platform.http.create(endMark)),
       json_(logger_, platform.files, *http_, platform.diagnostics),
+      sql_(logger_, platform.databases, endMark),
       xml_(logger_, platform.xml, endMark) {}
 
 void WorkerState::run() {
@@ -105,11 +110,11 @@ bool WorkerState::readSource(const RequestRecord& request, std::string& answer,
     } catch (const PlatformError& failure) {
         error += comErrorReport(failure);
     } catch (const std::bad_alloc&) {
-        error += "Not enough memory to load " + request.filename + ".\n";
+        error += "Not enough memory to load " + sourceOf(request) + ".\n";
     } catch (const std::exception& failure) {
         error += failure.what();
     } catch (...) {
-        error += "An unknown failure ended the load of " + request.filename + ".\n";
+        error += "An unknown failure ended the load of " + sourceOf(request) + ".\n";
     }
     return false;
 }

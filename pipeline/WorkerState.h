@@ -12,6 +12,7 @@
 #include "platform/Platform.h"
 #include "readers/UnavailableHandler.h"
 #include "readers/json/JSONHandler.h"
+#include "readers/sql/SQLHandler.h"
 #include "readers/xml/XMLHandler.h"
 
 namespace intake {
@@ -58,7 +59,7 @@ private:
     ReaderLogger logger_;
     const std::unique_ptr<HttpClient> http_;
     JSONHandler json_;
-    UnavailableHandler sql_{"database and EXCEL"};
+    SQLHandler sql_;
     UnavailableHandler html_{"HTML"};
     XMLHandler xml_;
 };

@@ -84,6 +84,7 @@ TEST_F(ProcessCommandTest, AFailureYieldsTheErrorAndNoScript) {
 
 TEST_F(ProcessCommandTest, EveryModeHasAReaderOfItsOwn) {
     platform_.xml.unreadable = "there is no such file";
+    platform_.databases.failAt("open");
     std::set<std::string> errors;
     for (const std::string mode : {"SQL", "HTML", "JSON", "XML"}) {
         errors.insert(errorOf("MODE |" + mode + "| FILENAME |missing| "));
@@ -100,6 +101,40 @@ TEST_F(ProcessCommandTest, AModeOfJsonInLowerCaseGoesToTheXmlReader) {
 TEST_F(ProcessCommandTest, APlatformErrorBecomesItsReport) {
     platform_.xml.failAt("selectNodes");
     EXPECT_EQ(errorOf("MODE |XML| FILENAME |a.xml| "), FakeXml::failureReport());
+}
+
+TEST_F(ProcessCommandTest, AnSqlCommandIsAnsweredByTheDatabaseOfItsConnectionString) {
+    platform_.databases.names = {"code"};
+    platform_.databases.rows = {{"HOL"}};
+    const Outcome outcome =
+        process("MODE |SQL| CONNSTR |DSN=x| QUERY |SELECT 1| TABLE |T| TGT_MODE 1 NUM_ROWS || ");
+    EXPECT_TRUE(outcome.success);
+    EXPECT_EQ(outcome.answer, R"(T[0]={{code="HOL";};};READER_NUM_RECORDS=1;)");
+    EXPECT_NE(platform_.databases.calls().find("open DSN=x\nopenRecordset SELECT 1\n"),
+              std::string::npos);
+}
+
+TEST_F(ProcessCommandTest, ADatabaseThatFailsOnTheWayBecomesItsReport) {
+    platform_.databases.names = {"code"};
+    platform_.databases.rows = {{"HOL"}};
+    platform_.databases.failAt("moveNext");
+    EXPECT_EQ(errorOf("MODE |SQL| TGT_MODE 1 NUM_ROWS || "), FakeDatabases::failureReport());
+}
+
+TEST_F(ProcessCommandTest, AQueryThatRunsOutOfMemoryIsNamed) {
+    struct FullDatabases final : DatabaseServices {
+        std::unique_ptr<Connection> createConnection(const EndMark&) override {
+            throw std::bad_alloc();
+        }
+    } databases;
+    const Platform& services = platform_.services;
+    WorkerState worker({services.clock, services.threads, services.files, services.diagnostics,
+                        services.http, services.xml, services.html, databases});
+    Outcome outcome;
+    worker.ProcessCommand("MODE |SQL| QUERY |SELECT 1| ", outcome.success, outcome.answer,
+                          outcome.error);
+    EXPECT_FALSE(outcome.success);
+    EXPECT_EQ(outcome.error, "Not enough memory to load SELECT 1.\n");
 }
 
 TEST_F(ProcessCommandTest, AnUnknownAnEmptyAndAMissingModeGoToTheXmlReader) {

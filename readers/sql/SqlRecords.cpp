@@ -1,0 +1,156 @@
+#include "readers/sql/SqlRecords.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "pipeline/script_text.h"
+
+namespace intake {
+
+/// In the order of the target modes.
+const SqlRecords::Mode SqlRecords::MODES[] = {
+    {"Before DATATABLE\n", &SqlRecords::writeTableRecord, nullptr},
+    {"Before DATAARRAY\n", &SqlRecords::writeArrayRecord, &SqlRecords::writeCount},
+    {"Before DATASTRUCTURE\n", &SqlRecords::writeStructure, nullptr},
+    {"Before DATAFIELDARRAY\n", &SqlRecords::writeFieldArrayValue, &SqlRecords::finishFieldArray},
+    {"Before SHAREDMEM\n", &SqlRecords::writeSharedMemoryRecord, nullptr},
+};
+
+SqlRecords::SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
+                       std::string& script, std::string& error)
+    : recordset_(recordset),
+      request_(request),
+      logger_(logger),
+      script_(script),
+      error_(error),
+      writer_(script),
+      start_(script.size()),
+      from_(request.fromRow),
+      end_(from_ + request.numRows) {}
+
+bool SqlRecords::write() {
+    if (request_.targetMode < 0 || request_.targetMode >= std::ssize(MODES)) {
+        return true;
+    }
+    const Mode& mode = MODES[request_.targetMode];
+    logger_.Write(LOG_DEBUG, mode.trace);
+    if (!recordset_.atEnd()) {
+        recordset_.moveFirst();
+        readNames();
+        if (!walk(mode)) {
+            return false;
+        }
+    }
+    if (mode.finish != nullptr) {
+        (this->*mode.finish)();
+    }
+    return true;
+}
+
+void SqlRecords::readNames() {
+    names_.resize(recordset_.fieldCount());
+    for (size_t field = 0; field < names_.size(); ++field) {
+        names_[field] = recordset_.fieldName(field);
+    }
+}
+
+bool SqlRecords::walk(const Mode& mode) {
+    for (; walked_ < end_ && !recordset_.atEnd(); ++walked_) {
+        if (walked_ < from_) {
+            recordset_.moveNext();
+            continue;
+        }
+        if (!(this->*mode.writeRecord)()) {
+            return false;
+        }
+        ++written_;
+        recordset_.moveNext();
+        if (request_.targetMode == SHARED_MEMORY && !recordset_.atEnd()) {
+            script_.append(request_.rowsDelimiter);
+        }
+    }
+    return true;
+}
+
+bool SqlRecords::writeTableRecord() {
+    script_.append(request_.table).append("[");
+    return writeKey() && writeFields("]={{", "};};");
+}
+
+bool SqlRecords::writeArrayRecord() {
+    script_.append(request_.table).append("[");
+    writer_.writeInteger(written_);
+    return writeFields("]={{", "};};");
+}
+
+bool SqlRecords::writeStructure() {
+    script_.append(request_.table);
+    return (!request_.table.empty() || writeKey()) && writeFields("={", "};");
+}
+
+bool SqlRecords::writeFieldArrayValue() {
+    script_.append(written_ == 0 ? "\"\"" : ",\"\"");
+    const bool found = writeKey();
+    script_.append("\"\"");
+    return found;
+}
+
+bool SqlRecords::writeSharedMemoryRecord() {
+    for (size_t field = 0; field < names_.size(); ++field) {
+        script_.append(field == 0 ? "" : request_.fieldsDelimiter);
+        if (!writeField(field)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool SqlRecords::writeFields(const char* opening, const char* closing) {
+    script_.append(opening);
+    for (size_t field = 0; field < names_.size(); ++field) {
+        script_.append(names_[field]).append("=\"");
+        if (!writeField(field)) {
+            return false;
+        }
+        script_.append("\";");
+    }
+    script_.append(closing);
+    return true;
+}
+
+bool SqlRecords::writeKey() {
+    if (written_ == 0) {
+        key_ = recordset_.findField(request_.key);
+    }
+    if (!key_) {
+        error_.append("ERROR: Key: \"").append(request_.key).append("\" not found.");
+        return false;
+    }
+    return writeField(*key_);
+}
+
+bool SqlRecords::writeField(size_t field) {
+    FieldValue value;
+    if (!recordset_.value(field, value)) {
+        error_.append("ERROR: Cannot retrieve field #").append(std::to_string(field));
+        return false;
+    }
+    writer_.writeValue(value);
+    return true;
+}
+
+/// The head says how many values there are, so it can only be put before them once they are there.
+void SqlRecords::finishFieldArray() {
+    std::string head;
+    appendRangeHead(head, request_.table, written_);
+    script_.insert(start_, head).append(";");
+    writeCount();
+}
+
+void SqlRecords::writeCount() {
+    script_.append(request_.varsPrefix).append("READER_NUM_RECORDS=");
+    writer_.writeInteger(walked_);
+    script_.append(";");
+}
+
+}  // namespace intake

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pipeline/ReaderLogger.h"
+#include "pipeline/RequestRecord.h"
+#include "platform/Database.h"
+#include "readers/sql/VariantWriter.h"
+
+namespace intake {
+
+/// Writes the requested rows of a recordset as the records of a target mode. Made for one request;
+/// worker thread.
+class SqlRecords {
+public:
+    /// All are borrowed and outlive this object; script and error are appended to.
+    SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
+               std::string& script, std::string& error);
+
+    /// False, and the reason in the error text, when a field is missing or cannot be taken. Writes
+    /// nothing in a mode that does not exist. Throws PlatformError.
+    bool write();
+
+private:
+    /// How one target mode is written.
+    struct Mode {
+        const char* trace;
+        bool (SqlRecords::*writeRecord)();
+        void (SqlRecords::*finish)();  // after the last record; may be none
+    };
+    static const Mode MODES[];
+
+    void readNames();
+    bool walk(const Mode& mode);
+
+    bool writeTableRecord();
+    bool writeArrayRecord();
+    bool writeStructure();
+    bool writeFieldArrayValue();
+    bool writeSharedMemoryRecord();
+
+    bool writeFields(const char* opening, const char* closing);
+    bool writeKey();
+    bool writeField(size_t field);
+
+    void finishFieldArray();
+    void writeCount();
+
+    Recordset& recordset_;
+    const RequestRecord& request_;
+    ReaderLogger& logger_;
+    std::string& script_;
+    std::string& error_;
+    VariantWriter writer_;
+    const size_t start_;  // where this result begins in the script
+    const int64_t from_, end_;
+    int64_t walked_ = 0;   // records so far, the skipped ones included
+    int64_t written_ = 0;  // of them
+    std::vector<std::string_view> names_;
+    std::optional<size_t> key_;
+};
+
+}  // namespace intake
