@@ -90,7 +90,7 @@ void ScriptedServer::acceptAll() {
 void ScriptedServer::serve(int socket) {
     blockBrokenPipeSignal();
     {
-        Connection connection(socket, tls_.get());
+        ServerConnection connection(socket, tls_.get());
         while (answer(connection)) {
         }
     }
@@ -100,7 +100,7 @@ void ScriptedServer::serve(int socket) {
 }
 
 /// Answers one request. False when the connection is to be closed.
-bool ScriptedServer::answer(Connection& connection) {
+bool ScriptedServer::answer(ServerConnection& connection) {
     const std::string request = connection.receiveRequest();
     if (request.empty()) {
         return false;

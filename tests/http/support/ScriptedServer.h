@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/http/support/Connection.h"
+#include "tests/http/support/ServerConnection.h"
 #include "tests/http/support/certificates.h"
 
 namespace intake {
@@ -66,7 +66,7 @@ private:
 
     void acceptAll();
     void serve(int socket);
-    bool answer(Connection& connection);
+    bool answer(ServerConnection& connection);
     Reply respond(const std::string& request);
 
     Responder responder_;

@@ -10,11 +10,11 @@ namespace intake {
 
 /// One connection that a test server accepted, plain or over TLS. Owned and used by the thread that
 /// serves it. Every operation returns as soon as the peer has gone.
-class Connection {
+class ServerConnection {
 public:
     /// Over TLS when `tls` is not null; the handshake is made by the first receiveRequest. `socket`
     /// is borrowed.
-    Connection(int socket, SSL_CTX* tls);
+    ServerConnection(int socket, SSL_CTX* tls);
 
     /// The header of the next request with the empty line that ends it. Empty when none comes, or
     /// one of more than 64 KB.

@@ -1,4 +1,4 @@
-#include "tests/http/support/Connection.h"
+#include "tests/http/support/ServerConnection.h"
 
 #include <sys/socket.h>
 
@@ -13,7 +13,7 @@ constexpr size_t LONGEST_HEADER = 65536;
 
 }  // namespace
 
-Connection::Connection(int socket, SSL_CTX* tls) : socket_(socket) {
+ServerConnection::ServerConnection(int socket, SSL_CTX* tls) : socket_(socket) {
     if (tls != nullptr) {
         tls_.reset(SSL_new(tls));
         SSL_set_fd(tls_.get(), socket);
@@ -21,13 +21,13 @@ Connection::Connection(int socket, SSL_CTX* tls) : socket_(socket) {
     }
 }
 
-int Connection::receive(char* buffer, int capacity) {
+int ServerConnection::receive(char* buffer, int capacity) {
     return tls_ != nullptr
                ? SSL_read(tls_.get(), buffer, capacity)
                : static_cast<int>(recv(socket_, buffer, static_cast<size_t>(capacity), 0));
 }
 
-std::string Connection::receiveRequest() {
+std::string ServerConnection::receiveRequest() {
     std::array<char, 4096> buffer{};
     size_t end = received_.find(END_OF_HEADER);
     while (end == std::string::npos) {
@@ -43,7 +43,7 @@ std::string Connection::receiveRequest() {
     return request;
 }
 
-void Connection::send(std::string_view bytes) {
+void ServerConnection::send(std::string_view bytes) {
     if (tls_ != nullptr) {
         SSL_write(tls_.get(), bytes.data(), static_cast<int>(bytes.size()));
         return;
@@ -57,19 +57,19 @@ void Connection::send(std::string_view bytes) {
     }
 }
 
-void Connection::sayGoodbye() {
+void ServerConnection::sayGoodbye() {
     if (tls_ != nullptr) {
         SSL_shutdown(tls_.get());
     }
 }
 
-void Connection::waitForPeer() {
+void ServerConnection::waitForPeer() {
     std::array<char, 4096> ignored{};
     while (recv(socket_, ignored.data(), ignored.size(), 0) > 0) {
     }
 }
 
-void Connection::resetOnClose() {
+void ServerConnection::resetOnClose() {
     const linger none{1, 0};
     setsockopt(socket_, SOL_SOCKET, SO_LINGER, &none, sizeof none);
 }
