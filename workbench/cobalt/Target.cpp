@@ -35,7 +35,8 @@ void readBrackets(Cursor& cursor, Target& target) {
     target.kind = readRange(target.key, target) ? Target::Kind::Range : Target::Kind::Entry;
 }
 
-Entries numbered(std::vector<Value> values, std::int64_t first) {
+// Unsigned: the number behind the last element may be one too large for a range.
+Entries numbered(std::vector<Value> values, std::uint64_t first) {
     Entries entries;
     for (Value& value : values)
         entries.define(std::to_string(first++)) = std::move(value);
@@ -43,7 +44,7 @@ Entries numbered(std::vector<Value> values, std::int64_t first) {
     return entries;
 }
 
-Entries numbered(const Entries& elements, std::int64_t first) {
+Entries numbered(const Entries& elements, std::uint64_t first) {
     Entries entries;
     for (const Entry& element : elements)
         entries.define(std::to_string(first++)) = element.value;
@@ -80,11 +81,12 @@ Value combine(const Target& target, AssignedValues assigned) {
     std::vector<Value>& values = assigned.values;
     const bool isRange = target.kind == Target::Kind::Range;
     const bool isOne = values.size() == 1 && !assigned.separated;
+    const auto first = static_cast<std::uint64_t>(target.first);
     if (isOne && isRange && values.front().kind() == Kind::Array) {
-        if (target.first == 0) return std::move(values.front());
-        return Value::array(numbered(values.front().entries(), target.first));
+        if (first == 0) return std::move(values.front());
+        return Value::array(numbered(values.front().entries(), first));
     }
-    if (isRange) return Value::array(numbered(std::move(values), target.first));
+    if (isRange) return Value::array(numbered(std::move(values), first));
     if (values.empty()) return Value();
     if (isOne) return std::move(values.front());
     return Value::array(numbered(std::move(values), 0));

@@ -61,6 +61,13 @@ TEST(Range, ThatIsEmptyWithAValueIsAnError) {
               "1:12 expected no value for the range [2020-21], which is empty");
 }
 
+TEST(Range, MayBeginAtTheLargestNumber) {
+    EXPECT_EQ(execute("T[9223372036854775807-9223372036854775807]={{a=1;},};"),
+              "T = [9223372036854775807: {a: 1}]\n");
+    EXPECT_EQ(execute("T[9223372036854775807-1]={{a=1;},};"),
+              "1:26 expected no value for the range [9223372036854775807-1], which is empty");
+}
+
 TEST(Range, BeyondTheLargestNumberIsAKey) {
     EXPECT_EQ(execute("T[0-99999999999999999999]=1;"), "T = [0-99999999999999999999: 1]\n");
 }
