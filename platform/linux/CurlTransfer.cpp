@@ -49,6 +49,7 @@ void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
     curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_TIME, SILENCE_SECONDS);
+    curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, SILENCE_SECONDS);  // of FTP
 
     curl_easy_setopt(handle(), CURLOPT_PROXY, "");
     curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
