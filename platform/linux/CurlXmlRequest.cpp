@@ -112,7 +112,7 @@ void CurlXmlRequest::setHeader(const std::string& name, const std::string& value
     const Header header{trimmed(name), trimmed(value)};
     if (header.name.empty() || header.name.find_first_not_of(TOKEN_SIGNS) != std::string::npos ||
         header.value.find_first_of("\r\n") != std::string::npos) {
-        throwInvalidRequest("\"" + name + ":" + value + "\" is not a header");
+        throwInvalidRequest("\"" + header.name + "\" cannot be sent as a header");
     }
     const auto same = std::find_if(headers_.begin(), headers_.end(), [&](const Header& each) {
         return strcasecmp(each.name.c_str(), header.name.c_str()) == 0;

@@ -74,6 +74,12 @@ TEST_F(XmlRequestFailure, ANameOrValueThatIsNoHeaderIsAnError) {
     EXPECT_EQ(errorOf([&] { request_->setHeader("X", "1\r\nY: 2"); }).code(), INVALID_ARGUMENT);
 }
 
+TEST_F(XmlRequestFailure, AWrongHeaderIsNamedWithoutItsValueWhichMayBeASecret) {
+    const PlatformError error = errorOf([&] { request_->setHeader("X Token", "s3cret"); });
+    EXPECT_NE(error.description().find("X Token"), std::string::npos) << error.description();
+    EXPECT_EQ(error.description().find("s3cret"), std::string::npos) << error.description();
+}
+
 TEST_F(XmlRequestFailure, ARequestThatNobodyWaitsForIsGivenUp) {
     ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n<a>", Then::STALL}});
     std::thread host([&] {
