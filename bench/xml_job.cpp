@@ -90,7 +90,9 @@ double timeReader(const intake::RequestRecord& request, intake::ReaderLogger& lo
 }
 
 void printStages(const intake::RequestRecord& request, intake::ReaderLogger& logger) {
-    auto document = intake::systemPlatform().xml.createDocument(intake::TextEncoding::UTF8);
+    const intake::EndMark endMark;
+    auto document =
+        intake::systemPlatform().xml.createDocument(intake::TextEncoding::UTF8, endMark);
     std::string script;
     beginCold();
     const double load = timed([&] { document->loadFile(request.filename); });

@@ -100,7 +100,9 @@ class XmlServices {
 public:
     virtual ~XmlServices() = default;
 
-    virtual std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding) = 0;
+    /// Once `endMark`, which outlives the document, is set, loading and selecting give up soon.
+    virtual std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+                                                        const EndMark& endMark) = 0;
 
     /// `endMark` outlives the request.
     virtual std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) = 0;

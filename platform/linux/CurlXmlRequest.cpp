@@ -135,7 +135,7 @@ void CurlXmlRequest::send() {
     outOfMemory_ = false;
     transfer_.restart();
     if (!transfer_.drive([] { return false; })) {
-        throwGivenUp();
+        throwGivenUp("libcurl");
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, nullptr);
     failUnlessComplete();

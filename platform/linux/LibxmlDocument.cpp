@@ -26,8 +26,8 @@ XmlDoc emptyDocument() {
 
 }  // namespace
 
-LibxmlDocument::LibxmlDocument(TextEncoding encoding)
-    : encoding_(encoding), document_(emptyDocument()) {}
+LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
+    : encoding_(encoding), endMark_(endMark), document_(emptyDocument()) {}
 
 bool LibxmlDocument::replace(LoadedXml loaded) {
     selection_.reset();
@@ -38,15 +38,24 @@ bool LibxmlDocument::replace(LoadedXml loaded) {
 }
 
 bool LibxmlDocument::loadFile(const std::string& path) {
-    return replace(loadXmlFile(path));
+    return replace(loadXmlFile(path, endMark_));
 }
 
 bool LibxmlDocument::loadText(std::string_view text) {
-    return replace(loadXmlText(text));
+    return replace(loadXmlText(text, endMark_));
 }
 
 bool LibxmlDocument::loadText(std::string_view text, const std::string& charset) {
-    return replace(loadXmlText(text, charset));
+    return replace(loadXmlText(text, endMark_, charset));
+}
+
+std::string LibxmlDocument::parseErrorReason() {
+    if (encoding_ == TextEncoding::UTF8) {
+        return reason_;
+    }
+    std::string reason;
+    appendLatin1(reason_, reason);
+    return reason;
 }
 
 void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
@@ -56,9 +65,15 @@ void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
 bool LibxmlDocument::selectNodes(const std::string& expression) {
     const XPathExpression compiled = xpath_.compile(expression);
     xmlXPathOrderDocElems(document_.get());  // without it, sorting climbs the tree for each node
-    selection_ =
-        xpath_.select(compiled, document_.get(), reinterpret_cast<xmlNode*>(document_.get()));
+    selection_ = select(compiled, reinterpret_cast<xmlNode*>(document_.get()));
     return true;
+}
+
+XPathSelection LibxmlDocument::select(const XPathExpression& expression, xmlNode* from) {
+    if (endMark_.isSet()) {
+        throwGivenUp("libxml2");
+    }
+    return xpath_.select(expression, document_.get(), from);
 }
 
 size_t LibxmlDocument::selectedCount() {
@@ -76,7 +91,7 @@ void LibxmlDocument::setKeyExpression(const std::string& expression) {
 }
 
 bool LibxmlDocument::appendKeyText(Node row, std::string& out) {
-    const XPathSelection found = xpath_.select(key_, document_.get(), nodeOf(row));
+    const XPathSelection found = select(key_, nodeOf(row));
     if (xmlXPathNodeSetIsEmpty(found->nodesetval)) {
         return false;
     }

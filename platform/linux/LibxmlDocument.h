@@ -12,7 +12,8 @@ namespace intake {
 /// An XML document by libxml2.
 class LibxmlDocument final : public XmlDocument {
 public:
-    explicit LibxmlDocument(TextEncoding encoding);
+    /// `endMark` outlives this object.
+    LibxmlDocument(TextEncoding encoding, const EndMark& endMark);
 
     bool loadFile(const std::string& path) override;
     bool loadText(std::string_view text) override;
@@ -20,7 +21,7 @@ public:
     /// As loadText, of a text whose charset was told beside it, unless that is empty.
     bool loadText(std::string_view text, const std::string& charset);
 
-    std::string parseErrorReason() override { return reason_; }
+    std::string parseErrorReason() override;
 
     void setSelectionNamespaces(const std::string& declarations) override;
     bool selectNodes(const std::string& expression) override;
@@ -45,11 +46,13 @@ private:
     using Append = void (*)(const xmlNode*, std::string&);
 
     bool replace(LoadedXml loaded);
+    XPathSelection select(const XPathExpression& expression, xmlNode* from);
 
     /// Appends what `append` writes, in this document's encoding.
     void encode(Append append, Node node, std::string& out);
 
     const TextEncoding encoding_;
+    const EndMark& endMark_;
     std::string reason_;
     std::string utf8_;  // what is being encoded
 

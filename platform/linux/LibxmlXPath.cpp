@@ -16,7 +16,8 @@ constexpr unsigned long MAX_STEPS = 500'000'000;
 
 /// A document whose root element bears the declarations, and nothing else.
 XmlDoc parseDeclarations(const std::string& declarations) {
-    LoadedXml loaded = loadXmlText("<namespaces " + declarations + "/>");
+    const EndMark never;
+    LoadedXml loaded = loadXmlText("<namespaces " + declarations + "/>", never);
     const xmlNode* const root = xmlDocGetRootElement(loaded.document.get());
     if (root == nullptr || root->properties != nullptr || root->children != nullptr) {
         throwXmlError("The namespaces are not a sequence of xmlns declarations: " + declarations);

@@ -25,9 +25,10 @@ LinuxXmlServices::LinuxXmlServices() {
     xmlInitParser();
 }
 
-std::unique_ptr<XmlDocument> LinuxXmlServices::createDocument(TextEncoding encoding) {
+std::unique_ptr<XmlDocument> LinuxXmlServices::createDocument(TextEncoding encoding,
+                                                              const EndMark& endMark) {
     keepLibraryQuiet();
-    return std::make_unique<LibxmlDocument>(encoding);
+    return std::make_unique<LibxmlDocument>(encoding, endMark);
 }
 
 std::unique_ptr<XmlRequest> LinuxXmlServices::createRequest(const EndMark& endMark) {

@@ -10,7 +10,8 @@ class LinuxXmlServices final : public XmlServices {
 public:
     LinuxXmlServices();
 
-    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding) override;
+    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+                                                const EndMark& endMark) override;
     std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
 };
 

@@ -11,6 +11,15 @@ namespace intake {
 
 namespace {
 
+constexpr int MAX_ATTRIBUTES = 5000;
+
+/// The library compares every attribute of an element with every other, and every namespace that
+/// holds there too. It keeps five pointers for an attribute and two for a namespace, in arrays that
+/// it doubles when they are full.
+bool hasTooManyAttributes(const xmlParserCtxt& context) {
+    return context.maxatts > 2 * 5 * MAX_ATTRIBUTES || context.nsMax > 2 * 2 * MAX_ATTRIBUTES;
+}
+
 bool isBlank(const xmlChar* text, int length) {
     return std::all_of(text, text + length, [](xmlChar character) {
         return character == ' ' || character == '\n' || character == '\r' || character == '\t';
@@ -39,7 +48,8 @@ std::string placed(std::string_view message, int line, int column) {
 
 }  // namespace
 
-XmlBuilder::XmlBuilder(xmlParserCtxt* context) {
+XmlBuilder::XmlBuilder(xmlParserCtxt* context, const EndMark& endMark)
+    : context_(*context), endMark_(endMark) {
     xmlSAXHandler& handler = *context->sax;
     xmlSAXVersion(&handler, 2);
     handler.characters = onText;
@@ -56,6 +66,24 @@ XmlBuilder::XmlBuilder(xmlParserCtxt* context) {
 
 XmlBuilder& XmlBuilder::of(void* context) {
     return *static_cast<XmlBuilder*>(static_cast<xmlParserCtxt*>(context)->_private);
+}
+
+bool XmlBuilder::wantsMore() {
+    if (endMark_.isSet()) {
+        refuse("The load was given up");
+    } else if (hasTooManyAttributes(context_)) {
+        refuse("An element has more than " + std::to_string(MAX_ATTRIBUTES) +
+               " attributes or namespaces");
+    }
+    return error_.empty();
+}
+
+void XmlBuilder::refuse(std::string_view reason) {
+    const xmlParserInput* const input = context_.input;
+    if (error_.empty()) {
+        error_ =
+            placed(reason, input == nullptr ? 0 : input->line, input == nullptr ? 0 : input->col);
+    }
 }
 
 void XmlBuilder::endText() {
@@ -77,8 +105,9 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     }
     self.inText_ = true;
     xmlSAX2Characters(context, text, length);
-    if (preserved) {
-        keepSpace(static_cast<xmlParserCtxt*>(context)->node->last);
+    xmlNode* const added = static_cast<xmlParserCtxt*>(context)->node->last;
+    if (preserved && added != nullptr) {  // null for want of memory, which ends the parse
+        keepSpace(added);
     }
 }
 
@@ -113,8 +142,7 @@ void XmlBuilder::onEndElement(void* context, const xmlChar* name, const xmlChar*
 }
 
 void XmlBuilder::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
-    of(context).error_ = placed("DTD is prohibited", input->line, input->col);
+    of(context).refuse("DTD is prohibited");
     xmlStopParser(static_cast<xmlParserCtxt*>(context));
 }
 

@@ -3,6 +3,9 @@
 #include <libxml/parser.h>
 
 #include <string>
+#include <string_view>
+
+#include "platform/EndMark.h"
 
 namespace intake {
 
@@ -11,11 +14,15 @@ namespace intake {
 /// DTD stops the parser. Made for one parse; installed into its context.
 class XmlBuilder {
 public:
-    /// `context` is borrowed and outlives this object.
-    explicit XmlBuilder(xmlParserCtxt* context);
+    /// Both are borrowed and outlive this object.
+    XmlBuilder(xmlParserCtxt* context, const EndMark& endMark);
 
     /// What is wrong with the document, with its place; empty when nothing is.
     const std::string& error() const { return error_; }
+
+    /// False, which is an error, when nobody waits for the document any more, or when it would take
+    /// hours.
+    bool wantsMore();
 
 private:
     static XmlBuilder& of(void* context);
@@ -34,7 +41,10 @@ private:
     static void onError(void* context, xmlError* error);
 
     void endText();
+    void refuse(std::string_view reason);
 
+    xmlParserCtxt& context_;
+    const EndMark& endMark_;
     std::string blank_;  // white space that may turn out to begin a text
     bool inText_ = false;
     std::string error_;  // the first one

@@ -85,8 +85,8 @@ void throwTransferError(CURLcode code, const std::string& description) {
     raise(row == TRANSFER_ERRORS.end() ? UNSPECIFIED : row->failure, "libcurl", description);
 }
 
-void throwGivenUp() {
-    raise(ABORTED, "libcurl", "The load was given up.");
+void throwGivenUp(const char* library) {
+    raise(ABORTED, library, "The load was given up.");
 }
 
 }  // namespace intake

@@ -15,7 +15,7 @@ namespace intake {
 /// Throws the PlatformError of a failed transfer.
 [[noreturn]] void throwTransferError(CURLcode code, const std::string& description);
 
-/// Throws the PlatformError of a transfer that nobody waits for any more.
-[[noreturn]] void throwGivenUp();
+/// Throws the PlatformError of a load that nobody waits for any more, found out by `library`.
+[[noreturn]] void throwGivenUp(const char* library);
 
 }  // namespace intake

@@ -7,10 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <new>
 #include <system_error>
 
 #include "platform/linux/XmlBuilder.h"
+#include "platform/linux/XmlInput.h"
 
 namespace intake {
 
@@ -54,13 +55,17 @@ struct ContextDeleter {
 };
 
 /// `encoding` is null when the document itself says it.
-LoadedXml parse(xmlInputReadCallback read, void* source, const char* encoding) {
+LoadedXml parse(XmlInput& input, const char* encoding, const EndMark& endMark) {
     LoadedXml loaded;
     const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
-    XmlBuilder builder(context.get());
+    if (context == nullptr) {
+        throw std::bad_alloc();
+    }
+    XmlBuilder builder(context.get(), endMark);
+    input.attach(builder);
     const int options = encoding == nullptr ? OPTIONS : OPTIONS | XML_PARSE_IGNORE_ENC;
-    XmlDoc document(
-        xmlCtxtReadIO(context.get(), read, nullptr, source, nullptr, encoding, options));
+    XmlDoc document(xmlCtxtReadIO(context.get(), XmlInput::onRead, nullptr, &input, nullptr,
+                                  encoding, options));
     if (document != nullptr && context->wellFormed != 0 && builder.error().empty()) {
         loaded.document = std::move(document);
     } else {
@@ -68,26 +73,6 @@ LoadedXml parse(xmlInputReadCallback read, void* source, const char* encoding) {
             builder.error().empty() ? "The document is not well-formed" : builder.error();
     }
     return loaded;
-}
-
-int readText(void* source, char* buffer, int capacity) {
-    auto& rest = *static_cast<std::string_view*>(source);
-    const size_t length = std::min(rest.size(), static_cast<size_t>(capacity));
-    std::memcpy(buffer, rest.data(), length);
-    rest.remove_prefix(length);
-    return static_cast<int>(length);
-}
-
-struct OpenFile {
-    int descriptor;
-    int error = 0;  // of the read that failed
-};
-
-int readFile(void* source, char* buffer, int capacity) {
-    auto& file = *static_cast<OpenFile*>(source);
-    const ssize_t length = ::read(file.descriptor, buffer, static_cast<size_t>(capacity));
-    file.error = length < 0 ? errno : 0;
-    return static_cast<int>(length);
 }
 
 LoadedXml refused(const std::string& reason) {
@@ -100,19 +85,20 @@ LoadedXml refusedBySystem(int error) {
     return refused(std::system_category().message(error));
 }
 
-LoadedXml parseFile(OpenFile file) {
+LoadedXml parseFile(int descriptor, const EndMark& endMark) {
     std::array<char, LONGEST_MARK> start{};
-    const ssize_t length = pread(file.descriptor, start.data(), start.size(), 0);
+    const ssize_t length = pread(descriptor, start.data(), start.size(), 0);
     if (length < 0) {
         return refusedBySystem(errno);
     }
     const ByteOrderMark mark = findMark({start.data(), static_cast<size_t>(length)});
-    lseek(file.descriptor, static_cast<off_t>(mark.bytes.size()), SEEK_SET);
-    LoadedXml loaded = parse(readFile, &file, mark.encoding);
-    return file.error == 0 ? std::move(loaded) : refusedBySystem(file.error);
+    lseek(descriptor, static_cast<off_t>(mark.bytes.size()), SEEK_SET);
+    FileInput file(descriptor);
+    LoadedXml loaded = parse(file, mark.encoding, endMark);
+    return file.error() == 0 ? std::move(loaded) : refusedBySystem(file.error());
 }
 
-LoadedXml loadOpenFile(int descriptor) {
+LoadedXml loadOpenFile(int descriptor, const EndMark& endMark) {
     struct stat status {};
     if (fstat(descriptor, &status) != 0) {
         return refusedBySystem(errno);
@@ -126,29 +112,30 @@ LoadedXml loadOpenFile(int descriptor) {
     if (static_cast<size_t>(status.st_size) > MAX_SIZE) {
         return refused(TOO_LARGE);
     }
-    return parseFile({descriptor});
+    return parseFile(descriptor, endMark);
 }
 
 }  // namespace
 
-LoadedXml loadXmlFile(const std::string& path) {
+LoadedXml loadXmlFile(const std::string& path, const EndMark& endMark) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
         return refusedBySystem(errno);
     }
-    LoadedXml loaded = loadOpenFile(descriptor);
+    LoadedXml loaded = loadOpenFile(descriptor, endMark);
     ::close(descriptor);
     return loaded;
 }
 
-LoadedXml loadXmlText(std::string_view text, const std::string& charset) {
+LoadedXml loadXmlText(std::string_view text, const EndMark& endMark, const std::string& charset) {
     if (text.size() > MAX_SIZE) {
         return refused(TOO_LARGE);
     }
     const ByteOrderMark mark = findMark(text);
     text.remove_prefix(mark.bytes.size());
-    return parse(readText, &text,
-                 mark.encoding == nullptr && isKnown(charset) ? charset.c_str() : mark.encoding);
+    TextInput input(text);
+    const bool isTold = mark.encoding == nullptr && isKnown(charset);
+    return parse(input, isTold ? charset.c_str() : mark.encoding, endMark);
 }
 
 }  // namespace intake

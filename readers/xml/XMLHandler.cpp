@@ -65,7 +65,7 @@ bool XMLHandler::readDocument(const RequestRecord& request, std::string& script,
 bool XMLHandler::loadFile(const RequestRecord& request, Document& document, std::string& error) {
     trace("Before CreateInstance\n");
     try {
-        document = services_.createDocument(encodingOf(request));
+        document = services_.createDocument(encodingOf(request), endMark_);
     } catch (const PlatformError& failure) {
         error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;
@@ -85,8 +85,8 @@ bool XMLHandler::loadUrl(const RequestRecord& request, Document& document, std::
     try {
         http = services_.createRequest(endMark_);
         // What is still to be converted must lose no characters on the way.
-        document =
-            services_.createDocument(isPayload(request) ? TextEncoding::UTF8 : encodingOf(request));
+        document = services_.createDocument(
+            isPayload(request) ? TextEncoding::UTF8 : encodingOf(request), endMark_);
     } catch (const PlatformError& failure) {
         error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;
@@ -116,7 +116,7 @@ bool XMLHandler::fetch(const RequestRecord& request, XmlRequest& http, XmlDocume
 bool XMLHandler::convertPayload(const RequestRecord& request, Document& document,
                                 std::string& error) {
     if (isPayload(request)) {
-        document = KDFToXml(*document, services_, encodingOf(request), error);
+        document = KDFToXml(*document, services_, encodingOf(request), endMark_, error);
     }
     return document != nullptr;
 }

@@ -49,10 +49,11 @@ private:
 }  // namespace
 
 std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services,
-                                      TextEncoding encoding, std::string& error) {
+                                      TextEncoding encoding, const EndMark& endMark,
+                                      std::string& error) {
     std::unique_ptr<XmlDocument> target;
     try {
-        target = services.createDocument(encoding);
+        target = services.createDocument(encoding, endMark);
     } catch (const PlatformError&) {
         error += "ERROR: KDFToXml(): Failed to create the XML Document.\n";
         return nullptr;

@@ -12,6 +12,7 @@ namespace intake {
 /// made. Throws PlatformError for a field whose name is missing or impossible, std::length_error
 /// beyond 1000 levels.
 std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services,
-                                      TextEncoding encoding, std::string& error);
+                                      TextEncoding encoding, const EndMark& endMark,
+                                      std::string& error);
 
 }  // namespace intake

@@ -74,7 +74,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<XmlDocument> FakeXml::createDocument(TextEncoding encoding) {
+std::unique_ptr<XmlDocument> FakeXml::createDocument(TextEncoding encoding, const EndMark&) {
     note("createDocument", encoding == TextEncoding::UTF8 ? "UTF-8" : "ISO-8859-1");
     return std::make_unique<FakeDocument>(*this);
 }

@@ -15,7 +15,6 @@ protected:
         request_->loadInto(*document_);
     }
 
-    EndMark endMark_;
     std::unique_ptr<XmlRequest> request_ = services_.createRequest(endMark_);
     const std::string* user_ = nullptr;
     const std::string* password_ = nullptr;

@@ -35,7 +35,8 @@ protected:
 
     XmlServices& services_ = systemPlatform().xml;
     TempDirectory directory_;
-    std::unique_ptr<XmlDocument> document_ = services_.createDocument(TextEncoding::UTF8);
+    EndMark endMark_;
+    std::unique_ptr<XmlDocument> document_ = services_.createDocument(TextEncoding::UTF8, endMark_);
 
 private:
     using Append = void (XmlDocument::*)(Node, std::string&);

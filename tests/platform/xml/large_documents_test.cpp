@@ -39,15 +39,15 @@ TEST_F(XmlLarge, AMillionNestedElementsThatNeverEndAreRefused) {
     EXPECT_NE(document_->parseErrorReason(), "");
 }
 
-TEST_F(XmlLarge, TwentyThousandAttributesAreRead) {
-    constexpr int ATTRIBUTES = 20'000;
+TEST_F(XmlLarge, FiveThousandAttributesAreRead) {
+    constexpr int ATTRIBUTES = 5000;
     std::string text = "<a";
     for (int i = 0; i < ATTRIBUTES; ++i) {
         text += " n" + std::to_string(i) + "='" + std::to_string(i) + "'";
     }
     load(text + "/>");
     EXPECT_EQ(count("/a/@*"), static_cast<size_t>(ATTRIBUTES));
-    EXPECT_EQ(texts("/a/@n19999"), "19999|");
+    EXPECT_EQ(texts("/a/@n4999"), "4999|");
 }
 
 TEST_F(XmlLarge, AnExpressionThatExplodesIsGivenUp) {

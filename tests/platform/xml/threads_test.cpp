@@ -16,8 +16,9 @@ constexpr int ROUNDS = 50;
 std::string work(XmlServices& services, int worker) {
     std::string all;
     const std::string number = std::to_string(worker);
+    const EndMark endMark;
     for (int round = 0; round < ROUNDS; ++round) {
-        const auto document = services.createDocument(TextEncoding::UTF8);
+        const auto document = services.createDocument(TextEncoding::UTF8, endMark);
         document->loadText("<a xmlns:p='urn:" + number + "'>\n <p:b> " + number + " </p:b></a>");
         document->setSelectionNamespaces("xmlns:q='urn:" + number + "'");
         document->selectNodes("/a/q:b");

@@ -12,8 +12,9 @@ class ServedXml final : public XmlServices {
 public:
     explicit ServedXml(std::string body) : body_(std::move(body)) {}
 
-    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding) override {
-        return systemPlatform().xml.createDocument(encoding);
+    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+                                                const EndMark& endMark) override {
+        return systemPlatform().xml.createDocument(encoding, endMark);
     }
     std::unique_ptr<XmlRequest> createRequest(const EndMark&) override {
         return std::make_unique<Request>(body_);

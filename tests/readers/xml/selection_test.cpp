@@ -112,7 +112,7 @@ Refusal refusalOf(const std::string& path) {
     EXPECT_FALSE(
         XMLHandler(logger, systemPlatform().xml, endMark).Read(request, script, refusal.error));
     EXPECT_EQ(script, "");
-    const auto document = systemPlatform().xml.createDocument(TextEncoding::UTF8);
+    const auto document = systemPlatform().xml.createDocument(TextEncoding::UTF8, endMark);
     EXPECT_FALSE(document->loadFile(path));
     refusal.reason = document->parseErrorReason();
     return refusal;

@@ -19,6 +19,20 @@ TEST_F(XmlReason, IsTheFirstOfSeveral) {
     EXPECT_EQ(document_->parseErrorReason(), "Entity 'one' not defined (line 1, column 9)");
 }
 
+TEST_F(XmlReason, IsInTheEncodingOfTheTextsOfTheDocument) {
+    constexpr const char* WRONG = "<größe></a>";
+    EXPECT_FALSE(document_->loadText(WRONG));
+    EXPECT_TRUE(
+        document_->parseErrorReason().starts_with("Opening and ending tag mismatch: größe line 1"))
+        << document_->parseErrorReason();
+    document_ = services_.createDocument(TextEncoding::ISO_8859_1, endMark_);
+    EXPECT_FALSE(document_->loadText(WRONG));
+    EXPECT_TRUE(
+        document_->parseErrorReason().starts_with("Opening and ending tag mismatch: gr\xF6\xDF"
+                                                  "e line 1"))
+        << document_->parseErrorReason();
+}
+
 TEST_F(XmlReason, NamesAPrefixThatIsNotDeclared) {
     EXPECT_FALSE(document_->loadText("<a>\n<p:b/></a>"));
     EXPECT_EQ(document_->parseErrorReason(),
