@@ -1,0 +1,36 @@
+#include "platform/linux/odbc/OdbcDriver.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace intake {
+
+namespace {
+
+struct DriverRow {
+    std::string_view name;  // what the name of its library begins with
+    OdbcDriver driver;
+};
+
+constexpr std::array<DriverRow, 3> DRIVERS{{
+    {"sqlite3odbc", {.narrow = true, .looselyTyped = true, .bindsColumns = true}},
+    {"psqlodbcw", {.bindsColumns = true}},
+    {"libmaodbc", {.bindsColumns = true}},
+}};
+
+}  // namespace
+
+OdbcDriver describeDriver(SQLHDBC connection) {
+    std::array<char, 128> name{};
+    SQLSMALLINT length = 0;
+    SQLGetInfo(connection, SQL_DRIVER_NAME, name.data(), static_cast<SQLSMALLINT>(name.size() - 1),
+               &length);
+    const std::string_view library(name.data());
+    const auto row = std::find_if(DRIVERS.begin(), DRIVERS.end(), [&](const DriverRow& each) {
+        return library.starts_with(each.name);
+    });
+    return row == DRIVERS.end() ? OdbcDriver{} : row->driver;
+}
+
+}  // namespace intake

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/linux/odbc/OdbcHandle.h"
+
+namespace intake {
+
+/// What is known of the driver behind a connection.
+struct OdbcDriver {
+    /// It has no wide functions; its narrow texts are in UTF-8.
+    bool narrow = false;
+
+    /// Its database has no types but those of the values: a column may hold anything whatever its
+    /// type says, so every value is fetched as text.
+    bool looselyTyped = false;
+
+    /// It fetches into bound columns rightly, and gives a text that was longer than its buffer
+    /// again in full.
+    bool bindsColumns = false;
+};
+
+/// Nothing is expected of a driver that we do not know.
+OdbcDriver describeDriver(SQLHDBC connection);
+
+}  // namespace intake

@@ -1,0 +1,104 @@
+#include "platform/linux/odbc/odbc_calls.h"
+
+#include <sqlucode.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/linux/odbc/Utf8Locale.h"
+#include "platform/linux/odbc/utf16.h"
+
+namespace intake {
+
+namespace {
+
+constexpr size_t STATE_LENGTH = 5;
+
+SQLCHAR* odbcText(const std::string& text) {
+    return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
+}
+
+SQLWCHAR* odbcText(const std::u16string& text) {
+    return reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text.c_str()));
+}
+
+std::string utf8(const std::string& text) {
+    return text.c_str();
+}
+
+std::string utf8(const std::u16string& text) {
+    return toUtf8(std::u16string_view(text.c_str()));
+}
+
+/// Calls `read(text, room, length)`, a call that gives a text, with as much room as it needs.
+template <class Text, class Read>
+SQLRETURN readText(Text& text, Read read) {
+    constexpr SQLSMALLINT FIRST_ROOM = 512;
+    constexpr SQLSMALLINT MOST_ROOM = 32000;
+    SQLSMALLINT length = 0;
+    text.assign(FIRST_ROOM, 0);
+    SQLRETURN result = read(odbcText(text), FIRST_ROOM, &length);
+    if (result == SQL_SUCCESS_WITH_INFO && length >= FIRST_ROOM) {
+        const SQLSMALLINT room = static_cast<SQLSMALLINT>(std::min(length + 1, +MOST_ROOM));
+        text.assign(static_cast<size_t>(room), 0);
+        result = read(odbcText(text), room, &length);
+    }
+    return result;
+}
+
+template <class Text, class Call>
+SQLRETURN readDiagnosticBy(Call call, const OdbcHandle& handle, SQLSMALLINT record,
+                           OdbcDiagnostic& diagnostic) {
+    Text state(STATE_LENGTH, 0);
+    Text message;
+    const SQLRETURN result = readText(message, [&](auto* text, SQLSMALLINT room, auto* length) {
+        SQLINTEGER native = 0;
+        return call(handle.type(), handle.get(), record, odbcText(state), &native, text, room,
+                    length);
+    });
+    diagnostic = {utf8(state), utf8(message)};
+    return result;
+}
+
+template <class Text, class Call>
+SQLRETURN describeBy(Call call, SQLHSTMT statement, SQLUSMALLINT number,
+                     OdbcColumnDescription& description) {
+    Text name;
+    const SQLRETURN result = readText(name, [&](auto* text, SQLSMALLINT room, auto* length) {
+        SQLSMALLINT digits = 0;
+        SQLSMALLINT nullable = 0;
+        return call(statement, number, text, room, length, &description.type, &description.size,
+                    &digits, &nullable);
+    });
+    description.name = utf8(name);
+    return result;
+}
+
+}  // namespace
+
+bool readDiagnostic(const OdbcHandle& handle, SQLSMALLINT record, bool narrow,
+                    OdbcDiagnostic& diagnostic) {
+    return SQL_SUCCEEDED(
+        narrow ? readDiagnosticBy<std::string>(SQLGetDiagRec, handle, record, diagnostic)
+               : readDiagnosticBy<std::u16string>(SQLGetDiagRecW, handle, record, diagnostic));
+}
+
+/// The kind of driver is not known yet: the driver manager turns UTF-8 into what the driver takes.
+SQLRETURN connectWithString(SQLHDBC connection, const std::string& connectionString) {
+    const Utf8Locale locale;
+    return SQLDriverConnect(connection, nullptr, odbcText(connectionString), SQL_NTS, nullptr, 0,
+                            nullptr, SQL_DRIVER_NOPROMPT);
+}
+
+SQLRETURN executeQuery(SQLHSTMT statement, const std::string& query, bool narrow) {
+    return narrow ? SQLExecDirect(statement, odbcText(query), SQL_NTS)
+                  : SQLExecDirectW(statement, odbcText(toUtf16(query)), SQL_NTS);
+}
+
+SQLRETURN describeColumn(SQLHSTMT statement, SQLUSMALLINT number, bool narrow,
+                         OdbcColumnDescription& description) {
+    return narrow ? describeBy<std::string>(SQLDescribeCol, statement, number, description)
+                  : describeBy<std::u16string>(SQLDescribeColW, statement, number, description);
+}
+
+}  // namespace intake

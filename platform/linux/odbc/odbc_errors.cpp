@@ -1,0 +1,82 @@
+#include "platform/linux/odbc/odbc_errors.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/PlatformError.h"
+#include "platform/linux/odbc/odbc_calls.h"
+
+namespace intake {
+
+namespace {
+
+struct Failure {
+    uint32_t code;
+    const char* meaning;
+};
+
+constexpr Failure ABORTED{0x80004004, "Operation aborted"};
+constexpr Failure UNSPECIFIED{0x80004005, "Unspecified error"};
+constexpr Failure ERRORS_IN_COMMAND{0x80040E14,
+                                    "One or more errors occurred during processing of command."};
+constexpr Failure NO_TABLE{0x80040E37, "Table does not exist."};
+constexpr Failure AUTHENTICATION_FAILED{0x80040E4D, "Authentication failed."};
+constexpr Failure OBJECT_CLOSED{0x800A0E78, "Operation is not allowed when the object is closed."};
+
+struct StateRow {
+    std::string_view state;
+    Failure failure;
+};
+
+constexpr std::array<StateRow, 3> STATES{{
+    {"42000", ERRORS_IN_COMMAND},
+    {"42S02", NO_TABLE},
+    {"28000", AUTHENTICATION_FAILED},
+}};
+
+const Failure& failureOfState(std::string_view state) {
+    const auto row = std::find_if(STATES.begin(), STATES.end(),
+                                  [&](const StateRow& each) { return each.state == state; });
+    return row == STATES.end() ? UNSPECIFIED : row->failure;
+}
+
+const char* meaningOf(uint32_t code) {
+    const auto row = std::find_if(STATES.begin(), STATES.end(),
+                                  [&](const StateRow& each) { return each.failure.code == code; });
+    return row == STATES.end() ? UNSPECIFIED.meaning : row->failure.meaning;
+}
+
+[[noreturn]] void raise(const Failure& failure, const std::string& description) {
+    throw PlatformError(failure.code, failure.meaning, "ODBC", description);
+}
+
+}  // namespace
+
+std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow) {
+    std::vector<Connection::Error> errors;
+    OdbcDiagnostic diagnostic;
+    for (SQLSMALLINT record = 1; readDiagnostic(handle, record, narrow, diagnostic); ++record) {
+        errors.push_back({failureOfState(diagnostic.state).code, diagnostic.message});
+    }
+    return errors;
+}
+
+void throwOdbcError(const std::vector<Connection::Error>& errors) {
+    if (errors.empty()) {
+        raise(UNSPECIFIED, "The ODBC driver failed and does not say why.");
+    }
+    const Connection::Error& first = errors.front();
+    raise({first.number, meaningOf(first.number)}, first.description);
+}
+
+void throwNoRecords() {
+    raise(OBJECT_CLOSED, "The statement does not return records.");
+}
+
+void throwQueryGivenUp() {
+    raise(ABORTED, "The query was given up.");
+}
+
+}  // namespace intake
