@@ -1,11 +1,18 @@
-// Any document, expression and namespaces give nodes or a refusal. The first line is the
-// expression, the second the namespaces, the third the key; the rest is the document.
+// Any document, expression and namespaces give nodes or a refusal, and a script or a failure. The
+// first line is the expression, the second the namespaces, the third the key; the rest is the
+// document. How it is read is up to its length.
+
+#include <stdexcept>
 
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
+#include "readers/xml/XMLHandler.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/readers/xml/ServedXml.h"
 
 namespace {
+
+constexpr int32_t ROWS = 3;  // each may cost all the steps that an expression may take
 
 void visit(intake::XmlDocument& document, intake::XmlDocument::Node row) {
     std::string out;
@@ -19,25 +26,49 @@ void visit(intake::XmlDocument& document, intake::XmlDocument::Node row) {
     });
 }
 
+void select(const intake::RequestRecord& request, std::string_view text) {
+    const intake::EndMark endMark;
+    const auto document =
+        intake::systemPlatform().xml.createDocument(intake::TextEncoding::ISO_8859_1, endMark);
+    document->loadText(text);
+    document->setSelectionNamespaces(request.namespaces);
+    document->setKeyExpression(request.key);
+    document->selectNodes(request.xpath);
+    for (size_t row = 0; row < document->selectedCount() && row < ROWS; ++row) {
+        visit(*document, document->selected(row));
+    }
+}
+
+void read(const intake::RequestRecord& request, std::string_view text) {
+    const intake::EndMark endMark;
+    intake::ReaderLogger logger(intake::systemPlatform().clock);
+    logger.setLevel(-1);
+    intake::ServedXml served{std::string(text)};
+    std::string script, error;
+    intake::XMLHandler(logger, served, endMark).Read(request, script, error);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    using namespace intake;
-    FuzzInput input(data, size);
-    const std::string expression = input.line();
-    const std::string namespaces = input.line();
-    const std::string key = input.line();
-    const auto document = systemPlatform().xml.createDocument(TextEncoding::ISO_8859_1);
-    document->loadText(input.rest());
+    intake::FuzzInput input(data, size);
+    intake::RequestRecord request;
+    request.filename = "http://feeds.example/";
+    request.xpath = input.line();
+    request.namespaces = input.line();
+    request.key = input.line();
+    request.numRows = ROWS;
+    request.targetMode = static_cast<int32_t>(size % 5);
+    request.sourceInFormat = size / 5 % 2;
+    request.targetOutFormat = size / 10 % 2;
+    request.encoding = size / 20 % 2 * 2;
     try {
-        document->setSelectionNamespaces(namespaces);
-        document->setKeyExpression(key);
-        document->selectNodes(expression);
-        for (size_t row = 0; row < document->selectedCount() && row < 100; ++row) {
-            visit(*document, document->selected(row));
-        }
-    } catch (const PlatformError&) {
+        select(request, input.rest());
+        read(request, input.rest());
+    } catch (const intake::PlatformError&) {
         // refused
+    } catch (const std::length_error&) {
+        // nested too deep
     }
     return 0;
 }
