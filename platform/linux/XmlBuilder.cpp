@@ -41,6 +41,14 @@ bool isFatal(const xmlError& error) {
     return error.level == XML_ERR_FATAL;
 }
 
+/// Marks the text that was added last. Where the document is not well-formed there may be no
+/// element, and for want of memory no text.
+void keepLastChild(const xmlNode* element) {
+    if (element != nullptr && element->last != nullptr) {
+        keepSpace(element->last);
+    }
+}
+
 std::string placed(std::string_view message, int line, int column) {
     return std::string(message.substr(0, message.find_last_not_of('\n') + 1)) + " (line " +
            std::to_string(line) + ", column " + std::to_string(column) + ")";
@@ -105,9 +113,8 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     }
     self.inText_ = true;
     xmlSAX2Characters(context, text, length);
-    xmlNode* const added = static_cast<xmlParserCtxt*>(context)->node->last;
-    if (preserved && added != nullptr) {  // null for want of memory, which ends the parse
-        keepSpace(added);
+    if (preserved) {
+        keepLastChild(static_cast<xmlParserCtxt*>(context)->node);
     }
 }
 

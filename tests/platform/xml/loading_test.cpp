@@ -78,6 +78,8 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"NoEnd", "<a><b>"}, Malformed{"OtherEnd", "<a><b></a></b>"},
         Malformed{"TwoRoots", "<a/><b/>"}, Malformed{"TextBehindTheRoot", "<a/>b"},
         Malformed{"AttributeTwice", "<a b='1' b='2'/>"}, Malformed{"NoQuotes", "<a b=1/>"},
+        Malformed{"TextBehindABrokenTag", "<a>x<c d><b::</a>\n"},
+        Malformed{"PreservedTextBehindABrokenTag", "<a xml:space='preserve'>x<c d><b::</a>\n"},
         Malformed{"UnknownEntity", "<a>&nbsp;</a>"}, Malformed{"BareAmpersand", "<a>a & b</a>"},
         Malformed{"ControlCharacter", "<a>\x01</a>"}, Malformed{"NotUtf8", "<a>\xFF</a>"},
         Malformed{"LateDeclaration", " <?xml version='1.0'?><a/>"},
