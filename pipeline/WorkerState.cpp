@@ -34,6 +34,7 @@ WorkerState::WorkerState(const Platform& platform)
       results(platform.threads.createMutex()),
       logger_(platform.clock),
       http_(platform.http.create(endMark)),
+      html_(logger_, platform.html, endMark),
       json_(logger_, platform.files, *http_, platform.diagnostics),
       sql_(logger_, platform.databases, endMark),
       xml_(logger_, platform.xml, endMark) {}

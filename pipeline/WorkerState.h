@@ -10,7 +10,7 @@
 #include "pipeline/IntakeCommand.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/Platform.h"
-#include "readers/UnavailableHandler.h"
+#include "readers/html/HTMLHandler.h"
 #include "readers/json/JSONHandler.h"
 #include "readers/sql/SQLHandler.h"
 #include "readers/xml/XMLHandler.h"
@@ -58,9 +58,9 @@ private:
 
     ReaderLogger logger_;
     const std::unique_ptr<HttpClient> http_;
+    HTMLHandler html_;
     JSONHandler json_;
     SQLHandler sql_;
-    UnavailableHandler html_{"HTML"};
     XMLHandler xml_;
 };
 

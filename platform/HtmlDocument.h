@@ -31,15 +31,15 @@ public:
 /// A parsed HTML page. Made and used on one worker thread. What fails throws PlatformError.
 class HtmlDocument {
 public:
-    /// An element, lent by the document: for the duration of a callback where it is handed to one,
+    /// An element, lent by the document: until the call ends where it is handed to a callback,
     /// otherwise until the document goes. Null where there is none.
     using Element = void*;
 
-    /// Returns whether to go on with the next child.
-    using Visit = std::function<bool(Element)>;
+    using Matches = std::function<bool(Element)>;
 
     virtual ~HtmlDocument() = default;
 
+    /// The first element with that id, which is in UTF-8.
     virtual Element elementById(const std::string& id) = 0;
 
     virtual bool isTable(Element element) = 0;
@@ -49,11 +49,15 @@ public:
 
     virtual Element parent(Element element) = 0;
 
-    /// Visits the element children of an element, or of the document where it is null, in order.
-    /// False when a visit ended it.
-    virtual bool forEachChild(Element parent, const Visit& visit) = 0;
+    /// The first element that matches, in document order: an element comes before its children,
+    /// and these before its next sibling. Must take pages that are nested deeply.
+    virtual Element findElement(const Matches& matches) = 0;
 
+    /// Whether the whole class attribute is this text, in UTF-8. An element without one has an
+    /// empty one.
     virtual bool classNameEquals(Element element, std::string_view className) = 0;
+
+    /// Whether the whole inner text is this text, in UTF-8. Gives up at the first difference.
     virtual bool innerTextEquals(Element element, std::string_view text) = 0;
 
     /// The rows of a TABLE element.
