@@ -12,4 +12,8 @@ inline bool equalIgnoringCase(std::string_view one, std::string_view other) {
                       [lower](char a, char b) { return lower(a) == lower(b); });
 }
 
+inline bool startsWithIgnoringCase(std::string_view text, std::string_view start) {
+    return equalIgnoringCase(text.substr(0, start.size()), start);
+}
+
 }  // namespace intake

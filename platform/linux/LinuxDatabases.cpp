@@ -1,12 +1,11 @@
 #include "platform/linux/LinuxDatabases.h"
 
-#include "platform/PlatformError.h"
+#include "platform/linux/ProviderConnection.h"
 
 namespace intake {
 
-std::unique_ptr<Connection> LinuxDatabases::createConnection(const EndMark&) {
-    throw PlatformError(0x80040154, "Class not registered", "Intake",
-                        "There are no databases on this system yet");
+std::unique_ptr<Connection> LinuxDatabases::createConnection(const EndMark& endMark) {
+    return std::make_unique<ProviderConnection>(endMark);
 }
 
 }  // namespace intake

@@ -4,7 +4,8 @@
 
 namespace intake {
 
-/// Databases by way of the drivers that the user has.
+/// Databases by way of the drivers that the user has, and workbooks. The connection string decides
+/// when a connection is opened.
 class LinuxDatabases final : public DatabaseServices {
 public:
     std::unique_ptr<Connection> createConnection(const EndMark& endMark) override;

@@ -1,0 +1,79 @@
+// Which provider a connection string leads to.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/PlatformError.h"
+#include "platform/linux/LinuxDatabases.h"
+#include "tests/support/TempDirectory.h"
+
+namespace intake {
+namespace {
+
+using testing::StartsWith;
+
+class ProviderConnection : public testing::Test {
+protected:
+    /// Why the connection does not open; empty when it does.
+    std::string failureOf(const std::string& connectionString) {
+        connection_ = databases_.createConnection(endMark_);
+        try {
+            connection_->open(connectionString);
+            return "";
+        } catch (const PlatformError& failure) {
+            return failure.description();
+        }
+    }
+
+    TempWorkingDirectory directory_;
+    LinuxDatabases databases_;
+    EndMark endMark_;
+    std::unique_ptr<Connection> connection_;
+};
+
+TEST_F(ProviderConnection, OfADriverOpensAndRunsQueries) {
+    ASSERT_EQ(failureOf("Driver=SQLite3;Database=league.db"), "");
+    const auto records = connection_->openRecordset("SELECT 7 AS points");
+    FieldValue value;
+    ASSERT_EQ(records->fieldCount(), 1U);
+    EXPECT_EQ(records->fieldName(0), "points");
+    EXPECT_FALSE(records->atEnd());
+    EXPECT_TRUE(connection_->errors().empty());
+}
+
+TEST_F(ProviderConnection, OfADatabaseFileOpensIt) {
+    ASSERT_EQ(failureOf("Driver=SQLite3;Database=new league.db"), "");
+    EXPECT_EQ(failureOf("Provider=SQLite;Data Source=new league.db"), "");
+    EXPECT_FALSE(connection_->openRecordset("SELECT 1")->atEnd());
+}
+
+TEST_F(ProviderConnection, OfAFileThatIsMissingFailsAndCreatesNone) {
+    EXPECT_NE(failureOf("Provider=SQLite;Data Source=typo.db"), "");
+    EXPECT_FALSE(connection_->errors().empty());
+    EXPECT_TRUE(std::filesystem::is_empty("."));
+}
+
+TEST_F(ProviderConnection, ThatIsUnknownFailsWithoutErrorsOfItsOwn) {
+    EXPECT_THAT(failureOf("Provider=Oracle;Password=s3cret"),
+                StartsWith("There is no provider \"Oracle\" on this system."));
+    EXPECT_TRUE(connection_->errors().empty());
+}
+
+TEST_F(ProviderConnection, OfTheWorkbookProviderWithoutAWorkbookIsUnknown) {
+    for (const std::string extended : {"", ";Extended Properties=\"text;HDR=Yes\""}) {
+        EXPECT_THAT(
+            failureOf("Provider=Microsoft.ACE.OLEDB.12.0;Data Source=a.accdb" + extended),
+            StartsWith("There is no provider \"Microsoft.ACE.OLEDB.12.0\" on this system."));
+    }
+}
+
+TEST_F(ProviderConnection, OfAMalformedStringFails) {
+    EXPECT_EQ(failureOf("Provider=SQLite;nonsense"),
+              "The connection string is wrong at character 17: there is no \"=\" before the next "
+              "\";\"");
+}
+
+}  // namespace
+}  // namespace intake
