@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/loose_value.h"
 #include "platform/linux/odbc/odbc_errors.h"
 #include "platform/linux/odbc/utf16.h"
@@ -19,8 +20,7 @@ SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
         return SQL_C_CHAR;
     }
     switch (fetch) {
-        case OdbcFetch::BOOLEAN:
-            return SQL_C_BIT;
+        case OdbcFetch::BOOLEAN:  // as a bit, MariaDB's driver does not say that it is not null
         case OdbcFetch::SIGNED:
             return SQL_C_SBIGINT;
         case OdbcFetch::UNSIGNED:
@@ -28,7 +28,7 @@ SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
         case OdbcFetch::NUMBER:
             return SQL_C_DOUBLE;
         default:
-            return driver.narrow ? SQL_C_CHAR : SQL_C_WCHAR;
+            return driver.givesUtf8 ? SQL_C_CHAR : SQL_C_WCHAR;
     }
 }
 
@@ -75,8 +75,14 @@ void OdbcColumn::read() {
     if (isText()) {
         return readText(cell_);
     }
-    check(SQLGetData(statement_.get(), number_, cType_, cell_.bytes.data(),
-                     static_cast<SQLLEN>(cell_.bytes.size()), &cell_.length));
+    check(getData(cell_, 0));
+}
+
+/// Puts the value, or its next part, behind the bytes that are filled.
+SQLRETURN OdbcColumn::getData(Cell& cell, size_t filled) const {
+    const NeutralLocale locale;
+    return SQLGetData(statement_.get(), number_, cType_, cell.bytes.data() + filled,
+                      static_cast<SQLLEN>(cell.bytes.size() - filled), &cell.length);
 }
 
 bool OdbcColumn::isCut(SQLLEN length, SQLLEN room) const {
@@ -97,8 +103,7 @@ void OdbcColumn::readText(Cell& cell) const {
 /// False when this was the last part.
 bool OdbcColumn::readPart(Cell& cell, size_t& filled) const {
     const SQLLEN room = static_cast<SQLLEN>(cell.bytes.size() - filled);
-    const SQLRETURN result = SQLGetData(statement_.get(), number_, cType_,
-                                        cell.bytes.data() + filled, room, &cell.length);
+    const SQLRETURN result = getData(cell, filled);
     if (result == SQL_NO_DATA) {
         return false;
     }
@@ -164,15 +169,13 @@ void OdbcColumn::value(uint64_t record, FieldValue& value) {
 }
 
 void OdbcColumn::numberIn(const Cell& cell, FieldValue& value) const {
-    switch (cType_) {
-        case SQL_C_BIT:
-            value.integer = cell.bytes[0] != 0;
-            break;
-        case SQL_C_DOUBLE:
-            value.number = valueIn<double>(cell.bytes);
-            break;
-        default:
-            value.integer = valueIn<int64_t>(cell.bytes);
+    if (cType_ == SQL_C_DOUBLE) {
+        value.number = valueIn<double>(cell.bytes);
+    } else {
+        value.integer = valueIn<int64_t>(cell.bytes);
+    }
+    if (type_.fetch == OdbcFetch::BOOLEAN) {
+        value.integer = value.integer != 0;
     }
 }
 

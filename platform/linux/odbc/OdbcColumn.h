@@ -44,6 +44,7 @@ private:
     SQLLEN unit() const { return cType_ == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 1; }
     bool isCut(SQLLEN length, SQLLEN room) const;
 
+    SQLRETURN getData(Cell& cell, size_t filled) const;
     void readText(Cell& cell) const;
     bool readPart(Cell& cell, size_t& filled) const;
     const Cell& wholeText(uint64_t record);

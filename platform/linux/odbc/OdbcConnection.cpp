@@ -1,50 +1,60 @@
 #include "platform/linux/odbc/OdbcConnection.h"
 
+#include <cstring>
+
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/QueryCanceller.h"
+#include "platform/linux/odbc/abandonable_call.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
 
 namespace {
 
-SQLPOINTER attribute(SQLULEN value) {
-    return reinterpret_cast<SQLPOINTER>(value);
-}
+constexpr std::chrono::seconds CONNECT_TIME(15);
 
-OdbcHandle makeEnvironment() {
-    OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
-    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3), 0);
-    return environment;
+/// SQLite's driver takes what stands before a dot for the name of a table, also in an alias, unless
+/// it is told otherwise.
+std::string withExactColumnNames(const std::string& connectionString) {
+    const char* const text = connectionString.c_str();
+    const bool isForSqlite = strcasestr(text, "sqlite") != nullptr;
+    const bool isSetByUser = strcasestr(text, "longnames") != nullptr;
+    return isForSqlite && !isSetByUser ? connectionString + ";LongNames=1;ShortNames=1"
+                                       : connectionString;
 }
 
 }  // namespace
 
-OdbcConnection::OdbcConnection(const EndMark& endMark)
-    : endMark_(endMark),
-      environment_(makeEnvironment()),
-      connection_(SQL_HANDLE_DBC, environment_.get()) {}
-
-OdbcConnection::~OdbcConnection() {
-    if (connected_) {
-        SQLDisconnect(connection_.get());
+void OdbcConnection::open(const std::string& connectionString) {
+    errors_.clear();
+    if (!connect(withExactColumnNames(connectionString))) {
+        fail(session_->connection());
     }
+    driver_ = describeDriver(session_->connection().get());
 }
 
-void OdbcConnection::open(const std::string& connectionString) {
-    constexpr SQLULEN LOGIN_SECONDS = 15;
-    errors_.clear();
-    SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(LOGIN_SECONDS), 0);
-    if (!SQL_SUCCEEDED(connectWithString(connection_.get(), connectionString))) {
-        fail(connection_);
+/// Not every driver can be told how long it may take, and none gives up when it is asked to.
+bool OdbcConnection::connect(const std::string& connectionString) {
+    const auto connected = std::make_shared<bool>(false);
+    const auto call = [session = session_, connected, connectionString] {
+        *connected = session->connect(connectionString);
+    };
+    switch (makeAbandonableCall(call, endMark_, CONNECT_TIME)) {
+        case CallOutcome::DONE:
+            return *connected;
+        case CallOutcome::ENDED:
+            session_ = std::make_shared<OdbcSession>();
+            throwQueryGivenUp();
+        case CallOutcome::LATE:
+            session_ = std::make_shared<OdbcSession>();
+            throwNoAnswer();
     }
-    connected_ = true;
-    driver_ = describeDriver(connection_.get());
+    return false;
 }
 
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {
     errors_.clear();
-    OdbcHandle statement(SQL_HANDLE_STMT, connection_.get());
+    OdbcHandle statement(SQL_HANDLE_STMT, session_->connection().get());
     SQLRETURN result = SQL_ERROR;
     {
         const QueryCanceller canceller(statement.get(), endMark_);

@@ -14,9 +14,11 @@ struct DriverRow {
 };
 
 constexpr std::array<DriverRow, 3> DRIVERS{{
-    {"sqlite3odbc", {.narrow = true, .looselyTyped = true, .bindsColumns = true}},
-    {"psqlodbcw", {.bindsColumns = true}},
-    {"libmaodbc", {.bindsColumns = true}},
+    {"sqlite3odbc",
+     {.narrow = true, .givesUtf8 = true, .looselyTyped = true, .bindsColumns = true}},
+    {"psqlodbcw", {.givesUtf8 = true, .bindsColumns = true}},
+    // Its wide texts fail when their buffer ends within a character.
+    {"libmaodbc", {.givesUtf8 = true, .bindsColumns = true}},
 }};
 
 }  // namespace

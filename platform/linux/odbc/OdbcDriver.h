@@ -6,8 +6,11 @@ namespace intake {
 
 /// What is known of the driver behind a connection.
 struct OdbcDriver {
-    /// It has no wide functions; its narrow texts are in UTF-8.
+    /// It has no wide functions; its narrow ones take and give UTF-8.
     bool narrow = false;
+
+    /// The narrow texts of values are in UTF-8, whatever the locale is.
+    bool givesUtf8 = false;
 
     /// Its database has no types but those of the values: a column may hold anything whatever its
     /// type says, so every value is fetched as text.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
@@ -41,13 +42,18 @@ std::optional<size_t> OdbcRecordset::findField(const std::string& name) {
     return static_cast<size_t>(column - columns_.begin());
 }
 
+SQLRETURN OdbcRecordset::fetch() {
+    const NeutralLocale locale;
+    return SQLFetch(statement_.get());
+}
+
 void OdbcRecordset::moveNext() {
     if (endMark_.isSet()) {
         throwQueryGivenUp();
     }
     ++record_;
     read_ = 0;
-    const SQLRETURN result = SQLFetch(statement_.get());
+    const SQLRETURN result = fetch();
     atEnd_ = result == SQL_NO_DATA;
     if (!atEnd_ && !SQL_SUCCEEDED(result)) {
         throwOdbcError(odbcErrors(statement_, driver_.narrow));

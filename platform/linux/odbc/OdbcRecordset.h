@@ -24,6 +24,7 @@ public:
 
 private:
     void describeColumns();
+    SQLRETURN fetch();
     void readUpTo(size_t field);
 
     const EndMark& endMark_;

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/linux/odbc/Utf8Locale.h"
+#include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/utf16.h"
 
 namespace intake {
@@ -30,6 +30,28 @@ std::string utf8(const std::u16string& text) {
     return toUtf8(std::u16string_view(text.c_str()));
 }
 
+std::string message(const std::string& text) {
+    return utf8(text);
+}
+
+/// Where the host's locale is not one of UTF-8, some drivers widen the bytes of UTF-8 one by one.
+std::string message(const std::u16string& text) {
+    std::string bytes;
+    for (const char16_t unit : std::u16string_view(text.c_str())) {
+        if (unit > 0xFF) {
+            return utf8(text);
+        }
+        bytes += static_cast<char>(unit);
+    }
+    const bool isUtf8 = toUtf16(bytes).find(u'\uFFFD') == std::u16string::npos;
+    return isUtf8 ? bytes : utf8(text);
+}
+
+std::string withoutLineEnd(std::string text) {
+    text.erase(text.find_last_not_of(" \r\n") + 1);
+    return text;
+}
+
 /// Calls `read(text, room, length)`, a call that gives a text, with as much room as it needs.
 template <class Text, class Read>
 SQLRETURN readText(Text& text, Read read) {
@@ -50,13 +72,13 @@ template <class Text, class Call>
 SQLRETURN readDiagnosticBy(Call call, const OdbcHandle& handle, SQLSMALLINT record,
                            OdbcDiagnostic& diagnostic) {
     Text state(STATE_LENGTH, 0);
-    Text message;
-    const SQLRETURN result = readText(message, [&](auto* text, SQLSMALLINT room, auto* length) {
+    Text words;
+    const SQLRETURN result = readText(words, [&](auto* text, SQLSMALLINT room, auto* length) {
         SQLINTEGER native = 0;
         return call(handle.type(), handle.get(), record, odbcText(state), &native, text, room,
                     length);
     });
-    diagnostic = {utf8(state), utf8(message)};
+    diagnostic = {utf8(state), withoutLineEnd(message(words))};
     return result;
 }
 
@@ -78,6 +100,7 @@ SQLRETURN describeBy(Call call, SQLHSTMT statement, SQLUSMALLINT number,
 
 bool readDiagnostic(const OdbcHandle& handle, SQLSMALLINT record, bool narrow,
                     OdbcDiagnostic& diagnostic) {
+    const NeutralLocale locale;
     return SQL_SUCCEEDED(
         narrow ? readDiagnosticBy<std::string>(SQLGetDiagRec, handle, record, diagnostic)
                : readDiagnosticBy<std::u16string>(SQLGetDiagRecW, handle, record, diagnostic));
@@ -85,18 +108,20 @@ bool readDiagnostic(const OdbcHandle& handle, SQLSMALLINT record, bool narrow,
 
 /// The kind of driver is not known yet: the driver manager turns UTF-8 into what the driver takes.
 SQLRETURN connectWithString(SQLHDBC connection, const std::string& connectionString) {
-    const Utf8Locale locale;
+    const NeutralLocale locale;
     return SQLDriverConnect(connection, nullptr, odbcText(connectionString), SQL_NTS, nullptr, 0,
                             nullptr, SQL_DRIVER_NOPROMPT);
 }
 
 SQLRETURN executeQuery(SQLHSTMT statement, const std::string& query, bool narrow) {
+    const NeutralLocale locale;
     return narrow ? SQLExecDirect(statement, odbcText(query), SQL_NTS)
                   : SQLExecDirectW(statement, odbcText(toUtf16(query)), SQL_NTS);
 }
 
 SQLRETURN describeColumn(SQLHSTMT statement, SQLUSMALLINT number, bool narrow,
                          OdbcColumnDescription& description) {
+    const NeutralLocale locale;
     return narrow ? describeBy<std::string>(SQLDescribeCol, statement, number, description)
                   : describeBy<std::u16string>(SQLDescribeColW, statement, number, description);
 }

@@ -75,6 +75,10 @@ void throwNoRecords() {
     raise(OBJECT_CLOSED, "The statement does not return records.");
 }
 
+void throwNoAnswer() {
+    raise(UNSPECIFIED, "The database server does not answer.");
+}
+
 void throwQueryGivenUp() {
     raise(ABORTED, "The query was given up.");
 }

@@ -18,6 +18,9 @@ std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow)
 /// Throws the PlatformError of a statement that returns no records.
 [[noreturn]] void throwNoRecords();
 
+/// Throws the PlatformError of a server that does not answer.
+[[noreturn]] void throwNoAnswer();
+
 /// Throws the PlatformError of a step that nobody waits for any more.
 [[noreturn]] void throwQueryGivenUp();
 

@@ -1,0 +1,32 @@
+#include "platform/linux/odbc/OdbcSession.h"
+
+#include "platform/linux/odbc/odbc_calls.h"
+
+namespace intake {
+
+namespace {
+
+OdbcHandle makeEnvironment() {
+    OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION,
+                  reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_OV_ODBC3}), 0);
+    return environment;
+}
+
+}  // namespace
+
+OdbcSession::OdbcSession()
+    : environment_(makeEnvironment()), connection_(SQL_HANDLE_DBC, environment_.get()) {}
+
+OdbcSession::~OdbcSession() {
+    if (connected_) {
+        SQLDisconnect(connection_.get());
+    }
+}
+
+bool OdbcSession::connect(const std::string& connectionString) {
+    connected_ = SQL_SUCCEEDED(connectWithString(connection_.get(), connectionString));
+    return connected_;
+}
+
+}  // namespace intake

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include "platform/EndMark.h"
+
+namespace intake {
+
+enum class CallOutcome {
+    DONE,
+    ENDED,  // the end mark was set
+    LATE,   // the time was over
+};
+
+/// Makes a call that may block on a thread of its own, and waits for it: until the end mark is set,
+/// or for `limit`. A call that is not waited for goes on by itself; what it needs it must own.
+CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
+                                std::chrono::milliseconds limit);
+
+}  // namespace intake
