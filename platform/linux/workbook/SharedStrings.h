@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "platform/linux/workbook/ElementPath.h"
+#include "platform/linux/workbook/TextTable.h"
+#include "platform/linux/workbook/XmlEvents.h"
+
+namespace intake {
+
+/// Reads the texts that a workbook's cells share: of rich text the text alone, without the phonetic
+/// runs beside it.
+class SharedStrings final : public XmlEvents {
+public:
+    SharedStrings();
+
+    const TextTable& texts() const { return texts_; }
+
+    void startDocument() override;
+    void startElement(std::string_view name, const XmlAttributes& attributes) override;
+    bool endElement() override;
+    void text(std::string_view text) override;
+
+private:
+    ElementPath path_;
+    std::string text_;  // of the string that is being read
+    TextTable texts_;
+};
+
+}  // namespace intake

@@ -1,0 +1,104 @@
+#include "platform/linux/workbook/Workbook.h"
+
+#include "platform/linux/workbook/SheetReader.h"
+#include "platform/linux/workbook/read_part.h"
+
+namespace intake {
+
+Workbook::Workbook(const std::string& path, const EndMark& endMark)
+    : endMark_(endMark), archive_(path) {
+    readIndex();
+}
+
+void Workbook::readSmallPart(const std::string& part, XmlEvents& events) {
+    const ZipEntry* const entry = archive_.find(part);
+    if (entry == nullptr) {
+        throw WorkbookFault("its part \"" + part + "\" is missing");
+    }
+    try {
+        ZipPart bytes(archive_, *entry);
+        parsePart(bytes, events, endMark_);
+    } catch (const WorkbookFault& fault) {
+        throw WorkbookFault("its part \"" + part + "\": " + fault.what());
+    }
+}
+
+void Workbook::readIndex() {
+    const std::string start = Relationships::partFor("");
+    if (archive_.find(start) == nullptr) {
+        throw WorkbookFault(archive_.find("content.xml") != nullptr
+                                ? "it is an OpenDocument file; save it as .xlsx"
+                                : "it is a zip file, but no workbook of the form .xlsx or .xlsm");
+    }
+    Relationships package("");
+    readSmallPart(start, package);
+    const auto* const document = package.byType("officeDocument");
+    if (document == nullptr) {
+        throw WorkbookFault("it is a package, but no workbook");
+    }
+    if (document->part.ends_with(".bin")) {
+        throw WorkbookFault("it is of the binary form .xlsb; save it as .xlsx");
+    }
+    readSmallPart(document->part, index_);
+    if (!index_.isWorkbook()) {
+        throw WorkbookFault("it is a document of another kind, no workbook");
+    }
+    parts_ = Relationships(document->part);
+    readSmallPart(Relationships::partFor(document->part), parts_);
+}
+
+const Sheet& Workbook::sheet(size_t number) {
+    std::unique_ptr<Sheet>& sheet = sheets_[number];
+    if (sheet == nullptr) {
+        readStyles();
+        auto read = std::make_unique<Sheet>(sharedTexts());
+        readSheet(number, *read);
+        sheet = std::move(read);
+    }
+    return *sheet;
+}
+
+void Workbook::readSheet(size_t number, Sheet& sheet) {
+    const SheetEntry& entry = index_.sheets()[number];
+    const auto* const target = parts_.byId(entry.relationship);
+    const ZipEntry* const part = target == nullptr ? nullptr : archive_.find(target->part);
+    if (part == nullptr) {
+        throw WorkbookFault("the part of the sheet \"" + entry.name + "\" is missing");
+    }
+    SheetReader reader(*styles_, index_.countsFrom1904(), sheet);
+    try {
+        readLargePart(archive_, *part, "</row>", reader, endMark_);
+    } catch (const WorkbookFault& fault) {
+        throw WorkbookFault("the sheet \"" + entry.name + "\" is damaged: " + fault.what());
+    }
+    if (!reader.isWorksheet()) {
+        throw WorkbookFault("the sheet \"" + entry.name +
+                            "\" holds no cells; it is a chart or macro sheet");
+    }
+}
+
+void Workbook::readStyles() {
+    if (styles_ != nullptr) {
+        return;
+    }
+    auto styles = std::make_unique<CellStyles>();
+    if (const auto* const target = parts_.byType("styles")) {
+        readSmallPart(target->part, *styles);
+    }
+    styles_ = std::move(styles);
+}
+
+const TextTable& Workbook::sharedTexts() {
+    if (strings_ == nullptr) {
+        auto strings = std::make_unique<SharedStrings>();
+        const auto* const target = parts_.byType("sharedStrings");
+        const ZipEntry* const part = target == nullptr ? nullptr : archive_.find(target->part);
+        if (part != nullptr) {
+            readLargePart(archive_, *part, "</si>", *strings, endMark_);
+        }
+        strings_ = std::move(strings);
+    }
+    return strings_->texts();
+}
+
+}  // namespace intake

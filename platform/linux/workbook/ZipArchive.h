@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace intake {
+
+/// One file of a zip archive, as the archive's directory describes it.
+struct ZipEntry {
+    std::string name;
+    uint64_t headerOffset = 0;  // of its local header
+    uint64_t packedSize = 0;
+    uint64_t size = 0;
+    uint32_t checksum = 0;
+    uint16_t method = 0;  // 0 stored, 8 deflated
+    bool encrypted = false;
+};
+
+/// A zip archive in a file, with or without the 64-bit extensions. Belongs to one thread; the file
+/// stays open for its life. What is wrong with the archive throws WorkbookFault.
+class ZipArchive {
+public:
+    explicit ZipArchive(const std::string& path);
+    ~ZipArchive();
+    ZipArchive(const ZipArchive&) = delete;
+    ZipArchive& operator=(const ZipArchive&) = delete;
+
+    /// The entry of that name, without regard to case; null where there is none.
+    const ZipEntry* find(std::string_view name) const;
+
+    /// Where the packed bytes of an entry begin in the file.
+    uint64_t dataOffset(const ZipEntry& entry) const;
+
+    /// Reads exactly `length` bytes of the file.
+    void read(uint64_t offset, char* out, size_t length) const;
+
+private:
+    void refuseOtherFiles() const;
+    void readDirectory();
+
+    uint64_t fileSize_ = 0;
+    int file_;  // opened when its size can be noted
+    std::vector<ZipEntry> entries_;
+};
+
+}  // namespace intake

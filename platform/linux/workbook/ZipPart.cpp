@@ -1,0 +1,108 @@
+#include "platform/linux/workbook/ZipPart.h"
+
+#include <algorithm>
+#include <new>
+
+#include "platform/linux/workbook/workbook_errors.h"
+
+namespace intake {
+
+namespace {
+
+constexpr uint16_t STORED = 0;
+constexpr uint16_t DEFLATED = 8;
+
+// No sheet that a program wrote comes near: a full one of a million rows stays below.
+constexpr uint64_t LARGEST_PART = uint64_t{2} << 30;
+constexpr uint64_t HARMLESS_SIZE = 64 << 20;
+constexpr uint64_t HIGHEST_RATIO = 250;
+
+}  // namespace
+
+ZipPart::ZipPart(const ZipArchive& archive, const ZipEntry& entry)
+    : archive_(archive),
+      entry_(entry),
+      position_(archive.dataOffset(entry)),
+      packedLeft_(entry.packedSize) {
+    if (entry.encrypted) {
+        throw WorkbookFault("its part \"" + entry.name +
+                            "\" is encrypted; save it without a password");
+    }
+    if (entry.method != STORED && entry.method != DEFLATED) {
+        throw WorkbookFault("its part \"" + entry.name + "\" is packed by an unknown method");
+    }
+    if (inflateInit2(&inflater_, -MAX_WBITS) != Z_OK) {
+        throw std::bad_alloc();
+    }
+}
+
+ZipPart::~ZipPart() {
+    inflateEnd(&inflater_);
+}
+
+void ZipPart::throwDamaged() const {
+    throw WorkbookFault("its part \"" + entry_.name + "\" is damaged");
+}
+
+size_t ZipPart::read(char* out, size_t capacity) {
+    if (ended_ || capacity == 0) {
+        return 0;
+    }
+    const size_t length =
+        entry_.method == STORED ? copyStored(out, capacity) : inflateInto(out, capacity);
+    account(out, length);
+    if (ended_ && (unpacked_ != entry_.size || checksum_ != entry_.checksum)) {
+        throwDamaged();
+    }
+    return length;
+}
+
+size_t ZipPart::copyStored(char* out, size_t capacity) {
+    const auto length = static_cast<size_t>(std::min<uint64_t>(capacity, packedLeft_));
+    archive_.read(position_, out, length);
+    position_ += length;
+    packedLeft_ -= length;
+    ended_ = packedLeft_ == 0;
+    return length;
+}
+
+size_t ZipPart::inflateInto(char* out, size_t capacity) {
+    inflater_.next_out = reinterpret_cast<Bytef*>(out);
+    inflater_.avail_out = static_cast<uInt>(capacity);
+    while (inflater_.avail_out > 0 && !ended_) {
+        if (inflater_.avail_in == 0) {
+            refill();
+        }
+        const int result = inflate(&inflater_, Z_NO_FLUSH);
+        ended_ = result == Z_STREAM_END;
+        if (result != Z_OK && !ended_) {
+            throwDamaged();
+        }
+    }
+    return capacity - inflater_.avail_out;
+}
+
+void ZipPart::refill() {
+    const auto length = static_cast<size_t>(std::min<uint64_t>(packed_.size(), packedLeft_));
+    if (length == 0) {
+        throwDamaged();
+    }
+    archive_.read(position_, packed_.data(), length);
+    position_ += length;
+    packedLeft_ -= length;
+    inflater_.next_in = reinterpret_cast<Bytef*>(packed_.data());
+    inflater_.avail_in = static_cast<uInt>(length);
+}
+
+void ZipPart::account(const char* bytes, size_t length) {
+    unpacked_ += length;
+    checksum_ = static_cast<uint32_t>(
+        crc32(checksum_, reinterpret_cast<const Bytef*>(bytes), static_cast<uInt>(length)));
+    if (unpacked_ > LARGEST_PART ||
+        (unpacked_ > HARMLESS_SIZE && unpacked_ / HIGHEST_RATIO > entry_.packedSize)) {
+        throw WorkbookFault("its part \"" + entry_.name +
+                            "\" unpacks to far more than a sheet holds");
+    }
+}
+
+}  // namespace intake

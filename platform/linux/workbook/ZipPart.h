@@ -1,0 +1,44 @@
+#pragma once
+
+#include <zlib.h>
+
+#include <array>
+#include <cstdint>
+
+#include "platform/linux/workbook/ZipArchive.h"
+
+namespace intake {
+
+/// Unpacks one entry of an archive from its start to its end. Belongs to one thread; the archive
+/// and the entry outlive it. Damage, and an entry that would unpack to far too much, throw
+/// WorkbookFault.
+class ZipPart {
+public:
+    ZipPart(const ZipArchive& archive, const ZipEntry& entry);
+    ~ZipPart();
+    ZipPart(const ZipPart&) = delete;
+    ZipPart& operator=(const ZipPart&) = delete;
+
+    /// The next bytes: as many as fit, fewer at the end, none behind it. The end is reached only
+    /// when size and checksum are right.
+    size_t read(char* out, size_t capacity);
+
+private:
+    [[noreturn]] void throwDamaged() const;
+    size_t copyStored(char* out, size_t capacity);
+    size_t inflateInto(char* out, size_t capacity);
+    void refill();
+    void account(const char* bytes, size_t length);
+
+    const ZipArchive& archive_;
+    const ZipEntry& entry_;
+    uint64_t position_;    // of the next packed byte in the file
+    uint64_t packedLeft_;  // not yet read from the file
+    uint64_t unpacked_ = 0;
+    uint32_t checksum_ = 0;
+    bool ended_ = false;
+    z_stream inflater_{};
+    std::array<char, 65536> packed_;
+};
+
+}  // namespace intake

@@ -1,0 +1,79 @@
+#include "platform/linux/workbook/query_errors.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/linux/workbook/workbook_errors.h"
+
+namespace intake {
+
+namespace {
+
+constexpr std::string_view NO_TABLE = "no such table: ";
+constexpr std::string_view NO_COLUMN = "no such column: ";
+
+template <class Items, class NameOf>
+std::string listed(const Items& items, NameOf nameOf) {
+    std::string text;
+    for (const auto& item : items) {
+        text.append(text.empty() ? "" : ", ").append("\"").append(nameOf(item)).append("\"");
+    }
+    return text;
+}
+
+[[noreturn]] void throwNoTable(const std::string& path, const WorkbookIndex& index,
+                               std::string name) {
+    std::string what = "table \"" + name + "\"";
+    if (name.ends_with('$')) {
+        name.pop_back();
+        what = "sheet \"" + name + "\"";
+    }
+    throwMissingTable("The workbook \"" + path + "\" has no " + what + "; its sheets are " +
+                      listed(index.sheets(), [](const SheetEntry& sheet) { return sheet.name; }) +
+                      ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]");
+}
+
+[[noreturn]] void throwNoColumn(const std::string& path,
+                                const std::vector<std::unique_ptr<SheetModule>>& modules,
+                                const std::string& query, const std::string& name) {
+    std::string description =
+        "There is no column \"" + name + "\" in the workbook \"" + path + "\".";
+    const std::vector<std::string> names = namesIn(query);
+    for (const auto& module : modules) {
+        if (module->table != nullptr &&
+            std::find(names.begin(), names.end(), module->name) != names.end()) {
+            description +=
+                " The columns of [" + module->name + "] are " +
+                listed(module->table->columns(), [](const std::string& each) { return each; });
+        }
+    }
+    throwQueryError(description);
+}
+
+}  // namespace
+
+void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
+                       const std::vector<std::unique_ptr<SheetModule>>& modules,
+                       const std::string& query, const std::string& message) {
+    if (message.starts_with(NO_TABLE)) {
+        throwNoTable(path, index, message.substr(NO_TABLE.size()));
+    }
+    if (message.starts_with(NO_COLUMN)) {
+        throwNoColumn(path, modules, query, message.substr(NO_COLUMN.size()));
+    }
+    throwQueryError("The query cannot be run on the workbook \"" + path + "\": " + message);
+}
+
+void refuseOtherStatements(sqlite3_stmt* statement, const char* rest) {
+    if (statement == nullptr) {
+        throwQueryError("The query is empty");
+    }
+    if (sqlite3_column_count(statement) == 0) {
+        throwQueryError("The query has no result; only SELECT can be run on a workbook");
+    }
+    if (std::string_view(rest).find_first_not_of(" \t\r\n;") != std::string_view::npos) {
+        throwQueryError(std::string("Something follows the end of the query: ") + rest);
+    }
+}
+
+}  // namespace intake

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/workbook/sheet_module.h"
+
+namespace intake {
+
+/// Throws the PlatformError of a query that SQLite refuses with `message`, in words that name the
+/// workbook and what it has instead of a sheet or column that is missing.
+[[noreturn]] void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
+                                    const std::vector<std::unique_ptr<SheetModule>>& modules,
+                                    const std::string& query, const std::string& message);
+
+/// Throws PlatformError unless the query is one statement, of which `rest` is left, with a result.
+void refuseOtherStatements(sqlite3_stmt* statement, const char* rest);
+
+}  // namespace intake
