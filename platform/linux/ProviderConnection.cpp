@@ -4,6 +4,7 @@
 #include "platform/linux/connection_string.h"
 #include "platform/linux/odbc/OdbcConnection.h"
 #include "platform/linux/odbc_connection_string.h"
+#include "platform/linux/workbook/WorkbookConnection.h"
 
 namespace intake {
 
@@ -24,7 +25,9 @@ bool isWorkbook(const ConnectionString& connection) {
 void ProviderConnection::open(const std::string& connectionString) {
     const auto connection = ConnectionString::parse(connectionString);
     if (isWorkbook(connection)) {
-        throwProviderNotFound(connection.value("Provider"));
+        provider_ = std::make_unique<WorkbookConnection>(endMark_);
+        provider_->open(connectionString);
+        return;
     }
     const std::string translated = odbcConnectionString(connection);
     provider_ = std::make_unique<OdbcConnection>(endMark_);
