@@ -5,6 +5,7 @@
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/abandonable_call.h"
+#include "platform/linux/odbc/driver_library.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
@@ -27,6 +28,9 @@ std::string withExactColumnNames(const std::string& connectionString) {
 
 void OdbcConnection::open(const std::string& connectionString) {
     errors_.clear();
+    if (const auto reason = loadDriver(connectionString)) {
+        throwOdbcError(*reason);
+    }
     if (!connect(withExactColumnNames(connectionString))) {
         fail(session_->connection());
     }
@@ -47,7 +51,7 @@ bool OdbcConnection::connect(const std::string& connectionString) {
             throwQueryGivenUp();
         case CallOutcome::LATE:
             session_ = std::make_shared<OdbcSession>();
-            throwNoAnswer();
+            throwOdbcError("The database server does not answer.");
     }
     return false;
 }

@@ -30,13 +30,14 @@ constexpr WidthRow widthOf(VariantType type) {
     return {type, std::numeric_limits<Integer>::min(), std::numeric_limits<Integer>::max()};
 }
 
-constexpr std::array<WidthRow, 6> WIDTHS{{
+constexpr std::array<WidthRow, 7> WIDTHS{{
     widthOf<int8_t>(VT_I1),
     widthOf<int16_t>(VT_I2),
     widthOf<int32_t>(VT_I4),
     widthOf<uint8_t>(VT_UI1),
     widthOf<uint16_t>(VT_UI2),
     widthOf<uint32_t>(VT_UI4),
+    {VT_UI8, 0, std::numeric_limits<int64_t>::max()},
 }};
 
 /// An integer that is too wide for its column's type must not be cut.

@@ -60,7 +60,7 @@ SQLRETURN readText(Text& text, Read read) {
     SQLSMALLINT length = 0;
     text.assign(FIRST_ROOM, 0);
     SQLRETURN result = read(odbcText(text), FIRST_ROOM, &length);
-    if (result == SQL_SUCCESS_WITH_INFO && length >= FIRST_ROOM) {
+    if (SQL_SUCCEEDED(result) && length >= FIRST_ROOM) {
         const SQLSMALLINT room = static_cast<SQLSMALLINT>(std::min(length + 1, +MOST_ROOM));
         text.assign(static_cast<size_t>(room), 0);
         result = read(odbcText(text), room, &length);

@@ -65,7 +65,7 @@ std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow)
 
 void throwOdbcError(const std::vector<Connection::Error>& errors) {
     if (errors.empty()) {
-        raise(UNSPECIFIED, "The ODBC driver failed and does not say why.");
+        throwOdbcError("The ODBC driver failed and does not say why.");
     }
     const Connection::Error& first = errors.front();
     raise({first.number, meaningOf(first.number)}, first.description);
@@ -75,8 +75,8 @@ void throwNoRecords() {
     raise(OBJECT_CLOSED, "The statement does not return records.");
 }
 
-void throwNoAnswer() {
-    raise(UNSPECIFIED, "The database server does not answer.");
+void throwOdbcError(const std::string& description) {
+    raise(UNSPECIFIED, description);
 }
 
 void throwQueryGivenUp() {

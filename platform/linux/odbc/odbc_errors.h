@@ -18,8 +18,8 @@ std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow)
 /// Throws the PlatformError of a statement that returns no records.
 [[noreturn]] void throwNoRecords();
 
-/// Throws the PlatformError of a server that does not answer.
-[[noreturn]] void throwNoAnswer();
+/// Throws the PlatformError of a step that failed without an error of the driver.
+[[noreturn]] void throwOdbcError(const std::string& description);
 
 /// Throws the PlatformError of a step that nobody waits for any more.
 [[noreturn]] void throwQueryGivenUp();

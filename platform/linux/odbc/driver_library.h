@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace intake {
+
+/// Loads the driver that a connection string asks for, for good, and returns why it could not. What
+/// asks for none is left to the driver manager.
+///
+/// The driver manager itself must not come upon a driver that is missing: it keeps the reason where
+/// all threads write and free it.
+std::optional<std::string> loadDriver(const std::string& connectionString);
+
+}  // namespace intake

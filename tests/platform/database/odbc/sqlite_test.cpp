@@ -1,0 +1,226 @@
+// Connections and records, by the driver that is always there.
+
+#include <clocale>
+
+#include "tests/platform/database/odbc/SqliteTest.h"
+
+namespace intake {
+
+namespace {
+
+class Sqlite : public SqliteTest {};
+
+std::string message(const std::string& what) {
+    return "80004005 " + what + "\n";
+}
+
+TEST_F(Sqlite, RecordsAreReadInTheirOrder) {
+    run("CREATE TABLE clubs (name TEXT, points INTEGER)");
+    run("INSERT INTO clubs VALUES ('Rovers', 9), ('City', 12), ('United', NULL)");
+
+    const auto records = connection_->openRecordset("SELECT * FROM clubs ORDER BY points DESC");
+
+    EXPECT_EQ(namesOf(*records), "name|points|");
+    EXPECT_EQ(recordsOf(*records), "BSTR City|I4 12|\nBSTR Rovers|I4 9|\nBSTR United|NULL|\n");
+    EXPECT_TRUE(connection_->errors().empty());
+}
+
+TEST_F(Sqlite, AValueCanBeAskedForAgainAndInAnyOrder) {
+    const auto records = connection_->openRecordset("SELECT 'a' AS x, 'b' AS y");
+    FieldValue value;
+
+    records->moveFirst();
+    for (const auto& [field, text] : {std::pair{1, "b"}, {0, "a"}, {1, "b"}}) {
+        EXPECT_TRUE(records->value(static_cast<size_t>(field), value));
+        EXPECT_EQ(value.text, text);
+    }
+    EXPECT_FALSE(records->value(2, value));
+}
+
+TEST_F(Sqlite, AResultWithoutRecordsHasItsFields) {
+    run("CREATE TABLE clubs (name TEXT, points INTEGER)");
+
+    const auto records = connection_->openRecordset("SELECT * FROM clubs");
+
+    EXPECT_TRUE(records->atEnd());
+    EXPECT_EQ(namesOf(*records), "name|points|");
+}
+
+TEST_F(Sqlite, FieldsAreFoundByNameWithoutRegardToCase) {
+    const auto records = connection_->openRecordset("SELECT 1 AS Name, 2 AS Ünï, 3 AS NAME");
+
+    EXPECT_EQ(records->findField("naME"), 0U);
+    EXPECT_EQ(records->findField("Ünï"), 1U);
+    EXPECT_EQ(records->findField("nam"), std::nullopt);
+    EXPECT_EQ(records->findField(""), std::nullopt);
+}
+
+TEST_F(Sqlite, FieldNamesAreThoseOfTheQuery) {
+    run("CREATE TABLE clubs (name TEXT, points INTEGER)");
+
+    EXPECT_EQ(namesOfQuery("SELECT name AS \"Goals p.90\", clubs.points, name, 1.5, count(*), "
+                           "'🏆' AS \"Größe 🏆\" FROM clubs"),
+              "Goals p.90|points|name|1.5|count(*)|Größe 🏆|");
+    EXPECT_EQ(namesOfQuery("SELECT a.name, b.name FROM clubs a, clubs b"), "name|name|");
+}
+
+TEST_F(Sqlite, ALongFieldNameIsWhole) {
+    const std::string name(500, 'n');
+
+    EXPECT_EQ(namesOfQuery("SELECT 1 AS " + name), name + "|");
+}
+
+TEST_F(Sqlite, TextsOfAnyLengthAreWhole) {
+    const std::string unit = "ä🏆x";  // 7 bytes
+    std::string query;
+    std::string expected;
+    for (const size_t length : {0, 1, 18, 19, 20, 1000, 1, 1170, 1171, 5000, 2}) {
+        std::string text;
+        for (size_t i = 0; i < length; ++i) {
+            text += unit;
+        }
+        query += (query.empty() ? "SELECT '" : " UNION ALL SELECT '") + text + "' AS v, 7";
+        expected += "BSTR " + text + "|I4 7|\n";
+    }
+
+    EXPECT_EQ(recordsOfQuery(query), expected);
+}
+
+TEST_F(Sqlite, ATextAroundTheSizeOfABufferIsWhole) {
+    for (const size_t length : {127, 128, 129, 8191, 8192, 8193}) {
+        const std::string text(length, 't');
+
+        EXPECT_EQ(recordsOfQuery("SELECT '" + text + "' AS v"), "BSTR " + text + "|\n");
+    }
+}
+
+TEST_F(Sqlite, ATextOf10MillionBytesIsWhole) {
+    EXPECT_EQ(recordsOfQuery("SELECT printf('%.*c', 10000000, 'x') AS v, 'next' AS w "
+                             "UNION ALL SELECT 'short', 'last'"),
+              "BSTR " + std::string(10'000'000, 'x') + "|BSTR next|\nBSTR short|BSTR last|\n");
+}
+
+TEST_F(Sqlite, ManyFieldsAreRead) {
+    std::string query = "SELECT 0";
+    std::string expected = "I4 0|";
+    for (int field = 1; field < 500; ++field) {
+        query += ", " + std::to_string(field);
+        expected += "I4 " + std::to_string(field) + "|";
+    }
+
+    EXPECT_EQ(recordsOfQuery(query), expected + "\n");
+}
+
+TEST_F(Sqlite, OneConnectionHasSeveralResultsOneAfterTheOther) {
+    EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
+    EXPECT_EQ(recordsOfQuery("SELECT 2"), "I4 2|\n");
+}
+
+TEST_F(Sqlite, TheQueryMayBeOfAnyLanguage) {
+    run("CREATE TABLE \"Größen 🏆\" (v TEXT)");
+    run("INSERT INTO \"Größen 🏆\" VALUES ('größer'), ('日本'), ('🏆')");
+
+    EXPECT_EQ(recordsOfQuery("SELECT v FROM \"Größen 🏆\" WHERE v IN ('日本', '🏆')"),
+              "BSTR 日本|\nBSTR 🏆|\n");
+}
+
+TEST_F(Sqlite, TheFileMayHaveAnyName) {
+    open("Driver=SQLite3;Database=Übertragung 🏆.db");
+    run("CREATE TABLE t (v)");
+
+    EXPECT_TRUE(std::filesystem::exists("Übertragung 🏆.db"));
+}
+
+TEST_F(Sqlite, AStatementWithoutRecordsFailsButIsRun) {
+    const PlatformError error =
+        errorOf([&] { connection_->openRecordset("CREATE TABLE t AS SELECT 7 AS v"); });
+
+    EXPECT_EQ(error.code(), NO_RECORDS);
+    EXPECT_EQ(error.meaning(), "Operation is not allowed when the object is closed.");
+    EXPECT_EQ(error.source(), "ODBC");
+    EXPECT_EQ(error.description(), "The statement does not return records.");
+    EXPECT_TRUE(connection_->errors().empty());
+    EXPECT_EQ(recordsOfQuery("SELECT v FROM t"), "I4 7|\n");
+}
+
+TEST_F(Sqlite, AWrongQueryFailsWithWhatTheDatabaseSays) {
+    const PlatformError error = errorOf([&] { connection_->openRecordset("SELEC 1"); });
+
+    EXPECT_EQ(error.code(), 0x80004005);
+    EXPECT_EQ(error.meaning(), "Unspecified error");
+    EXPECT_EQ(error.source(), "ODBC");
+    EXPECT_EQ(error.description(), "[SQLite]near \"SELEC\": syntax error (1)");
+    EXPECT_EQ(errorLines(), message("[SQLite]near \"SELEC\": syntax error (1)"));
+}
+
+TEST_F(Sqlite, AnUnknownTableIsNamed) {
+    errorOf([&] { connection_->openRecordset("SELECT * FROM Größen"); });
+
+    EXPECT_EQ(errorLines(), message("[SQLite]no such table: Größen (1)"));
+}
+
+TEST_F(Sqlite, ALongErrorIsWhole) {
+    const std::string table(400, 't');
+
+    errorOf([&] { connection_->openRecordset("SELECT * FROM " + table); });
+
+    EXPECT_EQ(errorLines(), message("[SQLite]no such table: " + table + " (1)"));
+}
+
+TEST_F(Sqlite, AQueryAfterAFailureHasNoErrors) {
+    errorOf([&] { connection_->openRecordset("SELEC 1"); });
+
+    EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
+    EXPECT_EQ(errorLines(), "");
+}
+
+TEST_F(Sqlite, AMissingDriverIsNamedAndNoPasswordIs) {
+    const PlatformError error =
+        errorOf([&] { open("Server=db;DRIVER = {Nobody's} ;Uid=designer;Pwd=s3cret"); });
+
+    EXPECT_EQ(error.code(), 0x80004005);
+    EXPECT_EQ(error.description(),
+              "The ODBC driver \"Nobody's\" cannot be loaded: Nobody's: cannot open shared object "
+              "file: No such file or directory");
+    EXPECT_EQ(errorLines(), "");
+}
+
+TEST_F(Sqlite, AnUnknownDataSourceFails) {
+    errorOf([&] { open("DSN=league;PWD=s3cret"); });
+
+    EXPECT_EQ(errorLines(), message("[unixODBC][Driver Manager]Data source name not found and no "
+                                    "default driver specified"));
+}
+
+TEST_F(Sqlite, ADatabaseInAFolderThatIsMissingFails) {
+    errorOf([&] { open("Driver=SQLite3;Database=missing/test.db"); });
+
+    EXPECT_EQ(errorLines(), message("[SQLite]connect failed"));
+}
+
+TEST_F(Sqlite, AConnectionThatFailedCanBeOpenedAgain) {
+    errorOf([&] { open("Driver=SQLite3;Database=missing/test.db"); });
+    connection_->open("Driver=SQLite3;Database=test.db");
+
+    EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
+}
+
+TEST_F(Sqlite, NothingIsPrintedAndTheLocaleStays) {
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+
+    recordsOfQuery("SELECT 1.5");
+    errorOf([&] { connection_->openRecordset("SELEC 1"); });
+    errorOf([&] { OdbcConnection(endMark_).open("Driver=Nobody's"); });
+    connection_.reset();
+
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), locale);
+    EXPECT_EQ(uselocale(nullptr), LC_GLOBAL_LOCALE);
+}
+
+}  // namespace
+
+}  // namespace intake
