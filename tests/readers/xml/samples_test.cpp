@@ -47,5 +47,28 @@ TEST(XmlSamples, HaveTheFirstTitlesOfTheFeed) {
               "READER_NUM_RECORDS=2;");
 }
 
+TEST(XmlSamples, HaveTheStationsOfTheWeatherByName) {
+    EXPECT_EQ(urlScript(sample("weather.xml"), {.xpath = "/payload/station",
+                                                .mode = DATA_TABLE,
+                                                .key = "name",
+                                                .table = "Stations",
+                                                .payload = true}),
+              "Stations[Hollinbeck]={{name=Hollinbeck;temperature=7.5;sky=rain;"
+              "wind={speed=62;gusts=95;from=SW;};};};"
+              "Stations[Greywharf]={{name=Greywharf;temperature=6.0;sky=showers;"
+              "wind={speed=41;gusts=70;from=SW;};};};"
+              "Stations[Kelderby]={{name=Kelderby;temperature=8.0;sky=cloudy;"
+              "wind={speed=22;gusts=38;from=W;};};};");
+}
+
+TEST(XmlSamples, HaveTheStormyStationsOfTheWeather) {
+    EXPECT_EQ(urlScript(sample("weather.xml"), {.xpath = "/payload/station[wind/gusts >= 60]/name",
+                                                .mode = DATA_FIELD_ARRAY,
+                                                .table = "Stormy",
+                                                .prefix = "STORM_",
+                                                .payload = true}),
+              R"(Stormy[0-1]=""Hollinbeck"",""Greywharf""; STORM_READER_NUM_RECORDS=2;)");
+}
+
 }  // namespace
 }  // namespace intake
