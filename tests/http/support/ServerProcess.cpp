@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -63,8 +62,8 @@ bool hasEnded(pid_t process) {
            info.si_pid != 0;
 }
 
-void stop(pid_t process) {
-    kill(process, SIGKILL);
+void stop(pid_t process, int signal) {
+    kill(process, signal);
     waitpid(process, nullptr, 0);
 }
 
@@ -82,17 +81,17 @@ void runTool(const std::string& program, const std::vector<std::string>& argumen
 }
 
 ServerProcess::ServerProcess(const std::string& program, const std::vector<std::string>& arguments,
-                             uint16_t port, const std::filesystem::path& output)
-    : process_(start(program, arguments, "/dev/null", output.string())) {
+                             uint16_t port, const std::filesystem::path& output, int stopSignal)
+    : process_(start(program, arguments, "/dev/null", output.string())), stopSignal_(stopSignal) {
     eventually([&] { return isListening(port) || hasEnded(process_); });
     if (hasEnded(process_) || !isListening(port)) {
-        stop(process_);
+        stop(process_, stopSignal_);
         throw std::runtime_error(program + " did not start:\n" + contents(output));
     }
 }
 
 ServerProcess::~ServerProcess() {
-    stop(process_);
+    stop(process_, stopSignal_);
 }
 
 }  // namespace intake

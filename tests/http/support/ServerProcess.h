@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -19,15 +20,17 @@ void runTool(const std::string& program, const std::vector<std::string>& argumen
 class ServerProcess {
 public:
     /// Returns when the server accepts connections on `port`. What it prints goes to `output`.
-    /// Throws std::runtime_error when it is not installed or ends before.
+    /// Throws std::runtime_error when it is not installed or ends before. `stopSignal` is what ends
+    /// it.
     ServerProcess(const std::string& program, const std::vector<std::string>& arguments,
-                  uint16_t port, const std::filesystem::path& output);
+                  uint16_t port, const std::filesystem::path& output, int stopSignal = SIGKILL);
     ~ServerProcess();
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;
 
 private:
     pid_t process_;
+    int stopSignal_;
 };
 
 /// Calls `start` with free ports until it succeeds: somebody else may have been faster. Its last
