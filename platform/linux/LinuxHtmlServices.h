@@ -4,7 +4,7 @@
 
 namespace intake {
 
-/// Pages by way of libcurl or from local files.
+/// Pages by way of libcurl or from local files, parsed by html/.
 class LinuxHtmlServices final : public HtmlServices {
 public:
     std::unique_ptr<HtmlDocument> open(const std::string& source, const EndMark& endMark,

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/EndMark.h"
+#include "platform/linux/html/Arena.h"
+#include "platform/linux/html/Node.h"
+
+namespace intake::html {
+
+/// A parsed page: its bytes, and the nodes that point into them. Does not move.
+struct Page {
+    std::string bytes;  // in UTF-8, with line feeds only
+    Arena arena;
+    Node document;
+};
+
+/// Parses a page in UTF-8 by the tree construction rules of the HTML standard, with scripting
+/// disabled. Throws PlatformError for a page that is nested deeper than 2000 elements, or that
+/// would become many times as large, and when `endMark` is set meanwhile.
+std::unique_ptr<Page> parsePage(std::string bytes, const EndMark& endMark);
+
+}  // namespace intake::html

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/HtmlDocument.h"
+#include "platform/linux/html/Page.h"
+
+namespace intake::html {
+
+/// A page of our own parser as a document.
+class ParsedPage final : public HtmlDocument {
+public:
+    explicit ParsedPage(std::unique_ptr<Page> page) : page_(std::move(page)) {}
+
+    Element elementById(const std::string& id) override;
+    bool isTable(Element element) override;
+    Element firstTable(Element ancestor) override;
+    Element parent(Element element) override;
+    Element findElement(const Matches& matches) override;
+    bool classNameEquals(Element element, std::string_view className) override;
+    bool innerTextEquals(Element element, std::string_view text) override;
+    std::unique_ptr<HtmlTable> table(Element table) override;
+
+private:
+    template <class Condition>
+    Element first(const Node& root, Condition condition);
+
+    std::unique_ptr<Page> page_;
+};
+
+/// The rows of a table, found once: those of its heads, then those of its bodies and its own, then
+/// those of its feet.
+class ParsedTable final : public HtmlTable {
+public:
+    explicit ParsedTable(const Node& table);
+
+    size_t rowCount() override { return rows_.size(); }
+    size_t cellCount(size_t row) override;
+    void appendCellText(size_t row, size_t cell, std::string& out) override;
+    void appendCellKey(size_t row, size_t cell, std::string& out) override;
+
+private:
+    void addRowsOf(const Node& table, Tag section);
+    void addRow(const Node& row);
+
+    std::vector<size_t> rows_;        // where the cells of each begin
+    std::vector<const Node*> cells_;  // row by row
+};
+
+}  // namespace intake::html

@@ -1,0 +1,247 @@
+#include "platform/linux/html/inner_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/html/characters.h"
+
+namespace intake::html {
+
+namespace {
+
+constexpr std::string_view LINE_END = "\r\n";
+
+/// Takes the text by appending it. Like the other one, says whether to go on.
+class Appending {
+public:
+    explicit Appending(std::string& out) : out_(out) {}
+
+    bool put(std::string_view piece) {
+        out_.append(piece);
+        return true;
+    }
+
+private:
+    std::string& out_;
+};
+
+/// Takes the text by comparing it.
+class Comparing {
+public:
+    explicit Comparing(std::string_view expected) : rest_(expected) {}
+
+    bool put(std::string_view piece) {
+        isEqual_ = isEqual_ && rest_.starts_with(piece);
+        rest_.remove_prefix(isEqual_ ? piece.size() : 0);
+        return isEqual_;
+    }
+
+    bool isEqual() const { return isEqual_ && rest_.empty(); }
+
+private:
+    std::string_view rest_;
+    bool isEqual_ = true;
+};
+
+/// Whether a style attribute hides its element.
+bool isDisplayNone(std::string_view style) {
+    const auto trimmed = [](std::string_view text) {
+        text.remove_prefix(std::min(text.find_first_not_of(WHITE_SPACE), text.size()));
+        return text.substr(0, text.find_last_not_of(WHITE_SPACE) + 1);
+    };
+    while (!style.empty()) {
+        const std::string_view declaration = style.substr(0, style.find(';'));
+        style.remove_prefix(std::min(declaration.size() + 1, style.size()));
+        const size_t colon = std::min(declaration.find(':'), declaration.size());
+        if (equalsIgnoringCase(trimmed(declaration.substr(0, colon)), "display") &&
+            startsWithIgnoringCase(
+                trimmed(declaration.substr(std::min(colon + 1, declaration.size()))), "none")) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isRendered(const Node& element) {
+    if (element.space == Namespace::HTML && has(element.tag, HIDDEN)) {
+        return false;
+    }
+    for (const Attribute* each = element.attributes; each != nullptr; each = each->next) {
+        if (each->name == "hidden" || (each->name == "style" && isDisplayNone(each->value))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool keepsSpace(const Node& element) {
+    return isOneOf(element.tag, Tag::PRE, Tag::LISTING, Tag::PLAINTEXT, Tag::XMP, Tag::TEXTAREA);
+}
+
+bool isCell(const Node& node) {
+    return node.isHtml(Tag::TD) || node.isHtml(Tag::TH);
+}
+
+/// The next sibling that is such; null when there is none.
+template <class IsSuch>
+const Node* nextSuch(const Node& node, IsSuch isSuch) {
+    const Node* next = node.next;
+    while (next != nullptr && !isSuch(*next)) {
+        next = next->next;
+    }
+    return next;
+}
+
+bool isLastRow(const Node& row) {
+    const auto isRow = [](const Node& node) { return node.isHtml(Tag::TR); };
+    const auto hasRow = [isRow](const Node& node) {
+        const Node* const first = node.firstChild;
+        return isRow(node) || (first != nullptr && has(node.tag, TABLE_PART) &&
+                               (isRow(*first) || nextSuch(*first, isRow) != nullptr));
+    };
+    return nextSuch(row, isRow) == nullptr &&
+           (row.parent == nullptr || row.parent->isHtml(Tag::TABLE) ||
+            nextSuch(*row.parent, hasRow) == nullptr);
+}
+
+template <class Sink>
+class InnerText {
+public:
+    explicit InnerText(Sink& sink) : sink_(sink) {}
+
+    /// Walks without recursion: pages may be deep. False when the sink had enough.
+    bool walk(const Node& root) {
+        enter(root);
+        const Node* node = root.firstChild;
+        while (node != nullptr) {
+            if (node->type == NodeType::TEXT) {
+                if (!text(node->text)) {
+                    return false;
+                }
+            } else if (node->type == NodeType::ELEMENT && isRendered(*node)) {
+                enter(*node);
+                if (node->isHtml(Tag::BR) && !lineBreak()) {
+                    return false;
+                }
+                if (node->firstChild != nullptr) {
+                    node = node->firstChild;
+                    continue;
+                }
+                if (!leave(*node)) {
+                    return false;
+                }
+            }
+            while (node != &root && node->next == nullptr) {
+                node = node->parent;
+                if (node != &root && !leave(*node)) {
+                    return false;
+                }
+            }
+            node = node == &root ? nullptr : node->next;
+        }
+        return true;
+    }
+
+private:
+    void enter(const Node& element) {
+        preserving_ += keepsSpace(element) ? 1 : 0;
+        requireBreaks(element);
+    }
+
+    bool leave(const Node& element) {
+        preserving_ -= keepsSpace(element) ? 1 : 0;
+        requireBreaks(element);
+        if (isCell(element)) {
+            isLineStart_ = true;
+            isSpacePending_ = false;
+            return nextSuch(element, isCell) == nullptr || separator("\t");
+        }
+        return !element.isHtml(Tag::TR) || isLastRow(element) || lineBreak();
+    }
+
+    /// Blocks stand on lines of their own, paragraphs with an empty one between.
+    void requireBreaks(const Node& element) {
+        if (element.space == Namespace::HTML && has(element.tag, BLOCK)) {
+            breaksPending_ = std::max(breaksPending_, element.tag == Tag::P ? 2 : 1);
+            isLineStart_ = true;
+            isSpacePending_ = false;
+        }
+    }
+
+    bool text(std::string_view text) {
+        if (preserving_ > 0) {
+            return preserved(text);
+        }
+        while (!text.empty()) {
+            const size_t start = std::min(text.find_first_not_of(WHITE_SPACE), text.size());
+            isSpacePending_ = isSpacePending_ || (start > 0 && !isLineStart_);
+            text.remove_prefix(start);
+            const std::string_view word = text.substr(0, text.find_first_of(WHITE_SPACE));
+            if (!word.empty() && !put(word)) {
+                return false;
+            }
+            text.remove_prefix(word.size());
+        }
+        return true;
+    }
+
+    bool preserved(std::string_view text) {
+        while (!text.empty()) {
+            const std::string_view line = text.substr(0, text.find('\n'));
+            if (!line.empty() && !put(line)) {
+                return false;
+            }
+            text.remove_prefix(line.size());
+            if (!text.empty()) {
+                if (!lineBreak()) {
+                    return false;
+                }
+                text.remove_prefix(1);
+            }
+        }
+        return true;
+    }
+
+    bool lineBreak() { return separator(LINE_END); }
+
+    /// Writes what ends a line, or a cell.
+    bool separator(std::string_view text) {
+        isSpacePending_ = false;
+        const bool goesOn = put(text);
+        isLineStart_ = true;
+        return goesOn;
+    }
+
+    bool put(std::string_view piece) {
+        for (; breaksPending_ > 0 && !isEmpty_; --breaksPending_) {
+            if (!sink_.put(LINE_END)) {
+                return false;
+            }
+        }
+        breaksPending_ = 0;
+        isEmpty_ = false;
+        isLineStart_ = false;
+        return (!std::exchange(isSpacePending_, false) || sink_.put(" ")) && sink_.put(piece);
+    }
+
+    Sink& sink_;
+    int preserving_ = 0;
+    int breaksPending_ = 0;
+    bool isSpacePending_ = false;
+    bool isLineStart_ = true;
+    bool isEmpty_ = true;
+};
+
+}  // namespace
+
+void appendInnerText(const Node& element, std::string& out) {
+    Appending sink(out);
+    InnerText<Appending>(sink).walk(element);
+}
+
+bool innerTextEquals(const Node& element, std::string_view text) {
+    Comparing sink(text);
+    return InnerText<Comparing>(sink).walk(element) && sink.isEqual();
+}
+
+}  // namespace intake::html

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace intake::html {
+
+/// A page in UTF-8, without byte-order mark; what is no character becomes U+FFFD. Its encoding is
+/// that of the mark, else `charset` (the transport's, may be empty), else what a meta element says,
+/// else UTF-8 where the bytes are valid UTF-8, else windows-1252.
+std::string decodePage(std::string bytes, std::string_view charset);
+
+/// The label that the page's meta elements give its encoding; empty when there is none.
+std::string encodingOfMeta(std::string_view page);
+
+}  // namespace intake::html

@@ -1,0 +1,166 @@
+// The insertion modes of templates and framesets, and behind the body.
+
+#include "platform/linux/html/TreeBuilder.h"
+#include "platform/linux/html/characters.h"
+
+namespace intake::html {
+
+void TreeBuilder::inTemplate(Token& token) {
+    if (token.type == Token::END) {
+        if (open_.isOpen(Tag::TEMPLATE)) {
+            open_.popThrough(Tag::TEMPLATE);
+            formatting_.clearToMarker();
+            templateModes_.pop_back();
+            resetInsertionMode();
+            process(token);
+        }
+        return;
+    }
+    if (token.isEnd(Tag::TEMPLATE)) {
+        return endTemplate();
+    }
+    if (token.type == Token::END_TAG) {
+        return;
+    }
+    if (token.type != Token::START_TAG) {
+        return inBody(token);
+    }
+    if (has(token.tag, METADATA)) {
+        startInHead(token);
+        return;
+    }
+    templateModes_.back() = modeInTemplate(token.tag);
+    reprocess(templateModes_.back(), token);
+}
+
+/// The mode for what a template begins with.
+TreeBuilder::Mode TreeBuilder::modeInTemplate(Tag tag) {
+    switch (tag) {
+        case Tag::CAPTION:
+        case Tag::COLGROUP:
+        case Tag::TBODY:
+        case Tag::TFOOT:
+        case Tag::THEAD:
+            return &TreeBuilder::inTable;
+        case Tag::COL:
+            return &TreeBuilder::inColumnGroup;
+        case Tag::TR:
+            return &TreeBuilder::inTableBody;
+        case Tag::TD:
+        case Tag::TH:
+            return &TreeBuilder::inRow;
+        default:
+            return &TreeBuilder::inBody;
+    }
+}
+
+void TreeBuilder::afterBody(Token& token) {
+    switch (token.type) {
+        case Token::COMMENT:
+            return insertComment(token, open_.at(0));
+        case Token::DOCTYPE:
+        case Token::END:
+            return;
+        case Token::TEXT: {
+            Token space = token;
+            space.text = takeLeadingSpace(token);
+            if (!space.text.empty()) {
+                inBody(space);
+            }
+            if (token.text.empty()) {
+                return;
+            }
+            break;
+        }
+        default:
+            if (token.isStart(Tag::HTML)) {
+                return inBody(token);
+            }
+            if (token.isEnd(Tag::HTML)) {
+                mode_ = &TreeBuilder::afterAfterBody;
+                return;
+            }
+            break;
+    }
+    reprocess(&TreeBuilder::inBody, token);
+}
+
+void TreeBuilder::inFrameset(Token& token) {
+    if (token.type == Token::TEXT) {
+        insertText(onlySpaces(token.text));
+    } else if (token.type == Token::COMMENT) {
+        insertComment(token);
+    } else if (token.isStart(Tag::HTML)) {
+        inBody(token);
+    } else if (token.isStart(Tag::FRAMESET)) {
+        insertElement(token);
+    } else if (token.isStart(Tag::FRAME)) {
+        insertVoidElement(token);
+    } else if (token.isStart(Tag::NOFRAMES)) {
+        startInHead(token);
+    } else if (token.isEnd(Tag::FRAMESET) && open_.size() > 1) {
+        open_.pop();
+        if (!open_.current()->isHtml(Tag::FRAMESET)) {
+            mode_ = &TreeBuilder::afterFrameset;
+        }
+    }
+}
+
+void TreeBuilder::afterFrameset(Token& token) {
+    if (token.type == Token::TEXT) {
+        insertText(onlySpaces(token.text));
+    } else if (token.type == Token::COMMENT) {
+        insertComment(token);
+    } else if (token.isStart(Tag::HTML)) {
+        inBody(token);
+    } else if (token.isEnd(Tag::HTML)) {
+        mode_ = &TreeBuilder::afterAfterFrameset;
+    } else if (token.isStart(Tag::NOFRAMES)) {
+        startInHead(token);
+    }
+}
+
+void TreeBuilder::afterAfterBody(Token& token) {
+    switch (token.type) {
+        case Token::COMMENT:
+            return insertComment(token, &page_.document);
+        case Token::DOCTYPE:
+        case Token::END:
+            return;
+        case Token::TEXT: {
+            Token space = token;
+            space.text = takeLeadingSpace(token);
+            if (!space.text.empty()) {
+                inBody(space);
+            }
+            if (token.text.empty()) {
+                return;
+            }
+            break;
+        }
+        default:
+            if (token.isStart(Tag::HTML)) {
+                return inBody(token);
+            }
+            break;
+    }
+    reprocess(&TreeBuilder::inBody, token);
+}
+
+void TreeBuilder::afterAfterFrameset(Token& token) {
+    if (token.type == Token::COMMENT) {
+        insertComment(token, &page_.document);
+    } else if (token.type == Token::TEXT) {
+        Token space = token;
+        space.text = onlySpaces(token.text);
+        if (!space.text.empty()) {
+            inBody(space);
+        }
+    } else if (token.isStart(Tag::HTML)) {
+        inBody(token);
+    } else if (token.isStart(Tag::NOFRAMES)) {
+        startInHead(token);
+    }
+}
+
+}  // namespace intake::html
