@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "pipeline/usual_number.h"
+
 namespace intake {
 
 inline void appendInteger(std::string& script, int64_t number) {
@@ -19,6 +21,9 @@ inline void appendInteger(std::string& script, int64_t number) {
 
 /// Writes what a stream writes by default: six significant digits.
 inline void appendNumber(std::string& script, double number) {
+    if (appendUsualNumber(script, number)) {
+        return;
+    }
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                    std::chars_format::general, 6)

@@ -67,6 +67,18 @@ TEST(ScriptText, EveryNumberIsWrittenAsAStreamWritesIt) {
     }
 }
 
+TEST(ScriptText, EveryNumberOfFewDigitsIsWrittenAsAStreamWritesIt) {
+    std::mt19937_64 random(2);
+    std::uniform_int_distribution<int> digits(-9'999'999, 9'999'999);
+    std::uniform_int_distribution<int> exponents(-5, 6);
+    for (int i = 0; i < 200'000; ++i) {
+        const double number = digits(random) * std::pow(10.0, -exponents(random));
+        ASSERT_EQ(numberText(number), streamText(number));
+        const double next = std::nextafter(number, 1e9);
+        ASSERT_EQ(numberText(next), streamText(next));
+    }
+}
+
 TEST(ScriptText, AFramedValueHasTwoDoubleQuotesASideAndIsNotEscaped) {
     std::string script = "a=";
     appendFramed(script, "say \"hi\"; {\\}");
