@@ -18,11 +18,11 @@ constexpr std::array<ElementPath::Step, 5> STEPS{{
 
 }  // namespace
 
-SharedStrings::SharedStrings() : path_(STEPS) {}
+SharedStrings::SharedStrings(size_t expectedBytes) : path_(STEPS), expectedBytes_(expectedBytes) {}
 
 void SharedStrings::startDocument() {
     path_.restart();
-    texts_.clear();
+    texts_.restart(expectedBytes_);
 }
 
 void SharedStrings::startElement(std::string_view name, const XmlAttributes&) {

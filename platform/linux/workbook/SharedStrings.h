@@ -12,7 +12,8 @@ namespace intake {
 /// runs beside it.
 class SharedStrings final : public XmlEvents {
 public:
-    SharedStrings();
+    /// `expectedBytes`: room for so many bytes of text is made at once.
+    explicit SharedStrings(size_t expectedBytes);
 
     const TextTable& texts() const { return texts_; }
 
@@ -23,6 +24,7 @@ public:
 
 private:
     ElementPath path_;
+    const size_t expectedBytes_;
     std::string text_;  // of the string that is being read
     TextTable texts_;
 };

@@ -16,8 +16,15 @@ constexpr size_t MOST_CELLS = size_t{64} << 20;
 
 }  // namespace
 
-void Sheet::clear() {
-    *this = Sheet(*shared_);
+void Sheet::restart(size_t cells) {
+    own_.restart(0);
+    rows_.clear();
+    tags_.clear();
+    values_.clear();
+    tags_.reserve(cells);
+    values_.reserve(cells);
+    row_ = 0;
+    used_ = NOTHING;
 }
 
 void Sheet::beginRow(uint32_t number) {

@@ -33,7 +33,8 @@ public:
     /// `shared` outlives this object.
     explicit Sheet(const TextTable& shared) : shared_(&shared) {}
 
-    void clear();
+    /// Forgets all cells, and makes room for about so many.
+    void restart(size_t cells);
 
     /// Begins a row. Throws WorkbookFault unless it lies below the last one.
     void beginRow(uint32_t number);
@@ -68,6 +69,8 @@ public:
     }
 
 private:
+    static constexpr CellRange NOTHING{MOST_ROWS, 0, MOST_COLUMNS, 0};
+
     struct Tag {
         uint16_t column : 14;
         uint16_t kind : 2;
@@ -91,7 +94,7 @@ private:
     std::vector<Value> values_;
     uint32_t row_ = 0;  // begun last
     bool sorted_ = true;
-    CellRange used_{MOST_ROWS, 0, MOST_COLUMNS, 0};
+    CellRange used_ = NOTHING;
 };
 
 }  // namespace intake

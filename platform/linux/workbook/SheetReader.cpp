@@ -37,15 +37,17 @@ constexpr uint32_t NO_COLUMN = UINT32_MAX;  // the one before the first
 
 }  // namespace
 
-SheetReader::SheetReader(const CellStyles& styles, bool from1904, Sheet& sheet)
+SheetReader::SheetReader(const CellStyles& styles, bool from1904, size_t expectedCells,
+                         Sheet& sheet)
     : styles_(styles),
       dayOffset_(from1904 ? DAYS_FROM_1900_TO_1904 : 0),
+      expectedCells_(expectedCells),
       sheet_(sheet),
       path_(STEPS) {}
 
 void SheetReader::startDocument() {
     path_.restart();
-    sheet_.clear();
+    sheet_.restart(expectedCells_);
     worksheet_ = false;
     row_ = 0;
 }

@@ -13,8 +13,8 @@ namespace intake {
 class SheetReader final : public XmlEvents {
 public:
     /// `styles` and `sheet`, which is filled, outlive this object. `from1904`: the workbook counts
-    /// its days from 1904.
-    SheetReader(const CellStyles& styles, bool from1904, Sheet& sheet);
+    /// its days from 1904. `expectedCells`: room for so many is made at once.
+    SheetReader(const CellStyles& styles, bool from1904, size_t expectedCells, Sheet& sheet);
 
     /// Whether the part is a worksheet's.
     bool isWorksheet() const { return worksheet_; }
@@ -36,6 +36,7 @@ private:
 
     const CellStyles& styles_;
     const double dayOffset_;
+    const size_t expectedCells_;
     Sheet& sheet_;
     ElementPath path_;
     bool worksheet_ = false;

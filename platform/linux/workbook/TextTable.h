@@ -11,9 +11,11 @@ namespace intake {
 /// Texts one behind the other in one block, by number.
 class TextTable {
 public:
-    void clear() {
+    /// Forgets all texts, and makes room for so many bytes of them.
+    void restart(size_t bytes) {
         texts_.clear();
         ends_.clear();
+        texts_.reserve(bytes);
     }
 
     /// Returns the text's number.

@@ -1,9 +1,25 @@
 #include "platform/linux/workbook/Workbook.h"
 
+#include <algorithm>
+
 #include "platform/linux/workbook/SheetReader.h"
 #include "platform/linux/workbook/read_part.h"
 
 namespace intake {
+
+namespace {
+
+// Room that is not used costs nothing; room that has to be made again costs as much as reading.
+constexpr size_t BYTES_PER_CELL = 25;
+constexpr size_t BYTES_PER_TEXT_BYTE = 2;
+
+/// The size that a part claims to unpack to, unless that is hard to believe.
+size_t likelySize(const ZipEntry& part) {
+    constexpr uint64_t USUAL_RATIO = 20;
+    return static_cast<size_t>(std::min(part.size, part.packedSize * USUAL_RATIO));
+}
+
+}  // namespace
 
 Workbook::Workbook(const std::string& path, const EndMark& endMark)
     : endMark_(endMark), archive_(path) {
@@ -65,7 +81,8 @@ void Workbook::readSheet(size_t number, Sheet& sheet) {
     if (part == nullptr) {
         throw WorkbookFault("the part of the sheet \"" + entry.name + "\" is missing");
     }
-    SheetReader reader(*styles_, index_.countsFrom1904(), sheet);
+    SheetReader reader(*styles_, index_.countsFrom1904(), likelySize(*part) / BYTES_PER_CELL,
+                       sheet);
     try {
         readLargePart(archive_, *part, "</row>", reader, endMark_);
     } catch (const WorkbookFault& fault) {
@@ -90,9 +107,10 @@ void Workbook::readStyles() {
 
 const TextTable& Workbook::sharedTexts() {
     if (strings_ == nullptr) {
-        auto strings = std::make_unique<SharedStrings>();
         const auto* const target = parts_.byType("sharedStrings");
         const ZipEntry* const part = target == nullptr ? nullptr : archive_.find(target->part);
+        auto strings = std::make_unique<SharedStrings>(
+            part == nullptr ? 0 : likelySize(*part) / BYTES_PER_TEXT_BYTE);
         if (part != nullptr) {
             readLargePart(archive_, *part, "</si>", *strings, endMark_);
         }

@@ -13,16 +13,11 @@ bool isLetter(char character) {
 
 /// Takes the letters that `text` begins with.
 std::optional<uint32_t> takeColumn(std::string_view& text) {
-    uint32_t column = 0;
-    size_t length = 0;
-    for (; length < text.size() && isLetter(text[length]); ++length) {
-        column = column * 26 + static_cast<uint32_t>((text[length] & 0x1F));
-        if (column > MOST_COLUMNS) {
-            return {};
-        }
+    const auto column = columnOf(text);
+    while (column && !text.empty() && isLetter(text.front())) {
+        text.remove_prefix(1);
     }
-    text.remove_prefix(length);
-    return length == 0 ? std::nullopt : std::optional<uint32_t>(column - 1);
+    return column;
 }
 
 std::optional<uint32_t> takeRow(std::string_view& text) {
@@ -57,10 +52,6 @@ std::optional<RangeEnd> parseEnd(std::string_view text) {
 }
 
 }  // namespace
-
-std::optional<uint32_t> columnOf(std::string_view reference) {
-    return takeColumn(reference);
-}
 
 std::optional<CellRange> parseRange(std::string_view text) {
     const size_t colon = text.find(':');

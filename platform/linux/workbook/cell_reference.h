@@ -18,7 +18,20 @@ struct CellRange {
 };
 
 /// The column of a cell's reference, such as 1 for B7; nothing where it has none or too high a one.
-std::optional<uint32_t> columnOf(std::string_view reference);
+inline std::optional<uint32_t> columnOf(std::string_view reference) {
+    uint32_t column = 0;
+    for (const char character : reference) {
+        const auto letter = static_cast<uint32_t>((character | 0x20) - 'a');
+        if (letter >= 26) {
+            break;
+        }
+        column = column * 26 + letter + 1;
+        if (column > MOST_COLUMNS) {
+            return {};
+        }
+    }
+    return column == 0 ? std::nullopt : std::optional(column - 1);
+}
 
 /// The cells of B2:D20, of whole columns (B:D) or rows (2:20), of an open end (B2:D) or of a single
 /// cell; with or without dollar signs. Its ends may stand in any order.

@@ -30,6 +30,31 @@ std::optional<Number> parseWhole(std::string_view text, Format... format) {
     return number;
 }
 
+/// The number of a text of digits, with or without a point between them, that a double holds
+/// exactly as a whole number and a power of ten, whose quotient is then right to the last bit. Most
+/// are.
+std::optional<double> parseShortNumber(std::string_view text) {
+    constexpr size_t EXACT_DIGITS = 15;
+    constexpr std::array<double, EXACT_DIGITS + 1> POWERS{
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (text.empty() || text.size() > EXACT_DIGITS) {
+        return {};
+    }
+    uint64_t digits = 0;
+    size_t point = text.size() - 1;  // without one, as if it were behind the last digit
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto digit = static_cast<unsigned char>(text[i] - '0');
+        if (digit < 10) {
+            digits = digits * 10 + digit;
+        } else if (text[i] == '.' && point == text.size() - 1 && i > 0 && i < point) {
+            point = i;
+        } else {
+            return {};
+        }
+    }
+    return static_cast<double>(digits) / POWERS[text.size() - 1 - point];
+}
+
 /// The UTF-16 unit that an escape at `at` stands for.
 std::optional<uint32_t> escapeAt(std::string_view text, size_t at) {
     constexpr size_t LENGTH = 7;  // _xHHHH_
@@ -117,6 +142,9 @@ void decodeEscapes(std::string& text) {
 }
 
 std::optional<double> parseNumber(std::string_view text) {
+    if (const auto number = parseShortNumber(text)) {
+        return number;
+    }
     text = trimmed(text);
     if (text.starts_with('+')) {
         text.remove_prefix(1);
