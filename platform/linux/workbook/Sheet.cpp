@@ -29,11 +29,11 @@ void Sheet::restart(size_t cells) {
 
 void Sheet::beginRow(uint32_t number) {
     if (number <= row_) {
-        throw WorkbookFault("row " + std::to_string(number) + " comes after row " +
+        throw WorkbookFault("has row " + std::to_string(number) + " after row " +
                             std::to_string(row_));
     }
     if (number > MOST_ROWS) {
-        throw WorkbookFault("row " + std::to_string(number) + " is beyond the last that there is");
+        throw WorkbookFault("has a row " + std::to_string(number) + ", beyond the last there is");
     }
     row_ = number;
     rows_.push_back({number, static_cast<uint32_t>(tags_.size())});
@@ -49,7 +49,7 @@ void Sheet::use(uint32_t column) {
 
 void Sheet::add(uint32_t column, CellKind kind, Value value) {
     if (tags_.size() == MOST_CELLS) {
-        throw WorkbookFault("it holds more than " + std::to_string(MOST_CELLS) + " cells");
+        throw WorkbookFault("holds more than " + std::to_string(MOST_CELLS) + " cells");
     }
     use(column);
     const bool first = tags_.size() == rows_.back().firstCell;
@@ -71,9 +71,9 @@ void Sheet::addText(uint32_t column, std::string_view text) {
 
 void Sheet::addSharedText(uint32_t column, size_t number) {
     if (number >= shared_->size()) {
-        throw WorkbookFault("a cell of row " + std::to_string(row_) + " holds the shared text " +
-                            std::to_string(number) + ", but there are only " +
-                            std::to_string(shared_->size()));
+        throw WorkbookFault("has a cell in row " + std::to_string(row_) +
+                            " that holds the shared text " + std::to_string(number) +
+                            ", but there are only " + std::to_string(shared_->size()));
     }
     add(column, CellKind::TEXT, {.text = number});
 }

@@ -99,7 +99,7 @@ void SheetReader::startRow(const XmlAttributes& attributes) {
     if (!number.empty()) {
         const auto parsed = parseIndex(number);
         if (!parsed || *parsed == 0 || *parsed > MOST_ROWS) {
-            throw WorkbookFault("there is no row \"" + std::string(number) + "\"");
+            throw WorkbookFault("has a row \"" + std::string(number) + "\", which cannot be");
         }
         row_ = static_cast<uint32_t>(*parsed);
     }
@@ -123,7 +123,7 @@ void SheetReader::startCell(const XmlAttributes& attributes) {
         }
     }
     if (column_ >= MOST_COLUMNS) {
-        throw WorkbookFault("row " + std::to_string(row_) + " has a cell in no column");
+        throw WorkbookFault("has a cell in no column, in row " + std::to_string(row_));
     }
 }
 

@@ -35,7 +35,7 @@ void Workbook::readSmallPart(const std::string& part, XmlEvents& events) {
         ZipPart bytes(archive_, *entry);
         parsePart(bytes, events, endMark_);
     } catch (const WorkbookFault& fault) {
-        throw WorkbookFault("its part \"" + part + "\": " + fault.what());
+        throw WorkbookFault("its part \"" + part + "\" " + fault.what());
     }
 }
 
@@ -86,7 +86,7 @@ void Workbook::readSheet(size_t number, Sheet& sheet) {
     try {
         readLargePart(archive_, *part, "</row>", reader, endMark_);
     } catch (const WorkbookFault& fault) {
-        throw WorkbookFault("the sheet \"" + entry.name + "\" is damaged: " + fault.what());
+        throw WorkbookFault("the sheet \"" + entry.name + "\" " + fault.what());
     }
     if (!reader.isWorksheet()) {
         throw WorkbookFault("the sheet \"" + entry.name +
@@ -105,6 +105,14 @@ void Workbook::readStyles() {
     styles_ = std::move(styles);
 }
 
+void Workbook::readStrings(const ZipEntry& part, SharedStrings& strings) {
+    try {
+        readLargePart(archive_, part, "</si>", strings, endMark_);
+    } catch (const WorkbookFault& fault) {
+        throw WorkbookFault("its part \"" + part.name + "\" " + fault.what());
+    }
+}
+
 const TextTable& Workbook::sharedTexts() {
     if (strings_ == nullptr) {
         const auto* const target = parts_.byType("sharedStrings");
@@ -112,7 +120,7 @@ const TextTable& Workbook::sharedTexts() {
         auto strings = std::make_unique<SharedStrings>(
             part == nullptr ? 0 : likelySize(*part) / BYTES_PER_TEXT_BYTE);
         if (part != nullptr) {
-            readLargePart(archive_, *part, "</si>", *strings, endMark_);
+            readStrings(*part, *strings);
         }
         strings_ = std::move(strings);
     }

@@ -30,6 +30,7 @@ private:
     void readIndex();
     void readSheet(size_t number, Sheet& sheet);
     void readStyles();
+    void readStrings(const ZipEntry& part, SharedStrings& strings);
     const TextTable& sharedTexts();
     void readSmallPart(const std::string& part, XmlEvents& events);
 

@@ -54,6 +54,17 @@ ZipArchive::ZipArchive(const std::string& path) : file_(openFile(path, fileSize_
     }
 }
 
+void ZipArchive::readDirectory() {
+    const auto readBytes = [this](uint64_t offset, char* out, size_t length) {
+        try {
+            read(offset, out, length);
+        } catch (const WorkbookFault& fault) {
+            throw WorkbookFault(std::string("its zip directory ") + fault.what());
+        }
+    };
+    entries_ = readZipDirectory(readBytes, fileSize_);
+}
+
 ZipArchive::~ZipArchive() {
     ::close(file_);
 }
@@ -78,7 +89,7 @@ uint64_t ZipArchive::dataOffset(const ZipEntry& entry) const {
     char header[LOCAL_HEADER_SIZE];
     read(entry.headerOffset, header, sizeof(header));
     if (littleEndian<uint32_t>(header) != LOCAL_HEADER_SIGNATURE) {
-        throw WorkbookFault("its part \"" + entry.name + "\" is damaged");
+        throw WorkbookFault("is damaged");
     }
     return entry.headerOffset + sizeof(header) + littleEndian<uint16_t>(header + 26) +
            littleEndian<uint16_t>(header + 28);
@@ -86,7 +97,7 @@ uint64_t ZipArchive::dataOffset(const ZipEntry& entry) const {
 
 void ZipArchive::read(uint64_t offset, char* out, size_t length) const {
     if (offset > fileSize_ || length > fileSize_ - offset) {
-        throw WorkbookFault("it is damaged; the file may be incomplete");
+        throw WorkbookFault("is not there; the file may be incomplete");
     }
     while (length > 0) {
         const ssize_t got = ::pread(file_, out, length, static_cast<off_t>(offset));
@@ -94,7 +105,8 @@ void ZipArchive::read(uint64_t offset, char* out, size_t length) const {
             continue;
         }
         if (got <= 0) {
-            throw WorkbookFault(got < 0 ? errorText(errno) : "it became shorter while it was read");
+            throw WorkbookFault(got < 0 ? "cannot be read: " + errorText(errno)
+                                        : "became shorter while it was read");
         }
         out += got;
         offset += static_cast<uint64_t>(got);

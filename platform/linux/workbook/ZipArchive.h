@@ -33,7 +33,7 @@ public:
     /// Where the packed bytes of an entry begin in the file.
     uint64_t dataOffset(const ZipEntry& entry) const;
 
-    /// Reads exactly `length` bytes of the file.
+    /// Reads exactly `length` bytes of the file; what is thrown goes on from what was to be read.
     void read(uint64_t offset, char* out, size_t length) const;
 
 private:

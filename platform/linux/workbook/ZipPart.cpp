@@ -17,6 +17,10 @@ constexpr uint64_t LARGEST_PART = uint64_t{2} << 30;
 constexpr uint64_t HARMLESS_SIZE = 64 << 20;
 constexpr uint64_t HIGHEST_RATIO = 250;
 
+[[noreturn]] void throwDamaged() {
+    throw WorkbookFault("is damaged");
+}
+
 }  // namespace
 
 ZipPart::ZipPart(const ZipArchive& archive, const ZipEntry& entry)
@@ -25,11 +29,10 @@ ZipPart::ZipPart(const ZipArchive& archive, const ZipEntry& entry)
       position_(archive.dataOffset(entry)),
       packedLeft_(entry.packedSize) {
     if (entry.encrypted) {
-        throw WorkbookFault("its part \"" + entry.name +
-                            "\" is encrypted; save it without a password");
+        throw WorkbookFault("is encrypted; save the workbook without a password");
     }
     if (entry.method != STORED && entry.method != DEFLATED) {
-        throw WorkbookFault("its part \"" + entry.name + "\" is packed by an unknown method");
+        throw WorkbookFault("is packed by an unknown method");
     }
     if (inflateInit2(&inflater_, -MAX_WBITS) != Z_OK) {
         throw std::bad_alloc();
@@ -38,10 +41,6 @@ ZipPart::ZipPart(const ZipArchive& archive, const ZipEntry& entry)
 
 ZipPart::~ZipPart() {
     inflateEnd(&inflater_);
-}
-
-void ZipPart::throwDamaged() const {
-    throw WorkbookFault("its part \"" + entry_.name + "\" is damaged");
 }
 
 size_t ZipPart::read(char* out, size_t capacity) {
@@ -100,8 +99,7 @@ void ZipPart::account(const char* bytes, size_t length) {
         crc32(checksum_, reinterpret_cast<const Bytef*>(bytes), static_cast<uInt>(length)));
     if (unpacked_ > LARGEST_PART ||
         (unpacked_ > HARMLESS_SIZE && unpacked_ / HIGHEST_RATIO > entry_.packedSize)) {
-        throw WorkbookFault("its part \"" + entry_.name +
-                            "\" unpacks to far more than a sheet holds");
+        throw WorkbookFault("unpacks to far more than a sheet holds");
     }
 }
 

@@ -24,7 +24,6 @@ public:
     size_t read(char* out, size_t capacity);
 
 private:
-    [[noreturn]] void throwDamaged() const;
     size_t copyStored(char* out, size_t capacity);
     size_t inflateInto(char* out, size_t capacity);
     void refill();

@@ -76,7 +76,8 @@ SaxParser::SaxParser(XmlEvents& events, const EndMark& endMark)
     if (context_ == nullptr) {
         throw std::bad_alloc();
     }
-    xmlCtxtUseOptions(context_.get(), XML_PARSE_NONET);
+    // References in attributes are told as what they stand for; without a DTD there are no others.
+    xmlCtxtUseOptions(context_.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
     xmlSAXHandler& handler = *context_->sax;
     handler = {};
     handler.initialized = XML_SAX2_MAGIC;
@@ -110,8 +111,8 @@ void SaxParser::feed(const char* bytes, size_t length, bool last) {
         const int line = context_->lastError.line;
         std::string message(view(reinterpret_cast<const xmlChar*>(context_->lastError.message)));
         message.erase(message.find_last_not_of('\n') + 1);
-        throw WorkbookFault("it is no well-formed XML: " + message + " (line " +
-                            std::to_string(line) + ")");
+        throw WorkbookFault("is no well-formed XML: " + message + " (line " + std::to_string(line) +
+                            ")");
     }
 }
 
@@ -168,7 +169,7 @@ void SaxParser::onText(void* context, const xmlChar* text, int length) {
 
 void SaxParser::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
     of(context).guarded(
-        [] { throw WorkbookFault("it has a document type declaration, which is refused"); });
+        [] { throw WorkbookFault("has a document type declaration, which is refused"); });
 }
 
 }  // namespace

@@ -1,0 +1,154 @@
+// Which tables a query can name.
+
+#include "platform/linux/workbook/table_names.h"
+#include "tests/platform/workbook/WorkbookTest.h"
+
+namespace intake {
+
+namespace {
+
+using WorkbookTables = WorkbookTest;
+
+std::string number(int value) {
+    return "<row r='1'><c r='A1' t='str'><v>A</v></c></row><row r='2'><c r='A2'><v>" +
+           std::to_string(value) + "</v></c></row>";
+}
+
+/// Rows 1 to 4 and columns A to D: a header of letters, below it the cells' places: 22 is B2.
+const std::string GRID = [] {
+    std::string rows = "<row r='1'>";
+    for (const char letter : {'A', 'B', 'C', 'D'}) {
+        rows += std::string("<c t='str'><v>") + letter + "</v></c>";
+    }
+    rows += "</row>";
+    for (int row = 2; row <= 4; ++row) {
+        rows += "<row r='" + std::to_string(row) + "'>";
+        for (int column = 1; column <= 4; ++column) {
+            rows += "<c><v>" + std::to_string(row * 10 + column) + "</v></c>";
+        }
+        rows += "</row>";
+    }
+    return rows;
+}();
+
+TEST_F(WorkbookTables, AreTheSheetsByNameWithADollarSign) {
+    const TestBook book = TestBook().sheet("One", number(1)).sheet("Two", number(2));
+    EXPECT_EQ(rows(book, "SELECT * FROM [Two$];"), "A\n2\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM \"One$\""), "A\n1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM `one$`"), "A\n1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM tWO$"), "A\n2\n");
+}
+
+TEST_F(WorkbookTables, CanHaveAnyName) {
+    const TestBook book = TestBook()
+                              .sheet("Week 1", number(1))
+                              .sheet("Ann&apos;s &quot;list&quot;", number(2))
+                              .sheet("Übersicht", number(3))
+                              .sheet("順位表", number(4))
+                              .sheet("A&amp;B (1.2) #3; --", number(5))
+                              .sheet("Prices$", number(6));
+    EXPECT_EQ(rows(book, "SELECT * FROM [Week 1$];"), "A\n1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM ['Week 1$'];"), "A\n1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [Ann's \"list\"$];"), "A\n2\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM ['Ann''s \"list\"$'A1:A2];"), "A\n2\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [ÜBERSICHT$];"), "A\n3\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [順位表$];"), "A\n4\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [A&B (1.2) #3; --$];"), "A\n5\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [Prices$$];"), "A\n6\n");
+}
+
+TEST_F(WorkbookTables, AreHiddenSheetsToo) {
+    TestBook book = TestBook().sheet("Shown", number(1)).sheet("Hidden", number(2));
+    book.part(
+        "xl/workbook.xml",
+        "<workbook xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main' "
+        "xmlns:r='http://schemas.openxmlformats.org/officeDocument/2006/relationships'><sheets>"
+        "<sheet name='Shown' sheetId='1' r:id='rId1'/>"
+        "<sheet name='Hidden' sheetId='2' state='veryHidden' r:id='rId2'/></sheets>"
+        "</workbook>");
+    EXPECT_EQ(rows(book, "SELECT * FROM [Hidden$];"), "A\n2\n");
+}
+
+TEST_F(WorkbookTables, FollowTheWorkbooksListAndNotTheNamesOfItsFiles) {
+    TestBook book = TestBook().sheet("First", number(1)).sheet("Second", number(2));
+    book.part("xl/workbook.xml",
+              "<workbook xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main' "
+              "xmlns:rel='http://schemas.openxmlformats.org/officeDocument/2006/relationships'>"
+              "<sheets><sheet name='First' sheetId='7' rel:id='x'/>"
+              "<sheet name='Second' sheetId='3' rel:id='y'/></sheets></workbook>")
+        .part("xl/_rels/workbook.xml.rels",
+              "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>"
+              "<Relationship Id='x' Type='http://x/relationships/worksheet' "
+              "Target='/xl/worksheets/sheet2.xml'/>"
+              "<Relationship Id='y' Type='http://x/relationships/worksheet' "
+              "Target='./WorkSheets/../worksheets/Sheet1.xml'/></Relationships>");
+    EXPECT_EQ(rows(book, "SELECT * FROM [First$];"), "A\n2\n");
+}
+
+TEST_F(WorkbookTables, CanBeARangeOfASheet) {
+    const TestBook book = TestBook().sheet("S", GRID);
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$B1:C3]"), "B|C\n22|23\n32|33\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [s$b2:$d$4];"), "22|23|24\n32|33|34\n42|43|44\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$C3:B1]"), "B|C\n22|23\n32|33\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$C:C]"), "C\n23\n33\n43\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$3:4]"), "31|32|33|34\n41|42|43|44\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$D3:D]"), "34\n44\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$D4:F9]"), "44|F2|F3\n");
+    header_ = "NO";
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$B2:C3]"), "F1|F2\n22|23\n32|33\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$B2]"), "F1\n22\n");
+}
+
+TEST_F(WorkbookTables, OfARangeKeepItsLeadingBlanksAndNotItsTrailingOnes) {
+    EXPECT_EQ(rows(TestBook().sheet("S", GRID), "SELECT * FROM [S$D3:E100]"), "34|F2\n44|-\n");
+    EXPECT_EQ(rows(TestBook().sheet("S", "<row r='3'><c r='B3'><v>1</v></c></row>"),
+                   "SELECT * FROM [S$A1:B9]"),
+              "F1|F2\n-|-\n-|1\n");
+    EXPECT_EQ(rows(TestBook().sheet("S", "<row r='3'><c r='B3'><v>1</v></c></row>"),
+                   "SELECT * FROM [S$F8:G9]"),
+              "F1|F2\n");
+}
+
+TEST_F(WorkbookTables, CanBeNamesOfTheWorkbook) {
+    const TestBook book =
+        TestBook()
+            .sheet("S", GRID)
+            .sheet("My sheet", number(5))
+            .names(
+                "<definedName name='Middle'>S!$B$2:$C$3</definedName>"
+                "<definedName name='Другой'>&apos;My sheet&apos;!$A:$A</definedName>"
+                "<definedName name='Local' localSheetId='1'>'My sheet'!$A$1:$A$2</definedName>");
+    EXPECT_EQ(rows(book, "SELECT * FROM Middle"), "22|23\n32|33\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [MIDDLE]"), "22|23\n32|33\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [другой]"), "A\n5\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [My sheet$Local]"), "A\n5\n");
+}
+
+TEST_F(WorkbookTables, AreNotNamesOfFormulas) {
+    EXPECT_EQ(queryError(TestBook().sheet("S", GRID).names(
+                             "<definedName name='Sum'>SUM(S!$A$1:$A$3)</definedName>"
+                             "<definedName name='Gone'>#REF!$A$1</definedName>"),
+                         "SELECT * FROM Gone"),
+              "The workbook \"PATH\" has no table \"Gone\"; its sheets are \"S\". A query names a "
+              "sheet with a dollar sign behind it, as in [Sheet1$]");
+}
+
+TEST_F(WorkbookTables, CanBeJoined) {
+    const TestBook book = TestBook().sheet("S", GRID).sheet("T", number(22));
+    EXPECT_EQ(rows(book, "SELECT s.C, t.A AS b FROM [S$] AS s JOIN [T$] AS t ON s.B = t.A"),
+              "C|b\n23|22\n");
+    EXPECT_EQ(rows(book, "SELECT a.A, b.D FROM [S$] a, [s$] b WHERE a.A = b.A AND a.B > 30"),
+              "A|D\n31|34\n41|44\n");
+}
+
+TEST(NamesInAQuery, AreItsWordsAndQuotedTexts) {
+    EXPECT_EQ(namesIn("SELECT a,[b c],\"d\"\"e\",`f``g` FROM ['h''s$'] WHERE i$='j''k'+1.5"),
+              (std::vector<std::string>{"SELECT", "a", "b c", "d\"e", "f`g", "FROM", "'h''s$'",
+                                        "WHERE", "i$", "j'k", "1", "5"}));
+    EXPECT_EQ(namesIn("[open"), std::vector<std::string>{"open"});
+    EXPECT_EQ(namesIn("[a]]"), std::vector<std::string>{"a"});
+}
+
+}  // namespace
+
+}  // namespace intake
