@@ -55,7 +55,7 @@ constexpr std::array<Provider, 9> PROVIDERS{{
     {"SQLite", SQLITE},
 }};
 
-constexpr std::string_view LEFT_OUT = "";
+constexpr std::string_view LEFT_OUT{};
 constexpr std::string_view INSERTED = "*";  // the value is itself a list of keys
 constexpr std::string_view DATABASE = "Database";
 constexpr std::string_view PASSWORD = "PWD";
