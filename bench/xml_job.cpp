@@ -91,8 +91,8 @@ double timeReader(const intake::RequestRecord& request, intake::ReaderLogger& lo
 
 void printStages(const intake::RequestRecord& request, intake::ReaderLogger& logger) {
     const intake::EndMark endMark;
-    auto document =
-        intake::systemPlatform().xml.createDocument(intake::TextEncoding::UTF8, endMark);
+    auto document = intake::systemPlatform().xml.createDocument(
+        intake::TextEncoding::UTF8, intake::XmlSource::LOCAL_FILE, endMark);
     std::string script;
     beginCold();
     const double load = timed([&] { document->loadFile(request.filename); });

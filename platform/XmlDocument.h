@@ -14,6 +14,9 @@ namespace intake {
 /// it lacks.
 enum class TextEncoding { UTF8, ISO_8859_1 };
 
+/// Where a document comes from: systems make documents for local files and others differently.
+enum class XmlSource { LOCAL_FILE, RESPONSE };
+
 /// An XML document in memory. Used by one worker thread. Appending calls write into the caller's
 /// buffer, so that visiting a node allocates nothing. Where an operation fails in itself (an
 /// invalid expression, an impossible name), it throws PlatformError.
@@ -101,7 +104,7 @@ public:
     virtual ~XmlServices() = default;
 
     /// Once `endMark`, which outlives the document, is set, loading and selecting give up soon.
-    virtual std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+    virtual std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                         const EndMark& endMark) = 0;
 
     /// `endMark` outlives the request.

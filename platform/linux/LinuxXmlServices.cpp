@@ -25,7 +25,7 @@ LinuxXmlServices::LinuxXmlServices() {
     xmlInitParser();
 }
 
-std::unique_ptr<XmlDocument> LinuxXmlServices::createDocument(TextEncoding encoding,
+std::unique_ptr<XmlDocument> LinuxXmlServices::createDocument(TextEncoding encoding, XmlSource,
                                                               const EndMark& endMark) {
     keepLibraryQuiet();
     return std::make_unique<LibxmlDocument>(encoding, endMark);

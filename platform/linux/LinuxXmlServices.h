@@ -10,7 +10,7 @@ class LinuxXmlServices final : public XmlServices {
 public:
     LinuxXmlServices();
 
-    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark& endMark) override;
     std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
 };

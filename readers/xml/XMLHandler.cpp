@@ -65,7 +65,7 @@ bool XMLHandler::readDocument(const RequestRecord& request, std::string& script,
 bool XMLHandler::loadFile(const RequestRecord& request, Document& document, std::string& error) {
     trace("Before CreateInstance\n");
     try {
-        document = services_.createDocument(encodingOf(request), endMark_);
+        document = services_.createDocument(encodingOf(request), XmlSource::LOCAL_FILE, endMark_);
     } catch (const PlatformError& failure) {
         error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;
@@ -85,8 +85,9 @@ bool XMLHandler::loadUrl(const RequestRecord& request, Document& document, std::
     try {
         http = services_.createRequest(endMark_);
         // What is still to be converted must lose no characters on the way.
-        document = services_.createDocument(
-            isPayload(request) ? TextEncoding::UTF8 : encodingOf(request), endMark_);
+        document =
+            services_.createDocument(isPayload(request) ? TextEncoding::UTF8 : encodingOf(request),
+                                     XmlSource::RESPONSE, endMark_);
     } catch (const PlatformError& failure) {
         error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;

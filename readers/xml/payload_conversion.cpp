@@ -53,7 +53,7 @@ std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services
                                       std::string& error) {
     std::unique_ptr<XmlDocument> target;
     try {
-        target = services.createDocument(encoding, endMark);
+        target = services.createDocument(encoding, XmlSource::RESPONSE, endMark);
     } catch (const PlatformError&) {
         error += "ERROR: KDFToXml(): Failed to create the XML Document.\n";
         return nullptr;

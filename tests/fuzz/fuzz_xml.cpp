@@ -28,8 +28,8 @@ void visit(intake::XmlDocument& document, intake::XmlDocument::Node row) {
 
 void select(const intake::RequestRecord& request, std::string_view text) {
     const intake::EndMark endMark;
-    const auto document =
-        intake::systemPlatform().xml.createDocument(intake::TextEncoding::ISO_8859_1, endMark);
+    const auto document = intake::systemPlatform().xml.createDocument(
+        intake::TextEncoding::ISO_8859_1, intake::XmlSource::LOCAL_FILE, endMark);
     document->loadText(text);
     document->setSelectionNamespaces(request.namespaces);
     document->setKeyExpression(request.key);

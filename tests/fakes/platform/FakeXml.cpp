@@ -74,8 +74,11 @@ private:
 
 }  // namespace
 
-std::unique_ptr<XmlDocument> FakeXml::createDocument(TextEncoding encoding, const EndMark&) {
-    note("createDocument", encoding == TextEncoding::UTF8 ? "UTF-8" : "ISO-8859-1");
+std::unique_ptr<XmlDocument> FakeXml::createDocument(TextEncoding encoding, XmlSource source,
+                                                     const EndMark&) {
+    note("createDocument",
+         std::string(encoding == TextEncoding::UTF8 ? "UTF-8" : "ISO-8859-1") +
+             (source == XmlSource::LOCAL_FILE ? " for a file" : " for a response"));
     return std::make_unique<FakeDocument>(*this);
 }
 

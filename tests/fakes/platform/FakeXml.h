@@ -13,7 +13,8 @@ namespace intake {
 /// one thread; outlives what it makes.
 class FakeXml final : public XmlServices {
 public:
-    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, const EndMark&) override;
+    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
+                                                const EndMark&) override;
     std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
 
     /// Makes the `occurrence`th call of that name throw failure().

@@ -8,6 +8,7 @@
 
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
+#include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {
@@ -33,10 +34,12 @@ protected:
     /// Every child of the one selected node as `name=text|`.
     std::string children(const std::string& expression);
 
+    const AsWorker worker_;
     XmlServices& services_ = systemPlatform().xml;
     TempDirectory directory_;
     EndMark endMark_;
-    std::unique_ptr<XmlDocument> document_ = services_.createDocument(TextEncoding::UTF8, endMark_);
+    std::unique_ptr<XmlDocument> document_ =
+        services_.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark_);
 
 private:
     using Append = void (XmlDocument::*)(Node, std::string&);

@@ -48,7 +48,7 @@ TEST_F(XmlEncoding, DeclaredEncodingsAreRead) {
 }
 
 TEST_F(XmlEncoding, AnIso88591DocumentGivesItsTextsNamesAndMarkupInIt) {
-    document_ = services_.createDocument(TextEncoding::ISO_8859_1, endMark_);
+    document_ = services_.createDocument(TextEncoding::ISO_8859_1, XmlSource::LOCAL_FILE, endMark_);
     load("<größe><b>ä ÿ \xC2\x80</b></größe>");
     EXPECT_EQ(texts("/*"), "\xE4 \xFF \x80|");
     EXPECT_EQ(names("/*"),
@@ -61,7 +61,7 @@ TEST_F(XmlEncoding, AnIso88591DocumentGivesItsTextsNamesAndMarkupInIt) {
 }
 
 TEST_F(XmlEncoding, WhatIso88591LacksIsAQuestionMark) {
-    document_ = services_.createDocument(TextEncoding::ISO_8859_1, endMark_);
+    document_ = services_.createDocument(TextEncoding::ISO_8859_1, XmlSource::LOCAL_FILE, endMark_);
     load(
         "<a>1\xE2\x82\xAC"
         "2\xC4\x80"
@@ -70,7 +70,7 @@ TEST_F(XmlEncoding, WhatIso88591LacksIsAQuestionMark) {
 }
 
 TEST_F(XmlEncoding, ExpressionsAndDeclarationsAreUtf8InEveryDocument) {
-    document_ = services_.createDocument(TextEncoding::ISO_8859_1, endMark_);
+    document_ = services_.createDocument(TextEncoding::ISO_8859_1, XmlSource::LOCAL_FILE, endMark_);
     load("<a><größe>1</größe></a>");
     EXPECT_EQ(texts("/a/größe"), "1|");
 }

@@ -14,11 +14,13 @@ constexpr int ROUNDS = 50;
 
 /// One worker's life: documents that load, one that does not, and an expression that is wrong.
 std::string work(XmlServices& services, int worker) {
+    const AsWorker asWorker;
     std::string all;
     const std::string number = std::to_string(worker);
     const EndMark endMark;
     for (int round = 0; round < ROUNDS; ++round) {
-        const auto document = services.createDocument(TextEncoding::UTF8, endMark);
+        const auto document =
+            services.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark);
         document->loadText("<a xmlns:p='urn:" + number + "'>\n <p:b> " + number + " </p:b></a>");
         document->setSelectionNamespaces("xmlns:q='urn:" + number + "'");
         document->selectNodes("/a/q:b");

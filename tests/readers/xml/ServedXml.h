@@ -12,9 +12,9 @@ class ServedXml final : public XmlServices {
 public:
     explicit ServedXml(std::string body) : body_(std::move(body)) {}
 
-    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding,
+    std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark& endMark) override {
-        return systemPlatform().xml.createDocument(encoding, endMark);
+        return systemPlatform().xml.createDocument(encoding, source, endMark);
     }
     std::unique_ptr<XmlRequest> createRequest(const EndMark&) override {
         return std::make_unique<Request>(body_);

@@ -13,7 +13,7 @@ TEST_F(XmlLoadFailure, ADocumentThatCannotBeMadeIsReportedForAFile) {
     xml_.failAt("createDocument");
     EXPECT_FALSE(read());
     EXPECT_EQ(error_, "Failed to instantiate an XML DOM.\n" + FakeXml::failureReport());
-    EXPECT_EQ(xml_.calls(), "createDocument UTF-8\n");
+    EXPECT_EQ(xml_.calls(), "createDocument UTF-8 for a file\n");
 }
 
 TEST_F(XmlLoadFailure, ARequestThatCannotBeMadeIsReportedForAUrl) {
@@ -31,7 +31,7 @@ TEST_F(XmlLoadFailure, ADocumentThatCannotBeMadeIsReportedForAUrl) {
     EXPECT_EQ(error_, "Failed to instantiate an XML DOM.\n" + FakeXml::failureReport());
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "release request\n");
 }
 
@@ -42,7 +42,7 @@ TEST_F(XmlLoadFailure, AFileThatDoesNotLoadIsReportedWithTheParsersReason) {
               "Failed to load DOM from fixtures.xml.\n"
               "A name was started with an invalid character.\n");
     EXPECT_EQ(xml_.calls(),
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a file\n"
               "loadFile fixtures.xml\n"
               "release document\n");
 }
@@ -66,7 +66,7 @@ TEST_F(XmlLoadFailure, AUrlThatCannotBeOpenedEndsTheLoad) {
                           FakeXml::failureReport());
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "open http://feeds.example/a.xml?day=1 - -\n"
               "release request\n"
               "release document\n");
@@ -107,11 +107,11 @@ TEST_F(XmlLoadFailure, AConvertedPayloadThatCannotBeMadeIsReportedWithoutTheSyst
     EXPECT_EQ(error_, "ERROR: KDFToXml(): Failed to create the XML Document.\n");
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "open http://feeds.example/a.xml?day=1 - -\n"
               "send\n"
               "loadInto\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "release document\n"
               "release request\n");
 }

@@ -10,7 +10,7 @@ using XmlLoadSteps = XMLHandlerFixture;
 TEST_F(XmlLoadSteps, AFileIsLoadedAndSelectedFrom) {
     EXPECT_TRUE(read());
     EXPECT_EQ(xml_.calls(),
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a file\n"
               "loadFile fixtures.xml\n"
               "setSelectionNamespaces xmlns:f='urn:f'\n"
               "selectNodes /a/b\n"
@@ -26,7 +26,7 @@ TEST_F(XmlLoadSteps, AUrlIsOpenedSentAndParsedIntoADocument) {
         EXPECT_TRUE(XMLHandler(logger_, xml, endMark_).Read(request_, script_, error_));
         EXPECT_EQ(xml.calls(),
                   "createRequest\n"
-                  "createDocument UTF-8\n"
+                  "createDocument UTF-8 for a response\n"
                   "open " +
                       request_.filename +
                       " - -\n"
@@ -48,7 +48,7 @@ TEST_F(XmlLoadSteps, HeadersStandBetweenOpeningAndSending) {
     EXPECT_TRUE(read());
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "open http://feeds.example/a.xml?day=1 - -\n"
               "setHeader |Cache-Control|no-cache|\n"
               "setHeader |Pragma|no-cache|\n"
@@ -71,7 +71,7 @@ TEST_F(XmlLoadSteps, AnFtpSourceGetsNoHeadersAndNoQuery) {
     EXPECT_TRUE(read());
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "open ftp://feeds.example/a.xml - -\n"
               "send\n"
               "loadInto\n"
@@ -129,7 +129,7 @@ protected:
         std::string made;
         for (size_t at = 0; (at = xml.calls().find("createDocument ", at)) != std::string::npos;) {
             at += sizeof("createDocument");
-            made += xml.calls().substr(at, xml.calls().find('\n', at) - at) + ";";
+            made += xml.calls().substr(at, xml.calls().find_first_of(" \n", at) - at) + ";";
         }
         return made;
     }
@@ -162,11 +162,11 @@ TEST_F(XmlLoadSteps, APayloadFromAUrlIsReplacedByItsConversionBeforeTheSelection
     EXPECT_TRUE(read());
     EXPECT_EQ(xml_.calls(),
               "createRequest\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "open http://feeds.example/a.xml - -\n"
               "send\n"
               "loadInto\n"
-              "createDocument UTF-8\n"
+              "createDocument UTF-8 for a response\n"
               "loadText <payload/>\n"
               "release document\n"
               "release request\n"

@@ -9,6 +9,7 @@
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/readers/xml/ServedXml.h"
+#include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/workbench/cobalt/show.h"
 #include "workbench/cobalt/Store.h"
@@ -37,6 +38,7 @@ RequestRecord requestOf(const std::string& source, const XmlQuery& query) {
 }
 
 std::string read(XmlServices& services, const RequestRecord& request) {
+    const AsWorker worker;
     FakeClock clock;
     ReaderLogger logger(clock);
     logger.setLevel(-1);

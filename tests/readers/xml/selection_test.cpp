@@ -6,6 +6,7 @@
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/readers/xml/read.h"
+#include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {
@@ -99,6 +100,7 @@ struct Refusal {
 };
 
 Refusal refusalOf(const std::string& path) {
+    const AsWorker worker;
     RequestRecord request;
     request.filename = path;
     request.xpath = "//*";
@@ -112,7 +114,8 @@ Refusal refusalOf(const std::string& path) {
     EXPECT_FALSE(
         XMLHandler(logger, systemPlatform().xml, endMark).Read(request, script, refusal.error));
     EXPECT_EQ(script, "");
-    const auto document = systemPlatform().xml.createDocument(TextEncoding::UTF8, endMark);
+    const auto document =
+        systemPlatform().xml.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark);
     EXPECT_FALSE(document->loadFile(path));
     refusal.reason = document->parseErrorReason();
     return refusal;

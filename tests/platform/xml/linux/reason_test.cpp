@@ -25,7 +25,7 @@ TEST_F(XmlReason, IsInTheEncodingOfTheTextsOfTheDocument) {
     EXPECT_TRUE(
         document_->parseErrorReason().starts_with("Opening and ending tag mismatch: größe line 1"))
         << document_->parseErrorReason();
-    document_ = services_.createDocument(TextEncoding::ISO_8859_1, endMark_);
+    document_ = services_.createDocument(TextEncoding::ISO_8859_1, XmlSource::LOCAL_FILE, endMark_);
     EXPECT_FALSE(document_->loadText(WRONG));
     EXPECT_TRUE(
         document_->parseErrorReason().starts_with("Opening and ending tag mismatch: gr\xF6\xDF"
