@@ -81,7 +81,7 @@ void IntakeThread::Stop() {
 
 void IntakeThread::Terminate() {
     state_->endMark.set();
-    if (handle_ != nullptr) {
+    if (handle_ != nullptr && state_->reading) {  // any other worker ends by itself
         handle_->terminate();
     }
 }

@@ -74,15 +74,23 @@ bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string
 void WorkerState::answer(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
     IntakeCommand result;
     result.client = client;
+    reading = true;
+    if (!endMark.isSet()) {  // once it is, a worker that does not read is expected to end by itself
+        read(command, result);
+    }
+    reading = false;
+    if (!endMark.isSet()) {
+        put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
+    }
+}
+
+void WorkerState::read(const std::string& command, IntakeCommand& result) {
     try {
         ProcessCommand(command, result.success, result.text, result.error);
     } catch (const std::exception&) {
         // There is no memory even for the reason; that the load failed must be told all the same.
         result.success = false;
         result.text.clear();
-    }
-    if (!endMark.isSet()) {
-        put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
     }
 }
 

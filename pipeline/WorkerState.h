@@ -48,11 +48,13 @@ public:
     CircBuffer<IntakeCommand> results;
 
     std::atomic<int32_t> stopRequested = 0;  // set by the host, cleared by the worker at its end
+    std::atomic<bool> reading = false;       // the worker is inside a reader
     EndMark endMark;  // set by the host when it lets go; nothing is published any more
 
 private:
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
     void answer(const std::shared_ptr<IntakeClient>& client, const std::string& command);
+    void read(const std::string& command, IntakeCommand& result);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
     ReaderHandler& readerFor(const std::string& mode);
 

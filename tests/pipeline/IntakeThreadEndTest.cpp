@@ -77,9 +77,18 @@ TEST_F(IntakeThreadEndTest, AStoppedWorkerFinishesItsCommandPublishesItAndTakesN
     EXPECT_EQ(platform_.files.timesOpened("next"), 0);
 }
 
-TEST_F(IntakeThreadEndTest, TerminateOfAnIdleWorkerEndsItWithoutWaitingForIt) {
+TEST_F(IntakeThreadEndTest, TerminateInsideAReaderEndsTheWorkerForciblyWithoutWaitingForIt) {
+    keepBusy();
     thread_->Terminate();
     EXPECT_EQ(platform_.threads.terminated(), 1);
+    EXPECT_EQ(platform_.threads.waits(), Waits{});
+    letGo();
+    EXPECT_TRUE(allWorkersEnded());
+}
+
+TEST_F(IntakeThreadEndTest, TerminateOfAnIdleWorkerLetsItEndByItself) {
+    thread_->Terminate();
+    EXPECT_EQ(platform_.threads.terminated(), 0);
     EXPECT_EQ(platform_.threads.waits(), Waits{});
     EXPECT_TRUE(allWorkersEnded());
     EXPECT_TRUE(thread_->isOpen());

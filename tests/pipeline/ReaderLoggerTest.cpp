@@ -19,7 +19,7 @@ constexpr const char* SECOND_LOG = "2026-03-05-0908-Intake.log";
 
 std::string contentOf(const std::string& file) {
     std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
+    content << std::ifstream(file).rdbuf();
     return content.str();
 }
 

@@ -47,7 +47,7 @@ protected:
 
     static std::string log() {
         std::ostringstream content;
-        content << std::ifstream("2026-03-05-0907-Intake.log", std::ios::binary).rdbuf();
+        content << std::ifstream("2026-03-05-0907-Intake.log").rdbuf();
         return content.str();
     }
 

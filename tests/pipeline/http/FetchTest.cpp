@@ -23,7 +23,7 @@ Fetched FetchTest::fetch(const std::string& url) {
 std::string FetchTest::log() const {
     std::string text;
     for (const auto& entry : std::filesystem::directory_iterator(directory_.path())) {
-        std::ifstream file(entry.path(), std::ios::binary);
+        std::ifstream file(entry.path());
         text.append(std::istreambuf_iterator<char>(file), {});
     }
     return text;
