@@ -4,11 +4,23 @@ find_package(Threads REQUIRED)
 
 add_library(intake_options INTERFACE)
 target_include_directories(intake_options INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(intake_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
-    # GCC 12 sees overlaps in appends of the standard library that are none.
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(MSVC)
+    target_compile_options(intake_options INTERFACE /W4 /WX /permissive- /utf-8 /EHsc)
+else()
+    target_compile_options(intake_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+        # GCC 12 sees overlaps in appends of the standard library that are none.
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+endif()
 target_link_libraries(intake_options INTERFACE Threads::Threads)
+if(WIN32)
+    # Windows 7 and later; only what is asked for, and none of the macros that hide std::min.
+    target_compile_definitions(intake_options INTERFACE
+        _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
+endif()
+if(MINGW)
+    target_compile_options(intake_options INTERFACE -Wa,-mbig-obj)
+endif()
 
 if(INTAKE_SANITIZE)
     add_compile_options(-fsanitize=${INTAKE_SANITIZE} -fno-sanitize-recover=all
@@ -28,7 +40,8 @@ function(intake_add_library name)
     target_link_libraries(${name} PUBLIC intake_options ${ARG_LINKS})
 endfunction()
 
-# A test program of ours, each of its cases a test of CTest. For every label there is a target
+# A test program of ours, each of its cases a test of CTest (the program as a whole where it is
+# cross-compiled). For every label there is a target
 # tests_<label> that builds the programs which bear it:
 # intake_add_test(name SOURCES ... LINKS ... [LABELS ...])
 function(intake_add_test name)
@@ -37,11 +50,18 @@ function(intake_add_test name)
     target_link_libraries(${name} PRIVATE intake_options ${ARG_LINKS} GTest::gmock_main)
     # Building the tests costs far more than running them.
     target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
-    gtest_discover_tests(${name}
-        WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
-        DISCOVERY_TIMEOUT 120
-        PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/Od,-O0>>)
+    if(CMAKE_CROSSCOMPILING)
+        # Starting Wine costs more than most of the cases.
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1
+            WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+    else()
+        gtest_discover_tests(${name}
+            WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+            DISCOVERY_TIMEOUT 120
+            PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+    endif()
     foreach(label IN LISTS ARG_LABELS)
         if(NOT TARGET tests_${label})
             add_custom_target(tests_${label})

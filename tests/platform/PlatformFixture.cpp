@@ -16,11 +16,7 @@ public:
         return directory_.write("file", content);
     }
     std::string directory() override { return directory_.path().string(); }
-    std::string pipe() override {
-        const std::string path = (directory_.path() / "pipe").string();
-        makePipe(path);
-        return path;
-    }
+    std::string pipe() override { return makePipe(directory()); }
     std::string missing() override { return (directory_.path() / "missing").string(); }
 
 private:

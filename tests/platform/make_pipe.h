@@ -4,7 +4,8 @@
 
 namespace intake {
 
-/// Makes a named pipe that nobody writes to.
-void makePipe(const std::string& path);
+/// Makes a named pipe that nobody writes to, in `directory` where pipes stand in directories.
+/// Returns its path.
+std::string makePipe(const std::string& directory);
 
 }  // namespace intake

@@ -1,5 +1,6 @@
 # Fails unless a shared library exports the plugin's entry points and nothing else.
 #   cmake -DNM=nm -DLIBRARY=Intake.so -P check_exports.cmake
+#   cmake -DOBJDUMP=objdump -DLIBRARY=Intake.dll -P check_exports.cmake
 
 set(ENTRY_POINTS
     PLUGIN_AFTER_LOAD
@@ -14,12 +15,22 @@ set(ENTRY_POINTS
     PLUGIN_LOAD
     PLUGIN_NEW_GEOM)
 
-execute_process(
-    COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
-    OUTPUT_VARIABLE symbols
-    COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX REPLACE "([^ \n]+) [^\n]*\n" "\\1;" exported "${symbols}")
-list(REMOVE_ITEM exported "")
+if(LIBRARY MATCHES "\\.dll$")
+    execute_process(
+        COMMAND ${OBJDUMP} --private-headers ${LIBRARY}
+        OUTPUT_VARIABLE headers
+        COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE ".*Name Pointer\\] Table\n" "" names "${headers}")
+    string(REGEX MATCHALL "\n?\t\\[[^\n]+" lines "${names}")
+    list(TRANSFORM lines REPLACE "\n?\t\\[ *[0-9]+\\] " "" OUTPUT_VARIABLE exported)
+else()
+    execute_process(
+        COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
+        OUTPUT_VARIABLE symbols
+        COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE "([^ \n]+) [^\n]*\n" "\\1;" exported "${symbols}")
+    list(REMOVE_ITEM exported "")
+endif()
 list(SORT exported)
 
 if(NOT exported STREQUAL ENTRY_POINTS)

@@ -29,8 +29,7 @@ TEST(LinuxFiles, ADirectoryIsNamedAsOne) {
 
 TEST(LinuxFiles, APipeIsNotSupported) {
     const TempDirectory directory;
-    const std::string pipe = directory.path() / "pipe";
-    makePipe(pipe);
+    const std::string pipe = makePipe(directory.path());
     EXPECT_EQ(openError(pipe), "Operation not supported");
 }
 

@@ -7,10 +7,12 @@
 
 namespace intake {
 
-void makePipe(const std::string& path) {
+std::string makePipe(const std::string& directory) {
+    const std::string path = directory + "/pipe";
     if (mkfifo(path.c_str(), 0600) != 0) {
         throw std::system_error(errno, std::generic_category(), path);
     }
+    return path;
 }
 
 }  // namespace intake

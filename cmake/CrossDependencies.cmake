@@ -1,0 +1,20 @@
+# What a cross-build uses of the building machine: header-only libraries and GoogleTest's sources.
+# Debian's headers come through a folder of their own, since the machine's other headers are not
+# those of the system that is built for.
+
+set(CROSS_HEADERS ${PROJECT_BINARY_DIR}/headers)
+file(MAKE_DIRECTORY ${CROSS_HEADERS})
+foreach(library rapidjson CLI nlohmann)
+    file(CREATE_LINK /usr/include/${library} ${CROSS_HEADERS}/${library} SYMBOLIC)
+endforeach()
+
+set(RAPIDJSON_INCLUDE_DIR ${CROSS_HEADERS} CACHE PATH "Where rapidjson/reader.h is")
+foreach(library CLI11::CLI11 nlohmann_json::nlohmann_json)
+    add_library(${library} INTERFACE IMPORTED GLOBAL)
+    target_include_directories(${library} SYSTEM INTERFACE ${CROSS_HEADERS})
+endforeach()
+
+if(INTAKE_TESTS)
+    set(INSTALL_GTEST OFF)
+    add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+endif()

@@ -1,0 +1,44 @@
+#include "platform/windows/MsxmlServices.h"
+
+#include "platform/windows/MsxmlDocument.h"
+#include "platform/windows/MsxmlRequest.h"
+#include "platform/windows/com_error.h"
+
+namespace intake {
+
+namespace {
+
+/// A document for a local file may be served from anywhere, also from another process.
+ComPointer<IXMLDOMDocument2> createForFile() {
+    ComPointer<IUnknown> object;
+    ComPointer<IXMLDOMDocument2> document;
+    checkCom(CoCreateInstance(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_ALL, IID_IUnknown,
+                              object.outAny()));
+    checkCom(OleRun(object.get()));
+    checkCom(object->QueryInterface(IID_DOM_DOCUMENT_2, document.outAny()));
+    return document;
+}
+
+ComPointer<IXMLDOMDocument2> createForResponse() {
+    ComPointer<IXMLDOMDocument2> document;
+    checkCom(CoCreateInstance(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_DOM_DOCUMENT_2, document.outAny()));
+    return document;
+}
+
+}  // namespace
+
+std::unique_ptr<XmlDocument> MsxmlServices::createDocument(TextEncoding encoding, XmlSource source,
+                                                           const EndMark&) {
+    return std::make_unique<MsxmlDocument>(
+        source == XmlSource::LOCAL_FILE ? createForFile() : createForResponse(), encoding);
+}
+
+std::unique_ptr<XmlRequest> MsxmlServices::createRequest(const EndMark&) {
+    ComPointer<IXMLHTTPRequest> request;
+    checkCom(CoCreateInstance(CLSID_XML_HTTP_60, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_XML_HTTP_REQUEST, request.outAny()));
+    return std::make_unique<MsxmlRequest>(std::move(request));
+}
+
+}  // namespace intake

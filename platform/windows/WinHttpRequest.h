@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/HttpClient.h"
+#include "platform/windows/WinHttpError.h"
+#include "platform/windows/WinHttpHandle.h"
+
+namespace intake {
+
+/// One GET request by WinHTTP, with the connection that it goes over.
+class WinHttpRequest final : public HttpRequest {
+public:
+    WinHttpRequest(WinHttpHandle connection, WinHttpHandle request)
+        : connection_(std::move(connection)), request_(std::move(request)) {}
+
+    bool addHeaders(const std::string& lines) override;
+    bool setProxy(const std::string& address, const std::string& bypass) override;
+    bool setProxyUser(const std::string& user) override;
+    bool setProxyPassword(const std::string& password) override;
+    bool setCredentials(HttpTarget target, HttpScheme scheme, const std::string& user,
+                        const std::string& password) override;
+    bool send() override;
+    bool status(int& code) override;
+    bool offeredSchemes(uint32_t& schemes, HttpTarget& target) override;
+    bool available(size_t& bytes) override;
+    bool read(char* buffer, size_t capacity, size_t& bytesRead) override;
+    uint32_t lastError() const override { return error_.number(); }
+    std::string lastErrorText() const override { return error_.text(); }
+
+private:
+    bool setText(DWORD option, const std::string& text);
+
+    // Destroyed from below: a request goes before its connection.
+    WinHttpHandle connection_;
+    WinHttpHandle request_;
+    WinHttpError error_;
+};
+
+}  // namespace intake

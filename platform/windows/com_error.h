@@ -1,0 +1,18 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+namespace intake {
+
+/// Throws the PlatformError of a COM call that returned a failure, with what the object that failed
+/// told the calling thread about it. Returns what it was given otherwise.
+HRESULT checkCom(HRESULT result);
+
+/// The system's text for a failure, without its line end; where it has none, a text with its
+/// number.
+std::string comMeaning(uint32_t code);
+
+}  // namespace intake

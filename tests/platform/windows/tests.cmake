@@ -1,0 +1,1 @@
+# What holds on Windows only.

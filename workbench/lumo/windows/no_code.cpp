@@ -1,0 +1,1 @@
+// A module that only forwards has no code of its own.
