@@ -42,8 +42,8 @@ TEST(OdbcWithoutAProvider, HasTheKeysOfAdoToo) {
 }
 
 TEST(OdbcWithoutAProvider, TurnsQuotesIntoBracesWhereThereIsNeed) {
-    EXPECT_EQ(odbc("DSN=\"league\";PWD='a;b}c';X=\"{y}\";Z=' z'"),
-              "DSN=league;PWD={a;b}}c};X={{y}}};Z={ z};");
+    EXPECT_EQ(odbc("DSN=\"league\";PWD='a;b}c';X=\"{y}\";Y='y ';Z=' z'"),
+              "DSN=league;PWD={a;b}}c};X={{y}}};Y={y };Z={ z};");
 }
 
 TEST(OdbcForSqlServer, NamesFreeTds) {
