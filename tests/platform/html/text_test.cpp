@@ -1,0 +1,98 @@
+// The inner text of cells.
+
+#include "tests/platform/html/HtmlTest.h"
+
+namespace intake {
+namespace {
+
+using HtmlText = HtmlTest;
+
+TEST_F(HtmlText, HasItsWhiteSpaceCollapsedAndItsEndsTrimmed) {
+    EXPECT_EQ(cellOf("  two \t\r\n  words  "), "two words");
+    EXPECT_EQ(cellOf(" <b> a </b> <i> b </i> "), "a b");
+    EXPECT_EQ(cellOf("a<b>b</b>c"), "abc");
+    EXPECT_EQ(cellOf(""), "");
+    EXPECT_EQ(cellOf(" \n "), "");
+}
+
+TEST_F(HtmlText, KeepsNoBreakSpacesButForThoseAtItsEnds) {
+    EXPECT_EQ(cellOf("&nbsp;"), "");
+    EXPECT_EQ(cellOf("a&nbsp;&nbsp;b"),
+              "a\xC2\xA0\xC2\xA0"
+              "b");
+    EXPECT_EQ(cellOf("&nbsp;a &nbsp;"), "a");
+}
+
+TEST_F(HtmlText, BreaksItsLinesAtBrAndBlocks) {
+    EXPECT_EQ(cellOf("a<br>b"), "a\r\nb");
+    EXPECT_EQ(cellOf("a <br> b<br/>c</br>d"), "a\r\nb\r\nc\r\nd");
+    EXPECT_EQ(cellOf("a<div>b</div>c"), "a\r\nb\r\nc");
+    EXPECT_EQ(cellOf("<div><div>a</div></div><div>b</div>"), "a\r\nb");
+    EXPECT_EQ(cellOf("<p>a</p><p>b</p>"), "a\r\n\r\nb");
+    EXPECT_EQ(cellOf("<h3>a</h3>b<ul><li>c<li>d</ul>"), "a\r\nb\r\nc\r\nd");
+    EXPECT_EQ(cellOf("a<span>b</span><a>c</a>"), "abc");
+    EXPECT_EQ(cellOf("a<br><br>b"), "a\r\n\r\nb");
+}
+
+TEST_F(HtmlText, OfATableInsideSeparatesCellsByTabsAndRowsByLineEnds) {
+    EXPECT_EQ(cellOf("<table><tr><td>1</td> <td>2</td></tr><tr><td>3</td></tr></table>"),
+              "1\t2\r\n3");
+    EXPECT_EQ(cellOf("a<table><caption>c</caption><tr><td>1</table>b"), "a\r\nc\r\n1\r\nb");
+}
+
+TEST_F(HtmlText, LeavesOutWhatIsNotRendered) {
+    EXPECT_EQ(cellOf("a<script>document.write('x')</script><style>b{}</style>b<!-- c -->"), "ab");
+    EXPECT_EQ(cellOf("a<template>x</template><iframe>y</iframe><noembed>z</noembed>"), "a");
+    EXPECT_EQ(
+        cellOf("a<span hidden>x</span><b style='color: red; DISPLAY : none !important'>y</b>"),
+        "a");
+    EXPECT_EQ(cellOf("a<span style='display:inline'>b</span><i style='color:none'>c</i>"), "abc");
+    EXPECT_EQ(cellOf("<span hidden><div>x</div><b>y</b></span>a"), "a");
+}
+
+TEST_F(HtmlText, OfNoscriptCountsForNoScriptRuns) {
+    EXPECT_EQ(cellOf("<noscript>12</noscript>"), "12");
+}
+
+TEST_F(HtmlText, KeepsTheWhiteSpaceOfPre) {
+    EXPECT_EQ(cellOf("<pre>\na  b\n\tc</pre>d"), "a  b\r\n\tc\r\nd");
+}
+
+TEST_F(HtmlText, HasItsReferencesReplaced) {
+    EXPECT_EQ(cellOf("&lt;b&gt; &amp; &quot;x&quot; &eacute;&#233;&#xE9;"),
+              "<b> & \"x\" \xC3\xA9\xC3\xA9\xC3\xA9");
+    EXPECT_EQ(cellOf("&euro;&#8364;&#x80;&#128;"),
+              "\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC\xE2\x82\xAC");
+    EXPECT_EQ(cellOf("&ampx &copy2 AT&T &nosuch; &#0; &#x110000; &#; &"),
+              "&x \xC2\xA9"
+              "2 AT&T &nosuch; \xEF\xBF\xBD \xEF\xBF\xBD &#; &");
+    EXPECT_EQ(cellOf("&notin;&notit;"), "\xE2\x88\x89\xC2\xACit;");
+}
+
+TEST_F(HtmlText, OfATextareaAndOfOptionsIsThere) {
+    EXPECT_EQ(cellOf("<textarea>a <b></textarea>"), "a <b>");
+    EXPECT_EQ(cellOf("<select><option>a<option>b</select>"), "a\r\nb");
+}
+
+TEST_F(HtmlText, IsComparedAsAWhole) {
+    load("<!DOCTYPE html><body><p id=p> Closing \n<b>prices</b> <p id=q>a<br>b<p id=e></p>");
+    const Element p = document_->elementById("p");
+    EXPECT_TRUE(document_->innerTextEquals(p, "Closing prices"));
+    for (const char* other : {"", "Closing", "Closing prices ", "Closing prices 2024",
+                              "closing prices", " Closing prices", "Closing  prices"}) {
+        EXPECT_FALSE(document_->innerTextEquals(p, other)) << other;
+    }
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("q"), "a\r\nb"));
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("e"), ""));
+}
+
+TEST_F(HtmlText, OfWhatIsNotRenderedCountsWhereItIsAskedFor) {
+    load("<title> Prices </title><p id=p hidden>x</p>");
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("p"), "x"));
+    const Element found = document_->findElement(
+        [&](Element each) { return document_->innerTextEquals(each, "Prices"); });
+    EXPECT_NE(found, nullptr);
+}
+
+}  // namespace
+}  // namespace intake
