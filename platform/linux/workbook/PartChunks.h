@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/workbook/ZipPart.h"
+#include "platform/linux/workbook/ByteSource.h"
 
 namespace intake {
 
@@ -12,7 +12,7 @@ namespace intake {
 class PartChunks {
 public:
     /// `endTag` is the tag behind which the part may be cut, and outlives this object.
-    PartChunks(ZipPart& part, std::string_view endTag) : part_(part), endTag_(endTag) {}
+    PartChunks(ByteSource& part, std::string_view endTag) : part_(part), endTag_(endTag) {}
 
     /// The next chunk, lent until the next call, with a zero behind it; the last one ends with the
     /// part. False at the end, or when a single element is too large.
@@ -25,7 +25,7 @@ private:
     bool fill();
     size_t lastCut() const;
 
-    ZipPart& part_;
+    ByteSource& part_;
     const std::string_view endTag_;
     std::vector<char> buffer_;
     size_t taken_ = 0;   // where the chunk given out last ended

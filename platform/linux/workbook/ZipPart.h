@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/linux/workbook/ByteSource.h"
 #include "platform/linux/workbook/ZipArchive.h"
 
 namespace intake {
@@ -12,16 +13,15 @@ namespace intake {
 /// Unpacks one entry of an archive from its start to its end. Belongs to one thread; the archive
 /// and the entry outlive it. Damage, and an entry that would unpack to far too much, throw
 /// WorkbookFault.
-class ZipPart {
+class ZipPart final : public ByteSource {
 public:
     ZipPart(const ZipArchive& archive, const ZipEntry& entry);
-    ~ZipPart();
+    ~ZipPart() override;
     ZipPart(const ZipPart&) = delete;
     ZipPart& operator=(const ZipPart&) = delete;
 
-    /// The next bytes: as many as fit, fewer at the end, none behind it. The end is reached only
-    /// when size and checksum are right.
-    size_t read(char* out, size_t capacity);
+    /// The end is reached only when size and checksum are right.
+    size_t read(char* out, size_t capacity) override;
 
 private:
     size_t copyStored(char* out, size_t capacity);

@@ -2,6 +2,7 @@
 
 #include "platform/linux/workbook/PartChunks.h"
 #include "platform/linux/workbook/XmlScanner.h"
+#include "platform/linux/workbook/ZipPart.h"
 #include "platform/linux/workbook/sax_parse.h"
 #include "platform/linux/workbook/workbook_errors.h"
 
@@ -9,7 +10,7 @@ namespace intake {
 
 /// Reads a large part by the scanner; false when it met something that it does not know.
 template <class Events>
-bool scanPart(ZipPart& part, std::string_view endTag, Events& events, const EndMark& endMark) {
+bool scanPart(ByteSource& part, std::string_view endTag, Events& events, const EndMark& endMark) {
     using Outcome = typename XmlScanner<Events>::Outcome;
     events.startDocument();
     PartChunks chunks(part, endTag);
@@ -24,7 +25,7 @@ bool scanPart(ZipPart& part, std::string_view endTag, Events& events, const EndM
 }
 
 /// Unpacks what is left of a part, which tells whether it is whole.
-inline void checkRest(ZipPart& part, const EndMark& endMark) {
+inline void checkRest(ByteSource& part, const EndMark& endMark) {
     std::array<char, 65536> rest;
     while (part.read(rest.data(), rest.size()) > 0) {
         throwIfEnded(endMark);

@@ -27,7 +27,7 @@ struct ContextDeleter {
 class SaxParser {
 public:
     SaxParser(XmlEvents& events, const EndMark& endMark);
-    void parse(ZipPart& part);
+    void parse(ByteSource& part);
 
 private:
     static SaxParser& of(void* context) {
@@ -91,7 +91,7 @@ SaxParser::SaxParser(XmlEvents& events, const EndMark& endMark)
     context_->_private = this;
 }
 
-void SaxParser::parse(ZipPart& part) {
+void SaxParser::parse(ByteSource& part) {
     events_.startDocument();
     std::vector<char> buffer(64 << 10);
     size_t length = buffer.size();
@@ -174,7 +174,7 @@ void SaxParser::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlCh
 
 }  // namespace
 
-void parsePart(ZipPart& part, XmlEvents& events, const EndMark& endMark) {
+void parsePart(ByteSource& part, XmlEvents& events, const EndMark& endMark) {
     SaxParser(events, endMark).parse(part);
 }
 

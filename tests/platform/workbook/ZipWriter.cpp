@@ -9,8 +9,8 @@ namespace intake {
 namespace {
 
 void append(std::string& out, uint64_t number, int bytes) {
-    for (int i = 0; i < bytes; ++i) {
-        out += static_cast<char>(number >> (8 * i) & 0xFF);
+    for (; bytes > 0; --bytes, number >>= 8) {
+        out += static_cast<char>(number & 0xFF);
     }
 }
 

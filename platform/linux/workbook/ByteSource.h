@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+namespace intake {
+
+/// Bytes that are read once, from the first to the last. Belongs to one thread.
+class ByteSource {
+public:
+    virtual ~ByteSource() = default;
+
+    /// The next bytes: as many as fit, fewer at the end, none behind it. Throws WorkbookFault.
+    virtual size_t read(char* out, size_t capacity) = 0;
+};
+
+}  // namespace intake
