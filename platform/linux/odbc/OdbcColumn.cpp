@@ -12,7 +12,6 @@ namespace intake {
 
 namespace {
 
-constexpr size_t FIRST_ROOM = 128;
 constexpr SQLLEN MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
 
 SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
@@ -41,29 +40,30 @@ Value valueIn(const std::vector<char>& bytes) {
 
 }  // namespace
 
-OdbcColumn::OdbcColumn(const OdbcHandle& statement, SQLUSMALLINT number, const OdbcDriver& driver)
-    : statement_(statement), number_(number), narrow_(driver.narrow) {
+OdbcColumn::OdbcColumn(const OdbcStatement& statement, SQLUSMALLINT number)
+    : statement_(statement), number_(number) {
     describe();
-    cType_ = cTypeOf(type_.fetch, driver);
-    cell_.bytes.resize(FIRST_ROOM);
 }
 
 void OdbcColumn::describe() {
-    check(describeColumn(statement_.get(), number_, narrow_, description_));
+    check(describeColumn(statement_.handle().get(), number_, statement_.driver().narrow,
+                         description_));
     SQLLEN isUnsigned = SQL_FALSE;
-    SQLColAttribute(statement_.get(), number_, SQL_DESC_UNSIGNED, nullptr, 0, nullptr, &isUnsigned);
+    SQLColAttribute(statement_.handle().get(), number_, SQL_DESC_UNSIGNED, nullptr, 0, nullptr,
+                    &isUnsigned);
     type_ = typeOfSql(description_.type, isUnsigned == SQL_TRUE);
+    cType_ = cTypeOf(type_.fetch, statement_.driver());
 }
 
 void OdbcColumn::check(SQLRETURN result) const {
     if (!SQL_SUCCEEDED(result)) {
-        throwOdbcError(odbcErrors(statement_, narrow_));
+        throwOdbcFailure(statement_.handle(), statement_.driver().narrow);
     }
 }
 
 void OdbcColumn::bind() {
     if (type_.fetch != OdbcFetch::NOTHING) {
-        check(SQLBindCol(statement_.get(), number_, cType_, cell_.bytes.data(),
+        check(SQLBindCol(statement_.handle().get(), number_, cType_, cell_.bytes.data(),
                          static_cast<SQLLEN>(cell_.bytes.size()), &cell_.length));
     }
 }
@@ -81,7 +81,7 @@ void OdbcColumn::read() {
 /// Puts the value, or its next part, behind the bytes that are filled.
 SQLRETURN OdbcColumn::getData(Cell& cell, size_t filled) const {
     const NeutralLocale locale;
-    return SQLGetData(statement_.get(), number_, cType_, cell.bytes.data() + filled,
+    return SQLGetData(statement_.handle().get(), number_, cType_, cell.bytes.data() + filled,
                       static_cast<SQLLEN>(cell.bytes.size() - filled), &cell.length);
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Database.h"
-#include "platform/linux/odbc/OdbcDriver.h"
+#include "platform/linux/odbc/OdbcStatement.h"
 #include "platform/linux/odbc/odbc_calls.h"
 #include "platform/linux/odbc/odbc_types.h"
 
@@ -17,11 +17,11 @@ namespace intake {
 class OdbcColumn {
 public:
     /// Columns count from 1.
-    OdbcColumn(const OdbcHandle& statement, SQLUSMALLINT number, const OdbcDriver& driver);
+    OdbcColumn(const OdbcStatement& statement, SQLUSMALLINT number);
 
     const std::string& name() const { return description_.name; }
 
-    /// Lets every fetch from now on put the value here.
+    /// Lets every fetch from now on put the value here, if it is of use.
     void bind();
 
     /// Reads the value of a column that is not bound; those of the columns before it come first.
@@ -32,9 +32,11 @@ public:
     void value(uint64_t record, FieldValue& value);
 
 private:
+    static constexpr size_t FIRST_ROOM = 128;
+
     /// A value as the driver gives it.
     struct Cell {
-        std::vector<char> bytes;
+        std::vector<char> bytes = std::vector<char>(FIRST_ROOM);
         SQLLEN length = SQL_NULL_DATA;
     };
 
@@ -52,11 +54,10 @@ private:
     std::string_view utf8Of(const Cell& cell);
     void numberIn(const Cell& cell, FieldValue& value) const;
 
-    const OdbcHandle& statement_;
+    const OdbcStatement& statement_;
     SQLUSMALLINT number_;
-    bool narrow_;
     OdbcColumnDescription description_;
-    OdbcType type_{};
+    OdbcType type_{VT_BSTR, OdbcFetch::TEXT};
     SQLSMALLINT cType_ = SQL_C_CHAR;
 
     Cell cell_;   // bound or read

@@ -1,9 +1,9 @@
 #include "platform/linux/odbc/OdbcConnection.h"
 
+#include <array>
 #include <cstring>
 
 #include "platform/linux/odbc/OdbcRecordset.h"
-#include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/abandonable_call.h"
 #include "platform/linux/odbc/driver_library.h"
 #include "platform/linux/odbc/odbc_errors.h"
@@ -14,68 +14,82 @@ namespace {
 
 constexpr std::chrono::seconds CONNECT_TIME(15);
 
-/// SQLite's driver takes what stands before a dot for the name of a table, also in an alias, unless
-/// it is told otherwise.
-std::string withExactColumnNames(const std::string& connectionString) {
-    const char* const text = connectionString.c_str();
-    const bool isForSqlite = strcasestr(text, "sqlite") != nullptr;
-    const bool isSetByUser = strcasestr(text, "longnames") != nullptr;
-    return isForSqlite && !isSetByUser ? connectionString + ";LongNames=1;ShortNames=1"
-                                       : connectionString;
+struct Setting {
+    const char* key;
+    const char* text;
+};
+
+/// Otherwise SQLite's driver takes what stands before a dot for the name of a table, even in an
+/// alias, and waits 100 seconds for a locked database. It keeps all records in memory; StepAPI=1
+/// would not, but then it does not know the types of expressions.
+constexpr std::array<Setting, 3> SQLITE_SETTINGS{{
+    {"LongNames", ";LongNames=1"},
+    {"ShortNames", ";ShortNames=1"},
+    {"Timeout", ";Timeout=15000"},
+}};
+
+/// With the settings that we want where the user does not want others.
+std::string withSettings(const std::string& connectionString) {
+    std::string text = connectionString;
+    if (strcasestr(connectionString.c_str(), "sqlite") == nullptr) {
+        return text;
+    }
+    for (const Setting& setting : SQLITE_SETTINGS) {
+        if (strcasestr(connectionString.c_str(), setting.key) == nullptr) {
+            text += setting.text;
+        }
+    }
+    return text;
 }
 
 }  // namespace
 
 void OdbcConnection::open(const std::string& connectionString) {
-    errors_.clear();
-    if (const auto reason = loadDriver(connectionString)) {
-        throwOdbcError(*reason);
-    }
-    if (!connect(withExactColumnNames(connectionString))) {
-        fail(session_->connection());
-    }
-    driver_ = describeDriver(session_->connection().get());
+    keepErrors([&] {
+        if (const auto reason = loadDriver(connectionString)) {
+            throwOdbcError(*reason);
+        }
+        connect(withSettings(connectionString));
+        driver_ = describeDriver(session_->connection().get());
+    });
 }
 
 /// Not every driver can be told how long it may take, and none gives up when it is asked to.
-bool OdbcConnection::connect(const std::string& connectionString) {
+void OdbcConnection::connect(const std::string& connectionString) {
     const auto connected = std::make_shared<bool>(false);
     const auto call = [session = session_, connected, connectionString] {
         *connected = session->connect(connectionString);
     };
-    switch (makeAbandonableCall(call, endMark_, CONNECT_TIME)) {
-        case CallOutcome::DONE:
-            return *connected;
-        case CallOutcome::ENDED:
-            session_ = std::make_shared<OdbcSession>();
-            throwQueryGivenUp();
-        case CallOutcome::LATE:
-            session_ = std::make_shared<OdbcSession>();
-            throwOdbcError("The database server does not answer.");
+    const CallOutcome outcome = makeAbandonableCall(call, endMark_, CONNECT_TIME);
+    if (outcome != CallOutcome::DONE) {
+        session_ = std::make_shared<OdbcSession>();
     }
-    return false;
+    if (outcome == CallOutcome::ENDED) {
+        throwQueryGivenUp();
+    }
+    if (outcome == CallOutcome::LATE) {
+        throwOdbcError("The database server does not answer.");
+    }
+    if (!*connected) {
+        throwOdbcFailure(session_->connection(), false);
+    }
 }
 
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {
-    errors_.clear();
-    OdbcHandle statement(SQL_HANDLE_STMT, session_->connection().get());
-    SQLRETURN result = SQL_ERROR;
-    {
-        const QueryCanceller canceller(statement.get(), endMark_);
-        result = executeQuery(statement.get(), query, driver_.narrow);
-    }
-    if (endMark_.isSet()) {
-        throwQueryGivenUp();
-    }
-    if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) {
-        fail(statement);
-    }
-    return std::make_unique<OdbcRecordset>(std::move(statement), driver_, endMark_);
+    std::unique_ptr<Recordset> records;
+    keepErrors(
+        [&] { records = std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_); });
+    return records;
 }
 
-void OdbcConnection::fail(const OdbcHandle& handle) {
-    errors_ = odbcErrors(handle, driver_.narrow);
-    throwOdbcError(errors_);
+void OdbcConnection::keepErrors(const std::function<void()>& step) {
+    errors_.clear();
+    try {
+        step();
+    } catch (const OdbcFailure& failure) {
+        errors_ = failure.errors();
+        throw;
+    }
 }
 
 }  // namespace intake

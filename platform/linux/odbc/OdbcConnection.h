@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "platform/Database.h"
@@ -21,8 +22,8 @@ public:
     std::vector<Error> errors() override { return errors_; }
 
 private:
-    bool connect(const std::string& connectionString);
-    [[noreturn]] void fail(const OdbcHandle& handle);
+    void connect(const std::string& connectionString);
+    void keepErrors(const std::function<void()>& step);
 
     const EndMark& endMark_;
     std::shared_ptr<OdbcSession> session_ = std::make_shared<OdbcSession>();

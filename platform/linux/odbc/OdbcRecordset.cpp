@@ -4,28 +4,29 @@
 
 #include <algorithm>
 
-#include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
 
-OdbcRecordset::OdbcRecordset(OdbcHandle statement, const OdbcDriver& driver, const EndMark& endMark)
-    : endMark_(endMark), statement_(std::move(statement)), driver_(driver) {
+OdbcRecordset::OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver,
+                             const std::string& query, const EndMark& endMark)
+    : statement_(session, driver, endMark) {
+    statement_.execute(query);
     describeColumns();
     moveNext();
 }
 
 void OdbcRecordset::describeColumns() {
     SQLSMALLINT count = 0;
-    SQLNumResultCols(statement_.get(), &count);
+    SQLNumResultCols(statement_.handle().get(), &count);
     if (count <= 0) {
         throwNoRecords();
     }
     columns_.reserve(static_cast<size_t>(count));
     for (SQLUSMALLINT number = 1; number <= count; ++number) {
-        columns_.emplace_back(statement_, number, driver_);
+        columns_.emplace_back(statement_, number);
     }
-    if (driver_.bindsColumns) {
+    if (statement_.driver().bindsColumns) {
         for (OdbcColumn& column : columns_) {
             column.bind();
         }
@@ -42,29 +43,17 @@ std::optional<size_t> OdbcRecordset::findField(const std::string& name) {
     return static_cast<size_t>(column - columns_.begin());
 }
 
-SQLRETURN OdbcRecordset::fetch() {
-    const NeutralLocale locale;
-    return SQLFetch(statement_.get());
-}
-
 void OdbcRecordset::moveNext() {
-    if (endMark_.isSet()) {
-        throwQueryGivenUp();
-    }
     ++record_;
     read_ = 0;
-    const SQLRETURN result = fetch();
-    atEnd_ = result == SQL_NO_DATA;
-    if (!atEnd_ && !SQL_SUCCEEDED(result)) {
-        throwOdbcError(odbcErrors(statement_, driver_.narrow));
-    }
+    atEnd_ = !statement_.fetch();
 }
 
 bool OdbcRecordset::value(size_t field, FieldValue& value) {
     if (field >= columns_.size()) {
         return false;
     }
-    if (!driver_.bindsColumns) {
+    if (!statement_.driver().bindsColumns) {
         readUpTo(field);
     }
     columns_[field].value(record_, value);

@@ -1,18 +1,21 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "platform/Database.h"
-#include "platform/EndMark.h"
 #include "platform/linux/odbc/OdbcColumn.h"
+#include "platform/linux/odbc/OdbcStatement.h"
 
 namespace intake {
 
-/// The records of a statement that was executed, fetched one at a time from the driver.
+/// The records of a query, fetched one at a time from the driver.
 class OdbcRecordset final : public Recordset {
 public:
-    /// Throws PlatformError when the statement returns no records.
-    OdbcRecordset(OdbcHandle statement, const OdbcDriver& driver, const EndMark& endMark);
+    /// Runs the query. Throws PlatformError, also when it returns no records. The session outlives
+    /// the recordset.
+    OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver, const std::string& query,
+                  const EndMark& endMark);
 
     size_t fieldCount() override { return columns_.size(); }
     std::string_view fieldName(size_t field) override { return columns_[field].name(); }
@@ -24,12 +27,9 @@ public:
 
 private:
     void describeColumns();
-    SQLRETURN fetch();
     void readUpTo(size_t field);
 
-    const EndMark& endMark_;
-    OdbcHandle statement_;
-    OdbcDriver driver_;
+    OdbcStatement statement_;
     std::vector<OdbcColumn> columns_;
     uint64_t record_ = 0;  // counted from 1
     size_t read_ = 0;      // so many columns of it were read

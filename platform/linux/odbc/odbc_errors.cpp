@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/PlatformError.h"
 #include "platform/linux/odbc/odbc_calls.h"
 
 namespace intake {
@@ -42,45 +41,37 @@ const Failure& failureOfState(std::string_view state) {
     return row == STATES.end() ? UNSPECIFIED : row->failure;
 }
 
-const char* meaningOf(uint32_t code) {
-    const auto row = std::find_if(STATES.begin(), STATES.end(),
-                                  [&](const StateRow& each) { return each.failure.code == code; });
-    return row == STATES.end() ? UNSPECIFIED.meaning : row->failure.meaning;
-}
-
-[[noreturn]] void raise(const Failure& failure, const std::string& description) {
-    throw PlatformError(failure.code, failure.meaning, "ODBC", description);
+PlatformError errorOf(const Failure& failure, const std::string& description) {
+    return {failure.code, failure.meaning, "ODBC", description};
 }
 
 }  // namespace
 
-std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow) {
+void throwOdbcFailure(const OdbcHandle& handle, bool narrow) {
     std::vector<Connection::Error> errors;
+    Failure failure = UNSPECIFIED;
     OdbcDiagnostic diagnostic;
     for (SQLSMALLINT record = 1; readDiagnostic(handle, record, narrow, diagnostic); ++record) {
-        errors.push_back({failureOfState(diagnostic.state).code, diagnostic.message});
+        const Failure& each = failureOfState(diagnostic.state);
+        failure = errors.empty() ? each : failure;
+        errors.push_back({each.code, diagnostic.message});
     }
-    return errors;
-}
-
-void throwOdbcError(const std::vector<Connection::Error>& errors) {
     if (errors.empty()) {
         throwOdbcError("The ODBC driver failed and does not say why.");
     }
-    const Connection::Error& first = errors.front();
-    raise({first.number, meaningOf(first.number)}, first.description);
-}
-
-void throwNoRecords() {
-    raise(OBJECT_CLOSED, "The statement does not return records.");
+    throw OdbcFailure(errorOf(failure, errors.front().description), errors);
 }
 
 void throwOdbcError(const std::string& description) {
-    raise(UNSPECIFIED, description);
+    throw errorOf(UNSPECIFIED, description);
+}
+
+void throwNoRecords() {
+    throw errorOf(OBJECT_CLOSED, "The statement does not return records.");
 }
 
 void throwQueryGivenUp() {
-    raise(ABORTED, "The query was given up.");
+    throw errorOf(ABORTED, "The query was given up.");
 }
 
 }  // namespace intake

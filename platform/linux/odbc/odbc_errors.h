@@ -4,16 +4,29 @@
 #include <vector>
 
 #include "platform/Database.h"
+#include "platform/PlatformError.h"
 #include "platform/linux/odbc/OdbcHandle.h"
 
 namespace intake {
 
-/// What the last failed call on the handle left, in its order. `narrow`: the driver has no wide
-/// functions, its texts are in UTF-8.
-std::vector<Connection::Error> odbcErrors(const OdbcHandle& handle, bool narrow);
+/// A failed step of a database, with all that the driver reported about it.
+class OdbcFailure : public PlatformError {
+public:
+    OdbcFailure(const PlatformError& failure, std::vector<Connection::Error> errors)
+        : PlatformError(failure), errors_(std::move(errors)) {}
 
-/// Throws the PlatformError of a failed step; the first of its errors tells what went wrong.
-[[noreturn]] void throwOdbcError(const std::vector<Connection::Error>& errors);
+    const std::vector<Connection::Error>& errors() const { return errors_; }
+
+private:
+    std::vector<Connection::Error> errors_;
+};
+
+/// Throws the OdbcFailure of the last call on the handle; the first of its errors tells what went
+/// wrong. `narrow`: the driver has no wide functions, its texts are in UTF-8.
+[[noreturn]] void throwOdbcFailure(const OdbcHandle& handle, bool narrow);
+
+/// Throws the PlatformError of a step that failed without an error of the driver.
+[[noreturn]] void throwOdbcError(const std::string& description);
 
 /// Throws the PlatformError of a statement that returns no records.
 [[noreturn]] void throwNoRecords();

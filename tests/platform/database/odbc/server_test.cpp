@@ -197,9 +197,7 @@ TEST_P(Postgres, IsReadValueByValueByADriverThatIsNotKnown) {
     OdbcSession session;
     ASSERT_TRUE(session.connect(connectionString(sharedServer(kind_))));
     const auto read = [&](const std::string& query) {
-        OdbcHandle statement(SQL_HANDLE_STMT, session.connection().get());
-        EXPECT_TRUE(SQL_SUCCEEDED(executeQuery(statement.get(), query, false)));
-        OdbcRecordset records(std::move(statement), OdbcDriver{}, endMark_);
+        OdbcRecordset records(session, OdbcDriver{}, query, endMark_);
         return recordsOf(records);
     };
 
