@@ -32,13 +32,14 @@ bool isSpacePreserved(const void* context) {
     return space != nullptr && *space == 1;
 }
 
-/// A prefix without declaration and the like do not count as malformed with the library, but
-/// nothing can be done with such a document. What it says of the form of a URI is advice.
+/// A prefix without declaration and the like do not count as malformed with the library, nor does a
+/// text that there is no room for, but nothing can be done with such a document. What it says of
+/// the form of a URI is advice.
 bool isFatal(const xmlError& error) {
     if (error.domain == XML_FROM_NAMESPACE) {
         return error.code != XML_WAR_NS_URI && error.code != XML_WAR_NS_URI_RELATIVE;
     }
-    return error.level == XML_ERR_FATAL;
+    return error.level == XML_ERR_FATAL || error.code == XML_ERR_NO_MEMORY;
 }
 
 /// Marks the text that was added last. Where the document is not well-formed there may be no
