@@ -1,17 +1,23 @@
 #include "platform/windows/BasicString.h"
 
-#include <new>
+#include <utility>
 
+#include "platform/windows/com_error.h"
 #include "platform/windows/wide_text.h"
 
 namespace intake {
 
-BasicString::BasicString(std::string_view utf8) {
-    const std::wstring wide = toWide(utf8);
-    text_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+BasicString::BasicString(std::string_view utf8) : BasicString(toWide(utf8)) {}
+
+BasicString::BasicString(std::wstring_view text)
+    : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (text_ == nullptr) {
-        throw std::bad_alloc();
+        throwCom(E_OUTOFMEMORY);
     }
+}
+
+BSTR BasicString::release() {
+    return std::exchange(text_, nullptr);
 }
 
 BSTR* BasicString::out() {

@@ -11,8 +11,9 @@ class BasicString {
 public:
     BasicString() = default;
 
-    /// Throws std::bad_alloc.
+    /// Each throws PlatformError with E_OUTOFMEMORY.
     explicit BasicString(std::string_view utf8);
+    explicit BasicString(std::wstring_view text);
 
     ~BasicString() { SysFreeString(text_); }
     BasicString(const BasicString&) = delete;
@@ -25,6 +26,9 @@ public:
 
     /// Where a call puts a text; what was held is freed.
     BSTR* out();
+
+    /// Hands the text over to the caller.
+    BSTR release();
 
 private:
     size_t size() const { return SysStringLen(text_); }

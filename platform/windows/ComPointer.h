@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "platform/windows/com.h"
+#include "platform/windows/com_error.h"
+
 namespace intake {
 
 /// A reference to a COM object, released with its owner. Null where there is none.
@@ -23,8 +26,23 @@ public:
     ComPointer& operator=(const ComPointer&) = delete;
 
     Interface* get() const { return object_; }
-    Interface* operator->() const { return object_; }
     explicit operator bool() const { return object_ != nullptr; }
+
+    /// Throws PlatformError with E_POINTER where there is no object.
+    Interface* operator->() const {
+        if (object_ == nullptr) {
+            throwCom(E_POINTER);
+        }
+        return object_;
+    }
+
+    /// Another interface of the object. Throws PlatformError where it has none such.
+    template <class Other>
+    ComPointer<Other> as(REFIID identity) const {
+        ComPointer<Other> other;
+        checkCom((*this)->QueryInterface(identity, other.outAny()));
+        return other;
+    }
 
     /// Where a call puts a counted reference; what was held is released.
     Interface** out() {

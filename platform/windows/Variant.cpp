@@ -1,20 +1,27 @@
 #include "platform/windows/Variant.h"
 
-#include <new>
-
-#include "platform/windows/wide_text.h"
+#include "platform/windows/BasicString.h"
 
 namespace intake {
 
 void Variant::setText(std::string_view utf8) {
-    const std::wstring wide = toWide(utf8);
-    const BSTR text = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    if (text == nullptr) {
-        throw std::bad_alloc();
-    }
-    VARIANT& value = *out();
-    value.vt = VT_BSTR;
-    value.bstrVal = text;
+    BasicString text(utf8);
+    VARIANT& target = *out();
+    target.vt = VT_BSTR;
+    target.bstrVal = text.release();
+}
+
+void Variant::setInteger(long value) {
+    VARIANT& target = *out();
+    target.vt = VT_I4;
+    target.lVal = value;
+}
+
+void Variant::setObject(IDispatch* object) {
+    VARIANT& target = *out();
+    target.vt = VT_DISPATCH;
+    target.pdispVal = object;
+    object->AddRef();
 }
 
 void Variant::setBool(bool value) {

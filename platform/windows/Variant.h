@@ -14,8 +14,11 @@ public:
     Variant(const Variant&) = delete;
     Variant& operator=(const Variant&) = delete;
 
-    /// Each replaces what was held. Throws std::bad_alloc.
+    /// Each replaces what was held. Throws PlatformError with E_OUTOFMEMORY.
     void setText(std::string_view utf8);
+    void setInteger(long value);
+    /// Shares the object.
+    void setObject(IDispatch* object);
     void setBool(bool value);
     /// An argument that is left out.
     void setMissing();

@@ -37,6 +37,11 @@ std::string comMeaning(uint32_t code) {
     return numbered("Unknown error 0x%X", code);
 }
 
+void throwCom(HRESULT failure) {
+    const auto code = static_cast<uint32_t>(failure);
+    throw PlatformError(code, comMeaning(code), "", "");
+}
+
 HRESULT checkCom(HRESULT result) {
     if (SUCCEEDED(result)) {
         return result;
@@ -50,6 +55,13 @@ HRESULT checkCom(HRESULT result) {
     }
     const auto code = static_cast<uint32_t>(result);
     throw PlatformError(code, comMeaning(code), toUtf8(source.view()), toUtf8(description.view()));
+}
+
+bool succeeded(HRESULT result) {
+    if (FAILED(result)) {
+        SetErrorInfo(0, nullptr);
+    }
+    return SUCCEEDED(result);
 }
 
 }  // namespace intake

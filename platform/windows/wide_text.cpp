@@ -18,8 +18,8 @@ size_t pieceOf(std::wstring_view text) {
 }
 
 void appendPiece(std::wstring_view piece, unsigned codePage, std::string& out) {
-    // UTF-8 lacks nothing, and the system takes no such flag with it.
-    const DWORD flags = codePage == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    // UTF-8 lacks nothing, and the system takes no such flag with it; it may be set to UTF-8 too.
+    const DWORD flags = codePage == CP_UTF8 || codePage == CP_ACP ? 0 : WC_NO_BEST_FIT_CHARS;
     const int length = static_cast<int>(piece.size());
     const int needed =
         WideCharToMultiByte(codePage, flags, piece.data(), length, nullptr, 0, nullptr, nullptr);
@@ -32,14 +32,18 @@ void appendPiece(std::wstring_view piece, unsigned codePage, std::string& out) {
 }  // namespace
 
 std::wstring toWide(std::string_view utf8) {
-    if (utf8.empty()) {
+    return toWide(utf8, CP_UTF8);
+}
+
+std::wstring toWide(std::string_view text, unsigned codePage) {
+    if (text.empty()) {
         return {};
     }
-    const int length = static_cast<int>(std::min<size_t>(utf8.size(), INT_MAX));
+    const int length = static_cast<int>(std::min<size_t>(text.size(), INT_MAX));
     std::wstring wide(
-        static_cast<size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0)),
+        static_cast<size_t>(MultiByteToWideChar(codePage, 0, text.data(), length, nullptr, 0)),
         L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(),
+    MultiByteToWideChar(codePage, 0, text.data(), length, wide.data(),
                         static_cast<int>(wide.size()));
     return wide;
 }
