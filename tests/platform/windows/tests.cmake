@@ -1,1 +1,38 @@
 # What holds on Windows only.
+
+# Stand-ins for COM objects.
+intake_add_library(com_test_support
+    SOURCES
+        windows/BigAllocations.cpp
+        windows/ComCalls.cpp
+    LINKS intake_platform)
+
+intake_add_test(ado_test
+    SOURCES
+        ../workbench/cobalt/show.cpp
+        windows/ado/AdoDoubles.cpp
+        windows/ado/AdoTest.cpp
+        windows/ado/InMemoryTable.cpp
+        windows/ado/adapter_test.cpp
+        windows/ado/connections_test.cpp
+        windows/ado/records_test.cpp
+        windows/ado/values_test.cpp
+    LINKS com_test_support fake_platform intake_sql workbench_cobalt
+    LABELS sql)
+
+# Wine's ADO reaches the ODBC data sources of its own host through MSDASQL.
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/odbc.ini
+    "[intake-test]\nDriver=SQLite3\nDatabase=:memory:\n")
+set_tests_properties(ado_test PROPERTIES ENVIRONMENT
+    "ODBCINI=${CMAKE_CURRENT_BINARY_DIR}/odbc.ini;INTAKE_ODBC_DATA_SOURCE=intake-test")
+
+intake_add_test(mshtml_test
+    SOURCES
+        windows/html/HtmlObject.cpp
+        windows/html/MshtmlTest.cpp
+        windows/html/OnePageServer.cpp
+        windows/html/PageDouble.cpp
+        windows/html/adapter_test.cpp
+        windows/html/urlmon_test.cpp
+    LINKS com_test_support fake_platform intake_html ws2_32
+    LABELS html)
