@@ -1,6 +1,7 @@
 #include "platform/linux/workbook/SheetReader.h"
 
 #include "platform/linux/workbook/cell_text.h"
+#include "platform/linux/workbook/read_part.h"
 #include "platform/linux/workbook/workbook_errors.h"
 
 namespace intake {
@@ -193,6 +194,12 @@ void SheetReader::addDate() {
     } else {
         sheet_.addText(column_, value_);
     }
+}
+
+/// Stands here, where the compiler sees what the scanner calls for every cell.
+bool SheetReader::read(const ZipArchive& archive, const ZipEntry& part, const EndMark& endMark) {
+    readLargePart(archive, part, "</row>", *this, endMark);
+    return worksheet_;
 }
 
 }  // namespace intake

@@ -2,10 +2,12 @@
 
 #include <string>
 
+#include "platform/EndMark.h"
 #include "platform/linux/workbook/CellStyles.h"
 #include "platform/linux/workbook/ElementPath.h"
 #include "platform/linux/workbook/Sheet.h"
 #include "platform/linux/workbook/XmlEvents.h"
+#include "platform/linux/workbook/ZipArchive.h"
 
 namespace intake {
 
@@ -16,8 +18,8 @@ public:
     /// its days from 1904. `expectedCells`: room for so many is made at once.
     SheetReader(const CellStyles& styles, bool from1904, size_t expectedCells, Sheet& sheet);
 
-    /// Whether the part is a worksheet's.
-    bool isWorksheet() const { return worksheet_; }
+    /// Reads the whole part. False: it is no worksheet's.
+    bool read(const ZipArchive& archive, const ZipEntry& part, const EndMark& endMark);
 
     void startDocument() override;
     void startElement(std::string_view name, const XmlAttributes& attributes) override;

@@ -84,13 +84,11 @@ void Workbook::readSheet(size_t number, Sheet& sheet) {
     SheetReader reader(*styles_, index_.countsFrom1904(), likelySize(*part) / BYTES_PER_CELL,
                        sheet);
     try {
-        readLargePart(archive_, *part, "</row>", reader, endMark_);
+        if (!reader.read(archive_, *part, endMark_)) {
+            throw WorkbookFault("holds no cells; it is a chart or macro sheet");
+        }
     } catch (const WorkbookFault& fault) {
         throw WorkbookFault("the sheet \"" + entry.name + "\" " + fault.what());
-    }
-    if (!reader.isWorksheet()) {
-        throw WorkbookFault("the sheet \"" + entry.name +
-                            "\" holds no cells; it is a chart or macro sheet");
     }
 }
 
