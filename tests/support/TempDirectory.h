@@ -48,6 +48,11 @@ public:
 
     const std::filesystem::path& path() const { return directory_.path(); }
 
+    /// See TempDirectory.
+    std::string write(const std::string& name, const std::string& content) const {
+        return directory_.write(name, content);
+    }
+
 private:
     std::filesystem::path before_ = std::filesystem::current_path();
     TempDirectory directory_;

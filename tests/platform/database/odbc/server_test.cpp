@@ -5,6 +5,7 @@
 
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
+#include "tests/platform/database/odbc/DecimalComma.h"
 #include "tests/platform/database/odbc/OdbcTest.h"
 #include "tests/support/eventually.h"
 
@@ -141,6 +142,16 @@ TEST_P(Server, QueriesAndNamesMayBeOfAnyLanguage) {
     EXPECT_EQ(namesOfQuery("SELECT größe, größe AS \"p.90 日本\" FROM größen"), "größe|p.90 日本|");
     EXPECT_EQ(recordsOfQuery("SELECT größe FROM größen WHERE größe IN ('日本', '🏆')"),
               "BSTR 日本|\nBSTR 🏆|\n");
+}
+
+TEST_P(Server, TheHostsLocaleChangesNothing) {
+    const DecimalComma locale;
+    connect();
+
+    EXPECT_EQ(recordsOfQuery(kind_.values), kind_.valuesRead);
+    EXPECT_EQ(namesOfQuery("SELECT 1 AS größe"), "größe|");
+    errorOf([&] { connection_->openRecordset("SELECT * FROM städte"); });
+    EXPECT_NE(errorLines().find(kind_.unknownTableText), std::string::npos) << errorLines();
 }
 
 TEST_P(Server, AnUnknownTableIsNamed) {

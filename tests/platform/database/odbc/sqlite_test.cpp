@@ -2,6 +2,7 @@
 
 #include <clocale>
 
+#include "tests/http/support/EnvironmentVariable.h"
 #include "tests/platform/database/odbc/SqliteTest.h"
 
 namespace intake {
@@ -167,6 +168,22 @@ TEST_F(Sqlite, ALongErrorIsWhole) {
     EXPECT_EQ(errorLines(), message("[SQLite]no such table: " + table + " (1)"));
 }
 
+TEST_F(Sqlite, AFailureOfTheFirstRecordIsTheQuerys) {
+    open("Driver=SQLite3;Database=test.db;StepAPI=1");
+
+    errorOf([&] { connection_->openRecordset("SELECT abs(-9223372036854775808)"); });
+
+    EXPECT_EQ(errorLines(), message("[SQLite]integer overflow (1)"));
+}
+
+TEST_F(Sqlite, AFailureOfALaterRecordEndsTheRecords) {
+    open("Driver=SQLite3;Database=test.db;StepAPI=1");
+    const auto records =
+        connection_->openRecordset("SELECT 7 AS v UNION ALL SELECT abs(-9223372036854775808)");
+
+    EXPECT_EQ(errorOf([&] { records->moveNext(); }).description(), "[SQLite]integer overflow (1)");
+}
+
 TEST_F(Sqlite, AQueryAfterAFailureHasNoErrors) {
     errorOf([&] { connection_->openRecordset("SELEC 1"); });
 
@@ -185,8 +202,18 @@ TEST_F(Sqlite, AMissingDriverIsNamedAndNoPasswordIs) {
     EXPECT_EQ(errorLines(), "");
 }
 
+TEST_F(Sqlite, ADataSourceOfTheUserIsOpened) {
+    run("CREATE TABLE t AS SELECT 7 AS v");
+    directory_.write("odbc.ini", "[league]\nDriver=SQLite3\nDatabase=test.db\n");
+    const EnvironmentVariable file("ODBCINI", "odbc.ini");
+
+    open("dsn=league");
+
+    EXPECT_EQ(recordsOfQuery("SELECT v FROM t"), "I4 7|\n");
+}
+
 TEST_F(Sqlite, AnUnknownDataSourceFails) {
-    errorOf([&] { open("DSN=league;PWD=s3cret"); });
+    errorOf([&] { open("DSN=nowhere;PWD=s3cret"); });
 
     EXPECT_EQ(errorLines(), message("[unixODBC][Driver Manager]Data source name not found and no "
                                     "default driver specified"));
