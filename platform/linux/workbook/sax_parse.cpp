@@ -175,6 +175,8 @@ void SaxParser::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlCh
 }  // namespace
 
 void parsePart(ByteSource& part, XmlEvents& events, const EndMark& endMark) {
+    // The library's own state is not safe to be set up by two threads at once.
+    [[maybe_unused]] static const bool initialized = (xmlInitParser(), true);
     SaxParser(events, endMark).parse(part);
 }
 
