@@ -81,11 +81,9 @@ size_t ZipPart::inflateInto(char* out, size_t capacity) {
     return capacity - inflater_.avail_out;
 }
 
+/// Without a byte left it is the inflater that knows whether there is more to unpack.
 void ZipPart::refill() {
     const auto length = static_cast<size_t>(std::min<uint64_t>(packed_.size(), packedLeft_));
-    if (length == 0) {
-        throwDamaged();
-    }
     archive_.read(position_, packed_.data(), length);
     position_ += length;
     packedLeft_ -= length;
