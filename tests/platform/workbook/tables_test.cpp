@@ -137,6 +137,10 @@ TEST_F(WorkbookTables, CanBeJoined) {
     const TestBook book = TestBook().sheet("S", GRID).sheet("T", number(22));
     EXPECT_EQ(rows(book, "SELECT s.C, t.A AS b FROM [S$] AS s JOIN [T$] AS t ON s.B = t.A"),
               "C|b\n23|22\n");
+    EXPECT_EQ(rows(book,
+                   "WITH t AS MATERIALIZED (SELECT * FROM [T$]) SELECT s.C FROM [S$] AS s "
+                   "JOIN t ON s.B = t.A"),
+              "C\n23\n");
     EXPECT_EQ(rows(book, "SELECT a.A, b.D FROM [S$] a, [s$] b WHERE a.A = b.A AND a.B > 30"),
               "A|D\n31|34\n41|44\n");
 }
