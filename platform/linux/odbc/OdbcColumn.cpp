@@ -122,20 +122,28 @@ bool OdbcColumn::readPart(Cell& cell, size_t& filled) const {
     return true;
 }
 
-/// The text of a bound column, asked for again when it was longer than its buffer.
+/// The text, asked for again when it was longer than what is bound.
 const OdbcColumn::Cell& OdbcColumn::wholeText(uint64_t record) {
+    if (wholeRecord_ == record) {
+        return whole_;
+    }
     if (!isCut(cell_.length, static_cast<SQLLEN>(cell_.bytes.size()))) {
         return cell_;
     }
-    if (wholeRecord_ != record) {
-        const SQLLEN expected = std::max(cell_.length + unit(), MOST_BOUND);
-        if (whole_.bytes.size() < static_cast<size_t>(expected)) {
-            whole_.bytes.resize(static_cast<size_t>(expected));
-        }
-        readText(whole_);
-        wholeRecord_ = record;
-    }
+    const size_t expected = static_cast<size_t>(std::max(cell_.length + unit(), MOST_BOUND));
+    whole_.bytes.resize(std::max(whole_.bytes.size(), expected));
+    readText(whole_);
+    wholeRecord_ = record;
+    widenBinding(whole_.length + unit());
     return whole_;
+}
+
+/// The next texts of the column may be as long.
+void OdbcColumn::widenBinding(SQLLEN room) {
+    if (room <= MOST_BOUND) {
+        cell_.bytes.resize(std::max(2 * cell_.bytes.size(), static_cast<size_t>(room)));
+        bind();
+    }
 }
 
 std::string_view OdbcColumn::utf8Of(const Cell& cell) {

@@ -50,6 +50,7 @@ private:
     void readText(Cell& cell) const;
     bool readPart(Cell& cell, size_t& filled) const;
     const Cell& wholeText(uint64_t record);
+    void widenBinding(SQLLEN room);
 
     std::string_view utf8Of(const Cell& cell);
     void numberIn(const Cell& cell, FieldValue& value) const;

@@ -6,10 +6,14 @@ namespace intake {
 
 namespace {
 
+/// ODBC passes numbers as pointers.
+SQLPOINTER odbcVersion() {
+    return reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3);  // NOLINT(performance-no-int-to-ptr)
+}
+
 OdbcHandle makeEnvironment() {
     OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
-    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION,
-                  reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_OV_ODBC3}), 0);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, odbcVersion(), 0);
     return environment;
 }
 

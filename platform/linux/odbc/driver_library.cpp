@@ -55,7 +55,7 @@ std::string driverOf(const std::string& connectionString) {
 
 std::string libraryOf(const std::string& driver) {
     for (const char* const key : {"Driver64", "Driver"}) {
-        const std::string library = profileValue(driver, key, "odbcinst.ini");
+        std::string library = profileValue(driver, key, "odbcinst.ini");
         if (!library.empty()) {
             return library;
         }

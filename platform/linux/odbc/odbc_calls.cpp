@@ -22,8 +22,9 @@ SQLWCHAR* odbcText(const std::u16string& text) {
     return reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text.c_str()));
 }
 
+/// Up to the zero that ends it.
 std::string utf8(const std::string& text) {
-    return text.c_str();
+    return text.substr(0, text.find('\0'));
 }
 
 std::string utf8(const std::u16string& text) {

@@ -31,9 +31,6 @@ private:
 /// Throws the PlatformError of a statement that returns no records.
 [[noreturn]] void throwNoRecords();
 
-/// Throws the PlatformError of a step that failed without an error of the driver.
-[[noreturn]] void throwOdbcError(const std::string& description);
-
 /// Throws the PlatformError of a step that nobody waits for any more.
 [[noreturn]] void throwQueryGivenUp();
 
