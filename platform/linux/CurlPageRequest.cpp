@@ -31,7 +31,13 @@ CurlPageRequest::CurlPageRequest(const EndMark& endMark, size_t maxBytes)
 }
 
 bool CurlPageRequest::fetch(const std::string& url, std::string& reason) {
-    curl_easy_setopt(transfer_.handle(), CURLOPT_URL, url.c_str());
+    // People write blanks and accents into addresses.
+    const CURLUcode parsed = curl_url_set(url_.get(), CURLUPART_URL, url.c_str(), CURLU_URLENCODE);
+    if (parsed != CURLUE_OK) {
+        reason = std::string("It is not a URL: ") + curl_url_strerror(parsed);
+        return false;
+    }
+    curl_easy_setopt(transfer_.handle(), CURLOPT_CURLU, url_.get());
     transfer_.restart();
     if (!transfer_.drive([] { return false; })) {
         reason = "The load was given up";

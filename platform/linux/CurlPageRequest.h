@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/linux/CurlTransfer.h"
@@ -28,6 +29,11 @@ private:
     static size_t onHeader(char* data, size_t size, size_t count, void* self);
     static size_t onBody(char* data, size_t size, size_t count, void* self);
 
+    struct UrlDeleter {
+        void operator()(CURLU* url) const { curl_url_cleanup(url); }
+    };
+
+    std::unique_ptr<CURLU, UrlDeleter> url_{curl_url()};  // libcurl keeps its address
     CurlTransfer transfer_;
     const size_t maxBytes_;
     std::string body_;

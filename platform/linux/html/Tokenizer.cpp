@@ -98,7 +98,7 @@ void Tokenizer::readRawText(Token& token) {
         return readTag(token, Token::END_TAG);
     }
     token.type = Token::TEXT;
-    token.text = withoutNulls(takeUpTo(end));
+    token.text = nullsReplaced(takeUpTo(end));
     if (mode_ == TextMode::RCDATA) {
         token.text = withoutReferences(token.text, ReferencePlace::TEXT, arena_);
     }
@@ -183,7 +183,7 @@ bool Tokenizer::readAttributeValue(std::string_view& value) {
         }
         value = page_.substr(start, at_ - start);
     }
-    value = withoutReferences(withoutNulls(value), ReferencePlace::ATTRIBUTE, arena_);
+    value = withoutReferences(nullsReplaced(value), ReferencePlace::ATTRIBUTE, arena_);
     return true;
 }
 
@@ -244,18 +244,18 @@ void Tokenizer::readComment(Token& token) {
     } else {
         at_ = page_.find('>', at_) + 1;
     }
-    token.text = withoutNulls(comment);
+    token.text = nullsReplaced(comment);
 }
 
 void Tokenizer::readBogusComment(Token& token) {
     token.type = Token::COMMENT;
-    token.text = withoutNulls(takeUpTo(page_.find('>', at_)));
+    token.text = nullsReplaced(takeUpTo(page_.find('>', at_)));
     at_ += atEnd() ? 0 : 1;
 }
 
 void Tokenizer::readDoctype(Token& token) {
     const std::string_view declaration = takeUpTo(page_.find('>', at_));
-    parseDoctype(withoutNulls(declaration), token);
+    parseDoctype(nullsReplaced(declaration), token);
     token.text = loweredName(token.text);
     token.forceQuirks = token.forceQuirks || atEnd();
     at_ += atEnd() ? 0 : 1;
@@ -268,26 +268,13 @@ void Tokenizer::readCdata(Token& token) {
 }
 
 std::string_view Tokenizer::loweredName(std::string_view name) {
-    name = withoutNulls(name);
+    name = nullsReplaced(name);
     if (std::none_of(name.begin(), name.end(), isUpper)) {
         return name;
     }
     char* const out = arena_.beginText(name.size());
     std::transform(name.begin(), name.end(), out, toLower);
     return arena_.keep(name.size());
-}
-
-std::string_view Tokenizer::withoutNulls(std::string_view text) {
-    if (!pageHasNull_ || text.find('\0') == NONE) {
-        return text;
-    }
-    char* const out = arena_.beginText(text.size() * REPLACEMENT.size());
-    char* end = out;
-    for (const char c : text) {
-        end = c == '\0' ? std::copy(REPLACEMENT.begin(), REPLACEMENT.end(), end)
-                        : (*end = c, end + 1);
-    }
-    return arena_.keep(static_cast<size_t>(end - out));
 }
 
 }  // namespace intake::html

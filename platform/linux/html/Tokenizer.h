@@ -4,6 +4,7 @@
 
 #include "platform/linux/html/Arena.h"
 #include "platform/linux/html/Token.h"
+#include "platform/linux/html/character_references.h"
 
 namespace intake::html {
 
@@ -63,7 +64,9 @@ private:
     bool isEndTagAt(size_t position) const;
 
     std::string_view loweredName(std::string_view name);
-    std::string_view withoutNulls(std::string_view text);
+    std::string_view nullsReplaced(std::string_view text) {
+        return pageHasNull_ ? withReplacedNulls(text, arena_) : text;
+    }
 
     std::string_view page_;
     Arena& arena_;

@@ -97,12 +97,14 @@ private:
     bool startPageElement(Token& token);
     void startListItem(Token& token);
     void startOther(Token& token);
+    void text(Token& token);
+
+    // tree_body_ends.cpp
     void endInBody(Token& token);
     bool endBlock(Token& token);
     void endForm();
     void endHeading();
     void endOther(const Token& token);
-    void text(Token& token);
 
     // tree_tables.cpp
     void inTable(Token& token);
@@ -132,7 +134,6 @@ private:
     // tree_foreign.cpp
     void inForeignContent(Token& token);
     void textInForeign(const Token& token);
-    std::string_view withReplacements(std::string_view text);
     void startForeign(Token& token);
     void endForeign(Token& token);
     void startForeignRoot(Token& token, Namespace space);

@@ -114,4 +114,17 @@ std::string_view withoutReferences(std::string_view text, ReferencePlace place, 
     return arena.keep(static_cast<size_t>(ReferenceDecoder(text, place, out).decode() - out));
 }
 
+std::string_view withReplacedNulls(std::string_view text, Arena& arena) {
+    if (text.find('\0') == std::string_view::npos) {
+        return text;
+    }
+    char* const out = arena.beginText(text.size() * REPLACEMENT.size());
+    char* end = out;
+    for (const char& c : text) {
+        const std::string_view piece = c == '\0' ? REPLACEMENT : std::string_view(&c, 1);
+        end = std::copy(piece.begin(), piece.end(), end);
+    }
+    return arena.keep(static_cast<size_t>(end - out));
+}
+
 }  // namespace intake::html

@@ -12,4 +12,7 @@ enum class ReferencePlace { TEXT, ATTRIBUTE };
 /// text itself when it has none.
 std::string_view withoutReferences(std::string_view text, ReferencePlace place, Arena& arena);
 
+/// The text with U+FFFD for every character U+0000. The text itself when it has none.
+std::string_view withReplacedNulls(std::string_view text, Arena& arena);
+
 }  // namespace intake::html

@@ -1,7 +1,5 @@
 // Foreign content: SVG and MathML.
 
-#include <algorithm>
-
 #include "platform/linux/html/TreeBuilder.h"
 #include "platform/linux/html/characters.h"
 #include "platform/linux/html/foreign_names.h"
@@ -24,24 +22,10 @@ void TreeBuilder::inForeignContent(Token& token) {
 }
 
 void TreeBuilder::textInForeign(const Token& token) {
-    const std::string_view text = withReplacements(token.text);
-    insertText(text);
+    insertText(withReplacedNulls(token.text, page_.arena));
     for (const char c : token.text) {
         framesetAllowed_ = framesetAllowed_ && (isSpace(c) || c == '\0');
     }
-}
-
-std::string_view TreeBuilder::withReplacements(std::string_view text) {
-    if (text.find('\0') == std::string_view::npos) {
-        return text;
-    }
-    char* const out = page_.arena.beginText(text.size() * REPLACEMENT.size());
-    char* end = out;
-    for (const char c : text) {
-        const std::string_view piece = c == '\0' ? REPLACEMENT : std::string_view(&c, 1);
-        end = std::copy(piece.begin(), piece.end(), end);
-    }
-    return page_.arena.keep(static_cast<size_t>(end - out));
 }
 
 bool TreeBuilder::breaksOut(const Token& token) {

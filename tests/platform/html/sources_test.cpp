@@ -43,6 +43,16 @@ TEST_F(HtmlSources, AreFetchedOverHttp) {
     EXPECT_EQ(sent.rfind("GET /results?day=1 HTTP/1.1\r\n", 0), 0U) << sent;
 }
 
+TEST_F(HtmlSources, MayBeWrittenWithBlanksAndAccents) {
+    ScriptedServer server({reply("200 OK", PAGE)});
+    open(server.url("/a page/r\xC3\xA9sultats.html"));
+    EXPECT_EQ(server.requests().at(0).rfind("GET /a%20page/r%c3%a9sultats.html HTTP/1.1\r\n", 0),
+              0U)
+        << server.requests().at(0);
+    EXPECT_NE(reasonOf("http://"), "");
+    EXPECT_NE(reasonOf("http://[::1/"), "");
+}
+
 TEST_F(HtmlSources, TakeTheirEncodingFromTheServerBeforeTheMetaElement) {
     ScriptedServer server({reply("200 OK", "<meta charset=utf-8><table><tr><td>\xE9</table>",
                                  "Content-Type: text/html; charset=iso-8859-1\r\n"),

@@ -71,6 +71,12 @@ TEST(HtmlSelector, TakesTheFirstTableOfWhateverIsAroundATextInACell) {
               "k|one");
 }
 
+TEST(HtmlSelector, OfAKindWordAloneLooksForAnElementWithoutText) {
+    EXPECT_EQ(chosen(PAGE, "Indices"), "k|menu");
+    EXPECT_EQ(chosen("<p>x<div><p></p><table><tr><td>k<tr><td>near</table></div>", "TEXT"),
+              "k|near");
+}
+
 TEST(HtmlSelector, FindsTheTextOfTheTitle) {
     EXPECT_EQ(chosen(PAGE, "TEXT Markets"), "k|menu");
 }

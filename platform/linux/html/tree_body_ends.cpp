@@ -1,0 +1,129 @@
+// The end tags of the insertion mode "in body".
+
+#include <utility>
+
+#include "platform/linux/html/TreeBuilder.h"
+
+namespace intake::html {
+
+void TreeBuilder::endInBody(Token& token) {
+    if (endBlock(token)) {
+        return;
+    }
+    if (has(token.tag, FORMATTING)) {
+        return adoptionAgency(token);
+    }
+    if (token.tag == Tag::TEMPLATE) {
+        return endTemplate();
+    }
+    endOther(token);
+}
+
+bool TreeBuilder::endBlock(Token& token) {
+    if (has(token.tag, CONTAINER) ||
+        isOneOf(token.tag, Tag::BUTTON, Tag::LISTING, Tag::PRE, Tag::SELECT)) {
+        if (open_.hasInScope(token.tag)) {
+            generateImpliedEndTags();
+            open_.popThrough(token.tag);
+        }
+        return true;
+    }
+    switch (token.tag) {
+        case Tag::BODY:
+        case Tag::HTML:
+            if (open_.hasInScope(Tag::BODY)) {
+                mode_ = &TreeBuilder::afterBody;
+                if (token.tag == Tag::HTML) {
+                    process(token);
+                }
+            }
+            return true;
+        case Tag::DD:
+        case Tag::DT:
+            if (open_.hasInScope(token.tag)) {
+                closeThrough(token.tag);
+            }
+            return true;
+        case Tag::LI:
+            if (open_.hasInScope(Tag::LI, Scope::LIST_ITEM)) {
+                closeThrough(Tag::LI);
+            }
+            return true;
+        case Tag::P:
+            if (!open_.hasInScope(Tag::P, Scope::BUTTON)) {
+                insertElement(Tag::P);
+            }
+            closeThrough(Tag::P);
+            return true;
+        case Tag::APPLET:
+        case Tag::MARQUEE:
+        case Tag::OBJECT:
+            if (open_.hasInScope(token.tag)) {
+                generateImpliedEndTags();
+                open_.popThrough(token.tag);
+                formatting_.clearToMarker();
+            }
+            return true;
+        case Tag::BR:
+            token.type = Token::START_TAG;
+            token.attributes = nullptr;
+            startInBody(token);
+            return true;
+        case Tag::FORM:
+            endForm();
+            return true;
+        case Tag::H1:
+        case Tag::H2:
+        case Tag::H3:
+        case Tag::H4:
+        case Tag::H5:
+        case Tag::H6:
+            endHeading();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void TreeBuilder::endForm() {
+    if (open_.isOpen(Tag::TEMPLATE)) {
+        if (open_.hasInScope(Tag::FORM)) {
+            generateImpliedEndTags();
+            open_.popThrough(Tag::FORM);
+        }
+        return;
+    }
+    Node* const form = std::exchange(form_, nullptr);
+    if (form != nullptr && open_.hasInScope(form)) {
+        generateImpliedEndTags();
+        open_.remove(form);
+    }
+}
+
+void TreeBuilder::endHeading() {
+    if (!open_.hasHeadingInScope()) {
+        return;
+    }
+    generateImpliedEndTags();
+    bool isHeading = false;
+    while (!isHeading) {
+        isHeading = has(open_.current()->tag, HEADING) && open_.current()->space == Namespace::HTML;
+        open_.pop();
+    }
+}
+
+void TreeBuilder::endOther(const Token& token) {
+    for (size_t place = open_.size(); place > 0; --place) {
+        Node* const node = open_.at(place - 1);
+        if (node->space == Namespace::HTML && node->text == token.text) {
+            generateImpliedEndTags(token.tag);
+            open_.popThrough(node);
+            return;
+        }
+        if (isSpecial(*node)) {
+            return;
+        }
+    }
+}
+
+}  // namespace intake::html
