@@ -2,6 +2,8 @@
 // script, and takes turns with unpacking the same parts by zlib alone and with scanning what was
 // unpacked. Processor time, the least of all rounds.
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -13,7 +15,7 @@
 #include "pipeline/WorkerState.h"
 #include "platform/Platform.h"
 #include "platform/linux/workbook/XmlScanner.h"
-#include "platform/linux/workbook/ZipPart.h"
+#include "platform/linux/workbook/ZipArchive.h"
 
 namespace {
 
@@ -36,6 +38,24 @@ struct Times {
     double job = 1e9;
 };
 
+/// Unpacks and checks the sum as zlib does both, with all bytes at hand.
+void inflateByZlib(const std::string& packed, const intake::ZipEntry& entry, char* out) {
+    z_stream stream{};
+    inflateInit2(&stream, -MAX_WBITS);
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
+    stream.avail_in = static_cast<uInt>(packed.size());
+    stream.next_out = reinterpret_cast<Bytef*>(out);
+    stream.avail_out = static_cast<uInt>(entry.size);
+    const int result = inflate(&stream, Z_FINISH);
+    inflateEnd(&stream);
+    const uLong checksum =
+        crc32(0, reinterpret_cast<const Bytef*>(out), static_cast<uInt>(entry.size));
+    if (result != Z_STREAM_END || checksum != entry.checksum) {
+        std::fprintf(stderr, "the workbook cannot be unpacked\n");
+        std::exit(1);
+    }
+}
+
 void inflateAndScan(const std::string& path, Times& times) {
     const intake::ZipArchive archive(path);
     double inflate = 0;
@@ -43,9 +63,10 @@ void inflateAndScan(const std::string& path, Times& times) {
     for (const char* const name : PARTS) {
         const intake::ZipEntry& entry = *archive.find(name);
         std::string text(entry.size + 1, 0);
+        std::string packed(entry.packedSize, 0);
+        archive.read(archive.dataOffset(entry), packed.data(), packed.size());
         double start = bench::cpuSeconds();
-        intake::ZipPart part(archive, entry);
-        part.read(text.data(), entry.size);
+        inflateByZlib(packed, entry, text.data());
         inflate += bench::cpuSeconds() - start;
 
         Counter counter;

@@ -1,7 +1,8 @@
 #include "platform/linux/workbook/ZipPart.h"
 
+#include <isa-l/crc.h>
+
 #include <algorithm>
-#include <new>
 
 #include "platform/linux/workbook/workbook_errors.h"
 
@@ -34,13 +35,7 @@ ZipPart::ZipPart(const ZipArchive& archive, const ZipEntry& entry)
     if (entry.method != STORED && entry.method != DEFLATED) {
         throw WorkbookFault("is packed by an unknown method");
     }
-    if (inflateInit2(&inflater_, -MAX_WBITS) != Z_OK) {
-        throw std::bad_alloc();
-    }
-}
-
-ZipPart::~ZipPart() {
-    inflateEnd(&inflater_);
+    isal_inflate_init(&inflater_);
 }
 
 size_t ZipPart::read(char* out, size_t capacity) {
@@ -66,19 +61,22 @@ size_t ZipPart::copyStored(char* out, size_t capacity) {
 }
 
 size_t ZipPart::inflateInto(char* out, size_t capacity) {
-    inflater_.next_out = reinterpret_cast<Bytef*>(out);
-    inflater_.avail_out = static_cast<uInt>(capacity);
+    const auto room = static_cast<uint32_t>(std::min<size_t>(capacity, UINT32_MAX));
+    inflater_.next_out = reinterpret_cast<uint8_t*>(out);
+    inflater_.avail_out = room;
     while (inflater_.avail_out > 0 && !ended_) {
         if (inflater_.avail_in == 0) {
             refill();
         }
-        const int result = inflate(&inflater_, Z_NO_FLUSH);
-        ended_ = result == Z_STREAM_END;
-        if (result != Z_OK && !ended_) {
+        const uint32_t before = inflater_.avail_out;
+        const bool starved = inflater_.avail_in == 0;
+        if (isal_inflate(&inflater_) != ISAL_DECOMP_OK ||
+            (starved && inflater_.avail_out == before)) {
             throwDamaged();
         }
+        ended_ = inflater_.block_state == ISAL_BLOCK_FINISH;
     }
-    return capacity - inflater_.avail_out;
+    return room - inflater_.avail_out;
 }
 
 /// Without a byte left it is the inflater that knows whether there is more to unpack.
@@ -87,14 +85,13 @@ void ZipPart::refill() {
     archive_.read(position_, packed_.data(), length);
     position_ += length;
     packedLeft_ -= length;
-    inflater_.next_in = reinterpret_cast<Bytef*>(packed_.data());
-    inflater_.avail_in = static_cast<uInt>(length);
+    inflater_.next_in = reinterpret_cast<uint8_t*>(packed_.data());
+    inflater_.avail_in = static_cast<uint32_t>(length);
 }
 
 void ZipPart::account(const char* bytes, size_t length) {
     unpacked_ += length;
-    checksum_ = static_cast<uint32_t>(
-        crc32(checksum_, reinterpret_cast<const Bytef*>(bytes), static_cast<uInt>(length)));
+    checksum_ = crc32_gzip_refl(checksum_, reinterpret_cast<const unsigned char*>(bytes), length);
     if (unpacked_ > LARGEST_PART ||
         (unpacked_ > HARMLESS_SIZE && unpacked_ / HIGHEST_RATIO > entry_.packedSize)) {
         throw WorkbookFault("unpacks to far more than a sheet holds");
