@@ -24,6 +24,9 @@ std::unique_ptr<Mutex> WindowsThreads::createMutex() {
 
 std::unique_ptr<ThreadHandle> WindowsThreads::start(std::function<void()> body) {
     [[maybe_unused]] static const bool pinned = keepLibraryLoaded();
+    // Under Wine, two workers block each other for good when they are the first to need windows:
+    // one for COM, the other while it loads ADO.
+    [[maybe_unused]] static const HWND desktop = GetDesktopWindow();
     return std::make_unique<WindowsThread>(std::move(body));
 }
 

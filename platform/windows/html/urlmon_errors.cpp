@@ -16,7 +16,8 @@ struct Meaning {
     const char* text;
 };
 
-constexpr std::array<Meaning, 13> MEANINGS{{
+constexpr std::array<Meaning, 14> MEANINGS{{
+    {MK_E_SYNTAX, "This is neither a URL nor a full path"},
     {INET_E_INVALID_URL, "The URL is not valid"},
     {INET_E_CANNOT_CONNECT, "The server cannot be connected to"},
     {INET_E_RESOURCE_NOT_FOUND, "The server was not found"},

@@ -26,6 +26,11 @@ file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/odbc.ini
 set_tests_properties(ado_test PROPERTIES ENVIRONMENT
     "ODBCINI=${CMAKE_CURRENT_BINARY_DIR}/odbc.ini;INTAKE_ODBC_DATA_SOURCE=intake-test")
 
+intake_add_test(ado_workers_test
+    SOURCES windows/ado/workers_test.cpp
+    LINKS intake_platform
+    LABELS sql)
+
 intake_add_test(mshtml_test
     SOURCES
         windows/html/HtmlObject.cpp

@@ -69,6 +69,11 @@ TEST_F(Urlmon, SaysWhyAFileCannotBeOpened) {
     EXPECT_NE(reason_, "");
 }
 
+TEST_F(Urlmon, SaysThatASourceIsNoneAtAll) {
+    EXPECT_EQ(written("/page.html"), L"");
+    EXPECT_EQ(reason_, "This is neither a URL nor a full path");
+}
+
 TEST_F(Urlmon, SaysWhyAWebPageCannotBeOpened) {
     std::string url;
     {
