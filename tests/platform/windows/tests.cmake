@@ -7,6 +7,11 @@ intake_add_library(com_test_support
         windows/ComCalls.cpp
     LINKS intake_platform)
 
+intake_add_test(com_test
+    SOURCES windows/com_test.cpp
+    LINKS com_test_support
+    LABELS platform)
+
 intake_add_test(ado_test
     SOURCES
         ../workbench/cobalt/show.cpp
@@ -21,10 +26,12 @@ intake_add_test(ado_test
     LABELS sql)
 
 # Wine's ADO reaches the ODBC data sources of its own host through MSDASQL.
-file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/odbc.ini
-    "[intake-test]\nDriver=SQLite3\nDatabase=:memory:\n")
-set_tests_properties(ado_test PROPERTIES ENVIRONMENT
-    "ODBCINI=${CMAKE_CURRENT_BINARY_DIR}/odbc.ini;INTAKE_ODBC_DATA_SOURCE=intake-test")
+if(CMAKE_CROSSCOMPILING)
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/odbc.ini
+        "[intake-test]\nDriver=SQLite3\nDatabase=:memory:\n")
+    set_tests_properties(ado_test PROPERTIES ENVIRONMENT
+        "ODBCINI=${CMAKE_CURRENT_BINARY_DIR}/odbc.ini;INTAKE_ODBC_DATA_SOURCE=intake-test")
+endif()
 
 intake_add_test(ado_workers_test
     SOURCES windows/ado/workers_test.cpp
