@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/html/characters.h"
+#include "platform/linux/html/rendering.h"
 
 namespace intake::html {
 
@@ -43,37 +45,6 @@ private:
     bool isEqual_ = true;
 };
 
-/// Whether a style attribute hides its element.
-bool isDisplayNone(std::string_view style) {
-    const auto trimmed = [](std::string_view text) {
-        text.remove_prefix(std::min(text.find_first_not_of(WHITE_SPACE), text.size()));
-        return text.substr(0, text.find_last_not_of(WHITE_SPACE) + 1);
-    };
-    while (!style.empty()) {
-        const std::string_view declaration = style.substr(0, style.find(';'));
-        style.remove_prefix(std::min(declaration.size() + 1, style.size()));
-        const size_t colon = std::min(declaration.find(':'), declaration.size());
-        if (equalsIgnoringCase(trimmed(declaration.substr(0, colon)), "display") &&
-            startsWithIgnoringCase(
-                trimmed(declaration.substr(std::min(colon + 1, declaration.size()))), "none")) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool isRendered(const Node& element) {
-    if (element.space == Namespace::HTML && has(element.tag, HIDDEN)) {
-        return false;
-    }
-    for (const Attribute* each = element.attributes; each != nullptr; each = each->next) {
-        if (each->name == "hidden" || (each->name == "style" && isDisplayNone(each->value))) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool keepsSpace(const Node& element) {
     return isOneOf(element.tag, Tag::PRE, Tag::LISTING, Tag::PLAINTEXT, Tag::XMP, Tag::TEXTAREA);
 }
@@ -111,16 +82,19 @@ public:
 
     /// Walks without recursion: pages may be deep. False when the sink had enough.
     bool walk(const Node& root) {
+        inherit(root.parent);
         enter(root);
         const Node* node = root.firstChild;
         while (node != nullptr) {
-            if (node->type == NodeType::TEXT) {
+            if (!isRendered(*node)) {
+                // neither the node nor what is inside
+            } else if (node->type == NodeType::TEXT) {
                 if (!text(node->text)) {
                     return false;
                 }
-            } else if (node->type == NodeType::ELEMENT && isRendered(*node)) {
+            } else {
                 enter(*node);
-                if (node->isHtml(Tag::BR) && !lineBreak()) {
+                if (node->isHtml(Tag::BR) && isVisible_ && !lineBreak()) {
                     return false;
                 }
                 if (node->firstChild != nullptr) {
@@ -143,14 +117,38 @@ public:
     }
 
 private:
+    /// Takes over what elements around the root say of it.
+    void inherit(const Node* parent) {
+        Visibility visibility = Visibility::INHERITED;
+        for (const Node* each = parent; each != nullptr; each = each->parent) {
+            preserving_ += keepsSpace(*each) ? 1 : 0;
+            visibility = visibility == Visibility::INHERITED ? visibilityOf(*each) : visibility;
+        }
+        isVisible_ = visibility != Visibility::HIDDEN;
+    }
+
     void enter(const Node& element) {
         preserving_ += keepsSpace(element) ? 1 : 0;
+        const Visibility visibility = visibilityOf(element);
+        if (visibility == (isVisible_ ? Visibility::HIDDEN : Visibility::VISIBLE)) {
+            isVisible_ = !isVisible_;
+            visibilityChanges_.push_back(&element);
+        }
         requireBreaks(element);
     }
 
     bool leave(const Node& element) {
         preserving_ -= keepsSpace(element) ? 1 : 0;
         requireBreaks(element);
+        const bool goesOn = !isVisible_ || endCellOrRow(element);
+        if (!visibilityChanges_.empty() && visibilityChanges_.back() == &element) {
+            isVisible_ = !isVisible_;
+            visibilityChanges_.pop_back();
+        }
+        return goesOn;
+    }
+
+    bool endCellOrRow(const Node& element) {
         if (isCell(element)) {
             isLineStart_ = true;
             isSpacePending_ = false;
@@ -161,7 +159,7 @@ private:
 
     /// Blocks stand on lines of their own, paragraphs with an empty one between.
     void requireBreaks(const Node& element) {
-        if (element.space == Namespace::HTML && has(element.tag, BLOCK)) {
+        if (isVisible_ && element.space == Namespace::HTML && has(element.tag, BLOCK)) {
             breaksPending_ = std::max(breaksPending_, element.tag == Tag::P ? 2 : 1);
             isLineStart_ = true;
             isSpacePending_ = false;
@@ -169,6 +167,9 @@ private:
     }
 
     bool text(std::string_view text) {
+        if (!isVisible_) {
+            return true;
+        }
         if (preserving_ > 0) {
             return preserved(text);
         }
@@ -226,6 +227,8 @@ private:
 
     Sink& sink_;
     int preserving_ = 0;
+    bool isVisible_ = true;
+    std::vector<const Node*> visibilityChanges_;  // the entered elements that flipped it
     int breaksPending_ = 0;
     bool isSpacePending_ = false;
     bool isLineStart_ = true;
@@ -240,6 +243,9 @@ void appendInnerText(const Node& element, std::string& out) {
 }
 
 bool innerTextEquals(const Node& element, std::string_view text) {
+    if (element.firstChild == nullptr) {
+        return text.empty();
+    }
     Comparing sink(text);
     return InnerText<Comparing>(sink).walk(element) && sink.isEqual();
 }

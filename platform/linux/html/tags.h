@@ -94,12 +94,13 @@ enum TagTrait : uint32_t {
     TAG(MATH, "math", 0)                                                                      \
     TAG(MENU, "menu", SPECIAL | BREAKOUT | BLOCK | CONTAINER)                                 \
     TAG(META, "meta", SPECIAL | VOID | BREAKOUT | METADATA)                                   \
+    TAG(METER, "meter", HIDDEN)                                                               \
     TAG(NAV, "nav", SPECIAL | BLOCK | CONTAINER)                                              \
     TAG(NOBR, "nobr", FORMATTING | BREAKOUT)                                                  \
     TAG(NOEMBED, "noembed", SPECIAL | HIDDEN)                                                 \
     TAG(NOFRAMES, "noframes", SPECIAL | HIDDEN | METADATA)                                    \
     TAG(NOSCRIPT, "noscript", SPECIAL)                                                        \
-    TAG(OBJECT, "object", SPECIAL | SCOPE)                                                    \
+    TAG(OBJECT, "object", SPECIAL | SCOPE | HIDDEN)                                           \
     TAG(OL, "ol", SPECIAL | BREAKOUT | BLOCK | CONTAINER)                                     \
     TAG(OPTGROUP, "optgroup", IMPLIED_END | IMPLIED_END_THOROUGH | BLOCK)                     \
     TAG(OPTION, "option", IMPLIED_END | IMPLIED_END_THOROUGH | BLOCK)                         \
@@ -107,6 +108,7 @@ enum TagTrait : uint32_t {
     TAG(PARAM, "param", SPECIAL | VOID)                                                       \
     TAG(PLAINTEXT, "plaintext", SPECIAL | BLOCK)                                              \
     TAG(PRE, "pre", SPECIAL | BREAKOUT | BLOCK)                                               \
+    TAG(PROGRESS, "progress", HIDDEN)                                                         \
     TAG(RB, "rb", IMPLIED_END | IMPLIED_END_THOROUGH)                                         \
     TAG(RP, "rp", IMPLIED_END | IMPLIED_END_THOROUGH | HIDDEN)                                \
     TAG(RT, "rt", IMPLIED_END | IMPLIED_END_THOROUGH)                                         \
@@ -131,7 +133,7 @@ enum TagTrait : uint32_t {
     TAG(TBODY, "tbody", SPECIAL | IMPLIED_END_THOROUGH | TABLE_PART | TABLE_STRUCTURE)        \
     TAG(TD, "td", SPECIAL | SCOPE | IMPLIED_END_THOROUGH | TABLE_STRUCTURE)                   \
     TAG(TEMPLATE, "template", SPECIAL | SCOPE | HIDDEN | METADATA)                            \
-    TAG(TEXTAREA, "textarea", SPECIAL)                                                        \
+    TAG(TEXTAREA, "textarea", SPECIAL | HIDDEN)                                               \
     TAG(TFOOT, "tfoot", SPECIAL | IMPLIED_END_THOROUGH | TABLE_PART | TABLE_STRUCTURE)        \
     TAG(TH, "th", SPECIAL | SCOPE | IMPLIED_END_THOROUGH | TABLE_STRUCTURE)                   \
     TAG(THEAD, "thead", SPECIAL | IMPLIED_END_THOROUGH | TABLE_PART | TABLE_STRUCTURE)        \

@@ -69,9 +69,101 @@ TEST_F(HtmlText, HasItsReferencesReplaced) {
     EXPECT_EQ(cellOf("&notin;&notit;"), "\xE2\x88\x89\xC2\xACit;");
 }
 
-TEST_F(HtmlText, OfATextareaAndOfOptionsIsThere) {
-    EXPECT_EQ(cellOf("<textarea>a <b></textarea>"), "a <b>");
+TEST_F(HtmlText, OfOptionsIsThere) {
     EXPECT_EQ(cellOf("<select><option>a<option>b</select>"), "a\r\nb");
+}
+
+TEST_F(HtmlText, LeavesOutWhatStandsInPlaceOfMediaAndWhatFieldsHold) {
+    for (const char* name :
+         {"audio", "canvas", "meter", "object", "progress", "textarea", "video"}) {
+        const std::string tag = name;
+        EXPECT_EQ(cellOf("1<" + tag + ">x</" + tag + ">2"), "12") << name;
+    }
+    EXPECT_EQ(cellOf("<object><table><tr><td>x</table></object>1"), "1");
+}
+
+TEST_F(HtmlText, OfATextareaCountsWhereItIsAskedForWithItsWhiteSpace) {
+    load("<textarea id=t>a  <b>\nc</textarea>");
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("t"), "a  <b>\r\nc"));
+}
+
+TEST_F(HtmlText, OfSvgIsThatOfItsTextElements) {
+    EXPECT_EQ(cellOf("<svg><title>Up</title><desc>An arrow</desc><metadata>m</metadata>"
+                     "<style>.a{fill:red}</style><script>s</script>"
+                     "<defs><text>d</text></defs><symbol><text>s</text></symbol>"
+                     "<clipPath><text>c</text></clipPath><path d='M0 0'><title>p</title></path>"
+                     "</svg>12"),
+              "12");
+    EXPECT_EQ(cellOf("a<svg>x <g> y <stop>z</stop></g> </svg>b"), "ab");
+    EXPECT_EQ(cellOf("<svg><g><text> 4<tspan>2</tspan><a>0</a> </text></g></svg>"), "420");
+    EXPECT_EQ(cellOf("<svg><text><title>x</title><textPath>7</textPath></text></svg>"), "7");
+    EXPECT_EQ(cellOf("<svg><foreignObject>a<b>b</b><script>x</script></foreignObject></svg>"),
+              "ab");
+    EXPECT_EQ(cellOf("<svg><text style='display:none'>x</text></svg>1"), "1");
+}
+
+TEST_F(HtmlText, OfMathLeavesItsAnnotationsOut) {
+    EXPECT_EQ(cellOf("<math><semantics><mrow><mi>x</mi><mo>+</mo><mn>1</mn></mrow>"
+                     "<annotation>x + 1</annotation></semantics></math>"),
+              "x+1");
+}
+
+TEST_F(HtmlText, OfClosedDetailsIsTheirSummary) {
+    EXPECT_EQ(cellOf("<details>x<summary>a</summary>y<p>z</p></details>b"), "a\r\nb");
+    EXPECT_EQ(cellOf("<details><p>x</p><summary>a</summary><summary>y</summary></details>"), "a");
+    EXPECT_EQ(cellOf("<details><div><summary>x</summary></div></details>b"), "b");
+    EXPECT_EQ(cellOf("<details open><summary>a</summary>b</details>c"), "a\r\nb\r\nc");
+}
+
+TEST_F(HtmlText, OfClosedDialogsIsNotThere) {
+    EXPECT_EQ(cellOf("<dialog>x<p>y</p></dialog>a"), "a");
+    EXPECT_EQ(cellOf("<dialog open>a</dialog>b"), "a\r\nb");
+}
+
+TEST_F(HtmlText, LeavesOutWhatIsNotVisible) {
+    EXPECT_EQ(cellOf("<span style='visibility:hidden'>00</span>7"), "7");
+    EXPECT_EQ(cellOf("<span style='Visibility : Collapse ! important'>00</span>7"), "7");
+    EXPECT_EQ(cellOf("a <span style='visibility:hidden'> x <b>y</b><br></span> b"), "a b");
+    EXPECT_EQ(cellOf("<p>a</p><p style='visibility:hidden'>x</p><p>b</p>"), "a\r\n\r\nb");
+    EXPECT_EQ(cellOf("<i style='visibility:visible'>a</i><i style='visibility:inherit'>b</i>"),
+              "ab");
+}
+
+TEST_F(HtmlText, HasWhatIsVisibleAgainInsideOfWhatIsNot) {
+    EXPECT_EQ(cellOf("<div style='visibility:hidden'>x<b style='visibility:visible'>a"
+                     "<i style='visibility:hidden'>y</i>b</b>z</div>c"),
+              "abc");
+    EXPECT_EQ(cellOf("<div style='visibility:hidden'>x<b style='visibility:initial'>a</b></div>"),
+              "a");
+}
+
+TEST_F(HtmlText, TakesTheVisibilityFromTheElementsAround) {
+    load(
+        "<table style='visibility:visible'><tr style='visibility:hidden'><td>x"
+        "<td style='visibility:visible'>a<td style='visibility:hidden'>y<tr><td>b</table>");
+    EXPECT_EQ(table(), "|a||\nb|\n");
+}
+
+TEST_F(HtmlText, FollowsTheLastDeclarationOfAStyle) {
+    EXPECT_EQ(cellOf("a<b style='display:none; display:inline'>b</b>"), "ab");
+    EXPECT_EQ(cellOf("a<b style='display:block;display:none;'>b</b>"), "a");
+    EXPECT_EQ(cellOf("a<b style='visibility:hidden;visibility:visible'>b</b>"), "ab");
+    EXPECT_EQ(cellOf("a<b style='display'>b</b><b style=';:none;display:'>c</b>"), "abc");
+}
+
+TEST_F(HtmlText, InsideOfPreKeepsItsWhiteSpaceWhereverItIsAskedFor) {
+    load("<pre id=p>a\n<b id=b>x  y\nz</b><pre>q</pre><i id=i>1  2</i></pre>");
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("b"), "x  y\r\nz"));
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("i"), "1  2"));
+    EXPECT_TRUE(
+        document_->innerTextEquals(document_->elementById("p"), "a\r\nx  y\r\nz\r\nq\r\n1  2"));
+}
+
+TEST_F(HtmlText, EndsWithTheLineBreakOfABrAtItsEnd) {
+    load("<h2 id=h>Closing prices<br></h2>");
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("h"), "Closing prices\r\n"));
+    EXPECT_FALSE(document_->innerTextEquals(document_->elementById("h"), "Closing prices"));
+    EXPECT_EQ(cellOf("12<br>"), "12");
 }
 
 TEST_F(HtmlText, IsComparedAsAWhole) {
