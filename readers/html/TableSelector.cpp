@@ -19,6 +19,9 @@ TableSelector::TableSelector(const std::string& selector, int32_t encoding) {
     in.imbue(std::locale::classic());
     in >> kind_;
     std::getline(in, text_);
+    if (text_.ends_with('\r')) {  // of a line end that was pasted
+        text_.pop_back();
+    }
     text_.erase(0, text_.find_first_not_of(BLANKS));
     utf8Text_ = toUtf8(text_, encoding);
 }

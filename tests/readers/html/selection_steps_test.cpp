@@ -116,6 +116,15 @@ TEST_F(HtmlSelectionSteps, TheTextRunsToTheEndOfTheLineWithItsInnerBlanks) {
     EXPECT_EQ(chosen("ID\nfirst"), "HTML: Could not find any TABLE under ID \"\"");
 }
 
+TEST_F(HtmlSelectionSteps, ALineMayEndAsTheSystemsDo) {
+    EXPECT_EQ(chosen("ID first\n"), "a");
+    EXPECT_EQ(chosen("ID first\r\n"), "a");
+    EXPECT_EQ(chosen("ID first\r"), "a");
+    EXPECT_EQ(chosen("TEXT Closing prices\r\nmore"), "b");
+    EXPECT_EQ(chosen("ID\r\n"), "HTML: Could not find any TABLE under ID \"\"");
+    EXPECT_EQ(chosen("\r\n"), "a");
+}
+
 TEST_F(HtmlSelectionSteps, ASelectorIsTakenInTheEncodingOfTheRequest) {
     html_.page[2].id = "r\xC3\xA9sultats";
     request_.encoding = 2;
