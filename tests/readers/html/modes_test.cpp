@@ -81,6 +81,22 @@ TEST(HtmlSharedMemory, JoinsTheKeyCellsByTheFieldsDelimiter) {
     EXPECT_EQ(fileScript(PRICES, {.mode = SHARED_MEMORY, .key = "Price", .fromRow = 2}), "18.40");
 }
 
+TEST(HtmlModes, NarrowNamesAndValuesButLeaveKeysAsTheSystemConvertsThem) {
+    constexpr auto FRENCH =
+        "<meta charset=utf-8><table><tr><th>\xC3\x89quipe<th>\xE2\x82\xAC"
+        "<tr><td>\xC3\x89toile<td>\xE2\x82\xAC 1<tr><td>Li\xC3\xA8ge<td>2</table>";
+    const auto script = [FRENCH](TargetMode mode) {
+        return fileScriptAlone(FRENCH,
+                               {.mode = mode, .key = "\xC9quipe", .fromRow = 1, .encoding = 2});
+    };
+    EXPECT_EQ(script(DATA_STRUCTURE),
+              "\xC3\x89toile={\xC9quipe=\"\"\xC9toile\"\";?=\"\"? 1\"\";};\r\r\n"
+              "Li\xC3\xA8ge={\xC9quipe=\"\"Li\xE8ge\"\";?=\"\"2\"\";};\r\r\n");
+    EXPECT_EQ(script(DATA_FIELD_ARRAY),
+              "T[0-1]=\"\"\xC3\x89toile\"\",\"\"Li\xC3\xA8ge\"\"; READER_NUM_RECORDS=2;");
+    EXPECT_EQ(script(SHARED_MEMORY), "\xC3\x89toile|Li\xC3\xA8ge");
+}
+
 TEST(HtmlModes, ThatNeedAKeyFailWithoutOne) {
     for (const TargetMode mode : {DATA_TABLE, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
         EXPECT_EQ(fileScript(PRICES, {.mode = mode, .key = "Volume"}),

@@ -31,6 +31,16 @@ TEST(HtmlRows, AreNoneFromTheirNumberOn) {
     }
 }
 
+TEST(HtmlRows, BeyondTheLastStillNeedTheirKey) {
+    for (const TargetMode mode : {DATA_TABLE, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
+        for (const int32_t fromRow : {4, 5, 1000}) {
+            EXPECT_EQ(fileScript(ROWS, {.mode = mode, .key = "d", .fromRow = fromRow}),
+                      "failed: HTML: Could not find KEY \"d\" in the first row of the table");
+        }
+    }
+    EXPECT_EQ(fileScript(ROWS, {.mode = DATA_ARRAY, .key = "d", .fromRow = 4}), "");
+}
+
 TEST(HtmlRows, OfNegativeNumbersAddressTheFirstAndCountAsGiven) {
     EXPECT_EQ(column(-2, 4), R"(T[0-3]=""c"",""1""; READER_NUM_RECORDS=4;)");
     EXPECT_EQ(column(-2, 1000000), R"(T[0-5]=""c"",""1"",""2"",""3""; READER_NUM_RECORDS=6;)");
@@ -54,6 +64,8 @@ TEST(HtmlRows, WithoutACellInTheKeyColumnHaveAnEmptyKey) {
     constexpr auto RAGGED = "<table><tr><th>a<th>b<tr><td>1<tr><td>2<td>x</table>";
     EXPECT_EQ(fileScriptAlone(RAGGED, {.mode = DATA_TABLE, .key = "b", .fromRow = 1}),
               R"(T[]={{a=""1"";};};T[x]={{a=""2"";b=""x"";};};)");
+    EXPECT_EQ(fileScriptAlone(RAGGED, {.mode = DATA_STRUCTURE, .key = "b", .fromRow = 1}),
+              "={a=\"\"1\"\";};\r\r\nx={a=\"\"2\"\";b=\"\"x\"\";};\r\r\n");
     EXPECT_EQ(fileScript(RAGGED, {.mode = DATA_FIELD_ARRAY, .key = "b", .fromRow = 1}),
               R"(T[0-1]="""",""x""; READER_NUM_RECORDS=2;)");
     EXPECT_EQ(fileScript(RAGGED, {.mode = SHARED_MEMORY, .key = "b", .fromRow = 1}), "|x");

@@ -88,6 +88,63 @@ TEST(HtmlSelector, TakesNestedTablesAsTheyCome) {
     EXPECT_EQ(chosen(NESTED, "ID a"), "k|k\r\nin");
 }
 
+TEST(HtmlSelector, WithoutATextTakesTheFirstElementThatIsEmptyAndSoMostOftenTheFirstTable) {
+    EXPECT_EQ(chosen(PAGE, "TEXT"), "k|menu");
+    EXPECT_EQ(chosen(PAGE, "Indices"), "k|menu");
+    EXPECT_EQ(chosen(PAGE, "id"), "k|menu");
+    EXPECT_EQ(chosen(PAGE, "CLASS"), "k|menu");
+    EXPECT_EQ(chosen(PAGE, "CLASS \t"), "k|menu");
+    EXPECT_EQ(chosen(PAGE, "ID"), "failed: HTML: Could not find any TABLE under ID \"\"");
+    EXPECT_EQ(chosen("<p>no table", "Prices"),
+              "failed: HTML: Could not find any TABLE close to text \"\"");
+}
+
+TEST(HtmlSelector, FindsTheOuterOfNestedElementsOfOneClass) {
+    constexpr auto NESTED =
+        "<div class=x><table><tr><td>k<tr><td>outer</table>"
+        "<div class=x><table><tr><td>k<tr><td>inner</table></div></div>";
+    EXPECT_EQ(chosen(NESTED, "CLASS x"), "k|outer");
+    constexpr auto TABLES =
+        "<table class=x><tr><td>k<tr><td><table class=x><tr><td>k<tr><td>in</table></table>";
+    EXPECT_EQ(chosen(TABLES, "CLASS x"), "k|in");
+}
+
+TEST(HtmlSelector, FindsTablesOfBrokenPagesWhereBrowsersPutThem) {
+    constexpr auto UNCLOSED = "<table id=a><tr><td>k<tr><td><table id=b><tr><td>k<tr><td>in";
+    EXPECT_EQ(chosen(UNCLOSED, "ID b"), "k|in");
+    EXPECT_EQ(chosen(UNCLOSED, "ID a"), "k|k\r\nin");
+    constexpr auto BETWEEN_ROWS =
+        "<div id=d><table id=a><tr><td>k<tr><table id=b><tr><td>k<tr><td>next</table></div>";
+    EXPECT_EQ(chosen(BETWEEN_ROWS, "ID b"), "k|next");
+    EXPECT_EQ(chosen(BETWEEN_ROWS, "ID a"), "k|");
+    EXPECT_EQ(chosen(BETWEEN_ROWS, "ID d"), "k|");
+    constexpr auto HEADING_INSIDE =
+        "<table id=a><tr><td>k</table><table id=b><h2>Prices</h2><tr><td>k<tr><td>x</table>";
+    EXPECT_EQ(chosen(HEADING_INSIDE, "ID b"), "k|x");
+    EXPECT_EQ(chosen(HEADING_INSIDE, "TEXT Prices"), "k");
+}
+
+TEST(HtmlSelector, IsItsFirstLine) {
+    EXPECT_EQ(chosen(PAGE, "ID closing\r\nmenu"), "k|closing");
+    EXPECT_EQ(chosen(PAGE, "TEXT Closing prices\r\n"), "k|closing");
+}
+
+TEST(HtmlSelector, FindsNoHeadingOfSeveralLinesNorOneThatEndsInABr) {
+    EXPECT_EQ(
+        chosen("<table><tr><td>k</table><h2>Closing<br>prices</h2>", "TEXT Closing\r\nprices"),
+        "failed: HTML: Could not find any TABLE close to text \"Closing\"");
+    EXPECT_EQ(chosen("<table><tr><td>k</table><h2>Prices<br></h2>", "TEXT Prices"),
+              "failed: HTML: Could not find any TABLE close to text \"Prices\"");
+}
+
+TEST(HtmlSelector, FindsATextThatIsThereBesidesWhatIsNotShown) {
+    EXPECT_EQ(chosen("<table><tr><td>k<tr><td>1</table><section><h2><svg><title>Up</title></svg>"
+                     "Prices<span style='visibility:hidden'>9</span></h2>"
+                     "<table><tr><td>k<tr><td>2</table></section>",
+                     "TEXT Prices"),
+              "k|2");
+}
+
 TEST(HtmlSelector, AndNamesAreInTheEncodingOfTheRequest) {
     constexpr auto FRENCH =
         "<meta charset=utf-8><h2>R\xC3\xA9sultats</h2><table><tr><th>\xC3\x89quipe<th>\xE2\x82\xAC"
