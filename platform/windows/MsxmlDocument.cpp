@@ -1,5 +1,7 @@
 #include "platform/windows/MsxmlDocument.h"
 
+#include <algorithm>
+
 #include "platform/windows/Variant.h"
 #include "platform/windows/com_error.h"
 #include "platform/windows/wide_text.h"
@@ -18,6 +20,12 @@ DOMNodeType typeOf(IXMLDOMNode& node) {
     DOMNodeType type = NODE_INVALID;
     checkCom(node.get_nodeType(&type));
     return type;
+}
+
+std::string onOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+    return text;
 }
 
 /// The node behind this one; null behind the last.
@@ -75,7 +83,7 @@ std::string MsxmlDocument::parseErrorReason() {
 
 void MsxmlDocument::setSelectionNamespaces(const std::string& declarations) {
     Variant value;
-    value.setText(declarations);
+    value.setText(onOneLine(declarations));
     checkCom(document_->setProperty(BasicString("SelectionNamespaces").get(), value.get()));
 }
 
@@ -87,13 +95,18 @@ bool MsxmlDocument::selectNodes(const std::string& expression) {
 
 size_t MsxmlDocument::selectedCount() {
     long count = 0;
-    checkCom(selection_->get_length(&count));
+    if (selection_) {
+        checkCom(selection_->get_length(&count));
+    }
     return static_cast<size_t>(count);
 }
 
 XmlDocument::Node MsxmlDocument::selected(size_t position) {
     ComPointer<IXMLDOMNode> node;
     checkCom(selection_->get_item(static_cast<long>(position), node.out()));
+    if (!node) {
+        checkCom(E_UNEXPECTED);  // a kind of node that the system cannot hand out
+    }
     return lend(std::move(node));
 }
 
@@ -177,7 +190,13 @@ XmlDocument::Node MsxmlDocument::appendElement(Node parent, const std::string& n
     return lend(std::move(appended));
 }
 
+/// The children are taken out first, since some may be lent: setting a text destroys them under
+/// Wine.
 void MsxmlDocument::setText(Node element, const std::string& text) {
+    for (auto child = firstChildOf(toSystem(element)); child;
+         child = firstChildOf(toSystem(element))) {
+        checkCom(toSystem(element).removeChild(child.get(), nullptr));
+    }
     checkCom(toSystem(element).put_text(BasicString(text).get()));
 }
 

@@ -138,7 +138,7 @@ TEST_F(HtmlSelectionSteps, ASourceThatDoesNotOpenFailsAndTheLogSaysWhy) {
     html_.unreachable = "The server answered with status 404";
     EXPECT_EQ(chosen("ID first"), "HTML: Failed to open URL \"page.html\"");
     EXPECT_EQ(html_.calls(), "open page.html\n");
-    std::ifstream log("2026-03-05-0907-Intake.log", std::ios::binary);
+    std::ifstream log("2026-03-05-0907-Intake.log");
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
               "5/3 9:7 ERROR: \t\t\tHTML: The server answered with status 404\n");
 }

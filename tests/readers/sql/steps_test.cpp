@@ -105,7 +105,7 @@ TEST_F(SqlSteps, AreTracedInTheLogWithoutTheConnectionString) {
          {DATA_TABLE, DATA_ARRAY, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
         scriptAlone(mode);
     }
-    std::ifstream log("2026-03-05-0907-Intake.log", std::ios::binary);
+    std::ifstream log("2026-03-05-0907-Intake.log");
     const std::string prefix = "5/3 9:7 DEBUG: \t\t\t";
     const std::string steps = prefix + "Before CreateInstance\n" + prefix +
                               "Before connection open\n" + prefix + "Before recordset open\n";

@@ -9,6 +9,7 @@
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/readers/xml/read.h"
+#include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {
@@ -87,13 +88,14 @@ std::string warnings(const XmlQuery& query) {
     request.key = query.key;
     request.table = query.table;
     request.numRows = query.numRows;
+    const AsWorker worker;
     FakeClock clock;
     ReaderLogger logger(clock);
     logger.setLevel(LOG_WARNING);
     EndMark endMark;
     std::string script, error;
     EXPECT_TRUE(XMLHandler(logger, systemPlatform().xml, endMark).Read(request, script, error));
-    std::ifstream log("2026-03-05-0907-Intake.log", std::ios::binary);
+    std::ifstream log("2026-03-05-0907-Intake.log");
     return {std::istreambuf_iterator<char>(log), {}};
 }
 

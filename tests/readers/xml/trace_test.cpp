@@ -19,7 +19,7 @@ protected:
     }
 
     static std::string log() {
-        std::ifstream file("2026-03-05-0907-Intake.log", std::ios::binary);
+        std::ifstream file("2026-03-05-0907-Intake.log");
         return {std::istreambuf_iterator<char>(file), {}};
     }
 

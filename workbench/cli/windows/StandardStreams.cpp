@@ -33,6 +33,7 @@ StandardStreams::StandardStreams() : result_(_dup(output)) {
     _setmode(output, _O_BINARY);
     _setmode(error, _O_BINARY);
     std::setvbuf(stdout, nullptr, _IONBF, 0);  // in step with standard error
+    std::setvbuf(stderr, nullptr, _IONBF, 0);  // and that with what the plugin prints there
 }
 
 StandardStreams::~StandardStreams() {
