@@ -13,19 +13,19 @@ class FormattingElements {
 public:
     static constexpr size_t NOWHERE = static_cast<size_t>(-1);
 
-    size_t size() const { return nodes_.size(); }
-    bool isEmpty() const { return nodes_.empty(); }
-    bool isMarker(size_t place) const { return nodes_[place] == nullptr; }
-    Node* at(size_t place) const { return nodes_[place]; }
+    size_t size() const { return entries_.size(); }
+    bool isEmpty() const { return entries_.empty(); }
+    bool isMarker(size_t place) const { return at(place) == nullptr; }
+    Node* at(size_t place) const { return entries_[place].node; }
 
     /// Drops the earliest of three like it, behind the last marker.
     void push(Node* node);
-    void pushMarker() { nodes_.push_back(nullptr); }
+    void pushMarker() { entries_.push_back({nullptr, 0}); }
     void clearToMarker();
 
     void insert(size_t place, Node* node);
-    void replace(size_t place, Node* node) { nodes_[place] = node; }
-    void remove(const Node* node);
+    void replace(size_t place, Node* copy);
+    void remove(Node* node);
 
     size_t find(const Node* node) const;
 
@@ -33,7 +33,12 @@ public:
     Node* findLast(Tag tag) const;
 
 private:
-    std::vector<Node*> nodes_;
+    struct Entry {
+        Node* node;   // null for a marker
+        size_t hash;  // of its attributes, which are compared with those of many others
+    };
+
+    std::vector<Entry> entries_;
 };
 
 }  // namespace intake::html

@@ -17,7 +17,7 @@ struct Attribute {
 };
 
 /// A node of a page. Lives in the page's arena, and so do its texts, or in the page's own bytes.
-/// Texts that stand side by side are one text.
+/// Text nodes that stand side by side make one text together.
 struct Node {
     Node* parent = nullptr;
     Node* previous = nullptr;
@@ -32,6 +32,10 @@ struct Node {
     Tag tag = Tag::OTHER;  // of HTML elements, and of foreign ones by the same name
     NodeType type = NodeType::ELEMENT;
     Namespace space = Namespace::HTML;
+
+    // While the tree is built: whether the node is in the lists of those names.
+    bool isOpen : 1 = false;
+    bool isFormatting : 1 = false;
 
     bool isHtml(Tag which) const { return tag == which && space == Namespace::HTML; }
 

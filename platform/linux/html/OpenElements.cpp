@@ -57,17 +57,23 @@ void OpenElements::push(Node* node) {
 void OpenElements::insert(size_t place, Node* node) {
     nodes_.insert(nodes_.begin() + static_cast<ptrdiff_t>(place), node);
     count(node) += node->space == Namespace::HTML ? 1 : 0;
+    node->isOpen = true;
 }
 
 void OpenElements::pop() {
-    count(nodes_.back()) -= nodes_.back()->space == Namespace::HTML ? 1 : 0;
+    leave(nodes_.back());
     nodes_.pop_back();
 }
 
-void OpenElements::remove(const Node* node) {
+void OpenElements::leave(Node* node) {
+    count(node) -= node->space == Namespace::HTML ? 1 : 0;
+    node->isOpen = false;
+}
+
+void OpenElements::remove(Node* node) {
     const size_t place = find(node);
     if (place != NOWHERE) {
-        count(node) -= node->space == Namespace::HTML ? 1 : 0;
+        leave(node);
         nodes_.erase(nodes_.begin() + static_cast<ptrdiff_t>(place));
     }
 }
@@ -78,8 +84,11 @@ void OpenElements::replace(size_t place, Node* node) {
 }
 
 size_t OpenElements::find(const Node* node) const {
+    if (!node->isOpen) {
+        return NOWHERE;
+    }
     const auto found = std::find(nodes_.rbegin(), nodes_.rend(), node);
-    return found == nodes_.rend() ? NOWHERE : static_cast<size_t>(nodes_.rend() - found) - 1;
+    return static_cast<size_t>(nodes_.rend() - found) - 1;
 }
 
 size_t OpenElements::findLast(Tag tag) const {

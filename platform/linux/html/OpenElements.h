@@ -26,11 +26,11 @@ public:
     void push(Node* node);
     void pop();
     void insert(size_t place, Node* node);
-    void remove(const Node* node);
+    void remove(Node* node);
     void replace(size_t place, Node* node);
 
     bool isOpen(Tag tag) const { return counts_[static_cast<size_t>(tag)] > 0; }
-    bool contains(const Node* node) const { return find(node) != NOWHERE; }
+    bool contains(const Node* node) const { return node->isOpen; }
 
     static constexpr size_t NOWHERE = static_cast<size_t>(-1);
     /// The place of an element, or of the last HTML element of a tag; NOWHERE when it is not open.
@@ -46,6 +46,7 @@ public:
     void popThrough(const Node* node);
 
 private:
+    void leave(Node* node);
     int& count(const Node* node) { return counts_[static_cast<size_t>(node->tag)]; }
 
     std::vector<Node*> nodes_;

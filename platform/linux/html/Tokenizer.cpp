@@ -62,7 +62,8 @@ bool Tokenizer::readMarkup(Token& token) {
         return true;
     }
     if (second == '!') {
-        return readDeclaration(token);
+        readDeclaration(token);
+        return true;
     }
     if (second == '?') {
         ++at_;
@@ -206,7 +207,7 @@ void Tokenizer::keepAttribute(Token& token, std::string_view name, std::string_v
 }
 
 /// At a "<!".
-bool Tokenizer::readDeclaration(Token& token) {
+void Tokenizer::readDeclaration(Token& token) {
     at_ += 2;
     if (rest().starts_with("--")) {
         at_ += 2;
@@ -220,7 +221,6 @@ bool Tokenizer::readDeclaration(Token& token) {
     } else {
         readBogusComment(token);
     }
-    return true;
 }
 
 void Tokenizer::readComment(Token& token) {

@@ -13,7 +13,7 @@ namespace intake::html {
 class Tokenizer {
 public:
     /// Further ones of an element are left out: each is compared with all before it.
-    static constexpr size_t MAX_ATTRIBUTES = 1000;
+    static constexpr size_t MAX_ATTRIBUTES = 100;
 
     /// How the text behind a start tag is read, up to its end tag. Set by the tree builder.
     enum class TextMode { DATA, RCDATA, RAWTEXT, SCRIPT, PLAINTEXT };
@@ -52,7 +52,7 @@ private:
     bool readAttributeValue(std::string_view& value);
     void keepAttribute(Token& token, std::string_view name, std::string_view value);
 
-    bool readDeclaration(Token& token);
+    void readDeclaration(Token& token);
     void readComment(Token& token);
     void readBogusComment(Token& token);
     void readDoctype(Token& token);
@@ -60,7 +60,6 @@ private:
 
     /// The end of the text that the current mode reads.
     size_t findTextEnd() const;
-    size_t findScriptEnd() const;
     bool isEndTagAt(size_t position) const;
 
     std::string_view loweredName(std::string_view name);

@@ -113,9 +113,12 @@ void TreeBuilder::endHeading() {
 }
 
 void TreeBuilder::endOther(const Token& token) {
+    if (!open_.isOpen(token.tag)) {
+        return;
+    }
     for (size_t place = open_.size(); place > 0; --place) {
         Node* const node = open_.at(place - 1);
-        if (node->space == Namespace::HTML && node->text == token.text) {
+        if (node->isHtml(token.tag) && node->text == token.text) {
             generateImpliedEndTags(token.tag);
             open_.popThrough(node);
             return;
