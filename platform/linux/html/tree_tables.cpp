@@ -7,7 +7,8 @@ namespace intake::html {
 
 template <class... Tags>
 void TreeBuilder::clearStackBackTo(Tags... tags) {
-    while (!isOneOf(open_.current()->tag, tags..., Tag::TEMPLATE, Tag::HTML)) {
+    while (open_.current()->space != Namespace::HTML ||
+           !isOneOf(open_.current()->tag, tags..., Tag::TEMPLATE, Tag::HTML)) {
         open_.pop();
     }
 }
