@@ -2,6 +2,7 @@
 
 #include "platform/linux/html/ParsedPage.h"
 #include "platform/linux/html/page_encoding.h"
+#include "platform/linux/html/page_errors.h"
 #include "platform/linux/page_source.h"
 
 namespace intake {
@@ -13,6 +14,9 @@ std::unique_ptr<HtmlDocument> LinuxHtmlServices::open(const std::string& source,
         return nullptr;
     }
     std::string text = html::decodePage(std::move(page.bytes), page.charset);
+    if (text.size() > html::MAX_PAGE_BYTES) {
+        html::throwPageTooLarge();
+    }
     return std::make_unique<html::ParsedPage>(html::parsePage(std::move(text), endMark));
 }
 

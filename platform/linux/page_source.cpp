@@ -16,25 +16,17 @@ namespace intake {
 
 namespace {
 
-/// The tree of a page takes some ten times its size.
-constexpr size_t MAX_MEGABYTES = 100;
-constexpr size_t MAX_BYTES = MAX_MEGABYTES * 1000 * 1000;
-
 constexpr std::array<const char*, 3> REMOTE_SCHEMES{"http://", "https://", "ftp://"};
 
 bool hasScheme(const std::string& source, const std::string& scheme) {
     return strncasecmp(source.c_str(), scheme.c_str(), scheme.size()) == 0;
 }
 
-[[noreturn]] void refuseSize() {
-    html::throwPageRefused("The page is larger than " + std::to_string(MAX_MEGABYTES) + " MB");
-}
-
 bool fetch(const std::string& url, const EndMark& endMark, PageSource& page, std::string& reason) {
-    CurlPageRequest request(endMark, MAX_BYTES);
+    CurlPageRequest request(endMark, html::MAX_PAGE_BYTES);
     const bool isFetched = request.fetch(url, reason);
     if (request.isTooLarge()) {
-        refuseSize();
+        html::throwPageTooLarge();
     }
     page.bytes = request.takeBody();
     page.charset = request.charset();
@@ -59,8 +51,8 @@ public:
         if (!files_.size(handle_, size)) {
             return false;
         }
-        if (size > MAX_BYTES) {
-            refuseSize();
+        if (size > html::MAX_PAGE_BYTES) {
+            html::throwPageTooLarge();
         }
         bytes.resize(static_cast<size_t>(size));
         size_t bytesRead = 0;

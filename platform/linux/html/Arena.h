@@ -31,6 +31,9 @@ public:
         return {at_ - bytes, bytes};
     }
 
+    /// What it has taken from the system so far, in bytes.
+    size_t size() const { return size_; }
+
 private:
     static constexpr size_t BLOCK = size_t{256} * 1024;
 
@@ -45,15 +48,17 @@ private:
         if (static_cast<size_t>(end_ - at_) < bytes) {
             const size_t size = std::max(bytes, BLOCK);
             // Not value-initialised: writing a block twice would show in the parse time.
-            blocks_.emplace_back(new char[size]);
+            blocks_.push_back(std::unique_ptr<char[]>(new char[size]));
             at_ = blocks_.back().get();
             end_ = at_ + size;
+            size_ += size;
         }
     }
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* at_ = nullptr;
     char* end_ = nullptr;
+    size_t size_ = 0;
 };
 
 }  // namespace intake::html

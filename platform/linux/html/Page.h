@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -17,8 +18,10 @@ struct Page {
 };
 
 /// Parses a page in UTF-8 by the tree construction rules of the HTML standard, with scripting
-/// disabled. Throws PlatformError for a page that is nested deeper than 2000 elements, or that
-/// would become many times as large, and when `endMark` is set meanwhile.
-std::unique_ptr<Page> parsePage(std::string bytes, const EndMark& endMark);
+/// disabled. Throws PlatformError for a page that is nested deeper than 2000 elements or, if it is
+/// long, very deep throughout; for one that becomes more nodes than it has bytes, or takes more
+/// than `maxTreeBytes` of memory; and when `endMark` is set meanwhile.
+std::unique_ptr<Page> parsePage(std::string bytes, const EndMark& endMark,
+                                size_t maxTreeBytes = 1'000'000'000);
 
 }  // namespace intake::html

@@ -12,6 +12,9 @@ namespace {
 
 constexpr size_t MAX_DEPTH = 2000;
 constexpr size_t MIN_NODES = 10000;
+/// The sum of the depths at all tokens, which takes some seconds. Sound pages of the largest size
+/// stay far below.
+constexpr size_t MAX_STEPS = 2'000'000'000;
 constexpr size_t TOKENS_PER_LOOK = 4096;
 
 /// Makes every line end a line feed.
@@ -30,21 +33,22 @@ void normalizeLineEnds(std::string& text) {
 
 }  // namespace
 
-std::unique_ptr<Page> parsePage(std::string bytes, const EndMark& endMark) {
+std::unique_ptr<Page> parsePage(std::string bytes, const EndMark& endMark, size_t maxTreeBytes) {
     normalizeLineEnds(bytes);
     auto page = std::make_unique<Page>();
     page->bytes = std::move(bytes);
     page->document.type = NodeType::DOCUMENT;
-    TreeBuilder(*page, endMark).build();
+    TreeBuilder(*page, endMark, maxTreeBytes).build();
     return page;
 }
 
 // Without multiplication, no node is shorter than a byte.
-TreeBuilder::TreeBuilder(Page& page, const EndMark& endMark)
+TreeBuilder::TreeBuilder(Page& page, const EndMark& endMark, size_t maxTreeBytes)
     : page_(page),
       endMark_(endMark),
       tokenizer_(page.bytes, page.arena),
-      maxNodes_(page.bytes.size() + MIN_NODES) {}
+      maxNodes_(page.bytes.size() + MIN_NODES),
+      maxTreeBytes_(maxTreeBytes) {}
 
 void TreeBuilder::build() {
     Token token;
@@ -54,6 +58,7 @@ void TreeBuilder::build() {
         if (++tokens % TOKENS_PER_LOOK == 0 && endMark_.isSet()) {
             throwPageGivenUp();
         }
+        checkCost();
         tokenizer_.allowCdata(!open_.isEmpty() && open_.current()->space != Namespace::HTML);
         tokenizer_.next(token);
         isEnd = token.type == Token::END;
@@ -62,6 +67,18 @@ void TreeBuilder::build() {
             token.text.remove_prefix(1);
         }
         process(token);
+    }
+}
+
+/// One step of the standard may walk along all open elements, whatever comes of it.
+void TreeBuilder::checkCost() {
+    steps_ += open_.size();
+    if (steps_ > MAX_STEPS) {
+        throwPageRefused("The page is nested too deeply for its length");
+    }
+    if (page_.arena.size() > maxTreeBytes_) {
+        throwPageRefused("The elements of the page take more than " +
+                         std::to_string(maxTreeBytes_ / 1'000'000) + " MB of memory");
     }
 }
 
@@ -201,11 +218,18 @@ void TreeBuilder::open(Node* element) {
     open_.push(element);
 }
 
+/// What directly continues the text in front of it becomes part of that node.
 void TreeBuilder::insertText(std::string_view text) {
     if (text.empty()) {
         return;
     }
     const Place place = appropriatePlace();
+    Node* const before = place.before == nullptr ? place.parent->lastChild : place.before->previous;
+    if (before != nullptr && before->type == NodeType::TEXT &&
+        before->text.data() + before->text.size() == text.data()) {
+        before->text = {before->text.data(), before->text.size() + text.size()};
+        return;
+    }
     Node* const node = createNode(NodeType::TEXT);
     node->text = text;
     node->moveTo(place.parent, place.before);

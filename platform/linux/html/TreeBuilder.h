@@ -15,12 +15,13 @@ namespace intake::html {
 /// standard, whose terms the names are. There is one operation for each insertion mode; the files
 /// tree_*.cpp hold them. Made for one page.
 ///
-/// Two limits keep hostile pages from taking time or memory out of proportion: the depth of open
-/// elements, which many a step of the standard walks along, and the number of nodes, which the
-/// reconstruction of formatting elements can multiply.
+/// Hostile pages are kept from taking time or memory out of proportion by limits on the depth of
+/// open elements, which many a step of the standard walks along, on the sum of these depths at all
+/// tokens, on the number of nodes, which the reconstruction of formatting elements can multiply,
+/// and on the memory of the tree.
 class TreeBuilder {
 public:
-    TreeBuilder(Page& page, const EndMark& endMark);
+    TreeBuilder(Page& page, const EndMark& endMark, size_t maxTreeBytes);
 
     /// Throws PlatformError as parsePage does.
     void build();
@@ -34,6 +35,7 @@ private:
     };
 
     // TreeBuilder.cpp: what the modes are made of
+    void checkCost();
     void process(Token& token);
     void reprocess(Mode mode, Token& token);
     bool belongsToHtml(const Token& token) const;
@@ -144,7 +146,9 @@ private:
     const EndMark& endMark_;
     Tokenizer tokenizer_;
     const size_t maxNodes_;
+    const size_t maxTreeBytes_;
     size_t nodeCount_ = 0;
+    size_t steps_ = 0;
 
     Mode mode_ = &TreeBuilder::initial;
     Mode originalMode_ = nullptr;      // behind the text of an element, or of a table

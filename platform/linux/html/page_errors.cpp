@@ -14,6 +14,10 @@ void throwPageRefused(const std::string& description) {
     throw PlatformError(0x80004005, "Unspecified error", SOURCE, description);
 }
 
+void throwPageTooLarge() {
+    throwPageRefused("The page is larger than " + std::to_string(MAX_PAGE_MEGABYTES) + " MB");
+}
+
 void throwPageGivenUp() {
     throw PlatformError(0x80004004, "Operation aborted", SOURCE, "The load was given up.");
 }

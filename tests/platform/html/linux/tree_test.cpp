@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/PlatformError.h"
 #include "platform/linux/html/Page.h"
 #include "tests/conformance/tree_dump.h"
 
@@ -19,6 +20,17 @@ std::string tree(const std::string& body) {
         "|   <body>\n";
     EXPECT_EQ(dump.substr(0, start.size()), start);
     return dump.substr(start.size());
+}
+
+/// What the refusal of a page says; empty when it is not refused.
+std::string refusalOf(const std::string& page, const EndMark& endMark,
+                      size_t maxTreeBytes = 1'000'000'000) {
+    try {
+        parsePage(page, endMark, maxTreeBytes);
+    } catch (const PlatformError& error) {
+        return error.description();
+    }
+    return "";
 }
 
 TEST(HtmlTree, PutsWhatMayNotStandInATableInFrontOfIt) {
@@ -137,7 +149,26 @@ TEST(HtmlTree, GivesUpOnceNobodyWaits) {
     for (int number = 0; number < 100000; ++number) {
         page += "<p>";
     }
-    EXPECT_ANY_THROW(parsePage(page, endMark));
+    EXPECT_EQ(refusalOf(page, endMark), "The load was given up.");
+}
+
+TEST(HtmlTree, TakesALongRunOfTextAsOneNode) {
+    const EndMark endMark;
+    const auto page = parsePage("<!DOCTYPE html><body>" + std::string(100000, '<'), endMark);
+    const Node* const text = page->document.lastChild->lastChild->firstChild;
+    EXPECT_EQ(text->text, std::string(100000, '<'));
+    EXPECT_EQ(text->next, nullptr);
+}
+
+TEST(HtmlTree, IsRefusedWhenItTakesTooMuchMemory) {
+    const EndMark endMark;
+    std::string page;
+    for (int number = 0; number < 100000; ++number) {
+        page += "<p a b c d e f g h i j k l m>";
+    }
+    EXPECT_EQ(refusalOf(page, endMark, 10'000'000),
+              "The elements of the page take more than 10 MB of memory");
+    EXPECT_EQ(refusalOf(page, endMark, 100'000'000), "");
 }
 
 }  // namespace
