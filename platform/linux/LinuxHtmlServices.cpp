@@ -17,7 +17,7 @@ std::unique_ptr<HtmlDocument> LinuxHtmlServices::open(const std::string& source,
     if (text.size() > html::MAX_PAGE_BYTES) {
         html::throwPageTooLarge();
     }
-    return std::make_unique<html::ParsedPage>(html::parsePage(std::move(text), endMark));
+    return std::make_unique<html::ParsedPage>(html::parsePage(std::move(text), endMark), endMark);
 }
 
 }  // namespace intake

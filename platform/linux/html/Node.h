@@ -37,6 +37,9 @@ struct Node {
     bool isOpen : 1 = false;
     bool isFormatting : 1 = false;
 
+    /// The number of the searched text that the inner text is known not to be; see inner_text.h.
+    mutable uint32_t textKnownToDiffer = 0;
+
     bool isHtml(Tag which) const { return tag == which && space == Namespace::HTML; }
 
     /// The value of an attribute; null when it has none of that name.

@@ -1,6 +1,6 @@
 #include "platform/linux/html/ParsedPage.h"
 
-#include "platform/linux/html/inner_text.h"
+#include "platform/linux/html/page_errors.h"
 
 namespace intake::html {
 
@@ -16,29 +16,37 @@ HtmlDocument::Element toElement(const Node* node) {
 
 }  // namespace
 
+/// The first element below a root that meets a condition; what is inside of `withoutAny` does not.
 template <class Condition>
-HtmlDocument::Element ParsedPage::first(const Node& root, Condition condition) {
+const Node* ParsedPage::first(const Node& root, Condition condition, const Node* withoutAny) {
     const Node* node = root.following(&root);
     while (node != nullptr && !(node->type == NodeType::ELEMENT && condition(*node))) {
-        node = node->following(&root);
+        if (endMark_.isSet()) {
+            throwPageGivenUp();
+        }
+        node = node == withoutAny ? node->followingOutside(&root) : node->following(&root);
     }
-    return toElement(node);
+    return node;
 }
 
 HtmlDocument::Element ParsedPage::elementById(const std::string& id) {
-    return first(page_->document, [&](const Node& node) {
+    return toElement(first(page_->document, [&](const Node& node) {
         const std::string_view* const value = node.attribute("id");
         return value != nullptr && !value->empty() && *value == id;
-    });
+    }));
 }
 
 bool ParsedPage::isTable(Element element) {
     return nodeOf(element).isHtml(Tag::TABLE);
 }
 
+/// Whoever climbs from ancestor to ancestor has each of them searched but for where he comes from.
 HtmlDocument::Element ParsedPage::firstTable(Element ancestor) {
-    return first(ancestor == nullptr ? page_->document : nodeOf(ancestor),
-                 [](const Node& node) { return node.isHtml(Tag::TABLE); });
+    const Node& root = ancestor == nullptr ? page_->document : nodeOf(ancestor);
+    const auto isTable = [](const Node& node) { return node.isHtml(Tag::TABLE); };
+    const Node* const table = first(root, isTable, tableless_);
+    tableless_ = table == nullptr ? &root : tableless_;
+    return toElement(table);
 }
 
 HtmlDocument::Element ParsedPage::parent(Element element) {
@@ -47,7 +55,8 @@ HtmlDocument::Element ParsedPage::parent(Element element) {
 }
 
 HtmlDocument::Element ParsedPage::findElement(const Matches& matches) {
-    return first(page_->document, [&](const Node& node) { return matches(toElement(&node)); });
+    return toElement(
+        first(page_->document, [&](const Node& node) { return matches(toElement(&node)); }));
 }
 
 bool ParsedPage::classNameEquals(Element element, std::string_view className) {
@@ -56,7 +65,10 @@ bool ParsedPage::classNameEquals(Element element, std::string_view className) {
 }
 
 bool ParsedPage::innerTextEquals(Element element, std::string_view text) {
-    return html::innerTextEquals(nodeOf(element), text);
+    if (searched_.number == 0 || searched_.text != text) {
+        searched_ = {std::string(text), searched_.number + 1};
+    }
+    return html::innerTextEquals(nodeOf(element), searched_);
 }
 
 std::unique_ptr<HtmlTable> ParsedPage::table(Element table) {

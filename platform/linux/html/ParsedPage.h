@@ -1,17 +1,22 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "platform/EndMark.h"
 #include "platform/HtmlDocument.h"
 #include "platform/linux/html/Page.h"
+#include "platform/linux/html/inner_text.h"
 
 namespace intake::html {
 
 /// A page of our own parser as a document.
 class ParsedPage final : public HtmlDocument {
 public:
-    explicit ParsedPage(std::unique_ptr<Page> page) : page_(std::move(page)) {}
+    /// `endMark` outlives this object. Searches throw PlatformError once it is set.
+    ParsedPage(std::unique_ptr<Page> page, const EndMark& endMark)
+        : page_(std::move(page)), endMark_(endMark) {}
 
     Element elementById(const std::string& id) override;
     bool isTable(Element element) override;
@@ -24,9 +29,12 @@ public:
 
 private:
     template <class Condition>
-    Element first(const Node& root, Condition condition);
+    const Node* first(const Node& root, Condition condition, const Node* withoutAny = nullptr);
 
     std::unique_ptr<Page> page_;
+    const EndMark& endMark_;
+    const Node* tableless_ = nullptr;  // where the last search for a table found none
+    SearchedText searched_;
 };
 
 /// The rows of a table, found once: those of its heads, then those of its bodies and its own, then

@@ -22,26 +22,45 @@ public:
         out_.append(piece);
         return true;
     }
+    void enter(const Node&) {}
+    void leave(const Node&) {}
 
 private:
     std::string& out_;
 };
 
-/// Takes the text by comparing it.
+/// Takes the text by comparing it. What is entered before there is any text has, from its own
+/// beginning, the text that the root has. So it need not be walked again, unless it ends where all
+/// that was expected has come.
 class Comparing {
 public:
-    explicit Comparing(std::string_view expected) : rest_(expected) {}
+    explicit Comparing(const SearchedText& expected)
+        : rest_(expected.text), number_(expected.number) {}
 
     bool put(std::string_view piece) {
+        hasText_ = true;
         isEqual_ = isEqual_ && rest_.starts_with(piece);
         rest_.remove_prefix(isEqual_ ? piece.size() : 0);
         return isEqual_;
+    }
+
+    void enter(const Node& element) {
+        if (!hasText_) {
+            element.textKnownToDiffer = number_;
+        }
+    }
+    void leave(const Node& element) {
+        if (isEqual()) {
+            element.textKnownToDiffer = 0;
+        }
     }
 
     bool isEqual() const { return isEqual_ && rest_.empty(); }
 
 private:
     std::string_view rest_;
+    const uint32_t number_;
+    bool hasText_ = false;
     bool isEqual_ = true;
 };
 
@@ -128,6 +147,7 @@ private:
     }
 
     void enter(const Node& element) {
+        sink_.enter(element);
         preserving_ += keepsSpace(element) ? 1 : 0;
         const Visibility visibility = visibilityOf(element);
         if (visibility == (isVisible_ ? Visibility::HIDDEN : Visibility::VISIBLE)) {
@@ -138,6 +158,7 @@ private:
     }
 
     bool leave(const Node& element) {
+        sink_.leave(element);
         preserving_ -= keepsSpace(element) ? 1 : 0;
         requireBreaks(element);
         const bool goesOn = !isVisible_ || endCellOrRow(element);
@@ -242,12 +263,14 @@ void appendInnerText(const Node& element, std::string& out) {
     InnerText<Appending>(sink).walk(element);
 }
 
-bool innerTextEquals(const Node& element, std::string_view text) {
-    if (element.firstChild == nullptr) {
-        return text.empty();
+bool innerTextEquals(const Node& element, const SearchedText& text) {
+    if (element.firstChild == nullptr || element.textKnownToDiffer == text.number) {
+        return element.firstChild == nullptr && text.text.empty();
     }
     Comparing sink(text);
-    return InnerText<Comparing>(sink).walk(element) && sink.isEqual();
+    InnerText<Comparing>(sink).walk(element);
+    sink.leave(element);
+    return sink.isEqual();
 }
 
 }  // namespace intake::html

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "platform/linux/html/Node.h"
 
@@ -14,7 +14,15 @@ namespace intake::html {
 /// `display: none` and `visibility`: not `white-space`, `text-transform`, nor any other display.
 void appendInnerText(const Node& element, std::string& out);
 
-/// Whether the inner text is this text. Stops at the first difference.
-bool innerTextEquals(const Node& element, std::string_view text);
+/// A text that many elements of a page are compared with.
+struct SearchedText {
+    std::string text;
+    uint32_t number = 0;  // another for another text of the same page; not 0
+};
+
+/// Whether the inner text is this text. Stops at the first difference. Notes in other nodes, which
+/// it meets on the way, that theirs is not, so that asking for all elements in document order walks
+/// along no part of the page more often than the text has words.
+bool innerTextEquals(const Node& element, const SearchedText& text);
 
 }  // namespace intake::html

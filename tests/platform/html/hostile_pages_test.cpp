@@ -75,6 +75,28 @@ TEST_F(HostilePage, IsRefusedWhenFormattingElementsMultiply) {
               "The page leaves too many formatting elements open");
 }
 
+TEST_F(HostilePage, IsRefusedWhenItIsNestedDeeplyAllThrough) {
+    EXPECT_EQ(refusalOf(repeated("<span>", 1950) + repeated("<wbr></x>", 600000)),
+              "The page is nested too deeply for its length");
+}
+
+TEST_F(HostilePage, MayHaveManyFormattingElementsOfManyAttributes) {
+    std::string attributes;
+    for (int number = 0; number < 998; ++number) {
+        attributes += " a" + std::to_string(number);
+    }
+    std::string page;
+    for (int number = 0; number < 1900; ++number) {
+        page += "<b z=" + std::to_string(number) + attributes + ">";
+    }
+    expectCell(page + TABLE);
+}
+
+TEST_F(HostilePage, MayLeaveManyMarkersBehindThatBoundFormattingElements) {
+    expectCell(repeated("<template><tr><td></template>", 200000) +
+               repeated("<b>" + repeated("<i></i><x>", 500) + "<p></b></p>", 1000) + TABLE);
+}
+
 TEST_F(HostilePage, MayHaveManyAttributes) {
     std::string tag = "<p";
     for (int number = 0; number < 100000; ++number) {
@@ -129,6 +151,48 @@ TEST_F(HostilePage, MayBeNoPageAtAll) {
     EXPECT_EQ(document_->firstTable(nullptr), nullptr);
 }
 
+class HostileSearch : public HostilePage {
+protected:
+    /// Whether the first element of that inner text is the one of that id.
+    bool isFound(const std::string& text, const std::string& id) {
+        const Element element = document_->findElement(
+            [&](Element each) { return document_->innerTextEquals(each, text); });
+        return element != nullptr && element == document_->elementById(id);
+    }
+
+    const std::string deep_ = repeated("<div>", 1900);
+};
+
+TEST_F(HostileSearch, MayBeOfAPageWithoutText) {
+    load(deep_ + repeated("<wbr>", 1000000));
+    EXPECT_FALSE(isFound("x", ""));
+    EXPECT_TRUE(document_->findElement(
+                    [&](Element each) { return document_->innerTextEquals(each, ""); }) != nullptr);
+}
+
+TEST_F(HostileSearch, MayBeOfAPageOfBlanks) {
+    load(deep_ + std::string(50'000'000, ' ') + "<p id=a>x");
+    EXPECT_FALSE(isFound("y", ""));
+}
+
+TEST_F(HostileSearch, MayBeForATextThatAllSeemToBeginWith) {
+    load(deep_ + "<i>x</i>" + repeated("<wbr>", 900000) + repeated("</div>", 900) + "z<p id=a>x y");
+    EXPECT_TRUE(isFound("x y", "a"));
+}
+
+TEST_F(HostileSearch, MayBeForATextThatEndsDeepInside) {
+    load("x" + deep_ + repeated("<wbr>", 900000) + "<p id=a>y</p>" + "x");
+    EXPECT_TRUE(isFound("y", "a"));
+}
+
+TEST_F(HostileSearch, MayClimbOutOfADeepPageWithoutATable) {
+    load(deep_ + repeated("<wbr>", 1000000) + "<p id=a>");
+    for (Element each = document_->elementById("a"); each != nullptr;
+         each = document_->parent(each)) {
+        EXPECT_EQ(document_->firstTable(each), nullptr);
+    }
+}
+
 TEST_F(HostilePage, IsRefusedWhenItIsTooLarge) {
     const std::string path = directory_.write("page.html", "");
     std::filesystem::resize_file(path, 200'000'000);
@@ -138,6 +202,10 @@ TEST_F(HostilePage, IsRefusedWhenItIsTooLarge) {
     } catch (const PlatformError& error) {
         EXPECT_EQ(error.description(), "The page is larger than 100 MB");
     }
+}
+
+TEST_F(HostilePage, IsRefusedWhenItBecomesTooLargeInUtf8) {
+    EXPECT_EQ(refusalOf(std::string(34'000'000, '\x80')), "The page is larger than 100 MB");
 }
 
 }  // namespace

@@ -93,6 +93,48 @@ TEST_F(HtmlSearch, SeesATableThatWasMovedOutOfAnotherWhereBrowsersPutIt) {
     EXPECT_EQ(order(), "bac");
 }
 
+TEST_F(HtmlSearch, FindsTheOutermostElementOfATextAndFindsItAgain) {
+    load("<body><div id=a><wbr><div id=b><i id=c>x</i></div></div><p id=d>x y</p><p id=e>y</p>");
+    const auto find = [this](const std::string& text) {
+        return document_->findElement(
+            [&](Element each) { return document_->innerTextEquals(each, text); });
+    };
+    for (const char* time : {"once", "twice"}) {
+        EXPECT_EQ(find("x"), document_->elementById("a")) << time;
+        EXPECT_EQ(find("y"), document_->elementById("e")) << time;
+        EXPECT_EQ(find("x y"), document_->elementById("d")) << time;
+        EXPECT_EQ(find("z"), nullptr) << time;
+    }
+    EXPECT_TRUE(document_->innerTextEquals(document_->elementById("c"), "x"));
+}
+
+TEST_F(HtmlSearch, FindsTheTableOfAnAncestorWhenThatOfAnElementInsideWasNotFound) {
+    load("<div id=a><div id=b><p id=c></p></div><table id=d></table></div>");
+    for (const char* id : {"c", "b"}) {
+        EXPECT_EQ(document_->firstTable(document_->elementById(id)), nullptr);
+    }
+    EXPECT_EQ(document_->firstTable(document_->elementById("a")), document_->elementById("d"));
+    EXPECT_EQ(document_->firstTable(document_->elementById("d")), nullptr);
+    EXPECT_EQ(document_->firstTable(document_->elementById("a")), document_->elementById("d"));
+}
+
+TEST_F(HtmlSearch, GivesUpOnceNobodyWaits) {
+    load("<p><p>");
+    int visited = 0;
+    try {
+        document_->findElement([&](Element) {
+            endMark_.set();
+            ++visited;
+            return false;
+        });
+        ADD_FAILURE() << "it went on";
+    } catch (const PlatformError& error) {
+        EXPECT_EQ(error.description(), "The load was given up.");
+    }
+    EXPECT_EQ(visited, 1);
+    EXPECT_THROW(document_->firstTable(nullptr), PlatformError);
+}
+
 TEST_F(HtmlSearch, OfAnEmptyPageFindsOnlyWhatEveryPageHas) {
     for (const char* page : {"", " ", "x", "<!-- x -->", "\xEF\xBB\xBF"}) {
         load(page);
