@@ -102,6 +102,10 @@ public:
                 --inLeft;
             }
         }
+        char* out = buffer.data();  // for a character that waits for one to combine with
+        size_t outLeft = buffer.size();
+        iconv(converter_, nullptr, nullptr, &out, &outLeft);
+        text.append(buffer.data(), buffer.size() - outLeft);
         return text;
     }
 
