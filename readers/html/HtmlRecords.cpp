@@ -53,7 +53,16 @@ bool HtmlRecords::write(std::string& error) {
         default:
             break;
     }
-    return true;
+    return !isTooLarge(error);
+}
+
+bool HtmlRecords::isTooLarge(std::string& error) const {
+    const bool isSuch = script_.size() > MAX_BYTES;
+    if (isSuch) {
+        error += "HTML: The rows of the table become larger than " + std::to_string(MAX_MEGABYTES) +
+                 " MB";
+    }
+    return isSuch;
 }
 
 void HtmlRecords::readNames() {

@@ -20,12 +20,17 @@ public:
 
     /// Writes nothing when the table has no more rows than are to be skipped, and nothing in a mode
     /// that does not exist. False, and a line in `error`, when the mode needs the key column and
-    /// there is none.
+    /// there is none, and when the script becomes larger than 250 MB.
     bool write(std::string& error);
 
 private:
+    /// Names are repeated in every row, so that a small page can become any amount.
+    static constexpr size_t MAX_MEGABYTES = 250;
+    static constexpr size_t MAX_BYTES = MAX_MEGABYTES * 1000 * 1000;
+
     void readNames();
     bool findKeyColumn(std::string& error);
+    bool isTooLarge(std::string& error) const;
 
     void writeTable();
     void writeArray();
@@ -39,10 +44,11 @@ private:
     /// Appends the text of the row's cell in the key column; nothing when the row is too short.
     void writeKey(size_t row);
 
-    /// Calls `each` with every row and its place among the delivered ones, from 0.
+    /// Calls `each` with every row and its place among the delivered ones, from 0, as long as the
+    /// script is not too large.
     template <class Each>
     void forEachRow(Each each) {
-        for (int64_t row = rows_.first(); row < rows_.end; ++row) {
+        for (int64_t row = rows_.first(); row < rows_.end && script_.size() <= MAX_BYTES; ++row) {
             each(static_cast<size_t>(row), row - rows_.first());
         }
     }

@@ -83,5 +83,16 @@ TEST(HtmlRows, WriteQuotesAndSemicolonsAsTheyAre) {
               R"(T[0]={{a=""say "x"; {y}"";};};READER_NUM_RECORDS=1;)");
 }
 
+TEST(HtmlRows, OfLongNamesAreRefusedBeforeTheyTakeAllMemory) {
+    std::string page = "<table><tr><td>" + std::string(1'000'000, 'n');
+    for (int row = 0; row < 20000; ++row) {
+        page += "<tr><td>v";
+    }
+    EXPECT_EQ(fileScript(page, {.mode = DATA_ARRAY, .fromRow = 1}),
+              "failed: HTML: The rows of the table become larger than 250 MB");
+    EXPECT_EQ(fileScriptAlone(page, {.mode = DATA_ARRAY, .fromRow = 20000}),
+              "T[0]={{" + std::string(1'000'000, 'n') + "=\"\"v\"\";};};READER_NUM_RECORDS=1;");
+}
+
 }  // namespace
 }  // namespace intake
