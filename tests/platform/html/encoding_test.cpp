@@ -53,6 +53,33 @@ TEST_F(HtmlEncoding, IsThatOfAMetaElement) {
     EXPECT_EQ(read("<meta charset=utf-16>", E_ACUTE), E_ACUTE);
 }
 
+TEST_F(HtmlEncoding, IsNamedByTheLabelsOfBrowsersOnly) {
+    EXPECT_EQ(read("<meta charset=windows-1251>", "\xE0"), "\xD0\xB0");
+    EXPECT_EQ(read("<meta charset=x-cp1251>", "\xE0"), "\xD0\xB0");
+    EXPECT_EQ(read("<meta charset=' Latin2 '>", "\xB9"), "\xC5\xA1");
+    EXPECT_EQ(read("<meta charset=gb2312>", "\xC8\xD5\xB1\xBE"), JAPANESE);
+    for (const char* label : {"utf-7", "wchar_t", "ucs-4", "cp437", "''", "'iso-8859-2 koi8-r'"}) {
+        EXPECT_EQ(read("<meta charset=" + std::string(label) + ">", "\xE9"), E_ACUTE) << label;
+    }
+}
+
+TEST_F(HtmlEncoding, IsNotThatOfAMetaElementFarBehindTheStart) {
+    EXPECT_EQ(read("<!-- " + std::string(17000, 'x') + " --><meta charset=koi8-r>", "\xE9"),
+              E_ACUTE);
+}
+
+TEST_F(HtmlEncoding, KeepsACharacterThatCouldHaveGoneOn) {
+    load("<meta charset=windows-1255><table><tr><td>\xE0");
+    EXPECT_EQ(cell(), "\xD7\x90");
+}
+
+TEST_F(HtmlEncoding, ReplacesACharacterThatIsCutOffAtTheEnd) {
+    for (const char* start : {"<meta charset=utf-8>", "<meta charset=shift_jis>"}) {
+        load(std::string(start) + "<table><tr><td>a\xE3");
+        EXPECT_EQ(cell(), std::string("a") + REPLACED) << start;
+    }
+}
+
 TEST_F(HtmlEncoding, IsNotWhatOnlyLooksLikeAMetaElement) {
     EXPECT_EQ(read("<!-- <meta charset=koi8-r> -->", "\xE9"), E_ACUTE);
     EXPECT_EQ(read("<script>'<meta charset=koi8-r>'</script>", "\xE9"), E_ACUTE);

@@ -1,9 +1,13 @@
 // Where pages come from.
 
+#include <zlib.h>
+
 #include <filesystem>
+#include <functional>
 
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/certificates.h"
 #include "tests/platform/html/HtmlTest.h"
 #include "tests/platform/xml/FtpServer.h"
 
@@ -114,6 +118,99 @@ TEST_F(HtmlSources, DoNotOpenOnceNobodyWaits) {
     ScriptedServer server({Reply{"", Then::STALL}});
     endMark_.set();
     EXPECT_NE(reasonOf(server.url("/")), "");
+}
+
+TEST_F(HtmlSources, BreakOffOnceNobodyWaits) {
+    ScriptedServer server([this](const std::string&) {
+        endMark_.set();
+        return Reply{"HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n<table>", Then::STALL};
+    });
+    EXPECT_EQ(reasonOf(server.url("/")), "The load was given up");
+}
+
+/// What the refusal of a page says.
+std::string refusalOf(const std::function<void()>& open) {
+    try {
+        open();
+    } catch (const PlatformError& error) {
+        return error.description();
+    }
+    return "it was not refused";
+}
+
+TEST_F(HtmlSources, OfMoreThan100MegabytesAreRefused) {
+    ScriptedServer server({reply("200 OK", std::string(101'000'000, ' '))});
+    EXPECT_EQ(refusalOf([&] { open(server.url("/")); }), "The page is larger than 100 MB");
+}
+
+/// What gzip makes of a text.
+std::string packed(std::string text) {
+    constexpr int GZIP = 16 + MAX_WBITS;
+    constexpr int MEMORY = 8;
+    z_stream stream{};
+    EXPECT_EQ(deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, GZIP, MEMORY, Z_DEFAULT_STRATEGY),
+              Z_OK);
+    std::string bytes(deflateBound(&stream, text.size()), '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(text.data());
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
+    stream.avail_out = static_cast<uInt>(bytes.size());
+    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+    bytes.resize(stream.total_out);
+    deflateEnd(&stream);
+    return bytes;
+}
+
+TEST_F(HtmlSources, MayComePacked) {
+    ScriptedServer server({reply("200 OK", packed(PAGE), "Content-Encoding: gzip\r\n")});
+    open(server.url("/"));
+    EXPECT_EQ(cell(), "x");
+}
+
+TEST_F(HtmlSources, ThatUnpackToMoreThan100MegabytesAreRefused) {
+    ScriptedServer server(
+        {reply("200 OK", packed(std::string(101'000'000, ' ')), "Content-Encoding: gzip\r\n")});
+    EXPECT_EQ(refusalOf([&] { open(server.url("/")); }), "The page is larger than 100 MB");
+}
+
+TEST_F(HtmlSources, ThatRedirectInACircleDoNotOpen) {
+    ScriptedServer server(
+        [](const std::string&) { return reply("302 Found", "", "Location: /\r\n"); });
+    EXPECT_NE(reasonOf(server.url("/")), "");
+    EXPECT_EQ(server.requests().size(), 11U);
+}
+
+TEST_F(HtmlSources, MustNotRedirectFromHttpsToHttp) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    ScriptedServer plain({reply("200 OK", PAGE)});
+    ScriptedServer server(
+        {reply("302 Found", "", "Location: " + plain.url("/") + "\r\n"), reply("200 OK", PAGE)},
+        &tls);
+    EXPECT_NE(reasonOf(server.url("/")), "");
+    EXPECT_EQ(plain.requests().size(), 0U);
+    open(server.url("/"));
+    EXPECT_EQ(cell(), "x");
+}
+
+TEST_F(HtmlSources, TakeTheirEncodingFromAServerInEveryForm) {
+    const auto read = [this](const std::string& charset, const std::string& page) {
+        ScriptedServer server(
+            {reply("200 OK", page, "Content-Type: text/html; charset=" + charset + "\r\n")});
+        open(server.url("/"));
+        return cell();
+    };
+    const std::string start = "<table><tr><td>";
+    EXPECT_EQ(read("\"koi8-r\"", start + "\xC1"), "\xD0\xB0");
+    EXPECT_EQ(read("Shift_JIS", start + "\x93\xFA\x96\x7B"), "\xE6\x97\xA5\xE6\x9C\xAC");
+    EXPECT_EQ(read("koi8-r", "\xEF\xBB\xBF" + start + "\xC3\xA9"), "\xC3\xA9");
+    std::string wide;
+    for (const char each : start) {
+        wide += std::string{each, '\0'};
+    }
+    EXPECT_EQ(read("utf-16", wide + "\xE9" + std::string(1, '\0')), "\xC3\xA9");
+    EXPECT_EQ(read("utf-16le", wide + "\xAC\x20"), "\xE2\x82\xAC");
 }
 
 }  // namespace
