@@ -103,6 +103,7 @@ private:
 
     // tree_body_ends.cpp
     void endInBody(Token& token);
+    bool closeInScope(Tag tag);
     bool endBlock(Token& token);
     void endForm();
     void endHeading();

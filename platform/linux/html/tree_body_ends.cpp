@@ -19,13 +19,24 @@ void TreeBuilder::endInBody(Token& token) {
     endOther(token);
 }
 
+/// Closes the innermost element of a tag with all that is open inside. False when none is in scope.
+bool TreeBuilder::closeInScope(Tag tag) {
+    if (!open_.hasInScope(tag)) {
+        return false;
+    }
+    generateImpliedEndTags();
+    open_.popThrough(tag);
+    return true;
+}
+
 bool TreeBuilder::endBlock(Token& token) {
     if (has(token.tag, CONTAINER) ||
         isOneOf(token.tag, Tag::BUTTON, Tag::LISTING, Tag::PRE, Tag::SELECT)) {
-        if (open_.hasInScope(token.tag)) {
-            generateImpliedEndTags();
-            open_.popThrough(token.tag);
-        }
+        closeInScope(token.tag);
+        return true;
+    }
+    if (has(token.tag, HEADING)) {
+        endHeading();
         return true;
     }
     switch (token.tag) {
@@ -58,9 +69,7 @@ bool TreeBuilder::endBlock(Token& token) {
         case Tag::APPLET:
         case Tag::MARQUEE:
         case Tag::OBJECT:
-            if (open_.hasInScope(token.tag)) {
-                generateImpliedEndTags();
-                open_.popThrough(token.tag);
+            if (closeInScope(token.tag)) {
                 formatting_.clearToMarker();
             }
             return true;
@@ -72,14 +81,6 @@ bool TreeBuilder::endBlock(Token& token) {
         case Tag::FORM:
             endForm();
             return true;
-        case Tag::H1:
-        case Tag::H2:
-        case Tag::H3:
-        case Tag::H4:
-        case Tag::H5:
-        case Tag::H6:
-            endHeading();
-            return true;
         default:
             return false;
     }
@@ -87,10 +88,7 @@ bool TreeBuilder::endBlock(Token& token) {
 
 void TreeBuilder::endForm() {
     if (open_.isOpen(Tag::TEMPLATE)) {
-        if (open_.hasInScope(Tag::FORM)) {
-            generateImpliedEndTags();
-            open_.popThrough(Tag::FORM);
-        }
+        closeInScope(Tag::FORM);
         return;
     }
     Node* const form = std::exchange(form_, nullptr);
