@@ -22,7 +22,7 @@ public:
     std::unique_ptr<HtmlDocument> open(const std::string&, const EndMark& endMark,
                                        std::string&) override {
         return std::make_unique<html::ParsedPage>(
-            html::parsePage(html::decodePage(page_, charset_), endMark));
+            html::parsePage(html::decodePage(page_, charset_), endMark), endMark);
     }
 
 private:
