@@ -1,5 +1,6 @@
 #include "platform/linux/CurlTransfer.h"
 
+#include <openssl/crypto.h>
 #include <strings.h>
 
 #include <cstdlib>
@@ -15,9 +16,16 @@ constexpr long MAX_REDIRECTS = 10;
 constexpr long RECEIVE_BUFFER = 128 * 1024;
 constexpr int POLL_MILLISECONDS = 100;
 
+/// OpenSSL would take itself down when the process ends, under workers that may still be inside a
+/// transfer.
+void initialiseLibraries() {
+    OPENSSL_init_crypto(OPENSSL_INIT_NO_ATEXIT, nullptr);
+    curl_global_init(CURL_GLOBAL_DEFAULT);
+}
+
 CURL* makeHandle() {
     static std::once_flag initialised;
-    std::call_once(initialised, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    std::call_once(initialised, initialiseLibraries);
     return curl_easy_init();
 }
 
