@@ -5,6 +5,19 @@
 
 namespace intake {
 
+namespace {
+
+/// Returns once the thread stands still, which it does outside the system's own critical sections
+/// only. Asking for its registers is what waits for that.
+void stop(HANDLE thread) {
+    CONTEXT context{};
+    context.ContextFlags = CONTEXT_CONTROL;
+    SuspendThread(thread);
+    GetThreadContext(thread, &context);
+}
+
+}  // namespace
+
 WindowsThread::WindowsThread(std::function<void()> body) : shared_(std::make_shared<Shared>()) {
     shared_->body = std::move(body);
     auto argument = std::make_unique<std::shared_ptr<Shared>>(shared_);
@@ -44,6 +57,7 @@ void WindowsThread::terminate() {
     }
     {
         const ProcessLocks held;
+        stop(handle_);
         TerminateThread(handle_, 0);
         WaitForSingleObject(handle_, INFINITE);  // it runs on for a moment
     }

@@ -5,6 +5,7 @@
 #include "workbench/cli/StandardStreams.h"
 #include "workbench/cli/commands.h"
 #include "workbench/cli/executable_path.h"
+#include "workbench/cli/leave_process.h"
 
 namespace workbench {
 
@@ -43,11 +44,13 @@ ExitStatus execute(const Options& options, const StandardStreams& streams) {
 }  // namespace workbench
 
 int main(int argc, char** argv) {
+    int status = 0;
     try {
         const workbench::StandardStreams streams;
-        return static_cast<int>(workbench::execute(workbench::readOptions(argc, argv), streams));
+        status = static_cast<int>(workbench::execute(workbench::readOptions(argc, argv), streams));
     } catch (const std::exception& error) {
         std::fprintf(stderr, "intake-workbench: %s\n", error.what());
-        return static_cast<int>(workbench::ExitStatus::Usage);
+        status = static_cast<int>(workbench::ExitStatus::Usage);
     }
+    workbench::leaveProcess(status);
 }
