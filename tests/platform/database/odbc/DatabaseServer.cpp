@@ -59,12 +59,13 @@ private:
     const char* driver() const override { return "PostgreSQL Unicode;Database=postgres"; }
 };
 
+/// Each has temporary files of its own: one that starts deletes what it takes for leftovers.
 class MariaDbServer final : public DatabaseServer {
 public:
     MariaDbServer() : DatabaseServer("mysql") {
         runAsItsUser("/usr/bin/mariadb-install-db",
-                     {"--no-defaults", "--datadir=" + path("data"), "--skip-test-db",
-                      "--auth-root-authentication-method=normal"});
+                     {"--no-defaults", "--datadir=" + path("data"), "--tmpdir=" + path(""),
+                      "--skip-test-db", "--auth-root-authentication-method=normal"});
         const std::string statements = write("statements",
                                              "CREATE DATABASE league CHARACTER SET utf8mb4;\n"
                                              "CREATE USER designer IDENTIFIED BY 's3cret';\n"
@@ -72,6 +73,7 @@ public:
         start("/usr/sbin/mariadbd", SIGKILL, [&](const std::string& port) {
             return std::vector<std::string>{"--no-defaults",
                                             "--datadir=" + path("data"),
+                                            "--tmpdir=" + path(""),
                                             "--port=" + port,
                                             "--socket=" + path("socket"),
                                             "--bind-address=127.0.0.1",
