@@ -146,9 +146,9 @@ public:
     virtual void syncParameters() = 0;
     virtual void initialize() = 0;
     virtual void cleanup() = 0;
-    virtual void onDataChange(const char* name, const char* const* texts, int32_t count,
-                              int32_t flags);
-    virtual void onDataChange(const char* name, const char* value);
+    HOST_OVERLOADS(virtual void onDataChange(const char* name, const char* const* texts,
+                                             int32_t count, int32_t flags),
+                   virtual void onDataChange(const char* name, const char* value));
     virtual void onTypeChange(DataType type);
     virtual void onParameterChanged(int32_t index) = 0;
     virtual void onExecAction(int32_t action, void* parameters) = 0;
