@@ -18,7 +18,10 @@ struct Workbench : testing::Test {
         std::filesystem::remove_all(folder);
         std::filesystem::create_directories(folder);
     }
-    ~Workbench() override { std::filesystem::remove_all(folder); }
+    ~Workbench() override {
+        std::error_code ignored;  // a process that the system starts may hold a file for a while
+        std::filesystem::remove_all(folder, ignored);
+    }
 
     void write(const std::string& file, const std::string& text) const {
         std::ofstream(folder / file, std::ios::binary) << text;
