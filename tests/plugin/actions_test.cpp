@@ -105,6 +105,27 @@ TEST_F(Actions, AreDroppedWithoutAnInstance) {
     EXPECT_THAT(host.takeCalls(), IsEmpty());
 }
 
+/// Notes what it is asked to do.
+class NotingIntake : public Intake {
+public:
+    void onExecAction(int32_t number, void* parameters) override {
+        action = number;
+        shown = parameters;
+    }
+
+    int32_t action = -1;
+    void* shown = nullptr;
+};
+
+TEST_F(Actions, ReachTheInstanceWithTheParametersOfTheRecord) {
+    PLUGIN_CLEANUP_FUNCTION(record.get());
+    auto* const instance = new NotingIntake;
+    record->instance = instance;
+    PLUGIN_EXEC_ACTION(record.get(), 7);
+    EXPECT_EQ(instance->action, 7);
+    EXPECT_EQ(instance->shown, &record->params);
+}
+
 TEST_F(Actions, DoNotCheckTheState) {
     record->Magic = 1;
     Intake* const instance = record->instance;

@@ -175,6 +175,30 @@ TEST_F(Cleanup, DeletesTheInstanceOfABoundRecord) {
     EXPECT_THAT(host.takeCalls(), ElementsAre("setVariableQuery(null)", "~IDataHandler()"));
 }
 
+/// What an instance was shown when it was asked to clean up.
+class CleanedUpIntake : public Intake {
+public:
+    explicit CleanedUpIntake(Calls& calls, void*& shown) : calls_(calls), shown_(shown) {}
+    void cleanup() override {
+        calls_.push_back("cleanup()");
+        shown_ = params;
+    }
+
+private:
+    Calls& calls_;
+    void*& shown_;
+};
+
+TEST_F(Cleanup, AsksTheInstanceWithItsParametersBeforeItIsDeleted) {
+    void* shown = nullptr;
+    record->instance = new CleanedUpIntake(host.calls, shown);
+    host.takeCalls();
+    PLUGIN_CLEANUP_FUNCTION(record.get());
+    EXPECT_THAT(host.takeCalls(),
+                ElementsAre("cleanup()", "setVariableQuery(null)", "~IDataHandler()"));
+    EXPECT_EQ(shown, &record->params);
+}
+
 TEST_F(Cleanup, LeavesARecordAloneThatIsNotBound) {
     Intake* const instance = &bindInstance();
     for (const int32_t magic : {0, 1, 2, 9472}) {

@@ -160,6 +160,13 @@ TEST_F(SharedMemory, AFailureWritesTheResultThoughItIsEmptyAndExecutesNoFallback
     EXPECT_EQ(host.sharedMemories[101]["VAR"], "");
 }
 
+TEST_F(SharedMemory, AFailureWritesAsMuchOfTheResultAsThereIs) {
+    changed(SHMVAR);
+    EXPECT_EQ(execute(false, "a|b", "Timed out.\n"),
+              andPostAction({"_api__object_valid(101)",
+                             R"(_api__shared_script_memory_set_value(101, "VAR", "a|b"))"}));
+}
+
 TEST_F(SharedMemory, AFailureStillShowsInTheConsoleVariable) {
     params().show_data = 1;
     host.store.add("READER_CONSOLE");
