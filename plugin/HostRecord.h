@@ -72,6 +72,9 @@ enum : int32_t {
     MAGIC_BOUND = 9473,
 };
 
+/// The choice of WhichOther that means the container named by RemoteContainer.
+constexpr int32_t OTHER_IS_REMOTE = 3;
+
 enum QueryMode : int32_t { QUERY_EXCEL, QUERY_SQL, QUERY_XML, QUERY_JSON, QUERY_HTML };
 
 // The offsets that the host computes from the registration.

@@ -10,7 +10,6 @@ namespace intake {
 
 namespace {
 
-constexpr int32_t REMOTE_CONTAINER = 3;
 constexpr const char* STORE_FUNCTION = "Cobalt";
 constexpr const char* STORE_FUNCTION_PATH = "BUILT_IN*FUNCTION*Cobalt";
 
@@ -36,9 +35,9 @@ void prepareHandler(Intake& instance, int32_t debugLevel) {
 void applyBindingParameters(HostRecord& record, Intake& instance) {
     if (record.IsRemote != 0) {
         record.IsOther = 1;
-        record.WhichOther = REMOTE_CONTAINER;
+        record.WhichOther = OTHER_IS_REMOTE;
     }
-    if (record.IsOther != 0 && record.WhichOther == REMOTE_CONTAINER) {
+    if (record.IsOther != 0 && record.WhichOther == OTHER_IS_REMOTE) {
         instance.setRemoteContainer(record.RemoteContainer);
     }
     instance.setNotifyOnValueChange(record.ValChangeNotify);
@@ -86,11 +85,16 @@ void createAndRegister(HostRecord& record, int32_t flag) {
 
 void bind(HostRecord& record) {
     record.Magic = MAGIC_BOUND;
-    if (record.instance == nullptr) {
-        record.instance = makeInstance();
-    }
-    if (record.instance != nullptr) {
-        bindInstance(record, *record.instance);
+    try {
+        if (record.instance == nullptr) {
+            record.instance = makeInstance();
+        }
+        if (record.instance != nullptr) {
+            bindInstance(record, *record.instance);
+        }
+    } catch (...) {
+        setInitCB(1);
+        throw;
     }
     setInitCB(1);
 }

@@ -8,7 +8,8 @@ namespace intake {
 // purpose, as the host's frame expects. Host's thread. An instance that cannot be made leaves the
 // record's pointer null.
 
-/// Binds the record's instance, made now if there is none yet.
+/// Binds the record's instance, made now if there is none yet. Whatever fails, the data store's
+/// initialisation is pending afterwards.
 void bind(HostRecord& record);
 
 /// Makes and binds a new instance when the record's state asks for it, whether or not there was one

@@ -61,7 +61,7 @@ void chooseField(HostRecord& record, const char* name) {
 
 void useRemoteContainer(HostRecord& record, Intake& instance) {
     record.IsOther = instance.IsOther = 1;
-    record.WhichOther = instance.WhichOther = 3;
+    record.WhichOther = instance.WhichOther = OTHER_IS_REMOTE;
     instance.setRemoteContainer(record.RemoteContainer);
 }
 

@@ -17,7 +17,6 @@ struct VisibilityRule {
     bool (*shown)(const Values&);
 };
 
-constexpr int32_t REMOTE_CONTAINER = 3;
 constexpr int32_t MANUAL_PROXY = 2;
 
 bool isExcel(const P& p) {
@@ -98,7 +97,7 @@ constexpr std::array<VisibilityRule<P>, 27> READER_RULES{{
 
 constexpr std::array<VisibilityRule<HostRecord>, 3> BINDING_RULES{{
     {"RemoteContainer",
-     [](const HostRecord& r) { return r.IsOther != 0 && r.WhichOther == REMOTE_CONTAINER; }},
+     [](const HostRecord& r) { return r.IsOther != 0 && r.WhichOther == OTHER_IS_REMOTE; }},
     {"WhichOther", [](const HostRecord& r) { return r.IsOther != 0; }},
     {"ConvTableName", [](const HostRecord& r) { return r.UseConvTable != 0; }},
 }};

@@ -45,11 +45,12 @@ TEST_P(FailingHost, DuringRegistrationIsReported) {
     EXPECT_EQ(platform.threads.running(), 0U);
 }
 
-TEST_P(FailingHost, DuringBindIsReported) {
+TEST_P(FailingHost, DuringBindIsReportedAndTheInitialisationIsPendingAllTheSame) {
     fail("RegisterField");
     PLUGIN_LOAD(record.get());
     expectReported("PLUGIN_LOAD");
     EXPECT_EQ(record->Magic, 9473);
+    EXPECT_EQ(host.initPending, 1);
 }
 
 TEST_P(FailingHost, WhileAnInstanceIsMadeLeavesTheRecordWithoutOne) {
