@@ -63,6 +63,7 @@ void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
     if (const char* const authorities = std::getenv("SSL_CERT_FILE")) {
         curl_easy_setopt(handle(), CURLOPT_CAINFO, authorities);
+        curl_easy_setopt(handle(), CURLOPT_PROXY_CAINFO, authorities);
     }
 }
 

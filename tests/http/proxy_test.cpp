@@ -132,6 +132,43 @@ TEST_F(HttpProxyTest, WithoutAProxyInTheSystemsSettingsTheRequestGoesOnWithoutOn
     expectDirect(server);
 }
 
+TEST_F(HttpProxyTest, TheSystemsProxyForHttpsIsUsedForHttps) {
+    const CertificateAuthority authority;
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    const TlsFiles tls = authority.issue();
+    ScriptedServer server({reply("200 OK", "[1]")}, &tls);
+    const ForwardProxy proxy;
+    const EnvironmentVariable configured("https_proxy", "http://" + proxy.address());
+    const EnvironmentVariable other("http_proxy", "http://127.0.0.1:1");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+    EXPECT_NE(proxy.log().find("CONNECT " + server.address()), std::string::npos) << proxy.log();
+}
+
+TEST_F(HttpProxyTest, TheSystemsProxyForHttpsIsNotUsedForHttp) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const EnvironmentVariable other("https_proxy", "http://127.0.0.1:1");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+}
+
+TEST_F(HttpProxyTest, AProxyThatIsItselfReachedByHttpsMustBeTrustedAsServersAre) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    ScriptedServer proxy({reply("200 OK", "[1]")}, &tls);
+    const EnvironmentVariable configured("http_proxy", "https://" + proxy.address());
+    useProxy(SYSTEM_SETTINGS);
+
+    EXPECT_EQ(fetch("http://data.example/").out, error(12175));
+    EXPECT_EQ(proxy.requests().size(), 0U);
+
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    expectRetrieved(fetch("http://data.example/"));
+    EXPECT_EQ(proxy.requests().size(), 1U);
+}
+
 TEST_F(HttpProxyTest, ADetectedProxyIsUsed) {
     ScriptedServer server({reply("200 OK", "[1]")});
     const ForwardProxy proxy;
