@@ -12,13 +12,13 @@ namespace {
 
 class HttpEndTest : public HttpTest {
 protected:
-    /// Fetches from `server` and sets the end mark when the request has arrived there.
-    Fetched fetchAndEnd(ScriptedServer& server) {
+    /// Fetches a URL and sets the end mark when a request has arrived at `server`.
+    Fetched fetchAndEnd(const std::string& url, ScriptedServer& server) {
         std::thread host([&] {
             eventually([&] { return !server.requests().empty(); });
             endMark_.set();
         });
-        const Fetched fetched = fetch(server.url("/"));
+        const Fetched fetched = fetch(url);
         host.join();
         return fetched;
     }
@@ -27,7 +27,7 @@ protected:
 TEST_F(HttpEndTest, AServerThatDoesNotAnswerIsGivenUp) {
     ScriptedServer server({{"", Then::STALL}});
 
-    const Fetched fetched = fetchAndEnd(server);
+    const Fetched fetched = fetchAndEnd(server.url("/"), server);
 
     EXPECT_FALSE(fetched.success);
     EXPECT_EQ(fetched.out, error(12017));
@@ -36,7 +36,7 @@ TEST_F(HttpEndTest, AServerThatDoesNotAnswerIsGivenUp) {
 TEST_F(HttpEndTest, AServerThatStopsWithinTheBodyIsGivenUp) {
     ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n[1,", Then::STALL}});
 
-    const Fetched fetched = fetchAndEnd(server);
+    const Fetched fetched = fetchAndEnd(server.url("/"), server);
 
     EXPECT_FALSE(fetched.success);
     EXPECT_THAT(fetched.out, testing::AnyOf(RETRIEVED + errorWithinBody(12017), error(12017)));
@@ -45,16 +45,23 @@ TEST_F(HttpEndTest, AServerThatStopsWithinTheBodyIsGivenUp) {
 TEST_F(HttpEndTest, AProxyThatDoesNotAnswerIsGivenUp) {
     ScriptedServer proxy({{"", Then::STALL}});
     useProxy(MANUAL, proxy.address());
-    std::thread host([&] {
-        eventually([&] { return !proxy.requests().empty(); });
-        endMark_.set();
-    });
 
-    const Fetched fetched = fetch("https://data.example/");
-    host.join();
+    const Fetched fetched = fetchAndEnd("https://data.example/", proxy);
 
     EXPECT_FALSE(fetched.success);
     EXPECT_EQ(fetched.out, error(12017));
+}
+
+TEST_F(HttpEndTest, AProxyThatOpensATunnelAndThenStallsIsGivenUp) {
+    ScriptedServer proxy({{"HTTP/1.1 200 Connection established\r\n\r\n", Then::STALL}});
+    useProxy(MANUAL, proxy.address());
+
+    const Fetched fetched = fetchAndEnd("https://data.example/", proxy);
+
+    EXPECT_FALSE(fetched.success);
+    EXPECT_EQ(fetched.out, error(12017));
+    ASSERT_EQ(proxy.requests().size(), 1U);
+    EXPECT_TRUE(proxy.requests()[0].starts_with("CONNECT data.example:443 HTTP/1.1\r\n"));
 }
 
 TEST_F(HttpEndTest, AMarkThatIsSetBeforehandLetsNothingBeSent) {
