@@ -27,7 +27,7 @@ public:
     /// The calls so far, oldest first, each ended by a line feed.
     const std::string& calls() const { return calls_; }
 
-    std::string unreadable;    // why files do not load; empty when they do
+    std::string unreadable;    // the parser's reason; files load when it is empty
     bool selects = true;       // whether a node list comes back
     size_t selectedCount = 0;  // its length
 

@@ -116,7 +116,15 @@ TEST_F(XmlLoadFailure, AConvertedPayloadThatCannotBeMadeIsReportedWithoutTheSyst
               "release request\n");
 }
 
-TEST_F(XmlLoadFailure, ASelectionWithoutANodeListIsReported) {
+TEST_F(XmlLoadFailure, ASelectionWithoutANodeListIsReportedWithTheParsersReason) {
+    request_.filename = URL;  // a response may be no XML; a file would not get this far
+    xml_.selects = false;
+    xml_.unreadable = "Invalid at the top level of the document.";
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "No node set is fetched: Invalid at the top level of the document.\n");
+}
+
+TEST_F(XmlLoadFailure, ASelectionWithoutANodeListIsReportedWithoutAReasonToo) {
     xml_.selects = false;
     EXPECT_FALSE(read());
     EXPECT_EQ(error_, "No node set is fetched: \n");

@@ -138,14 +138,16 @@ TEST_F(XmlTrace, EndsWithTheCleanupWhenARowThrows) {
 }
 
 TEST_F(XmlTrace, HoldsASelectionWithoutANodeListAsAnError) {
+    request_.filename = "http://feeds.example/a.xml";
     xml_.selects = false;
+    xml_.unreadable = "reason";
     EXPECT_FALSE(read());
     EXPECT_EQ(log(),
-              "5/3 9:7 DEBUG: \t\t\tXML: fixtures.xml\n"
+              "5/3 9:7 DEBUG: \t\t\tXML: http://feeds.example/a.xml\n"
               "5/3 9:7 DEBUG: \t\t\tBefore CreateInstance\n"
-              "5/3 9:7 DEBUG: \t\t\tBefore load\n"
+              "5/3 9:7 DEBUG: \t\t\tBefore open\n"
               "5/3 9:7 DEBUG: \t\t\tBefore selectNodes()\n"
-              "5/3 9:7 ERROR: \t\t\tNo node set is fetched: \n"
+              "5/3 9:7 ERROR: \t\t\tNo node set is fetched: reason\n"
               "5/3 9:7 DEBUG: \t\t\tCleanup success=0\n");
 }
 
