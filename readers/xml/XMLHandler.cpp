@@ -1,6 +1,7 @@
 #include "readers/xml/XMLHandler.h"
 
 #include "pipeline/com_error_report.h"
+#include "pipeline/narrow_text.h"
 #include "readers/xml/XmlRecords.h"
 #include "readers/xml/payload_conversion.h"
 #include "readers/xml/xml_source.h"
@@ -124,8 +125,8 @@ bool XMLHandler::convertPayload(const RequestRecord& request, Document& document
 
 bool XMLHandler::select(const RequestRecord& request, XmlDocument& document, std::string& error) {
     trace("Before selectNodes()\n");
-    document.setSelectionNamespaces(request.namespaces);
-    if (document.selectNodes(request.xpath)) {
+    document.setSelectionNamespaces(toUtf8(request.namespaces, request.encoding));
+    if (document.selectNodes(toUtf8(request.xpath, request.encoding))) {
         return true;
     }
     const std::string failure = "No node set is fetched: " + document.parseErrorReason() + "\n";

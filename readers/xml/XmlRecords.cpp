@@ -1,5 +1,6 @@
 #include "readers/xml/XmlRecords.h"
 
+#include "pipeline/narrow_text.h"
 #include "pipeline/script_text.h"
 #include "readers/xml/payload_writer.h"
 
@@ -43,7 +44,7 @@ void XmlRecords::write() {
 
 void XmlRecords::writeTable() {
     logger_.Write(LOG_DEBUG, "Before DATATABLE\n");
-    document_.setKeyExpression(request_.key);
+    setKeyExpression();
     forEachRow([this](Node row, int64_t) {
         const size_t start = script_.size();
         script_.append(request_.table).append("[");
@@ -74,7 +75,7 @@ void XmlRecords::writeStructures() {
     logger_.Write(LOG_DEBUG, "Before DATASTRUCTURE\n");
     const bool namedByKey = request_.table.empty();
     if (namedByKey) {
-        document_.setKeyExpression(request_.key);
+        setKeyExpression();
     }
     forEachRow([this, namedByKey](Node row, int64_t) {
         if (!namedByKey) {
@@ -133,6 +134,10 @@ void XmlRecords::writeValue(Node node) {
 
 void XmlRecords::writeCount() {
     appendRecordCount(script_, request_.varsPrefix, rows_.count());
+}
+
+void XmlRecords::setKeyExpression() {
+    document_.setKeyExpression(toUtf8(request_.key, request_.encoding));
 }
 
 bool XmlRecords::writeKey(Node row) {

@@ -35,6 +35,8 @@ private:
     void writeValue(Node node);
     void writeCount();
 
+    void setKeyExpression();
+
     /// Appends the text of a row's key; false, and one more row left out, when it has none.
     bool writeKey(Node row);
     void reportRowsWithoutKey();

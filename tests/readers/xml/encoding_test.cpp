@@ -44,6 +44,31 @@ TEST(XmlEncodingOfTheScript, IsNotThatOfTheSource) {
     EXPECT_EQ(structure(SOURCE, LATIN1), "T={a=\"\xE9\";};");
 }
 
+TEST(XmlEncodingOfTheScript, IsThatOfTheExpressionsAndNamespacesToo) {
+    constexpr auto SOURCE =
+        "<r xmlns:f='urn:\xC3\xA9'><f:\xC3\xA9t\xC3\xA9><f:cl\xC3\xA9>x</f:cl\xC3\xA9>"
+        "</f:\xC3\xA9t\xC3\xA9></r>";
+    EXPECT_EQ(fileScript(SOURCE, {.xpath = "/r/p:\xE9t\xE9",
+                                  .mode = DATA_TABLE,
+                                  .key = "p:cl\xE9",
+                                  .namespaces = "xmlns:p='urn:\xE9'",
+                                  .encoding = LATIN1}),
+              "T[x]={{f:cl\xE9=\"x\";};};");
+    EXPECT_EQ(fileScript(SOURCE, {.xpath = "/r/p:\xE9t\xE9",
+                                  .mode = DATA_STRUCTURE,
+                                  .key = "p:cl\xE9",
+                                  .table = "",
+                                  .namespaces = "xmlns:p='urn:\xE9'",
+                                  .encoding = LATIN1}),
+              "x={f:cl\xE9=\"x\";};");
+    EXPECT_EQ(fileScript(SOURCE, {.xpath = "/r/p:\xC3\xA9t\xC3\xA9",
+                                  .mode = DATA_TABLE,
+                                  .key = "p:cl\xC3\xA9",
+                                  .namespaces = "xmlns:p='urn:\xC3\xA9'",
+                                  .encoding = UTF8}),
+              "T[x]={{f:cl\xC3\xA9=\"x\";};};");
+}
+
 TEST(XmlEncodingOfTheSource, IsUtf8WithoutADeclaration) {
     EXPECT_EQ(structure("\xEF\xBB\xBF<r><a>\xC3\xA9</a></r>", UTF8), "T={a=\"\xC3\xA9\";};");
 }
