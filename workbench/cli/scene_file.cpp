@@ -56,13 +56,24 @@ Json parseFile(const std::string& file) {
     }
 }
 
+void requireOwnName(const StoredInstance& instance, const SceneFile& scene) {
+    const auto bearsTheName = [&](const StoredInstance& other) {
+        return other.name == instance.name;
+    };
+    if (std::any_of(scene.instances.begin(), scene.instances.end(), bearsTheName))
+        reject(place(scene.file, instance.name), "another instance bears this name already.");
+}
+
 }  // namespace
 
 SceneFile readSceneFile(const std::string& file) {
     const Json json = parseFile(file);
     SceneFile scene{file, {}};
-    for (const Json& instance : member(json, "instances", Json::value_t::array, file))
-        scene.instances.push_back(readInstance(instance, file));
+    for (const Json& each : member(json, "instances", Json::value_t::array, file)) {
+        StoredInstance instance = readInstance(each, file);
+        requireOwnName(instance, scene);
+        scene.instances.push_back(std::move(instance));
+    }
     return scene;
 }
 

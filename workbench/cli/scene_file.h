@@ -29,7 +29,8 @@ struct SceneFile {
                  lumo::Record& record) const;
 };
 
-/// Reads a scene. Throws UsageError, naming the file, when it cannot be read or is no scene.
+/// Reads a scene. Throws UsageError, naming the file, when it cannot be read or is no scene, or
+/// when two instances bear one name.
 SceneFile readSceneFile(const std::string& file);
 
 }  // namespace workbench

@@ -75,6 +75,13 @@ TEST_F(Scenes, AFileOfAnotherShapeIsAnError) {
               ", instance \"a\": the value of \"x\" must be a text, a number, true or false.");
 }
 
+TEST_F(Scenes, TwoInstancesOfOneNameAreAnError) {
+    EXPECT_EQ(refusal(R"({"instances": [{"name": "home", "parameters": {}},
+                                        {"name": "away", "parameters": {}},
+                                        {"name": "home", "parameters": {}}]})"),
+              ", instance \"home\": another instance bears this name already.");
+}
+
 TEST_F(Scenes, TheOnlyInstanceNeedsNoName) {
     const SceneFile read = scene(R"({"instances": [{"name": "a", "parameters": {}}]})");
     EXPECT_EQ(read.find("").name, "a");
