@@ -18,6 +18,11 @@ std::string_view withoutLineEnd(std::string_view text) {
 
 }  // namespace
 
+ExitStatus statusOf(const Outcome& outcome) {
+    if (outcome.failed) return ExitStatus::LoadFailed;
+    return outcome.notStored || outcome.notExecuted ? ExitStatus::NotExecuted : ExitStatus::Loaded;
+}
+
 void LoadWatch::ConsoleField::setValue(const char* text) {
     watch_.judge(text);
     if (visible != nullptr) visible->setValue(text);

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "workbench/cli/ExitStatus.h"
 #include "workbench/cobaltlib/StoreObserver.h"
 #include "workbench/lumo/Instance.h"
 
@@ -25,6 +26,9 @@ struct Outcome {
     bool notStored = false;    // Shared Memory mode, and no memory was bound
     std::string script;        // what was executed or stored; only when the watch keeps it
 };
+
+/// How a process ends whose load came to that.
+ExitStatus statusOf(const Outcome& outcome);
 
 class LoadWatch final : private cobaltlib::StoreObserver {
 public:

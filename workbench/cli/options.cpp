@@ -78,7 +78,8 @@ void addParams(CLI::App& app, Options& options) {
 }
 
 void addRun(CLI::App& app, Options& options) {
-    CLI::App* run = app.add_subcommand("run", "Run all instances of a scene, then print the store");
+    CLI::App* run = app.add_subcommand(
+        "run", "Run all instances of a scene until Ctrl-C, then print the store");
     run->callback([&options] { options.command = Command::Run; });
     addPlugin(*run, options);
     run->add_option("SCENE", options.scene, "The scene file")->required();

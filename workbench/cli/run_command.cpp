@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <deque>
+#include <vector>
 
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"
@@ -52,6 +54,13 @@ bool isOver(const Options& options, int64_t frame, const FrameClock& clock) {
     return options.seconds && clock.elapsedSeconds() >= *options.seconds;
 }
 
+/// That of the first instance that did not end well.
+ExitStatus overallStatus(const std::vector<ExitStatus>& statuses) {
+    const auto isBad = [](ExitStatus status) { return status != ExitStatus::Loaded; };
+    const auto bad = std::find_if(statuses.begin(), statuses.end(), isBad);
+    return bad == statuses.end() ? ExitStatus::Loaded : *bad;
+}
+
 }  // namespace
 
 ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
@@ -62,19 +71,22 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     std::deque<LoadWatch> watches;
     for (lumo::Instance& instance : instances)
         watches.emplace_back(host, instance, false);
+    std::vector<ExitStatus> lastLoads(instances.size(), ExitStatus::Loaded);
 
     std::signal(SIGINT, onInterrupt);
     FrameClock clock;
     for (int64_t frame = 0; !isOver(options, frame, clock); ++frame) {
         for (std::size_t i = 0; i < instances.size(); ++i) {
-            if (const auto outcome = watches[i].runFrame())
-                report(instances[i], *outcome, clock.elapsedSeconds(), streams.errorIsTerminal());
+            const auto outcome = watches[i].runFrame();
+            if (!outcome) continue;
+            report(instances[i], *outcome, clock.elapsedSeconds(), streams.errorIsTerminal());
+            lastLoads[i] = statusOf(*outcome);
         }
         clock.waitForNextFrame();
     }
     streams.writeResult(
         storeTables(host.store.core(), host.memories, PageSize{streams.resultColumns()}));
-    return ExitStatus::Loaded;
+    return overallStatus(lastLoads);
 }
 
 }  // namespace workbench

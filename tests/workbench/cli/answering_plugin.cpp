@@ -1,6 +1,7 @@
 // A plugin that answers a load with what its parameters say, so that every answer can be had: the
 // console variable gets `console`, the store executes `script` (or, in Shared Memory mode, the
-// scene's memory gets it under "VAR" when `bound` is set). It answers `answers` times.
+// scene's memory gets it under "VAR" when `bound` is set). It answers `answers` times; from the
+// second answer on the console variable gets `nextConsole`.
 
 #include <cstdint>
 #include <cstdio>
@@ -21,6 +22,7 @@ struct AnsweringRecord {
     char* script;
     int32_t bound;
     int32_t answers;
+    char* nextConsole;
 };
 
 Cobalt* store() {
@@ -52,6 +54,7 @@ PLUGIN_API void PLUGIN_INIT(void*) {
     registerText("script");
     evRegisterParameterBool("bound", "", 0);
     evRegisterParameterInt("answers", "", 1, 0, 9);
+    registerText("nextConsole");
 }
 
 PLUGIN_API void PLUGIN_INIT_FUNCTION(AnsweringRecord*) {}
@@ -71,6 +74,7 @@ PLUGIN_API void PLUGIN_EXEC_PER_FIELD(AnsweringRecord* record) {
         const std::string name = std::string(record->varsPrefix) + "READER_CONSOLE";
         if (DataField* field = store()->findField(name.c_str(), 0, 1))
             field->setValue(record->console);
+        record->console = record->nextConsole;
     }
     if (record->mode != 4) {
         store()->executeScript(record->script, 0);

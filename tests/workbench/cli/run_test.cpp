@@ -53,13 +53,32 @@ TEST_F(Run, AFailedLoadIsReportedWithItsInstance) {
         {"name": "lost", "parameters": {"queryMode": "JSON", "filename": "absent.json",
          "autoLoad": true}}]})");
     const ChildResult result = run({"run", "scene.json", "--seconds", "2"});
-    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out,
               "field               value\n"
               "------------------  -----\n"
               "READER_NUM_RECORDS      0\n");
     EXPECT_NE(result.err.find(" s  lost: Could not load \"absent.json\"\n"), std::string::npos)
         << result.err;
+}
+
+TEST_F(Run, TheStatusIsThatOfTheFirstInstanceWhoseLastLoadDidNotEndWell) {
+    const auto statusOf = [&](const std::string& instances) {
+        write("scene.json", "{\"instances\": [" + instances + "]}");
+        return run({"run", "scene.json", "--frames", "3", "--plugin", ANSWERING_PLUGIN}).status;
+    };
+    const std::string loaded = R"({"name": "loaded", "parameters": {"script": "A=1;"}})";
+    const std::string failed = R"({"name": "failed", "parameters":
+        {"console": "READER_NUM_RECORDS=0;lost", "script": "READER_NUM_RECORDS=0;"}})";
+    const std::string broken = R"({"name": "broken", "parameters": {"script": "A"}})";
+    const std::string unbound = R"({"name": "unbound", "parameters": {"mode": 4}})";
+    const std::string recovered = R"({"name": "recovered", "parameters":
+        {"console": "READER_NUM_RECORDS=0;lost", "script": "A=1;", "answers": 2,
+         "nextConsole": "A=1;"}})";
+    EXPECT_EQ(statusOf(loaded + "," + recovered), 0);
+    EXPECT_EQ(statusOf(loaded + "," + failed + "," + broken), 1);
+    EXPECT_EQ(statusOf(broken + "," + failed), 4);
+    EXPECT_EQ(statusOf(unbound), 4);
 }
 
 TEST_F(Run, EveryInstanceIsCleanedUpAtTheEnd) {
