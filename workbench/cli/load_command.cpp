@@ -3,7 +3,7 @@
 
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"
-#include "workbench/cli/Progress.h"
+#include "workbench/cli/PatienceNotice.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/commands.h"
 #include "workbench/cli/parameter_values.h"
@@ -43,11 +43,12 @@ std::string sourceOf(const lumo::Host& host, const lumo::Instance& instance) {
     return index ? std::string(instance.record().text(*index)) : "";
 }
 
-std::optional<Outcome> waitForAnswer(LoadWatch& watch, Progress& progress, double timeoutSeconds) {
+std::optional<Outcome> waitForAnswer(LoadWatch& watch, PatienceNotice& notice,
+                                     double timeoutSeconds) {
     FrameClock clock;
     do {
         if (auto outcome = watch.runFrame()) return outcome;
-        progress.show(clock.elapsedSeconds());
+        notice.show(clock.elapsedSeconds());
         clock.waitForNextFrame();
     } while (clock.elapsedSeconds() < timeoutSeconds);
     return std::nullopt;
@@ -67,17 +68,15 @@ std::string result(const lumo::Host& host, const Outcome& outcome, Output output
     }
 }
 
-ExitStatus report(const Outcome& outcome) {
+void report(const Outcome& outcome) {
     if (outcome.failed) {
         std::fprintf(stderr, "%s\n", outcome.error.c_str());
-        return ExitStatus::LoadFailed;
-    }
-    if (outcome.notStored)
+    } else if (outcome.notStored) {
         std::fputs(
             "Nothing was stored: no shared memory is bound. It is bound when shmvar or shmtype "
             "changes, so set one of them.\n",
             stderr);
-    return outcome.notStored || outcome.notExecuted ? ExitStatus::NotExecuted : ExitStatus::Loaded;
+    }
 }
 
 }  // namespace
@@ -94,16 +93,17 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
     LoadWatch watch(host, instance, options.output == Output::Script);
     instance.execAction(loadAction);
     const std::string source = sourceOf(host, instance);
-    Progress progress(streams.errorIsTerminal(), "Loading " + source);
-    const auto outcome = waitForAnswer(watch, progress, options.timeoutSeconds);
-    progress.clear();
+    PatienceNotice notice(streams.errorIsTerminal(), options.timeoutSeconds);
+    const auto outcome = waitForAnswer(watch, notice, options.timeoutSeconds);
 
     if (!outcome)
         std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n", source.c_str(),
                      options.timeoutSeconds);
     streams.writeResult(
         result(host, outcome.value_or(Outcome{}), options.output, streams.resultColumns()));
-    return outcome ? report(*outcome) : ExitStatus::NoAnswer;
+    if (!outcome) return ExitStatus::NoAnswer;
+    report(*outcome);
+    return statusOf(*outcome);
 }
 
 }  // namespace workbench
