@@ -6,27 +6,20 @@
 
 namespace intake {
 
-namespace {
-
 /// A document for a local file may be served from anywhere, also from another process.
-ComPointer<IXMLDOMDocument2> createForFile() {
+ComPointer<IXMLDOMDocument2> MsxmlServices::createForFile() {
     ComPointer<IUnknown> object;
-    ComPointer<IXMLDOMDocument2> document;
-    checkCom(CoCreateInstance(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_ALL, IID_IUnknown,
-                              object.outAny()));
+    checkCom(create_(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_ALL, IID_IUnknown, object.outAny()));
     checkCom(OleRun(object.get()));
-    checkCom(object->QueryInterface(IID_DOM_DOCUMENT_2, document.outAny()));
-    return document;
+    return object.as<IXMLDOMDocument2>(IID_DOM_DOCUMENT_2);
 }
 
-ComPointer<IXMLDOMDocument2> createForResponse() {
+ComPointer<IXMLDOMDocument2> MsxmlServices::createForResponse() {
     ComPointer<IXMLDOMDocument2> document;
-    checkCom(CoCreateInstance(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_INPROC_SERVER,
-                              IID_DOM_DOCUMENT_2, document.outAny()));
+    checkCom(create_(CLSID_DOM_DOCUMENT_60, nullptr, CLSCTX_INPROC_SERVER, IID_DOM_DOCUMENT_2,
+                     document.outAny()));
     return document;
 }
-
-}  // namespace
 
 std::unique_ptr<XmlDocument> MsxmlServices::createDocument(TextEncoding encoding, XmlSource source,
                                                            const EndMark&) {
@@ -36,8 +29,8 @@ std::unique_ptr<XmlDocument> MsxmlServices::createDocument(TextEncoding encoding
 
 std::unique_ptr<XmlRequest> MsxmlServices::createRequest(const EndMark&) {
     ComPointer<IXMLHTTPRequest> request;
-    checkCom(CoCreateInstance(CLSID_XML_HTTP_60, nullptr, CLSCTX_INPROC_SERVER,
-                              IID_XML_HTTP_REQUEST, request.outAny()));
+    checkCom(create_(CLSID_XML_HTTP_60, nullptr, CLSCTX_INPROC_SERVER, IID_XML_HTTP_REQUEST,
+                     request.outAny()));
     return std::make_unique<MsxmlRequest>(std::move(request));
 }
 

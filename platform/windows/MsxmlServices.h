@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/XmlDocument.h"
+#include "platform/windows/ComFactory.h"
+#include "platform/windows/ComPointer.h"
+#include "platform/windows/msxml.h"
 
 namespace intake {
 
@@ -8,9 +11,17 @@ namespace intake {
 /// their thread.
 class MsxmlServices final : public XmlServices {
 public:
+    explicit MsxmlServices(ComFactory create = CoCreateInstance) : create_(std::move(create)) {}
+
     std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark& endMark) override;
     std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
+
+private:
+    ComPointer<IXMLDOMDocument2> createForFile();
+    ComPointer<IXMLDOMDocument2> createForResponse();
+
+    const ComFactory create_;
 };
 
 }  // namespace intake

@@ -12,6 +12,11 @@ intake_add_test(com_test
     LINKS com_test_support
     LABELS platform)
 
+intake_add_test(msxml_test
+    SOURCES windows/msxml_test.cpp
+    LINKS com_test_support
+    LABELS xml)
+
 intake_add_test(ado_test
     SOURCES
         ../workbench/cobalt/show.cpp

@@ -1,7 +1,8 @@
 #include "tests/platform/windows/ado/AdoDoubles.h"
 
+#include "platform/windows/ado/ado.h"
 #include "platform/windows/wide_text.h"
-#include "tests/platform/windows/ado/AdoDouble.h"
+#include "tests/platform/windows/DispatchDouble.h"
 
 // A method that nobody calls.
 #define UNUSED(method)               \
@@ -20,10 +21,10 @@ HRESULT give(const std::wstring& text, BSTR* out) {
     return S_OK;
 }
 
-class ErrorDouble final : public AdoDouble<IAdoError> {
+class ErrorDouble final : public DispatchDouble<IAdoError> {
 public:
     ErrorDouble(ComCalls& calls, const AdoDoubles::Error& error)
-        : AdoDouble(calls, NO_IDENTITY), error_(error) {}
+        : DispatchDouble(calls, NO_IDENTITY), error_(error) {}
 
     STDMETHODIMP get_Number(long* number) override {
         *number = error_.number;
@@ -39,9 +40,9 @@ private:
     const AdoDoubles::Error& error_;
 };
 
-class ErrorsDouble final : public AdoDouble<IAdoErrors> {
+class ErrorsDouble final : public DispatchDouble<IAdoErrors> {
 public:
-    explicit ErrorsDouble(AdoDoubles& ado) : AdoDouble(ado.calls, NO_IDENTITY), ado_(ado) {}
+    explicit ErrorsDouble(AdoDoubles& ado) : DispatchDouble(ado.calls, NO_IDENTITY), ado_(ado) {}
 
     STDMETHODIMP get_Count(long* count) override {
         *count = static_cast<long>(ado_.errors.size());
@@ -61,10 +62,10 @@ private:
     AdoDoubles& ado_;
 };
 
-class FieldDouble final : public AdoDouble<IAdoField> {
+class FieldDouble final : public DispatchDouble<IAdoField> {
 public:
     FieldDouble(AdoDoubles& ado, size_t field)
-        : AdoDouble(ado.calls, NO_IDENTITY), ado_(ado), field_(field) {}
+        : DispatchDouble(ado.calls, NO_IDENTITY), ado_(ado), field_(field) {}
 
     UNUSED(get_Properties)
     UNUSED(get_ActualSize)
@@ -94,9 +95,9 @@ private:
     const size_t field_;
 };
 
-class FieldsDouble final : public AdoDouble<IAdoFields> {
+class FieldsDouble final : public DispatchDouble<IAdoFields> {
 public:
-    explicit FieldsDouble(AdoDoubles& ado) : AdoDouble(ado.calls, NO_IDENTITY), ado_(ado) {}
+    explicit FieldsDouble(AdoDoubles& ado) : DispatchDouble(ado.calls, NO_IDENTITY), ado_(ado) {}
 
     STDMETHODIMP get_Count(long* count) override {
         *count = static_cast<long>(ado_.names.size());
@@ -138,10 +139,10 @@ private:
     AdoDoubles& ado_;
 };
 
-class ConnectionDouble final : public AdoDouble<IAdoConnection> {
+class ConnectionDouble final : public DispatchDouble<IAdoConnection> {
 public:
     explicit ConnectionDouble(AdoDoubles& ado)
-        : AdoDouble(ado.calls, IID_ADO_CONNECTION), ado_(ado) {}
+        : DispatchDouble(ado.calls, IID_ADO_CONNECTION), ado_(ado) {}
 
     UNUSED(get_Properties)
     UNUSED(get_ConnectionString)
@@ -175,10 +176,10 @@ private:
     AdoDoubles& ado_;
 };
 
-class RecordsetDouble final : public AdoDouble<IAdoRecordset> {
+class RecordsetDouble final : public DispatchDouble<IAdoRecordset> {
 public:
     explicit RecordsetDouble(AdoDoubles& ado)
-        : AdoDouble(ado.calls, IID_ADO_RECORDSET), ado_(ado) {}
+        : DispatchDouble(ado.calls, IID_ADO_RECORDSET), ado_(ado) {}
 
     UNUSED(get_Properties)
     UNUSED(get_AbsolutePosition)

@@ -1,21 +1,21 @@
 #pragma once
 
-#include "platform/windows/ado/ado.h"
+#include "platform/windows/com.h"
 #include "tests/platform/windows/ComCalls.h"
 
 namespace intake {
 
-/// An object of ADO that a test stands in for: counts its references, and knows no other interfaces
-/// than its own. Destroyed by its last release.
+/// An object of automation that a test stands in for: counts its references, and knows no other
+/// interfaces than its own. Destroyed by its last release.
 template <class Interface>
-class AdoDouble : public Interface {
+class DispatchDouble : public Interface {
 public:
-    AdoDouble(ComCalls& calls, REFIID identity) : calls_(calls), identity_(identity) {
+    DispatchDouble(ComCalls& calls, REFIID identity) : calls_(calls), identity_(identity) {
         calls_.objectMade();
     }
-    virtual ~AdoDouble() { calls_.objectGone(); }
-    AdoDouble(const AdoDouble&) = delete;
-    AdoDouble& operator=(const AdoDouble&) = delete;
+    virtual ~DispatchDouble() { calls_.objectGone(); }
+    DispatchDouble(const DispatchDouble&) = delete;
+    DispatchDouble& operator=(const DispatchDouble&) = delete;
 
     STDMETHODIMP QueryInterface(REFIID identity, void** object) override {
         *object = nullptr;
