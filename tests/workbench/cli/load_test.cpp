@@ -197,10 +197,14 @@ TEST_F(Load, AScriptThatTheStoreCannotExecuteEndsWithFour) {
         << result.err;
 }
 
-TEST_F(Load, TheHostsFontEncodingIsAskedFor) {
-    const ChildResult result = loadTable({"mode=1"}, {"--font-encoding", "0", "--out", "trace"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_NE(result.out.find("_api__global_get_font_encoding()\n"), std::string::npos);
+TEST_F(Load, TextsComeInTheHostsFontEncoding) {
+    write("club.xml", "<c><name>Bayern M\xC3\xBCnchen</name></c>");
+    const auto loaded = [&](const std::string& fontEncoding) {
+        return load({"queryMode=XML", "filename=club.xml", "xpath=/c", "mode=3", "table=T"},
+                    {"--font-encoding", fontEncoding, "--out", "script"});
+    };
+    EXPECT_EQ(loaded("0").out, "T[0-0]=\"\"Bayern M\xFCnchen\"\"; READER_NUM_RECORDS=1;");
+    EXPECT_EQ(loaded("1").out, "T[0-0]=\"\"Bayern M\xC3\xBCnchen\"\"; READER_NUM_RECORDS=1;");
 }
 
 TEST_F(Load, AStoredInstanceIsLoadedAndSettingsComeAfterIt) {

@@ -97,6 +97,23 @@ TEST_F(Outcomes, SharedMemoryThatIsNotBoundEndsWithFour) {
               "shmtype changes, so set one of them.\ncleaned up\n");
 }
 
+TEST_F(Outcomes, AFreshInstanceIsCreatedLoadedSetAndAskedOnce) {
+    const ChildResult result =
+        answer({"filename=a", "filename=b", "script=A=1;"}, {"--define", "Calls", "--out", "json"});
+    EXPECT_EQ(result.out,
+              "{\n  \"Calls\": \"created, loaded, changed 5 to a, changed 5 to b, "
+              "changed 7 to b, action 0, frame\",\n  \"A\": 1\n}\n");
+}
+
+TEST_F(Outcomes, AStoredInstanceIsLoadedWithItsSceneSetAndAskedOnce) {
+    write("scene.json", R"({"instances": [{"name": "a", "parameters": {"filename": "stored"}}]})");
+    const ChildResult result =
+        answer({"script=A=1;"}, {"--scene", "scene.json", "--define", "Calls", "--out", "json"});
+    EXPECT_EQ(result.out,
+              "{\n  \"Calls\": \"loaded, after load, changed 7 to stored, action 0, frame\",\n"
+              "  \"A\": 1\n}\n");
+}
+
 TEST_F(Outcomes, NoAnswerInTimeEndsWithThree) {
     const ChildResult result =
         answer({"filename=slow.json", "answers=0"}, {"--timeout", "0.1", "--out", "json"});
