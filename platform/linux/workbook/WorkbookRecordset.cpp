@@ -18,6 +18,11 @@ const SheetModule* findModule(const std::vector<std::unique_ptr<SheetModule>>& m
     return found == modules.end() ? nullptr : found->get();
 }
 
+/// Whether an integer can be a boolean. A column of booleans goes on with counts after a UNION.
+bool isTruth(int64_t integer) {
+    return integer == 0 || integer == 1;
+}
+
 }  // namespace
 
 WorkbookRecordset::WorkbookRecordset(Statement statement,
@@ -40,7 +45,7 @@ WorkbookRecordset::Field WorkbookRecordset::describe(
     const auto* const module = findModule(modules, sqlite3_column_table_name(statement, number));
     const auto column = module == nullptr ? std::nullopt : module->columnNamed(origin);
     if (column) {
-        field.integers = VT_BOOL;
+        field.integers = module->table->hasBooleans(*column) ? VT_BOOL : VT_I8;
         field.reals = module->table->isDate(*column) ? VT_DATE : VT_R8;
         if (field.name == origin) {
             field.name = module->table->columns()[*column];
@@ -85,8 +90,8 @@ bool WorkbookRecordset::value(size_t field, FieldValue& value) {
     sqlite3_value* const source = sqlite3_column_value(statement_.get(), static_cast<int>(field));
     switch (sqlite3_value_type(source)) {
         case SQLITE_INTEGER:
-            value.type = fields_[field].integers;
             value.integer = sqlite3_value_int64(source);
+            value.type = isTruth(value.integer) ? fields_[field].integers : VT_I8;
             break;
         case SQLITE_FLOAT:
             value.type = fields_[field].reals;

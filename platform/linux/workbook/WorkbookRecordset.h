@@ -37,7 +37,7 @@ public:
 private:
     struct Field {
         std::string name;
-        VariantType integers;  // what an integer is
+        VariantType integers;  // what 0 and 1 are; all others are VT_I8
         VariantType reals;     // what a floating-point number is
     };
 

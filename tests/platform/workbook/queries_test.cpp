@@ -53,6 +53,15 @@ TEST_F(WorkbookQueries, ComputeWithFunctions) {
               "n|s|m|a\n3i|20|'ESKBY'|0.6666666666666666\n");
 }
 
+TEST_F(WorkbookQueries, KeepTheNumbersThatAUnionPutsBelowAColumn) {
+    EXPECT_EQ(rows(league(),
+                   "SELECT Points, [In] FROM [S$] WHERE Name = 'Holm' UNION ALL "
+                   "SELECT count(*), 10 * count(*) FROM [S$]"),
+              "Points|In\n7|true\n3i|30i\n");
+    EXPECT_EQ(rows(league(), "SELECT Points FROM [S$] WHERE Points = 7 UNION ALL SELECT 1"),
+              "Points\n7\n1i\n");
+}
+
 TEST_F(WorkbookQueries, DivideNumbersWithoutCuttingOff) {
     EXPECT_EQ(rows(league(), "SELECT Points / 2 AS half FROM [S$] WHERE Name = 'Holm'"),
               "half\n3.5\n");
