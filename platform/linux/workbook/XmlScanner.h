@@ -61,7 +61,11 @@ private:
         }
         takeIf(" encoding=\"UTF-8\"") || takeIf(" encoding=\"utf-8\"");
         takeIf(" standalone=\"yes\"") || takeIf(" standalone=\"no\"");
-        return takeIf("?>");
+        if (!takeIf("?>")) {
+            return false;
+        }
+        takeIf("\r\n");  // as many programs end this line, and no other
+        return true;
     }
 
     bool startsWith(std::string_view text) const {
