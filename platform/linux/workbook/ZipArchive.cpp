@@ -45,9 +45,7 @@ int openFile(const std::string& path, uint64_t& size) {
 ZipArchive::ZipArchive(const std::string& path) : file_(openFile(path, fileSize_)) {
     try {
         refuseOtherFiles();
-        entries_ = readZipDirectory(
-            [this](uint64_t offset, char* out, size_t length) { read(offset, out, length); },
-            fileSize_);
+        readDirectory();
     } catch (...) {
         ::close(file_);
         throw;

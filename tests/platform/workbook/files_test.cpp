@@ -126,6 +126,14 @@ TEST_F(WorkbookFiles, ThatAreIncompleteAreRefused) {
               UNREADABLE + "it has no zip directory; the file may be incomplete");
 }
 
+TEST_F(WorkbookFiles, WhoseDirectoryIsSaidToLieBehindTheirEndAreRefused) {
+    constexpr size_t FROM_END = 22 + 20 - 8;  // of the offset in the 64-bit locator
+    std::string bytes = book().zip({.zip64 = true}).bytes();
+    bytes[bytes.size() - FROM_END + 5] = 1;
+    EXPECT_EQ(openError(bytes),
+              UNREADABLE + "its zip directory is not there; the file may be incomplete");
+}
+
 TEST_F(WorkbookFiles, WithADamagedPartAreRefused) {
     const ZipWriter::Options stored{.stored = true};
     std::string bytes = book("<row><c><v>12345</v></c></row>").zip(stored).bytes();
