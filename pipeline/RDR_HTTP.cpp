@@ -191,10 +191,12 @@ void RDR_HTTP::useDetectedProxy(HttpRequest& http, const std::string& url) {
     lookup.detect = (autoDetect || !configured) && lookup.scriptUrl.empty();
     std::string proxy;
     std::string bypass;
-    if (client_.proxyForUrl(url, lookup, proxy, bypass)) {
-        http.setProxy(proxy, bypass);
-    } else {
+    if (!client_.proxyForUrl(url, lookup, proxy, bypass)) {
         debugOutput(client_.lastErrorText());
+    } else if (proxy.empty()) {
+        http.setDirect();
+    } else {
+        http.setProxy(proxy, bypass);
     }
 }
 

@@ -52,6 +52,10 @@ public:
     /// Sends the request through a proxy, except to hosts on the bypass list ("<local>" is every
     /// host without a dot).
     virtual bool setProxy(const std::string& address, const std::string& bypass) = 0;
+    /// Sends the request straight to its server, whatever proxy the system has for requests that
+    /// say nothing.
+    virtual bool setDirect() = 0;
+
     virtual bool setProxyUser(const std::string& user) = 0;
     virtual bool setProxyPassword(const std::string& password) = 0;
 
@@ -113,7 +117,8 @@ public:
     /// The proxy of the user's own configuration; false when there is none.
     virtual bool systemProxy(const std::string& url, std::string& proxy, std::string& bypass) = 0;
 
-    /// False when no proxy was found for the URL.
+    /// Called while the request that was opened last lives. An empty `proxy` is a direct
+    /// connection. False when no proxy was found for the URL.
     virtual bool proxyForUrl(const std::string& url, const ProxyLookup& lookup, std::string& proxy,
                              std::string& bypass) = 0;
 };

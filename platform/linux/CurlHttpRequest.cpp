@@ -163,6 +163,11 @@ bool CurlHttpRequest::setProxy(const std::string& address, const std::string& by
     return true;
 }
 
+bool CurlHttpRequest::setDirect() {
+    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXY, "");
+    return true;
+}
+
 bool CurlHttpRequest::setProxyUser(const std::string& user) {
     curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYUSERNAME, user.c_str());
     return true;

@@ -22,6 +22,7 @@ public:
 
     bool addHeaders(const std::string& lines) override;
     bool setProxy(const std::string& address, const std::string& bypass) override;
+    bool setDirect() override;
     bool setProxyUser(const std::string& user) override;
     bool setProxyPassword(const std::string& password) override;
     bool setCredentials(HttpTarget target, HttpScheme scheme, const std::string& user,

@@ -53,13 +53,13 @@ WinHttpHandle openRequest(HINTERNET connection, const HttpAddress& address) {
 
 std::unique_ptr<HttpRequest> WinHttpClient::open(const HttpAddress& address,
                                                  const std::string& userAgent) {
-    session_.reset(WinHttpOpen(toWide(userAgent).c_str(), WINHTTP_ACCESS_TYPE_DEFAULT_PROXY,
-                               WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
-    if (!error_.note(session_ != nullptr)) {
+    WinHttpHandle session(WinHttpOpen(toWide(userAgent).c_str(), WINHTTP_ACCESS_TYPE_DEFAULT_PROXY,
+                                      WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
+    if (!error_.note(session != nullptr)) {
         return nullptr;
     }
     WinHttpHandle connection(
-        WinHttpConnect(session_.get(), toWide(address.host).c_str(), address.port, 0));
+        WinHttpConnect(session.get(), toWide(address.host).c_str(), address.port, 0));
     if (!error_.note(connection != nullptr)) {
         return nullptr;
     }
@@ -67,7 +67,9 @@ std::unique_ptr<HttpRequest> WinHttpClient::open(const HttpAddress& address,
     if (!error_.note(request != nullptr)) {
         return nullptr;
     }
-    return std::make_unique<WinHttpRequest>(std::move(connection), std::move(request));
+    session_ = session.get();
+    return std::make_unique<WinHttpRequest>(std::move(session), std::move(connection),
+                                            std::move(request));
 }
 
 bool WinHttpClient::proxyDetection(bool& autoDetect, std::string& scriptUrl) {
@@ -103,8 +105,7 @@ bool WinHttpClient::proxyForUrl(const std::string& url, const ProxyLookup& looku
         options.lpszAutoConfigUrl = script.c_str();
     }
     WINHTTP_PROXY_INFO info{};
-    const bool found =
-        WinHttpGetProxyForUrl(session_.get(), toWide(url).c_str(), &options, &info) != 0;
+    const bool found = WinHttpGetProxyForUrl(session_, toWide(url).c_str(), &options, &info) != 0;
     const SystemText named(info.lpszProxy);
     const SystemText except(info.lpszProxyBypass);
     if (!error_.note(found)) {

@@ -23,7 +23,7 @@ public:
                      std::string& bypass) override;
 
 private:
-    WinHttpHandle session_;  // of the request that was opened last, which must be gone before
+    HINTERNET session_ = nullptr;  // of the request that was opened last, which owns it
     WinHttpError error_;
 };
 

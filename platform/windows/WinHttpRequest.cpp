@@ -25,8 +25,16 @@ bool WinHttpRequest::addHeaders(const std::string& lines) {
 bool WinHttpRequest::setProxy(const std::string& address, const std::string& bypass) {
     std::wstring proxy = toWide(address);
     std::wstring except = toWide(bypass);
-    WINHTTP_PROXY_INFO info{WINHTTP_ACCESS_TYPE_NAMED_PROXY, proxy.empty() ? nullptr : proxy.data(),
-                            except.empty() ? nullptr : except.data()};
+    return setProxyInfo(WINHTTP_ACCESS_TYPE_NAMED_PROXY, proxy.empty() ? nullptr : proxy.data(),
+                        except.empty() ? nullptr : except.data());
+}
+
+bool WinHttpRequest::setDirect() {
+    return setProxyInfo(WINHTTP_ACCESS_TYPE_NO_PROXY, nullptr, nullptr);
+}
+
+bool WinHttpRequest::setProxyInfo(DWORD accessType, wchar_t* proxy, wchar_t* bypass) {
+    WINHTTP_PROXY_INFO info{accessType, proxy, bypass};
     return error_.note(WinHttpSetOption(request_.get(), WINHTTP_OPTION_PROXY, &info, sizeof info) !=
                        0);
 }

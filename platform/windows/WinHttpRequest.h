@@ -6,14 +6,17 @@
 
 namespace intake {
 
-/// One GET request by WinHTTP, with the connection that it goes over.
+/// One GET request by WinHTTP, with the session and the connection that it goes over.
 class WinHttpRequest final : public HttpRequest {
 public:
-    WinHttpRequest(WinHttpHandle connection, WinHttpHandle request)
-        : connection_(std::move(connection)), request_(std::move(request)) {}
+    WinHttpRequest(WinHttpHandle session, WinHttpHandle connection, WinHttpHandle request)
+        : session_(std::move(session)),
+          connection_(std::move(connection)),
+          request_(std::move(request)) {}
 
     bool addHeaders(const std::string& lines) override;
     bool setProxy(const std::string& address, const std::string& bypass) override;
+    bool setDirect() override;
     bool setProxyUser(const std::string& user) override;
     bool setProxyPassword(const std::string& password) override;
     bool setCredentials(HttpTarget target, HttpScheme scheme, const std::string& user,
@@ -28,8 +31,10 @@ public:
 
 private:
     bool setText(DWORD option, const std::string& text);
+    bool setProxyInfo(DWORD accessType, wchar_t* proxy, wchar_t* bypass);
 
-    // Destroyed from below: a request goes before its connection.
+    // Destroyed from below: a request goes before its connection, and that before its session.
+    WinHttpHandle session_;
     WinHttpHandle connection_;
     WinHttpHandle request_;
     WinHttpError error_;

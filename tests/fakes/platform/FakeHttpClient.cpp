@@ -33,6 +33,7 @@ public:
     bool setProxy(const std::string& address, const std::string& bypass) override {
         return passes("setProxy", quoted(address) + " bypass" + quoted(bypass));
     }
+    bool setDirect() override { return passes("setDirect"); }
     bool setProxyUser(const std::string& user) override {
         return passes("setProxyUser", quoted(user));
     }

@@ -53,6 +53,16 @@ TEST_F(DetectedProxy, IsAskedOfNothingWhenTheConfigurationNamesNeither) {
     expectLookup(" script ''");
 }
 
+TEST_F(DetectedProxy, ThatIsADirectConnectionIsSetAsSuch) {
+    client_.setProxyForUrl("", "");
+
+    EXPECT_EQ(fetch(), (Fetched{true, "", RETRIEVED}));
+    EXPECT_EQ(client_.calls(),
+              OPEN + "proxyDetection\nproxyForUrl 'http://www.example.com' script ''\nsetDirect\n" +
+                  FETCH);
+    EXPECT_EQ(diagnostics_.debugText(), "");
+}
+
 TEST_F(DetectedProxy, ThatCannotBeFoundIsDoneWithoutAndTheDebuggerSeesWhy) {
     client_.fail("proxyForUrl", HTTP_ERROR_PROXY_NOT_FOUND);
 

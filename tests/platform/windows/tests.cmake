@@ -53,3 +53,14 @@ intake_add_test(mshtml_test
         windows/html/urlmon_test.cpp
     LINKS com_test_support fake_platform intake_html ws2_32
     LABELS html)
+
+# With functions of its own in the place of the system's.
+intake_add_test(winhttp_test
+    SOURCES
+        windows/http/WinHttpDouble.cpp
+        windows/http/failures_test.cpp
+        windows/http/proxies_test.cpp
+        windows/http/requests_test.cpp
+        windows/http/winhttp_functions.cpp
+    LINKS fake_platform intake_pipeline
+    LABELS http)
