@@ -231,6 +231,16 @@ TEST_F(JSONHandlerUrl, AUrlWithAQuestionMarkIsFetchedUnchangedAndDoesNotTouchThe
     EXPECT_EQ(uniqueNumber(), before + 1);
 }
 
+TEST_F(JSONHandlerUrl, WhetherAUrlGetsANumberDoesNotDependOnTheAvoidanceOfCaches) {
+    request_.avoidCache = true;
+    respond("1");
+    EXPECT_TRUE(read("http://feeds.example/a.json?day=1"));
+    EXPECT_EQ(uniqueNumber(), -1);
+    respond("1");
+    EXPECT_TRUE(read("http://feeds.example/a.json"));
+    EXPECT_GE(uniqueNumber(), 34464);
+}
+
 TEST_F(JSONHandlerUrl, AFetchThatFailsIsAnErrorThatNamesTheUrl) {
     EXPECT_FALSE(read("http://feeds.example/a.json"));
     EXPECT_EQ(error_, "Failed to load JSON file from http://feeds.example/a.json.\n");
