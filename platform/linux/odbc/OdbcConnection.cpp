@@ -1,7 +1,6 @@
 #include "platform/linux/odbc/OdbcConnection.h"
 
 #include <array>
-#include <cstring>
 
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/abandonable_call.h"
@@ -31,11 +30,11 @@ constexpr std::array<Setting, 3> SQLITE_SETTINGS{{
 /// With the settings that we want where the user does not want others.
 std::string withSettings(const std::string& connectionString) {
     std::string text = connectionString;
-    if (strcasestr(connectionString.c_str(), "sqlite") == nullptr) {
+    if (driverLibrary(connectionString).find("sqlite3odbc") == std::string::npos) {
         return text;
     }
     for (const Setting& setting : SQLITE_SETTINGS) {
-        if (strcasestr(connectionString.c_str(), setting.key) == nullptr) {
+        if (settingOf(connectionString, setting.key).empty()) {
             text += setting.text;
         }
     }

@@ -46,13 +46,6 @@ std::string profileValue(const std::string& section, const char* key, const char
     return value.data();
 }
 
-/// The name of the driver, as the user or a data source of his says it.
-std::string driverOf(const std::string& connectionString) {
-    const std::string driver = valueOf("driver", connectionString);
-    return driver.empty() ? profileValue(valueOf("dsn", connectionString), "Driver", "odbc.ini")
-                          : driver;
-}
-
 std::string libraryOf(const std::string& driver) {
     for (const char* const key : {"Driver64", "Driver"}) {
         std::string library = profileValue(driver, key, "odbcinst.ini");
@@ -86,8 +79,18 @@ bool loadFromAnywhere(const std::string& library) {
 
 }  // namespace
 
+std::string settingOf(const std::string& connectionString, const char* key) {
+    const std::string value = valueOf(key, connectionString);
+    return value.empty() ? profileValue(valueOf("DSN", connectionString), key, "odbc.ini") : value;
+}
+
+std::string driverLibrary(const std::string& connectionString) {
+    const std::string driver = settingOf(connectionString, "Driver");
+    return driver.empty() ? "" : libraryOf(driver);
+}
+
 std::optional<std::string> loadDriver(const std::string& connectionString) {
-    const std::string driver = driverOf(connectionString);
+    const std::string driver = settingOf(connectionString, "Driver");
     if (driver.empty() || loadFromAnywhere(libraryOf(driver))) {
         return std::nullopt;
     }

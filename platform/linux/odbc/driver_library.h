@@ -5,6 +5,13 @@
 
 namespace intake {
 
+/// What a connection string says for a key, or else the data source that it names; empty where
+/// neither says anything.
+std::string settingOf(const std::string& connectionString, const char* key);
+
+/// The file of the driver that a connection string asks for; empty where it asks for none.
+std::string driverLibrary(const std::string& connectionString);
+
 /// Loads the driver that a connection string asks for, for good, and returns why it could not. What
 /// asks for none is left to the driver manager.
 ///

@@ -212,6 +212,20 @@ TEST_F(Sqlite, ADataSourceOfTheUserIsOpened) {
     EXPECT_EQ(recordsOfQuery("SELECT v FROM t"), "I4 7|\n");
 }
 
+TEST_F(Sqlite, FieldNamesOfADataSourceAreThoseOfTheQueryUnlessItWantsOthers) {
+    run("CREATE TABLE clubs (name TEXT)");
+    const std::string league = "[league]\nDriver=SQLite3\nDatabase=test.db\n";
+    directory_.write("odbc.ini",
+                     league + "[short]\nDriver=SQLite3\nDatabase=test.db\nShortNames=0\n");
+    const EnvironmentVariable file("ODBCINI", "odbc.ini");
+    const std::string query = "SELECT a.name AS \"Goals p.90\" FROM clubs a, clubs b";
+
+    open("DSN=league");
+    EXPECT_EQ(namesOfQuery(query), "Goals p.90|");
+    open("DSN=short;LongNames=0");
+    EXPECT_EQ(namesOfQuery(query), "90|");
+}
+
 TEST_F(Sqlite, AnUnknownDataSourceFails) {
     errorOf([&] { open("DSN=nowhere;PWD=s3cret"); });
 
