@@ -5,6 +5,7 @@
 
 #include "host/lumo.h"
 #include "pipeline/command_text.h"
+#include "platform/Platform.h"
 #include "plugin/about_text.h"
 #include "plugin/build_command.h"
 #include "plugin/host_text.h"
@@ -39,9 +40,8 @@ std::string fallbackText(const ReaderParams& params) {
 
 }  // namespace
 
-Intake::Intake(const Platform& platform)
-    : platform_(platform),
-      worker_(std::make_shared<IntakeThread>(platform)),
+Intake::Intake()
+    : worker_(std::make_shared<IntakeThread>(systemPlatform())),
       clientProxy_(std::make_shared<IntakeClientProxy>(*this)),
       postExpression_(makeLastingExpression()) {
     postExpression_.setVariableQuery(this);
@@ -69,7 +69,7 @@ void Intake::syncParameters() {
 }
 
 void Intake::initialize() {
-    worker_ = std::make_shared<IntakeThread>(platform_);
+    worker_ = std::make_shared<IntakeThread>(systemPlatform());
     postExpression_.setVariableQuery(this);
     syncParameters();
     if (parameters().mode == SHARED_MEMORY) {
@@ -125,7 +125,7 @@ void Intake::onExecPerField() {
 }
 
 void Intake::loadAutomatically() {
-    const double now = platform_.clock.milliseconds();
+    const double now = systemPlatform().clock.milliseconds();
     const ReaderParams& p = parameters();
     if (p.autoLoad == 0 || !(p.autoLoadInterval > SHORTEST_INTERVAL)) {
         return;

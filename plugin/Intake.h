@@ -6,7 +6,6 @@
 #include "host/cobalt.h"
 #include "pipeline/IntakeCallback.h"
 #include "pipeline/IntakeThread.h"
-#include "platform/Platform.h"
 #include "plugin/HostRecord.h"
 #include "plugin/IntakeClientProxy.h"
 #include "plugin/SharedMemoryBinding.h"
@@ -18,7 +17,7 @@ namespace intake {
 /// by the frame before it calls in.
 class Intake : public lumoDataHandler, public DataVariableQuery, public virtual IntakeCallback {
 public:
-    explicit Intake(const Platform& platform = systemPlatform());
+    Intake();
     ~Intake() override;
 
     const char* getName() override { return "Intake"; }
@@ -69,7 +68,6 @@ private:
     void writeTarget(bool success, const std::string& result);
     void runPostAction();
 
-    const Platform& platform_;
     std::shared_ptr<IntakeThread> worker_;
     std::shared_ptr<IntakeClientProxy> clientProxy_;
     double lastLoadTime_ = 0;  // milliseconds; 0 makes the next automatic load due
