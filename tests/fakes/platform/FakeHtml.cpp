@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/PlatformError.h"
+
 namespace intake {
 
 namespace {
@@ -108,29 +110,11 @@ std::unique_ptr<HtmlDocument> FakeHtml::open(const std::string& source, const En
     return std::make_unique<FakeDocument>(*this);
 }
 
-void FakeHtml::failAt(const std::string& call, int occurrence) {
-    failingCall_ = call;
-    callsToFailure_ = occurrence;
-}
-
-PlatformError FakeHtml::failure() {
-    return {0x80004003, "Invalid pointer", "mshtml.dll", "There is no such interface."};
-}
-
-const std::string& FakeHtml::failureReport() {
-    static const std::string report =
-        "Error\n"
-        "\tCode = 0x80004003\n"
-        "\tCode meaning = Invalid pointer\n"
-        "\tSource = mshtml.dll\n"
-        "\tDescription = There is no such interface.\n";
-    return report;
-}
-
 void FakeHtml::note(const std::string& call, const std::string& details) {
     calls_ += call + (details.empty() ? "" : " " + details) + "\n";
-    if (call == failingCall_ && --callsToFailure_ == 0) {
-        throw failure();
+    if (call == failingCall_) {
+        throw PlatformError(0x80004003, "Invalid pointer", "mshtml.dll",
+                            "There is no such interface.");
     }
 }
 

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/HtmlDocument.h"
-#include "platform/PlatformError.h"
 
 namespace intake {
 
@@ -27,12 +26,8 @@ public:
     std::unique_ptr<HtmlDocument> open(const std::string& source, const EndMark& endMark,
                                        std::string& reason) override;
 
-    /// Makes the `occurrence`th call of that name throw failure().
-    void failAt(const std::string& call, int occurrence = 1);
-
-    /// What failing calls throw, and its report.
-    static PlatformError failure();
-    static const std::string& failureReport();
+    /// Makes the first call of that name throw PlatformError.
+    void failAt(const std::string& call) { failingCall_ = call; }
 
     /// The calls so far, oldest first, each ended by a line feed.
     const std::string& calls() const { return calls_; }
@@ -49,7 +44,6 @@ public:
 private:
     std::string calls_;
     std::string failingCall_;
-    int callsToFailure_ = 0;
 };
 
 }  // namespace intake

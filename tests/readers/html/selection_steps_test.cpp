@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/PlatformError.h"
 #include "tests/readers/html/HTMLHandlerFixture.h"
 #include "tests/support/TempDirectory.h"
 
