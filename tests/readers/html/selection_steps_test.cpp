@@ -2,6 +2,8 @@
 
 #include <fstream>
 #include <iterator>
+#include <locale>
+#include <vector>
 
 #include "platform/PlatformError.h"
 #include "tests/readers/html/HTMLHandlerFixture.h"
@@ -114,6 +116,7 @@ TEST_F(HtmlSelectionSteps, TheTextRunsToTheEndOfTheLineWithItsInnerBlanks) {
     EXPECT_EQ(chosen("  TEXT \t Closing   prices \t\nmore"), "b");
     EXPECT_EQ(chosen("TEXT Closing prices"),
               "HTML: Could not find any TABLE close to text \"Closing prices\"");
+    EXPECT_EQ(chosen("ID\v\f\tfirst"), "a");
     EXPECT_EQ(chosen("ID\nfirst"), "HTML: Could not find any TABLE under ID \"\"");
 }
 
@@ -142,6 +145,45 @@ TEST_F(HtmlSelectionSteps, ASourceThatDoesNotOpenFailsAndTheLogSaysWhy) {
     std::ifstream log("2026-03-05-0907-Intake.log");
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
               "5/3 9:7 ERROR: \t\t\tHTML: The server answered with status 404\n");
+}
+
+TEST_F(HtmlSelectionSteps, AFailureFollowsWhatTheErrorAlreadySays) {
+    error_ = "before\n";
+    request_.sheet = "ID nothing";
+    EXPECT_FALSE(read());
+    request_.sheet = "";
+    request_.key = "nothing";
+    EXPECT_FALSE(read());
+    html_.unreachable = "reason";
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_,
+              "before\n"
+              "HTML: Could not find any TABLE under ID \"nothing\""
+              "HTML: Could not find KEY \"nothing\" in the first row of the table"
+              "HTML: Failed to open URL \"page.html\"");
+}
+
+/// A locale in which an underline is white space too.
+class UnderlineIsBlank : public std::ctype<char> {
+public:
+    UnderlineIsBlank() : std::ctype<char>(table()) {}
+
+private:
+    static const mask* table() {
+        static const std::vector<mask> masks = [] {
+            std::vector<mask> all(classic_table(), classic_table() + table_size);
+            all['_'] = space;
+            return all;
+        }();
+        return masks.data();
+    }
+};
+
+TEST_F(HtmlSelectionSteps, WhiteSpaceDoesNotDependOnTheLocaleOfTheHost) {
+    const std::locale before =
+        std::locale::global(std::locale(std::locale::classic(), new UnderlineIsBlank));
+    EXPECT_EQ(chosen("ID_x Closing prices"), "b");
+    std::locale::global(before);
 }
 
 TEST_F(HtmlSelectionSteps, EverythingIsReleasedWhereverACallFails) {
