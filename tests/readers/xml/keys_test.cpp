@@ -45,6 +45,8 @@ TEST(XmlKey, MayBeTheRowItself) {
 
 TEST(XmlKey, IsTheFirstOfSeveralNodes) {
     EXPECT_EQ(table("name/*"), R"(T[GRW]={{name="GRWGreywharf";};};T[KEL]={{name="KEL";};};)");
+    EXPECT_EQ(fileScript(TEAMS, {.xpath = "//long", .mode = DATA_TABLE, .key = "ancestor::*/@*"}),
+              R"(T[North]={{#text="Greywharf";};};)");
 }
 
 TEST(XmlKey, ThatIsEmptyTextStillNamesTheRow) {
@@ -103,6 +105,9 @@ TEST(XmlKey, ThatSelectsNothingIsOneWarningForAllRows) {
     EXPECT_EQ(warnings({.mode = DATA_TABLE, .key = "name/long"}),
               "5/3 9:7 WARNING: \t\t\tXML: 2 of 3 rows left out: "
               "\"name/long\" selects nothing in them\n");
+    EXPECT_EQ(warnings({.mode = DATA_TABLE, .key = "@id"}),
+              "5/3 9:7 WARNING: \t\t\tXML: 1 of 3 rows left out: "
+              "\"@id\" selects nothing in them\n");
     EXPECT_EQ(warnings({.mode = DATA_STRUCTURE, .key = "@none", .table = ""}),
               "5/3 9:7 WARNING: \t\t\tXML: 3 of 3 rows left out: "
               "\"@none\" selects nothing in them\n");

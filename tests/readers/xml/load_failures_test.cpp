@@ -130,11 +130,42 @@ TEST_F(XmlLoadFailure, ASelectionWithoutANodeListIsReportedWithoutAReasonToo) {
     EXPECT_EQ(error_, "No node set is fetched: \n");
 }
 
-TEST_F(XmlLoadFailure, IsAppendedToWhatTheErrorAlreadySays) {
+/// The error of a load whose `occurrence`th call of that name fails, behind what it said before.
+class XmlAppendedFailure : public XMLHandlerFixture {
+protected:
+    std::string errorOf(const std::string& source, const char* call, int occurrence = 1) {
+        FakeXml xml;
+        xml.failAt(call, occurrence);
+        request_.filename = source;
+        request_.sourceInFormat = 1;
+        error_ = "before\n";
+        EXPECT_FALSE(XMLHandler(logger_, xml, endMark_).Read(request_, script_, error_));
+        return error_;
+    }
+};
+
+TEST_F(XmlAppendedFailure, FollowsWhatTheErrorAlreadySays) {
+    const std::string report = FakeXml::failureReport();
+    const std::string notMade = "before\nFailed to instantiate an XML DOM.\n" + report;
+    EXPECT_EQ(errorOf("a.xml", "createDocument"), notMade);
+    EXPECT_EQ(errorOf(URL, "createRequest"), notMade);
+    EXPECT_EQ(errorOf(URL, "open"),
+              std::string("before\nFailed to load DOM from ") + URL + ".\n" + report);
+    EXPECT_EQ(errorOf(URL, "createDocument", 2),
+              "before\nERROR: KDFToXml(): Failed to create the XML Document.\n");
+}
+
+TEST_F(XmlAppendedFailure, OfAFileOrASelectionFollowsItToo) {
     error_ = "before\n";
     xml_.unreadable = "reason";
     EXPECT_FALSE(read());
     EXPECT_EQ(error_, "before\nFailed to load DOM from fixtures.xml.\nreason\n");
+    xml_.unreadable.clear();
+    xml_.selects = false;
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_,
+              "before\nFailed to load DOM from fixtures.xml.\nreason\n"
+              "No node set is fetched: \n");
 }
 
 TEST_F(XmlLoadFailure, LeavesAReaderThatWorksOn) {

@@ -118,6 +118,15 @@ TEST_F(XmlCredentials, ArePassedToAnFtpSourceToo) {
     EXPECT_EQ(openCall(), "open ftp://feeds.example/a.xml |desk| |s3cret|");
 }
 
+TEST_F(XmlLoadSteps, AnOutputFormatThatDoesNotExistIsText) {
+    request_.targetMode = SHARED_MEMORY;
+    request_.targetOutFormat = 2;
+    xml_.selectedCount = 1;
+    EXPECT_TRUE(read());
+    EXPECT_NE(xml_.calls().find("appendText\n"), std::string::npos) << xml_.calls();
+    EXPECT_EQ(xml_.calls().find("appendMarkup\n"), std::string::npos) << xml_.calls();
+}
+
 /// The documents that a request makes, in their order.
 class XmlEncoding : public XMLHandlerFixture {
 protected:
@@ -149,6 +158,11 @@ TEST_F(XmlEncoding, APayloadFromAUrlTakesItOnlyOnceConverted) {
     request_.sourceInFormat = 1;
     EXPECT_EQ(documents("http://feeds.example/a.xml", 2), "UTF-8;ISO-8859-1;");
     EXPECT_EQ(documents("ftp://feeds.example/a.xml", 0), "UTF-8;UTF-8;");
+}
+
+TEST_F(XmlEncoding, AnInputFormatThatDoesNotExistIsNoPayload) {
+    request_.sourceInFormat = 2;
+    EXPECT_EQ(documents("http://feeds.example/a.xml", 2), "ISO-8859-1;");
 }
 
 TEST_F(XmlEncoding, APayloadFromAFileIsNotConverted) {

@@ -93,6 +93,13 @@ TEST(PayloadConversion, SkipsOtherElementsWithEverythingInside) {
               "<payload><a>1</a></payload>");
 }
 
+TEST(PayloadConversion, KnowsItsElementsByTheirWholeNames) {
+    EXPECT_EQ(converted("<payload><fields name='a'/><values>1</values><payloads><field name='b'/>"
+                        "</payloads><Field name='c'/><afield name='d'/><v:value xmlns:v='urn:v'>2"
+                        "</v:value></payload>"),
+              "<payload/>");
+}
+
 TEST(PayloadConversion, SkipsTextsCommentsAndInstructions) {
     EXPECT_EQ(converted("<payload>text<!--note--><?app go?><![CDATA[data]]>"
                         "<field name='a'>text<value>1</value><?value 2?>text</field></payload>"),

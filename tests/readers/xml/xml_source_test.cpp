@@ -32,6 +32,7 @@ TEST(XmlSource, IsRemoteWhenItHoldsOneOfTheThreeSchemesAnywhere) {
     EXPECT_TRUE(isRemote("https://feeds.example/a.xml"));
     EXPECT_TRUE(isRemote("ftp://feeds.example/a.xml"));
     EXPECT_TRUE(isRemote("cache/http://feeds.example/a.xml"));
+    EXPECT_TRUE(isRemote("cache/https://feeds.example/a.xml"));
     EXPECT_TRUE(isRemote(" ftp://feeds.example/a.xml"));
 }
 
@@ -119,6 +120,16 @@ TEST(XmlHeaders, OfOnesOwnFollowThoseAgainstCaches) {
               "Pragma|no-cache\n"
               "If-Modified-Since|Sat, 1 Jan 2000 00:00:00 GMT\n"
               "Pragma|mine\n");
+}
+
+TEST(XmlHeaders, OfOnesOwnAreAskedForByAnyNumberButZero) {
+    RequestRecord request;
+    request.filename = "http://feeds.example/";
+    request.customHeaders = "X-Desk:sport";
+    for (const int32_t use : {1, 2, -1}) {
+        request.useCustomHeaders = use;
+        EXPECT_EQ(headers(request), "X-Desk|sport\n") << use;
+    }
 }
 
 TEST(XmlHeaders, OfAnFtpSourceAreNone) {
