@@ -7,9 +7,15 @@
 namespace intake {
 namespace {
 
-/// The converted document, as markup.
+/// The converted document, as markup; without the indentation that some systems give it.
 std::string converted(const std::string& body) {
-    return urlScript(body, {.xpath = "/*", .mode = SHARED_MEMORY, .markup = true, .payload = true});
+    std::string script =
+        urlScript(body, {.xpath = "/*", .mode = SHARED_MEMORY, .markup = true, .payload = true});
+    if (!script.starts_with("failed: ")) {
+        std::erase_if(script,
+                      [](char each) { return each == '\r' || each == '\n' || each == '\t'; });
+    }
+    return script;
 }
 
 std::string levels(int count, const std::string& start, const std::string& inner,
