@@ -235,7 +235,7 @@ class Page:
 
     def compare(self, shown, came):
         if not pattern_of(shown).fullmatch(came):
-            self.fail(f"differs\nshown: {shown!r}\ncame:  {came!r}")
+            self.fail(f"differs\nshown: {shown!r:.3000}\ncame:  {came!r:.3000}")
 
 
 def pattern_of(shown):
