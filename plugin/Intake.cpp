@@ -105,7 +105,7 @@ void Intake::bindSharedMemory() {
 
 void Intake::onExecAction(int32_t action, void*) {
     if (action == ACTION_LOAD) {
-        startLoad();
+        BuildCommand();
     } else if (action == ACTION_TERMINATE) {
         worker_->Terminate();
     }
@@ -131,12 +131,12 @@ void Intake::loadAutomatically() {
         return;
     }
     if (lastLoadTime_ == 0 || now - lastLoadTime_ > p.autoLoadInterval * 1000.0F) {
-        startLoad();
+        BuildCommand();
         lastLoadTime_ = now;
     }
 }
 
-void Intake::startLoad() {
+void Intake::BuildCommand() {
     worker_->PostCommand(clientProxy_, buildCommandText(parameters()));
 }
 

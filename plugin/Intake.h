@@ -60,7 +60,8 @@ public:
 private:
     ReaderParams& parameters() { return *static_cast<ReaderParams*>(params); }
 
-    void startLoad();
+    /// Starts a load: queues the command text of the parameters as they are now.
+    void BuildCommand();
     void loadAutomatically();
     void bindSharedMemory();
     void parsePostAction();

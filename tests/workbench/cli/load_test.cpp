@@ -159,6 +159,7 @@ TEST_F(Load, APostUpdateActionThatDoesNotParseIsReportedOnce) {
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.err.starts_with("The action \"A=(\" does not parse: line 1, column "))
         << result.err;
+    EXPECT_EQ(result.err.find('\n'), result.err.size() - 1) << result.err;
 }
 
 TEST_F(Load, AMissingFileIsAFailureThatNamesIt) {
