@@ -12,7 +12,10 @@ namespace intake {
 
 namespace {
 
-constexpr SQLLEN MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
+constexpr size_t FIRST_ROOM = 128;
+constexpr size_t MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
+constexpr size_t NUMBER_SIZE =
+    8;  // of every C type but texts; values in an array stand so far apart
 
 SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
     if (driver.looselyTyped) {
@@ -32,16 +35,16 @@ SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
 }
 
 template <class Value>
-Value valueIn(const std::vector<char>& bytes) {
+Value valueIn(const char* bytes) {
     Value value;
-    std::memcpy(&value, bytes.data(), sizeof value);
+    std::memcpy(&value, bytes, sizeof value);
     return value;
 }
 
 }  // namespace
 
 OdbcColumn::OdbcColumn(const OdbcStatement& statement, SQLUSMALLINT number)
-    : statement_(statement), number_(number) {
+    : statement_(statement), number_(number), asked_{std::vector<char>(FIRST_ROOM)} {
     describe();
 }
 
@@ -53,6 +56,7 @@ void OdbcColumn::describe() {
                     &isUnsigned);
     type_ = typeOfSql(description_.type, isUnsigned == SQL_TRUE);
     cType_ = cTypeOf(type_.fetch, statement_.driver());
+    bound_.room = isText() ? FIRST_ROOM : NUMBER_SIZE;
 }
 
 void OdbcColumn::check(SQLRETURN result) const {
@@ -61,10 +65,22 @@ void OdbcColumn::check(SQLRETURN result) const {
     }
 }
 
-void OdbcColumn::bind() {
-    if (type_.fetch != OdbcFetch::NOTHING) {
-        check(SQLBindCol(statement_.handle().get(), number_, cType_, cell_.bytes.data(),
-                         static_cast<SQLLEN>(cell_.bytes.size()), &cell_.length));
+void OdbcColumn::bind(SQLULEN records) {
+    if (type_.fetch == OdbcFetch::NOTHING) {
+        return;
+    }
+    bound_.bytes.resize(bound_.room * records);
+    bound_.lengths.resize(records);
+    check(SQLBindCol(statement_.handle().get(), number_, cType_, bound_.bytes.data(),
+                     static_cast<SQLLEN>(bound_.room), bound_.lengths.data()));
+}
+
+/// What did not fit once may not fit again.
+void OdbcColumn::widenBinding() {
+    if (neededRoom_ > bound_.room) {
+        bound_.room = std::min(std::max(2 * bound_.room, neededRoom_), MOST_BOUND);
+        neededRoom_ = bound_.room;
+        bind(bound_.lengths.size());
     }
 }
 
@@ -73,16 +89,16 @@ void OdbcColumn::read() {
         return;
     }
     if (isText()) {
-        return readText(cell_);
+        return readText();
     }
-    check(getData(cell_, 0));
+    check(getData(0));
 }
 
 /// Puts the value, or its next part, behind the bytes that are filled.
-SQLRETURN OdbcColumn::getData(Cell& cell, size_t filled) const {
+SQLRETURN OdbcColumn::getData(size_t filled) {
     const NeutralLocale locale;
-    return SQLGetData(statement_.handle().get(), number_, cType_, cell.bytes.data() + filled,
-                      static_cast<SQLLEN>(cell.bytes.size() - filled), &cell.length);
+    return SQLGetData(statement_.handle().get(), number_, cType_, asked_.bytes.data() + filled,
+                      static_cast<SQLLEN>(asked_.bytes.size() - filled), &asked_.length);
 }
 
 bool OdbcColumn::isCut(SQLLEN length, SQLLEN room) const {
@@ -91,96 +107,103 @@ bool OdbcColumn::isCut(SQLLEN length, SQLLEN room) const {
 
 /// The parts are joined before anything is made of them: they end anywhere, also within a
 /// character.
-void OdbcColumn::readText(Cell& cell) const {
+void OdbcColumn::readText() {
     size_t filled = 0;
-    while (readPart(cell, filled)) {
+    while (readPart(filled)) {
     }
-    if (cell.length != SQL_NULL_DATA) {
-        cell.length = static_cast<SQLLEN>(filled);
+    if (asked_.length != SQL_NULL_DATA) {
+        asked_.length = static_cast<SQLLEN>(filled);
     }
 }
 
 /// False when this was the last part.
-bool OdbcColumn::readPart(Cell& cell, size_t& filled) const {
-    const SQLLEN room = static_cast<SQLLEN>(cell.bytes.size() - filled);
-    const SQLRETURN result = getData(cell, filled);
+bool OdbcColumn::readPart(size_t& filled) {
+    const SQLLEN room = static_cast<SQLLEN>(asked_.bytes.size() - filled);
+    const SQLRETURN result = getData(filled);
     if (result == SQL_NO_DATA) {
         return false;
     }
     check(result);
-    if (cell.length == SQL_NULL_DATA) {
+    const SQLLEN length = asked_.length;
+    if (length == SQL_NULL_DATA) {
         return false;
     }
-    if (!isCut(cell.length, room)) {
-        filled += static_cast<size_t>(cell.length);
+    if (!isCut(length, room)) {
+        filled += static_cast<size_t>(length);
         return false;
     }
-    const SQLLEN whole = cell.length == SQL_NO_TOTAL ? 0 : cell.length + unit();
-    const size_t needed = std::max(filled + static_cast<size_t>(whole), 2 * cell.bytes.size());
+    const SQLLEN whole = length == SQL_NO_TOTAL ? 0 : length + unit();
+    const size_t needed = std::max(filled + static_cast<size_t>(whole), 2 * asked_.bytes.size());
     filled += static_cast<size_t>(room - unit());
-    cell.bytes.resize(needed);
+    asked_.bytes.resize(needed);
     return true;
 }
 
+OdbcColumn::Cell OdbcColumn::cell(SQLULEN place) const {
+    if (!isBound()) {
+        return {asked_.bytes.data(), asked_.length};
+    }
+    return {bound_.bytes.data() + place * bound_.room, bound_.lengths[place]};
+}
+
 /// The text, asked for again when it was longer than what is bound.
-const OdbcColumn::Cell& OdbcColumn::wholeText(uint64_t record) {
-    if (wholeRecord_ == record) {
-        return whole_;
+OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
+    const Cell fetched = cell(place);
+    if (!isBound() || !isCut(fetched.length, static_cast<SQLLEN>(bound_.room))) {
+        return fetched;
     }
-    if (!isCut(cell_.length, static_cast<SQLLEN>(cell_.bytes.size()))) {
-        return cell_;
+    if (askedRecord_ != record) {
+        if (bound_.lengths.size() > 1) {
+            statement_.goTo(place);
+        }
+        const auto expected = static_cast<size_t>(std::max<SQLLEN>(fetched.length + unit(), 0));
+        asked_.bytes.resize(std::max({asked_.bytes.size(), expected, MOST_BOUND}));
+        readText();
+        askedRecord_ = record;
+        const auto needed = static_cast<size_t>(asked_.length + unit());
+        if (needed <= MOST_BOUND) {
+            neededRoom_ = std::max(neededRoom_, needed);
+        }
     }
-    const size_t expected = static_cast<size_t>(std::max(cell_.length + unit(), MOST_BOUND));
-    whole_.bytes.resize(std::max(whole_.bytes.size(), expected));
-    readText(whole_);
-    wholeRecord_ = record;
-    widenBinding(whole_.length + unit());
-    return whole_;
+    return {asked_.bytes.data(), asked_.length};
 }
 
-/// The next texts of the column may be as long.
-void OdbcColumn::widenBinding(SQLLEN room) {
-    if (room <= MOST_BOUND) {
-        cell_.bytes.resize(std::max(2 * cell_.bytes.size(), static_cast<size_t>(room)));
-        bind();
-    }
-}
-
-std::string_view OdbcColumn::utf8Of(const Cell& cell) {
-    const size_t bytes = static_cast<size_t>(cell.length);
+std::string_view OdbcColumn::utf8Of(const Cell& fetched) {
+    const size_t bytes = static_cast<size_t>(fetched.length);
     if (cType_ == SQL_C_CHAR) {
-        return {cell.bytes.data(), bytes};
+        return {fetched.bytes, bytes};
     }
     const size_t units = bytes / sizeof(char16_t);
     if (utf8_.size() < units * UTF8_BYTES_PER_UNIT) {
         utf8_.resize(std::max(units * UTF8_BYTES_PER_UNIT, 2 * utf8_.size()));
     }
-    const auto* const text = reinterpret_cast<const char16_t*>(cell.bytes.data());
+    const auto* const text = reinterpret_cast<const char16_t*>(fetched.bytes);
     return {utf8_.data(), toUtf8({text, units}, utf8_.data())};
 }
 
-void OdbcColumn::value(uint64_t record, FieldValue& value) {
+void OdbcColumn::value(uint64_t record, SQLULEN place, FieldValue& value) {
     value.type = type_.variant;
     if (type_.fetch == OdbcFetch::NOTHING) {
         return;
     }
-    if (cell_.length == SQL_NULL_DATA) {
+    const Cell fetched = cell(place);
+    if (fetched.length == SQL_NULL_DATA) {
         value.type = VT_NULL;
     } else if (!isText()) {
-        numberIn(cell_, value);
+        numberIn(fetched, value);
     } else {
-        value.text = utf8Of(wholeText(record));
+        value.text = utf8Of(wholeText(record, place));
         if (type_.fetch != OdbcFetch::TEXT) {
             readLooseValue(type_, value);
         }
     }
 }
 
-void OdbcColumn::numberIn(const Cell& cell, FieldValue& value) const {
+void OdbcColumn::numberIn(const Cell& fetched, FieldValue& value) const {
     if (cType_ == SQL_C_DOUBLE) {
-        value.number = valueIn<double>(cell.bytes);
+        value.number = valueIn<double>(fetched.bytes);
     } else {
-        value.integer = valueIn<int64_t>(cell.bytes);
+        value.integer = valueIn<int64_t>(fetched.bytes);
     }
     if (type_.fetch == OdbcFetch::BOOLEAN) {
         value.integer = value.integer != 0;

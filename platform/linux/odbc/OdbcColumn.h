@@ -12,8 +12,8 @@
 
 namespace intake {
 
-/// One column of a result, with the value of the current record. Owned by its recordset, whose
-/// statement it borrows. What fails throws PlatformError.
+/// One column of a result, with its values of the records that were fetched together. Owned by its
+/// recordset, whose statement it borrows. What fails throws PlatformError.
 class OdbcColumn {
 public:
     /// Columns count from 1.
@@ -21,22 +21,36 @@ public:
 
     const std::string& name() const { return description_.name; }
 
-    /// Lets every fetch from now on put the value here, if it is of use.
-    void bind();
+    /// Lets every fetch from now on put the values of so many records here, if they are of use.
+    void bind(SQLULEN records);
+
+    /// To be called before each fetch: makes room where a text did not fit.
+    void widenBinding();
 
     /// Reads the value of a column that is not bound; those of the columns before it come first.
     void read();
 
-    /// The value of the record of this number, to which the statement has come. Views of it hold
-    /// until the next fetch.
-    void value(uint64_t record, FieldValue& value);
+    /// The value of the record of this number, which has this place among those that were fetched
+    /// together. Views of it hold until the next record.
+    void value(uint64_t record, SQLULEN place, FieldValue& value);
 
 private:
-    static constexpr size_t FIRST_ROOM = 128;
-
     /// A value as the driver gives it.
     struct Cell {
-        std::vector<char> bytes = std::vector<char>(FIRST_ROOM);
+        const char* bytes;
+        SQLLEN length;
+    };
+
+    /// Where a fetch puts the values.
+    struct Bound {
+        size_t room = 0;  // for each
+        std::vector<char> bytes;
+        std::vector<SQLLEN> lengths;
+    };
+
+    /// A value that was asked for alone, as long as it may be.
+    struct Asked {
+        std::vector<char> bytes;
         SQLLEN length = SQL_NULL_DATA;
     };
 
@@ -46,14 +60,16 @@ private:
     SQLLEN unit() const { return cType_ == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 1; }
     bool isCut(SQLLEN length, SQLLEN room) const;
 
-    SQLRETURN getData(Cell& cell, size_t filled) const;
-    void readText(Cell& cell) const;
-    bool readPart(Cell& cell, size_t& filled) const;
-    const Cell& wholeText(uint64_t record);
-    void widenBinding(SQLLEN room);
+    bool isBound() const { return !bound_.lengths.empty(); }
 
-    std::string_view utf8Of(const Cell& cell);
-    void numberIn(const Cell& cell, FieldValue& value) const;
+    SQLRETURN getData(size_t filled);
+    void readText();
+    bool readPart(size_t& filled);
+    Cell cell(SQLULEN place) const;
+    Cell wholeText(uint64_t record, SQLULEN place);
+
+    std::string_view utf8Of(const Cell& fetched);
+    void numberIn(const Cell& fetched, FieldValue& value) const;
 
     const OdbcStatement& statement_;
     SQLUSMALLINT number_;
@@ -61,9 +77,11 @@ private:
     OdbcType type_{VT_BSTR, OdbcFetch::TEXT};
     SQLSMALLINT cType_ = SQL_C_CHAR;
 
-    Cell cell_;   // bound or read
-    Cell whole_;  // a text that was longer than what is bound
-    uint64_t wholeRecord_ = 0;
+    Bound bound_;
+    size_t neededRoom_ = 0;  // what the texts so far would have needed
+    Asked asked_;
+    uint64_t askedRecord_ =
+        0;  // whose text was asked for, because it was longer than what is bound
     std::vector<char> utf8_;
 };
 

@@ -16,9 +16,9 @@ struct OdbcDriver {
     /// type says, so every value is fetched as text.
     bool looselyTyped = false;
 
-    /// It fetches into bound columns rightly, and gives a text that was longer than its buffer
-    /// again in full.
-    bool bindsColumns = false;
+    /// So many records at a time it fetches into bound columns rightly, and gives a text that was
+    /// longer than its buffer again in full. 0: it is asked for every value.
+    SQLULEN boundRecords = 0;
 };
 
 /// Nothing is expected of a driver that we do not know.

@@ -26,10 +26,17 @@ void OdbcRecordset::describeColumns() {
     for (SQLUSMALLINT number = 1; number <= count; ++number) {
         columns_.emplace_back(statement_, number);
     }
-    if (statement_.driver().bindsColumns) {
-        for (OdbcColumn& column : columns_) {
-            column.bind();
-        }
+    if (const SQLULEN records = statement_.driver().boundRecords; records > 0) {
+        bindColumns(records);
+    }
+}
+
+void OdbcRecordset::bindColumns(SQLULEN records) {
+    if (records > 1) {
+        statement_.takeAtATime(records);
+    }
+    for (OdbcColumn& column : columns_) {
+        column.bind(records);
     }
 }
 
@@ -46,17 +53,28 @@ std::optional<size_t> OdbcRecordset::findField(const std::string& name) {
 void OdbcRecordset::moveNext() {
     ++record_;
     read_ = 0;
-    atEnd_ = !statement_.fetch();
+    if (++place_ >= fetched_) {
+        place_ = 0;
+        fetchMore();
+    }
+}
+
+void OdbcRecordset::fetchMore() {
+    for (OdbcColumn& column : columns_) {
+        column.widenBinding();
+    }
+    fetched_ = statement_.fetch();
+    atEnd_ = fetched_ == 0;
 }
 
 bool OdbcRecordset::value(size_t field, FieldValue& value) {
     if (field >= columns_.size()) {
         return false;
     }
-    if (!statement_.driver().bindsColumns) {
+    if (statement_.driver().boundRecords == 0) {
         readUpTo(field);
     }
-    columns_[field].value(record_, value);
+    columns_[field].value(record_, place_, value);
     return true;
 }
 

@@ -9,7 +9,7 @@
 
 namespace intake {
 
-/// The records of a query, fetched one at a time from the driver.
+/// The records of a query, fetched from the driver.
 class OdbcRecordset final : public Recordset {
 public:
     /// Runs the query. Throws PlatformError, also when it returns no records. The session outlives
@@ -27,11 +27,15 @@ public:
 
 private:
     void describeColumns();
+    void bindColumns(SQLULEN records);
+    void fetchMore();
     void readUpTo(size_t field);
 
     OdbcStatement statement_;
     std::vector<OdbcColumn> columns_;
     uint64_t record_ = 0;  // counted from 1
+    SQLULEN fetched_ = 0;  // so many records were fetched together
+    SQLULEN place_ = 0;    // of the record among them
     size_t read_ = 0;      // so many columns of it were read
     bool atEnd_ = false;
 };

@@ -1,5 +1,8 @@
 #include "platform/linux/odbc/OdbcStatement.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/odbc_calls.h"
@@ -23,15 +26,42 @@ void OdbcStatement::execute(const std::string& query) {
     }
 }
 
-bool OdbcStatement::fetch() {
+void OdbcStatement::takeAtATime(SQLULEN records) {
+    states_.resize(records);
+    setAttribute(SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(records));
+    setAttribute(SQL_ATTR_ROW_STATUS_PTR, states_.data());
+    setAttribute(SQL_ATTR_ROWS_FETCHED_PTR, &fetched_);
+}
+
+void OdbcStatement::setAttribute(SQLINTEGER attribute, SQLPOINTER value) const {
+    check(SQLSetStmtAttr(handle_.get(), attribute, value, 0));
+}
+
+SQLULEN OdbcStatement::fetch() {
     throwIfEnded();
     const NeutralLocale locale;
     const SQLRETURN result = SQLFetch(handle_.get());
     if (result == SQL_NO_DATA) {
-        return false;
+        return 0;
     }
     check(result);
-    return true;
+    if (result == SQL_SUCCESS_WITH_INFO) {
+        checkRecords();
+    }
+    return fetched_;
+}
+
+/// A fetch of several records succeeds even if one of them failed.
+void OdbcStatement::checkRecords() const {
+    const auto end =
+        states_.begin() + static_cast<std::ptrdiff_t>(std::min<size_t>(fetched_, states_.size()));
+    if (std::find(states_.begin(), end, SQL_ROW_ERROR) != end) {
+        throwOdbcFailure(handle_, driver_.narrow);
+    }
+}
+
+void OdbcStatement::goTo(SQLULEN record) const {
+    check(SQLSetPos(handle_.get(), record + 1, SQL_POSITION, SQL_LOCK_NO_CHANGE));
 }
 
 void OdbcStatement::check(SQLRETURN result) const {

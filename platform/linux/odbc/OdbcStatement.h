@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/EndMark.h"
 #include "platform/linux/odbc/OdbcDriver.h"
@@ -14,22 +15,34 @@ namespace intake {
 class OdbcStatement {
 public:
     OdbcStatement(const OdbcSession& session, const OdbcDriver& driver, const EndMark& endMark);
+    OdbcStatement(const OdbcStatement&) = delete;  // the driver knows its members' addresses
+    OdbcStatement& operator=(const OdbcStatement&) = delete;
 
     void execute(const std::string& query);
 
-    /// Goes to the next record; false when there is none.
-    bool fetch();
+    /// Lets every fetch take so many records at a time into bound columns.
+    void takeAtATime(SQLULEN records);
+
+    /// Goes to the next records; how many there are, 0 behind the last.
+    SQLULEN fetch();
+
+    /// Goes to one of the records that were fetched together, so that its values can be asked for.
+    void goTo(SQLULEN record) const;
 
     const OdbcHandle& handle() const { return handle_; }
     const OdbcDriver& driver() const { return driver_; }
 
 private:
     void check(SQLRETURN result) const;
+    void checkRecords() const;
+    void setAttribute(SQLINTEGER attribute, SQLPOINTER value) const;
     void throwIfEnded() const;
 
     const EndMark& endMark_;
     OdbcDriver driver_;
     OdbcHandle handle_;
+    SQLULEN fetched_ = 1;  // the driver sets it when it takes several records at a time
+    std::vector<SQLUSMALLINT> states_;
 };
 
 }  // namespace intake

@@ -106,14 +106,15 @@ private:
 /// A query for texts of these lengths in characters, and what it gives.
 struct LongTexts {
     explicit LongTexts(const std::vector<size_t>& lengths) {
-        for (const size_t length : lengths) {
+        for (size_t record = 0; record < lengths.size(); ++record) {
+            const size_t length = lengths[record];
             query += query.empty() ? "SELECT " : " UNION ALL SELECT ";
-            query += "repeat('ä🏆x', " + std::to_string(length) + "), 7";
+            query += "repeat('ä🏆x', " + std::to_string(length) + "), " + std::to_string(record);
             records += "BSTR ";
             for (size_t i = 0; i < length; ++i) {
                 records += "ä🏆x";
             }
-            records += "|I4 7|\n";
+            records += "|I4 " + std::to_string(record) + "|\n";
         }
     }
     std::string query;
@@ -132,6 +133,26 @@ TEST_P(Server, TextsOfAnyLengthAreWhole) {
     const LongTexts texts({0, 1, 17, 18, 19, 1, 500, 1170, 1171, 1'500'000, 2, 20'000, 3});
 
     EXPECT_EQ(recordsOfQuery(texts.query), texts.records);
+}
+
+TEST_P(Server, ManyRecordsWithLongTextsAmongThemComeInOrder) {
+    connect();
+    std::vector<size_t> lengths;
+    for (size_t record = 0; record < 200; ++record) {
+        lengths.push_back(record % 63 == 0 ? 3'000 : record % 50 == 49 ? 300 : record % 20);
+    }
+    const LongTexts texts(lengths);
+
+    EXPECT_EQ(recordsOfQuery(texts.query), texts.records);
+}
+
+TEST_P(Server, AFetchMayTakeExactlyWhatThereIs) {
+    connect();
+    for (const size_t count : {1, 63, 64, 65, 128}) {
+        const LongTexts texts(std::vector<size_t>(count, 1));
+        EXPECT_EQ(recordsOfQuery(texts.query), texts.records) << count;
+    }
+    EXPECT_EQ(recordsOfQuery("SELECT 7 FROM (SELECT 1) AS nothing WHERE 1 = 0"), "");
 }
 
 TEST_P(Server, QueriesAndNamesMayBeOfAnyLanguage) {
