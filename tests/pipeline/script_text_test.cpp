@@ -57,6 +57,12 @@ TEST(ScriptText, NumbersHaveSixSignificantDigits) {
     EXPECT_EQ(numberText(std::numeric_limits<double>::infinity()), "inf");
 }
 
+TEST(ScriptText, ANumberThatIsRoundedUpToAMillionHasAnExponent) {
+    EXPECT_EQ(numberText(999999.4), "999999");
+    EXPECT_EQ(numberText(999999.7), "1e+06");
+    EXPECT_EQ(numberText(-999999.7), "-1e+06");
+}
+
 TEST(ScriptText, EveryNumberIsWrittenAsAStreamWritesIt) {
     std::mt19937_64 random(1);
     for (int i = 0; i < 20000; ++i) {
