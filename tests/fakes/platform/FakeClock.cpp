@@ -20,6 +20,9 @@ void FakeClock::sleep(std::chrono::milliseconds duration) {
         const std::lock_guard lock(mutex_);
         ++sleeps_[duration];
     }
+    if (onSleep) {
+        onSleep();
+    }
     std::this_thread::sleep_for(std::min(duration, std::chrono::milliseconds(1)));
 }
 

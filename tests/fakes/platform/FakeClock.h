@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <mutex>
 
@@ -20,6 +21,9 @@ public:
 
     /// How often somebody has slept for exactly this long.
     int sleepsOf(std::chrono::milliseconds duration) const;
+
+    /// Called at the beginning of every sleep. Set before anybody sleeps.
+    std::function<void()> onSleep;
 
 private:
     mutable std::mutex mutex_;

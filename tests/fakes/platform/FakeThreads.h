@@ -19,7 +19,15 @@ public:
     std::unique_ptr<Mutex> createMutex() override;
     std::unique_ptr<ThreadHandle> start(std::function<void()> body) override;
     void enterWorker() override { ++entered_; }
-    void leaveWorker() override { ++left_; }
+    void leaveWorker() override {
+        ++left_;
+        if (onLeave) {
+            onLeave();
+        }
+    }
+
+    /// Called by a worker that leaves. Set before there is one.
+    std::function<void()> onLeave;
 
     /// The next `times` calls of lock, or of tryLock, on the `index`th mutex that was made fail.
     void failLocks(size_t index, int times);
