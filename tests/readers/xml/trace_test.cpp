@@ -137,6 +137,22 @@ TEST_F(XmlTrace, EndsWithTheCleanupWhenARowThrows) {
               "5/3 9:7 DEBUG: \t\t\tCleanup success=0\n");
 }
 
+TEST_F(XmlTrace, AnnouncesEachStepBeforeItIsTaken) {
+    struct Step {
+        const char* call;
+        std::string line;
+    };
+    for (const Step& step : {Step{"loadFile", "Before load"},
+                             {"setSelectionNamespaces", "Before selectNodes()"},
+                             {"setKeyExpression", "Before DATATABLE"}}) {
+        xml_.failAt(step.call);
+        EXPECT_THROW(read(), PlatformError);
+        EXPECT_TRUE(log().ends_with("DEBUG: \t\t\t" + step.line +
+                                    "\n5/3 9:7 DEBUG: \t\t\tCleanup success=0\n"))
+            << log();
+    }
+}
+
 TEST_F(XmlTrace, HoldsASelectionWithoutANodeListAsAnError) {
     request_.filename = "http://feeds.example/a.xml";
     xml_.selects = false;
