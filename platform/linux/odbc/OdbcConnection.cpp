@@ -41,6 +41,11 @@ std::string withSettings(const std::string& connectionString) {
     return text;
 }
 
+/// What drivers say of an empty query misleads, such as "out of memory".
+bool isBlank(const std::string& query) {
+    return query.find_first_not_of(" \t\r\n;") == std::string::npos;
+}
+
 }  // namespace
 
 void OdbcConnection::open(const std::string& connectionString) {
@@ -76,8 +81,12 @@ void OdbcConnection::connect(const std::string& connectionString) {
 
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {
     std::unique_ptr<Recordset> records;
-    keepErrors(
-        [&] { records = std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_); });
+    keepErrors([&] {
+        if (isBlank(query)) {
+            throwNoQuery();
+        }
+        records = std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_);
+    });
     return records;
 }
 

@@ -22,6 +22,7 @@ constexpr Failure ERRORS_IN_COMMAND{0x80040E14,
                                     "One or more errors occurred during processing of command."};
 constexpr Failure NO_TABLE{0x80040E37, "Table does not exist."};
 constexpr Failure AUTHENTICATION_FAILED{0x80040E4D, "Authentication failed."};
+constexpr Failure NO_COMMAND{0x80040E0C, "A command has not been set for the command object."};
 constexpr Failure OBJECT_CLOSED{0x800A0E78, "Operation is not allowed when the object is closed."};
 
 struct StateRow {
@@ -64,6 +65,10 @@ void throwOdbcFailure(const OdbcHandle& handle, bool narrow) {
 
 void throwOdbcError(const std::string& description) {
     throw errorOf(UNSPECIFIED, description);
+}
+
+void throwNoQuery() {
+    throw errorOf(NO_COMMAND, "The query is empty.");
 }
 
 void throwNoRecords() {

@@ -28,6 +28,9 @@ private:
 /// Throws the PlatformError of a step that failed without an error of the driver.
 [[noreturn]] void throwOdbcError(const std::string& description);
 
+/// Throws the PlatformError of a query without a word.
+[[noreturn]] void throwNoQuery();
+
 /// Throws the PlatformError of a statement that returns no records.
 [[noreturn]] void throwNoRecords();
 

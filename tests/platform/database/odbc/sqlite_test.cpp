@@ -154,6 +154,15 @@ TEST_F(Sqlite, AWrongQueryFailsWithWhatTheDatabaseSays) {
     EXPECT_EQ(errorLines(), message("[SQLite]near \"SELEC\": syntax error (1)"));
 }
 
+TEST_F(Sqlite, AnEmptyQueryFails) {
+    for (const char* const query : {"", " \r\n", ";"}) {
+        const PlatformError error = errorOf([&] { connection_->openRecordset(query); });
+        EXPECT_EQ(error.code(), 0x80040E0C);
+        EXPECT_EQ(error.description(), "The query is empty.");
+        EXPECT_TRUE(connection_->errors().empty());
+    }
+}
+
 TEST_F(Sqlite, AnUnknownTableIsNamed) {
     errorOf([&] { connection_->openRecordset("SELECT * FROM Größen"); });
 
