@@ -1,9 +1,8 @@
 #include "platform/linux/odbc/OdbcRecordset.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
+#include "platform/linux/fold_case.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
@@ -41,8 +40,9 @@ void OdbcRecordset::bindColumns(SQLULEN records) {
 }
 
 std::optional<size_t> OdbcRecordset::findField(const std::string& name) {
+    const std::string wanted = foldCase(name);
     const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const OdbcColumn& each) {
-        return strcasecmp(each.name().c_str(), name.c_str()) == 0;
+        return foldCase(each.name()) == wanted;
     });
     if (column == columns_.end()) {
         return std::nullopt;

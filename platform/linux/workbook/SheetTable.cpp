@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/linux/fold_case.h"
 #include "platform/linux/workbook/column_names.h"
-#include "platform/linux/workbook/fold_case.h"
 
 namespace intake {
 

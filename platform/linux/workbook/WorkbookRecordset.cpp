@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/equal_ignoring_case.h"
-#include "platform/linux/workbook/fold_case.h"
+#include "platform/linux/fold_case.h"
 #include "platform/linux/workbook/workbook_errors.h"
 
 namespace intake {

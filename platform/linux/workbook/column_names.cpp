@@ -2,8 +2,8 @@
 
 #include <set>
 
+#include "platform/linux/fold_case.h"
 #include "platform/linux/workbook/cell_text.h"
-#include "platform/linux/workbook/fold_case.h"
 
 namespace intake {
 

@@ -5,7 +5,7 @@
 #include <set>
 
 #include "platform/equal_ignoring_case.h"
-#include "platform/linux/workbook/fold_case.h"
+#include "platform/linux/fold_case.h"
 #include "platform/linux/workbook/workbook_errors.h"
 
 namespace intake {

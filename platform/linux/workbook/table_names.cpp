@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/linux/workbook/fold_case.h"
+#include "platform/linux/fold_case.h"
 
 namespace intake {
 

@@ -52,6 +52,7 @@ TEST_F(Sqlite, FieldsAreFoundByNameWithoutRegardToCase) {
 
     EXPECT_EQ(records->findField("naME"), 0U);
     EXPECT_EQ(records->findField("Ünï"), 1U);
+    EXPECT_EQ(records->findField("üNÏ"), 1U);
     EXPECT_EQ(records->findField("nam"), std::nullopt);
     EXPECT_EQ(records->findField(""), std::nullopt);
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/workbook/fold_case.h"
+#include "platform/linux/fold_case.h"
 
 #include <locale.h>
 #include <wctype.h>
