@@ -6,12 +6,12 @@
 #include <fstream>
 #include <iterator>
 #include <new>
-#include <random>
 #include <stdexcept>
 #include <string>
 
 #include "tests/fakes/platform/FakeHttpClient.h"
 #include "tests/fakes/platform/FakePlatform.h"
+#include "tests/support/TempDirectory.h"
 
 namespace intake {
 namespace {
@@ -293,16 +293,7 @@ TEST_F(JSONHandlerTest, NamesWithoutTheTwoSchemesAreFiles) {
 /// A directory of its own for the log, which is made in the current directory.
 class JSONHandlerLog : public JSONHandlerTest {
 protected:
-    JSONHandlerLog() {
-        std::filesystem::create_directory(directory_);
-        std::filesystem::current_path(directory_);
-        platform_.clock.setLocalTime({2026, 3, 5, 9, 7});
-    }
-    ~JSONHandlerLog() override {
-        std::filesystem::current_path(before_);
-        std::error_code ignored;  // the log may still be open
-        std::filesystem::remove_all(directory_, ignored);
-    }
+    JSONHandlerLog() { platform_.clock.setLocalTime({2026, 3, 5, 9, 7}); }
 
     static std::string log() {
         std::ifstream file("2026-03-05-0907-Intake.log", std::ios::binary);
@@ -310,10 +301,7 @@ protected:
     }
 
 private:
-    std::filesystem::path before_ = std::filesystem::current_path();
-    std::filesystem::path directory_ =
-        std::filesystem::temp_directory_path() /
-        ("intake-json-log-" + std::to_string(std::random_device()()));
+    TempWorkingDirectory directory_;
 };
 
 TEST_F(JSONHandlerLog, ALoadIsTracedWithItsSourceAtDebug) {
