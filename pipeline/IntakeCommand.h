@@ -10,8 +10,8 @@ namespace intake {
 /// One entry of a ring: a request (the command text) or an answer (all three).
 struct IntakeCommand {
     std::weak_ptr<IntakeClient> client;
-    std::string text;
-    std::string error;
+    std::string text{};
+    std::string error{};
     bool success = false;
 };
 

@@ -45,10 +45,8 @@ IntakeThread::~IntakeThread() {
 
 void IntakeThread::PostCommand(const std::shared_ptr<IntakeClient>& client,
                                const std::string& command) {
-    state_->put(state_->requests, POST_RETRY, [&](IntakeCommand& slot) {
-        slot.client = client;
-        slot.text = command;
-    });
+    // Made beforehand: when there is no memory for it, the ring stays as it is.
+    state_->put(state_->requests, POST_RETRY, IntakeCommand{client, command});
 }
 
 bool IntakeThread::DeliverOneAnswer() {

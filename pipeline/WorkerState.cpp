@@ -42,20 +42,36 @@ WorkerState::WorkerState(const Platform& platform)
 void WorkerState::run() {
     threads.enterWorker();
     while (stopRequested == 0 && !endMark.isSet()) {
-        std::shared_ptr<IntakeClient> client;
-        std::string command;
-        try {
-            if (takeRequest(client, command)) {
-                answer(client, command);
-            }
-        } catch (const std::exception&) {
-            // There is no memory even for the command; the next one may fare better.
-        }
-        client.reset();
+        answerNextRequest();
         clock.sleep(POLL_INTERVAL);
     }
     threads.leaveWorker();
     stopRequested = 0;
+}
+
+void WorkerState::answerNextRequest() {
+    std::shared_ptr<IntakeClient> client;
+    IntakeCommand result;
+    try {
+        std::string command;
+        if (takeRequest(client, command)) {
+            reading = true;
+            if (!endMark.isSet()) {  // then a worker that does not read is to end by itself
+                ProcessCommand(command, result.success, result.text, result.error);
+            }
+        }
+    } catch (const std::exception&) {
+        // There is no memory even for the reason. That the load failed must be told all the same,
+        // in a text that is short enough to need none.
+        result.success = false;
+        result.text.clear();
+        result.error = "Out of memory.\n";
+    }
+    reading = false;
+    if (client != nullptr && !endMark.isSet()) {
+        result.client = client;
+        put(results, ANSWER_RETRY, std::move(result));
+    }
 }
 
 bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command) {
@@ -71,27 +87,13 @@ bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string
     return client != nullptr;
 }
 
-void WorkerState::answer(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
-    IntakeCommand result;
-    result.client = client;
-    reading = true;
-    if (!endMark.isSet()) {  // once it is, a worker that does not read is expected to end by itself
-        read(command, result);
+void WorkerState::put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds retryAfter,
+                      IntakeCommand&& entry) {
+    while (!ring.mutex().lock()) {
+        clock.sleep(retryAfter);
     }
-    reading = false;
-    if (!endMark.isSet()) {
-        put(results, ANSWER_RETRY, [&](IntakeCommand& slot) { slot = std::move(result); });
-    }
-}
-
-void WorkerState::read(const std::string& command, IntakeCommand& result) {
-    try {
-        ProcessCommand(command, result.success, result.text, result.error);
-    } catch (const std::exception&) {
-        // There is no memory even for the reason; that the load failed must be told all the same.
-        result.success = false;
-        result.text.clear();
-    }
+    const HeldMutex held(ring.mutex());
+    ring.reserve() = std::move(entry);
 }
 
 void WorkerState::ProcessCommand(const std::string& command, bool& success, std::string& answer,

@@ -32,15 +32,9 @@ public:
     void ProcessCommand(const std::string& command, bool& success, std::string& answer,
                         std::string& error);
 
-    /// Puts an entry into a ring, waiting for its mutex however long that takes.
-    template <class Fill>
-    void put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds retryAfter, Fill fill) {
-        while (!ring.mutex().lock()) {
-            clock.sleep(retryAfter);
-        }
-        const HeldMutex held(ring.mutex());
-        fill(ring.reserve());
-    }
+    /// Puts an entry into a ring, waiting for its mutex however long that takes. Both threads.
+    void put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds retryAfter,
+             IntakeCommand&& entry);
 
     Threads& threads;
     Clock& clock;
@@ -52,9 +46,8 @@ public:
     EndMark endMark;  // set by the host when it lets go; nothing is published any more
 
 private:
+    void answerNextRequest();
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
-    void answer(const std::shared_ptr<IntakeClient>& client, const std::string& command);
-    void read(const std::string& command, IntakeCommand& result);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
     ReaderHandler& readerFor(const std::string& mode);
 

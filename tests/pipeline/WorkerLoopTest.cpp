@@ -13,10 +13,7 @@ namespace intake {
 class WorkerLoopTest : public testing::Test {
 protected:
     void request(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
-        worker_.put(worker_.requests, std::chrono::milliseconds(1), [&](IntakeCommand& slot) {
-            slot.client = client;
-            slot.text = command;
-        });
+        worker_.put(worker_.requests, std::chrono::milliseconds(1), {client, command});
     }
 
     TempWorkingDirectory directory_;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace intake {
+
+constexpr size_t NO_LIMIT = SIZE_MAX;
+
+/// From now on allocations of more bytes fail, on every thread of a program that links this.
+void limitAllocations(size_t bytes);
+
+}  // namespace intake

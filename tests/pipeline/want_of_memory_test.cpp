@@ -1,0 +1,81 @@
+// What becomes of requests for which there is no memory.
+
+#include <cstdint>
+#include <new>
+
+#include "tests/pipeline/IntakeThreadFixture.h"
+#include "tests/pipeline/allocation_limit.h"
+
+namespace intake {
+
+class WantOfMemory : public IntakeThreadFixture {
+protected:
+    static constexpr size_t LONG = 1'000'000;
+
+    ~WantOfMemory() override { limitAllocations(NO_LIMIT); }
+
+    static void runShort() { limitAllocations(LONG / 2); }
+
+    /// The parser skips the blanks behind a command.
+    static std::string longLoad(const std::string& file) {
+        return load(file) + std::string(LONG, ' ');
+    }
+
+    Deliveries nextTwo() {
+        EXPECT_TRUE(deliverNext());
+        EXPECT_TRUE(deliverNext());
+        return client_->deliveries();
+    }
+};
+
+TEST_F(WantOfMemory, ARequestThatTheHostCannotCopyLeavesTheRingAsItWas) {
+    keepBusy();
+    const std::string command = longLoad("a");
+    runShort();
+    EXPECT_THROW(thread_->PostCommand(client_, command), std::bad_alloc);
+    EXPECT_EQ(thread_->waitingRequests(), 0);
+    letGo();
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(client_->deliveries(), Deliveries{"ok: held.json"});
+}
+
+TEST_F(WantOfMemory, ARequestThatTheWorkerCannotCopyFailsAndTheNextIsAnswered) {
+    keepBusy();
+    thread_->PostCommand(client_, longLoad("a"));
+    post("b");
+    runShort();
+    letGo();
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(nextTwo(), (Deliveries{"ok: held.json", "failed: Out of memory.\n", "ok: b"}));
+    EXPECT_EQ(platform_.files.timesOpened("a"), 0);
+}
+
+TEST_F(WantOfMemory, AFailureThatCannotNameItsSourceIsToldAndTheNextRequestIsAnswered) {
+    const std::string longName(LONG, 'a');
+    platform_.files.runAt(Step::OPEN, longName, [] {
+        runShort();
+        throw std::bad_alloc();
+    });
+    thread_->PostCommand(client_, load(longName));
+    post("b");
+    EXPECT_EQ(nextTwo(), (Deliveries{"failed: Out of memory.\n", "ok: b"}));
+}
+
+TEST_F(WantOfMemory, AFileThatDoesNotFitIsClosedAndNamed) {
+    platform_.files.put("a", "{}");
+    platform_.files.reportSize("a", SIZE_MAX / 2);
+    thread_->PostCommand(client_, load("a"));
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(client_->deliveries(), Deliveries{"failed: Not enough memory to load a.\n"});
+    EXPECT_EQ(platform_.files.openHandles(), 0U);
+}
+
+TEST_F(WantOfMemory, AnAnswerThatCannotBeKeptFailsAndNamesItsSource) {
+    platform_.files.put("a", R"({"v":")" + std::string(LONG, 'x') + R"("})");
+    platform_.files.runAt(Step::READ, "a", runShort);
+    thread_->PostCommand(client_, load("a"));
+    post("b");
+    EXPECT_EQ(nextTwo(), (Deliveries{"failed: Not enough memory to load a.\n", "ok: b"}));
+}
+
+}  // namespace intake
