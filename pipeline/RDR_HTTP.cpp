@@ -48,8 +48,12 @@ bool RDR_HTTP::fail(const char* message, const HttpRequest& http) {
     return fail(message, http.lastError(), http.lastErrorText());
 }
 
-/// Prints the number of an error; its reason goes to the debugger's output.
+/// Prints the number of an error; its reason goes to the debugger's output. A load that was given
+/// up has nobody left to tell.
 bool RDR_HTTP::fail(const char* message, uint32_t error, const std::string& reason) {
+    if (error == HTTP_ERROR_OPERATION_CANCELLED) {
+        return false;
+    }
     printToConsole(diagnostics_, message, error);
     debugOutput(reason);
     return false;

@@ -21,8 +21,8 @@ public:
 
     /// Appends the body to `body`, whatever the response's status. The credentials, the proxy and
     /// the custom headers are the request's. False when there was no whole response; the reason was
-    /// printed. Throws std::invalid_argument or std::out_of_range for a URL whose port is no
-    /// number.
+    /// printed, unless the load was given up. Throws std::invalid_argument or std::out_of_range for
+    /// a URL whose port is no number.
     bool Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body);
 
 private:

@@ -146,5 +146,12 @@ TEST_F(FailingCall, NothingIsPrintedInAProcessWithoutAStandardOutput) {
     expectFailure(fetch(), "", "the request's error 12029");
 }
 
+TEST_F(FailingCall, OfALoadThatWasGivenUpIsToldToNobody) {
+    client_.fail("send", HTTP_ERROR_OPERATION_CANCELLED);
+
+    EXPECT_EQ(fetch(), (Fetched{false, "", ""}));
+    EXPECT_EQ(diagnostics_.debugText(), "");
+}
+
 }  // namespace
 }  // namespace intake
