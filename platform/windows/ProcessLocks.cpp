@@ -24,7 +24,8 @@ ProcessLocks::ProcessLocks() {
         lockLoader(0, nullptr, &loaderCookie_);
     }
     // The loader allocates while it holds its lock, so the heaps come second.
-    heapCount_ = std::min(GetProcessHeaps(MAX_HEAPS, heaps_.data()), MAX_HEAPS);
+    const DWORD heapCount = GetProcessHeaps(MAX_HEAPS, heaps_.data());
+    heapCount_ = heapCount <= MAX_HEAPS ? heapCount : 0;  // if there are more, none is listed
     std::for_each_n(heaps_.begin(), heapCount_, HeapLock);
 }
 
