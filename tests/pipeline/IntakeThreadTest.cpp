@@ -180,6 +180,20 @@ TEST_F(IntakeThreadTest, AResultRingThatIsBusyIsNotWaitedFor) {
     EXPECT_EQ(client_->deliveries(), Deliveries{"ok: a"});
 }
 
+TEST_F(IntakeThreadTest, TheWorkerLooksForRequestsEveryTwentyMilliseconds) {
+    EXPECT_TRUE(
+        eventually([&] { return platform_.clock.sleepsOf(std::chrono::milliseconds(20)) >= 3; }));
+}
+
+TEST_F(IntakeThreadTest, TheWorkerSleepsTwentyMillisecondsAfterEachAnswer) {
+    keepBusy();
+    const int before = platform_.clock.sleepsOf(std::chrono::milliseconds(20));
+    post("a");
+    letGo();
+    waitUntilAnswered("a");
+    EXPECT_GE(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), before + 1);
+}
+
 TEST_F(IntakeThreadTest, TheWorkerEntersAndLeavesTheSystemsServicesOnce) {
     post("a");
     ASSERT_TRUE(deliverNext());

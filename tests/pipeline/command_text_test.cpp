@@ -167,9 +167,22 @@ TEST(ParseCommand, EveryKeyFillsItsField) {
 TEST(ParseCommand, AnEmptyTextLeavesEveryDefault) {
     const RequestRecord record = parse("");
     EXPECT_EQ(record.mode, "EXCEL");
-    EXPECT_EQ(record.numRows, 0);
-    EXPECT_EQ(record.targetMode, DATA_TABLE);
-    EXPECT_FALSE(record.avoidCache);
+    for (const std::string* text :
+         {&record.filename, &record.range, &record.connStr, &record.userName, &record.password,
+          &record.query, &record.xpath, &record.namespaces, &record.key, &record.sheet,
+          &record.table, &record.fieldsDelimiter, &record.rowsDelimiter, &record.varsPrefix,
+          &record.proxyUrl, &record.proxyUser, &record.proxyPwd, &record.customHeaders}) {
+        EXPECT_EQ(*text, "");
+    }
+    for (const int32_t number :
+         {record.fromRow, record.numRows, record.targetMode, record.logLevel, record.encoding,
+          record.targetOutFormat, record.sourceInFormat, record.proxyMode,
+          record.useCustomHeaders}) {
+        EXPECT_EQ(number, 0);
+    }
+    for (const bool flag : {record.avoidCache, record.useAuth, record.enableProxy}) {
+        EXPECT_FALSE(flag);
+    }
 }
 
 TEST(ParseCommand, ATextWithoutModeYieldsExcelWhateverTheRecordHeld) {
