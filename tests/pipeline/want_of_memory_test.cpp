@@ -61,6 +61,16 @@ TEST_F(WantOfMemory, AFailureThatCannotNameItsSourceIsToldAndTheNextRequestIsAns
     EXPECT_EQ(nextTwo(), (Deliveries{"failed: Out of memory.\n", "ok: b"}));
 }
 
+TEST_F(WantOfMemory, AWorkerThatHadTooLittleIsIdleAgain) {
+    keepBusy();
+    thread_->PostCommand(client_, longLoad("a"));
+    runShort();
+    letGo();
+    EXPECT_EQ(nextTwo(), (Deliveries{"ok: held.json", "failed: Out of memory.\n"}));
+    thread_->Terminate();
+    EXPECT_EQ(platform_.threads.terminated(), 0);
+}
+
 TEST_F(WantOfMemory, AFileThatDoesNotFitIsClosedAndNamed) {
     platform_.files.put("a", "{}");
     platform_.files.reportSize("a", SIZE_MAX / 2);
