@@ -174,10 +174,9 @@ TEST(ParseCommand, AnEmptyTextLeavesEveryDefault) {
           &record.proxyUrl, &record.proxyUser, &record.proxyPwd, &record.customHeaders}) {
         EXPECT_EQ(*text, "");
     }
-    for (const int32_t number :
-         {record.fromRow, record.numRows, record.targetMode, record.logLevel, record.encoding,
-          record.targetOutFormat, record.sourceInFormat, record.proxyMode,
-          record.useCustomHeaders}) {
+    for (const int32_t number : {record.fromRow, record.numRows, record.targetMode, record.logLevel,
+                                 record.encoding, record.targetOutFormat, record.sourceInFormat,
+                                 record.proxyMode, record.useCustomHeaders}) {
         EXPECT_EQ(number, 0);
     }
     for (const bool flag : {record.avoidCache, record.useAuth, record.enableProxy}) {
