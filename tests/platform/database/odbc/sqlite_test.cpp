@@ -226,14 +226,16 @@ TEST_F(Sqlite, FieldNamesOfADataSourceAreThoseOfTheQueryUnlessItWantsOthers) {
     run("CREATE TABLE clubs (name TEXT)");
     const std::string league = "[league]\nDriver=SQLite3\nDatabase=test.db\n";
     directory_.write("odbc.ini",
-                     league + "[short]\nDriver=SQLite3\nDatabase=test.db\nShortNames=0\n");
+                     league + "[short]\nDriver=SQLite3\nDatabase=test.db\nLongNames=0\n");
     const EnvironmentVariable file("ODBCINI", "odbc.ini");
     const std::string query = "SELECT a.name AS \"Goals p.90\" FROM clubs a, clubs b";
 
     open("DSN=league");
     EXPECT_EQ(namesOfQuery(query), "Goals p.90|");
-    open("DSN=short;LongNames=0");
-    EXPECT_EQ(namesOfQuery(query), "90|");
+    for (const char* const shortNames : {"DSN=short", "DSN=league;LongNames=0"}) {
+        open(shortNames);
+        EXPECT_EQ(namesOfQuery(query), "90|");
+    }
 }
 
 TEST_F(Sqlite, AnUnknownDataSourceFails) {
