@@ -50,6 +50,12 @@ std::string listed(const Items& items, NameOf nameOf) {
     throwQueryError(description);
 }
 
+/// The name of the first; those written as a question mark have none.
+const char* parameterName(sqlite3_stmt* statement) {
+    const char* const name = sqlite3_bind_parameter_name(statement, 1);
+    return name == nullptr ? "?" : name;
+}
+
 }  // namespace
 
 void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
@@ -70,6 +76,10 @@ void refuseOtherStatements(sqlite3_stmt* statement, const char* rest) {
     }
     if (sqlite3_column_count(statement) == 0) {
         throwQueryError("The query has no result; only SELECT can be run on a workbook");
+    }
+    if (sqlite3_bind_parameter_count(statement) > 0) {
+        throwQueryError(std::string("The query has a parameter without a value: ") +
+                        parameterName(statement));
     }
     if (std::string_view(rest).find_first_not_of(" \t\r\n;") != std::string_view::npos) {
         throwQueryError(std::string("Something follows the end of the query: ") + rest);

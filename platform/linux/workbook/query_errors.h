@@ -16,7 +16,8 @@ namespace intake {
                                     const std::vector<std::unique_ptr<SheetModule>>& modules,
                                     const std::string& query, const std::string& message);
 
-/// Throws PlatformError unless the query is one statement, of which `rest` is left, with a result.
+/// Throws PlatformError unless the query is one statement, of which `rest` is left, with a result
+/// and without parameters, for which nobody has values.
 void refuseOtherStatements(sqlite3_stmt* statement, const char* rest);
 
 }  // namespace intake

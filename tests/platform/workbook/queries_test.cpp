@@ -134,6 +134,13 @@ TEST_F(WorkbookQueries, ThatAreNoSqlFail) {
               "Something follows the end of the query:  SELECT 2");
 }
 
+TEST_F(WorkbookQueries, WithParametersFailRatherThanFindNothing) {
+    EXPECT_EQ(queryError(league(), "SELECT * FROM [S$] WHERE Name = @team"),
+              "The query has a parameter without a value: @team");
+    EXPECT_EQ(queryError(league(), "SELECT * FROM [S$] WHERE Name = ?"),
+              "The query has a parameter without a value: ?");
+}
+
 TEST_F(WorkbookQueries, ReachNothingBesideTheWorkbook) {
     const std::string refused = "The query cannot be run on the workbook \"PATH\": not authorized";
     for (const char* const query :
