@@ -99,7 +99,7 @@ private:
             return Outcome::UNKNOWN;
         }
         at_ += length + 1;
-        names_.resize(names_.size() - length);
+        names_.erase(names_.size() - length);
         nameLengths_.pop_back();
         return events_.endElement() ? Outcome::SCANNED : Outcome::ENOUGH;
     }
