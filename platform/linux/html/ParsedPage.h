@@ -37,8 +37,8 @@ private:
     SearchedText searched_;
 };
 
-/// The rows of a table, found once: those of its heads, then those of its bodies and its own, then
-/// those of its feet.
+/// The rows of a table, found once: those of its heads, then those of its bodies, then those of its
+/// feet.
 class ParsedTable final : public HtmlTable {
 public:
     explicit ParsedTable(const Node& table);

@@ -37,15 +37,13 @@ ParsedTable::ParsedTable(const Node& table) {
     addRowsOf(table, Tag::TFOOT);
 }
 
+/// Every row is in a section: the parser makes one where a page has none.
 void ParsedTable::addRowsOf(const Node& table, Tag section) {
     for (const Node* child = table.firstChild; child != nullptr; child = child->next) {
-        if (child->isHtml(Tag::TR) && section == Tag::TBODY) {
-            addRow(*child);
-        } else if (child->isHtml(section)) {
-            for (const Node* row = child->firstChild; row != nullptr; row = row->next) {
-                if (row->isHtml(Tag::TR)) {
-                    addRow(*row);
-                }
+        const Node* row = child->isHtml(section) ? child->firstChild : nullptr;
+        for (; row != nullptr; row = row->next) {
+            if (row->isHtml(Tag::TR)) {
+                addRow(*row);
             }
         }
     }
