@@ -44,7 +44,7 @@ TEST_F(HtmlSearch, FindsNothingWhereNothingMatches) {
 }
 
 TEST_F(HtmlSearch, FindsTheFirstElementOfAnId) {
-    load("<p id=a>1<table id=a><tr><td>2</table><p ID='B b'>");
+    load("<p id=''>0<p id=a>1<table id=a><tr><td>2</table><p ID='B b'>");
     EXPECT_FALSE(document_->isTable(document_->elementById("a")));
     EXPECT_NE(document_->elementById("B b"), nullptr);
     for (const char* none : {"", "A", "b", "B", "a "}) {

@@ -45,6 +45,8 @@ TEST_F(HtmlSources, AreFetchedOverHttp) {
     EXPECT_EQ(cell(), "x");
     const std::string sent = server.requests().at(0);
     EXPECT_EQ(sent.rfind("GET /results?day=1 HTTP/1.1\r\n", 0), 0U) << sent;
+    EXPECT_NE(sent.find("\r\nUser-Agent: Mozilla/5.0 (compatible; NXR/1.0)\r\n"), std::string::npos)
+        << sent;
 }
 
 TEST_F(HtmlSources, MayBeWrittenWithBlanksAndAccents) {

@@ -105,6 +105,12 @@ TEST_F(XmlLoading, ANamespaceThatIsNoUriIsANamespaceAllTheSame) {
     EXPECT_EQ(texts("/x:a"), "1|");
 }
 
+TEST_F(XmlLoading, ANamespaceMayBeARelativeUri) {
+    load("<a xmlns=\"prices\">1</a>");
+    document_->setSelectionNamespaces("xmlns:x=\"prices\"");
+    EXPECT_EQ(texts("/x:a"), "1|");
+}
+
 }  // namespace
 
 }  // namespace intake

@@ -31,6 +31,11 @@ TEST_F(XmlText, WhiteSpaceBesideOtherTextBelongsToIt) {
     EXPECT_EQ(markup("/a/text()"), "\n1\n|");
 }
 
+TEST_F(XmlText, WhiteSpaceBehindACommentOrInstructionBelongsToNoText) {
+    load("<a>1<!--2--> <b/>3<?four 4?> <b/>5<![CDATA[6]]> </a>");
+    EXPECT_EQ(children("/a"), "#text=1|#comment=2|b=|#text=3|four=4|b=|#text=5|#cdata-section=6|");
+}
+
 TEST_F(XmlText, WhiteSpaceWrittenAsReferencesIsWhiteSpace) {
     load("<a><b>&#32;&#9;</b><c> &#32;1&#10; </c></a>");
     EXPECT_EQ(children("/a/b"), "");
