@@ -58,6 +58,19 @@ TEST_F(Bind, AnInstanceThatCannotBeMadeLeavesTheRecordWithoutOneAndTheInitialisa
     EXPECT_EQ(calls[3], "setInitCB(1)");
 }
 
+TEST_F(Bind, WithoutAThreadForAFreshWorkerKeepsTheOldOneAndIsReported) {
+    Intake* const instance = &bindInstance();
+    platform.threads.refuses = true;
+    PLUGIN_LOAD(record.get());
+    EXPECT_EQ(record->instance, instance);
+    platform.threads.step();
+    EXPECT_EQ(platform.threads.running(), 1U);
+    const Calls calls = host.takeCalls();
+    ASSERT_GE(calls.size(), 2U);
+    EXPECT_EQ(calls[calls.size() - 2], "setInitCB(1)");
+    EXPECT_THAT(calls.back(), testing::StartsWith("_lumoprintf(\"Intake: PLUGIN_LOAD failed: "));
+}
+
 TEST_F(Bind, AFreshInstanceHasAVerticalBarAsDelimiterAndAfterBindingAsRowsDelimiterToo) {
     EXPECT_STREQ(params().delimiter, "|");
     EXPECT_STREQ(params().rowsDelimiter, "");
