@@ -1,5 +1,20 @@
 # What holds on Windows only.
 
+# A library that brings the platform along, as the plugin does.
+add_library(worker_library MODULE windows/worker_library.cpp)
+target_link_libraries(worker_library PRIVATE intake_options intake_platform)
+set_target_properties(worker_library PROPERTIES PREFIX "")
+
+intake_add_test(platform_windows_test
+    SOURCES
+        windows/WindowsFilesTest.cpp
+        windows/WindowsThreadsTest.cpp
+    LINKS intake_platform
+    LABELS platform)
+target_compile_definitions(platform_windows_test PRIVATE
+    WORKER_LIBRARY="$<TARGET_FILE_NAME:worker_library>")
+add_dependencies(platform_windows_test worker_library)
+
 # Stand-ins for COM objects.
 intake_add_library(com_test_support
     SOURCES
