@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <deque>
+#include <optional>
 #include <vector>
 
 #include "workbench/cli/FrameClock.h"
@@ -54,6 +55,16 @@ bool isOver(const Options& options, int64_t frame, const FrameClock& clock) {
     return options.seconds && clock.elapsedSeconds() >= *options.seconds;
 }
 
+/// That of its last load. An instance that loads automatically should have had one.
+ExitStatus statusOf(const lumo::Host& host, const lumo::Instance& instance,
+                    std::optional<ExitStatus> lastLoad) {
+    if (lastLoad) return *lastLoad;
+    const auto autoLoad = host.parameters.find("autoLoad");
+    if (!autoLoad || instance.record().integer(*autoLoad) == 0) return ExitStatus::Loaded;
+    std::fprintf(stderr, "%s: no answer yet\n", instance.name().c_str());
+    return ExitStatus::NoAnswer;
+}
+
 /// That of the first instance that did not end well.
 ExitStatus overallStatus(const std::vector<ExitStatus>& statuses) {
     const auto isBad = [](ExitStatus status) { return status != ExitStatus::Loaded; };
@@ -71,7 +82,7 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     std::deque<LoadWatch> watches;
     for (lumo::Instance& instance : instances)
         watches.emplace_back(host, instance, false);
-    std::vector<ExitStatus> lastLoads(instances.size(), ExitStatus::Loaded);
+    std::vector<std::optional<ExitStatus>> lastLoads(instances.size());
 
     std::signal(SIGINT, onInterrupt);
     FrameClock clock;
@@ -86,7 +97,10 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     }
     streams.writeResult(
         storeTables(host.store.core(), host.memories, PageSize{streams.resultColumns()}));
-    return overallStatus(lastLoads);
+    std::vector<ExitStatus> statuses;
+    for (std::size_t i = 0; i < instances.size(); ++i)
+        statuses.push_back(statusOf(host, instances[i], lastLoads[i]));
+    return overallStatus(statuses);
 }
 
 }  // namespace workbench

@@ -81,6 +81,17 @@ TEST_F(Run, TheStatusIsThatOfTheFirstInstanceWhoseLastLoadDidNotEndWell) {
     EXPECT_EQ(statusOf(unbound), 4);
 }
 
+TEST_F(Run, AnInstanceThatLoadsAutomaticallyAndHadNoAnswerIsNamedAndEndsWithThree) {
+    write("scene.json", R"({"instances": [
+        {"name": "idle", "parameters": {}},
+        {"name": "clubs", "parameters": {"queryMode": "JSON", "filename": "source.json",
+         "autoLoad": true}}]})");
+    const ChildResult result = run({"run", "scene.json", "--frames", "0"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.out, "The store is empty.\n");
+    EXPECT_EQ(result.err, "clubs: no answer yet\n");
+}
+
 TEST_F(Run, EveryInstanceIsCleanedUpAtTheEnd) {
     write("scene.json", R"({"instances": [{"name": "a", "parameters": {}},
                                           {"name": "b", "parameters": {}}]})");
