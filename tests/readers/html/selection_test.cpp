@@ -124,6 +124,13 @@ TEST(HtmlSelector, FindsTablesOfBrokenPagesWhereBrowsersPutThem) {
     EXPECT_EQ(chosen(HEADING_INSIDE, "TEXT Prices"), "k");
 }
 
+TEST(HtmlSelector, TellsNoBreakSpacesFromBlanks) {
+    constexpr auto HEADING = "<table><tr><td>k</table><h2>Closing&nbsp;prices</h2>";
+    EXPECT_EQ(chosen(HEADING, "TEXT Closing\xC2\xA0prices"), "k");
+    EXPECT_EQ(chosen(HEADING, "TEXT Closing prices"),
+              "failed: HTML: Could not find any TABLE close to text \"Closing prices\"");
+}
+
 TEST(HtmlSelector, IsItsFirstLine) {
     EXPECT_EQ(chosen(PAGE, "ID closing\r\nmenu"), "k|closing");
     EXPECT_EQ(chosen(PAGE, "TEXT Closing prices\r\n"), "k|closing");
