@@ -6,8 +6,6 @@ namespace intake {
 
 namespace {
 
-constexpr int32_t ENCODING_ISO_8859_1 = 2;
-
 bool isAscii(char byte) {
     return static_cast<unsigned char>(byte) < 0x80;
 }

@@ -9,8 +9,11 @@
 
 namespace intake {
 
-/// Turns what stands from `start` on from UTF-8 into the encoding of code `encoding`: 2 is
-/// ISO-8859-1, with "?" for what it lacks; any other is UTF-8.
+/// The code of ISO-8859-1 in a request; any other is UTF-8.
+constexpr int32_t ENCODING_ISO_8859_1 = 2;
+
+/// Turns what stands from `start` on from UTF-8 into the encoding of code `encoding`, with "?" for
+/// what ISO-8859-1 lacks.
 void narrowFrom(std::string& text, size_t start, int32_t encoding);
 
 /// The text, given in the encoding of code `encoding`, in UTF-8.

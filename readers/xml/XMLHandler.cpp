@@ -10,7 +10,6 @@ namespace intake {
 
 namespace {
 
-constexpr int32_t ENCODING_ISO_8859_1 = 2;
 constexpr int32_t INPUT_PAYLOAD = 1;
 constexpr const char* NOT_INSTANTIATED = "Failed to instantiate an XML DOM.\n";
 
