@@ -1,5 +1,4 @@
 #include <atomic>
-#include <future>
 #include <memory>
 #include <thread>
 
@@ -12,22 +11,25 @@ namespace {
 
 constexpr std::chrono::minutes LONG_ENOUGH{2};
 
-/// A body that runs until the test lets it end. Shared, since it may outlive the test.
+/// A body that runs until the test lets it end. Shared, since it may outlive the test. It waits
+/// without a lock: a thread that is ended by force would keep it.
 class HeldBody {
 public:
     std::function<void()> body() {
-        return [gate = gate_, started = started_] {
+        return [mayEnd = mayEnd_, started = started_] {
             *started = true;
-            gate->get_future().wait();
+            while (!*mayEnd) {
+                std::this_thread::yield();
+            }
         };
     }
     bool hasStarted() const {
         return eventually([this] { return started_->load(); });
     }
-    void letEnd() { gate_->set_value(); }
+    void letEnd() { *mayEnd_ = true; }
 
 private:
-    std::shared_ptr<std::promise<void>> gate_ = std::make_shared<std::promise<void>>();
+    std::shared_ptr<std::atomic<bool>> mayEnd_ = std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<std::atomic<bool>> started_ = std::make_shared<std::atomic<bool>>(false);
 };
 
