@@ -37,6 +37,9 @@ public:
         return position < sheet_.rows().size() && sheet_.rows()[position].number == row;
     }
 
+    /// The row at that position.
+    uint32_t rowAt(size_t position) const { return sheet_.rows()[position].number; }
+
     /// The value of a column in the row at that position; false when it is blank.
     bool value(size_t position, size_t column, Cell& cell) const {
         return sheet_.cell(position, range_.firstColumn + static_cast<uint32_t>(column), cell);

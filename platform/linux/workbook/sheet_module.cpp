@@ -1,11 +1,14 @@
 #include "platform/linux/workbook/sheet_module.h"
 
 #include <algorithm>
+#include <map>
 #include <new>
 #include <set>
+#include <span>
 
 #include "platform/equal_ignoring_case.h"
 #include "platform/linux/fold_case.h"
+#include "platform/linux/workbook/ColumnIndex.h"
 #include "platform/linux/workbook/workbook_errors.h"
 
 namespace intake {
@@ -15,16 +18,24 @@ namespace {
 struct Table : sqlite3_vtab {
     const SheetTable* rows = nullptr;
     std::vector<int> columns;  // of the sheet's table, by those of SQLite's
+    std::map<int, std::unique_ptr<ColumnIndex>> indexes;  // null for a column asked for once
 };
 
+/// Goes through all rows, or through those that an index found.
 struct Cursor : sqlite3_vtab_cursor {
     uint32_t row = 0;
     size_t position = 0;  // of the row, or of the next that holds values
     bool blank = false;   // the row holds no values
+    bool indexed = false;
+    std::span<const uint32_t> found;  // the positions of the row and of those to come
 };
 
+Table& tableOf(sqlite3_vtab_cursor* cursor) {
+    return *static_cast<Table*>(cursor->pVtab);
+}
+
 const SheetTable& rowsOf(sqlite3_vtab_cursor* cursor) {
-    return *static_cast<Table*>(cursor->pVtab)->rows;
+    return *tableOf(cursor).rows;
 }
 
 std::string quoted(const std::string& name) {
@@ -104,10 +115,34 @@ int disconnect(sqlite3_vtab* table) {
     return SQLITE_OK;
 }
 
-int plan(sqlite3_vtab* table, sqlite3_index_info* info) {
-    const SheetTable& rows = *static_cast<Table*>(table)->rows;
-    info->estimatedRows = rows.endRow() - rows.firstRow();
-    info->estimatedCost = static_cast<double>(info->estimatedRows);
+/// Whether a constraint compares with a value of another table. What is compared with a constant,
+/// or with a list, is answered by looking through all rows, which keeps their order.
+bool isJoin(sqlite3_index_info* info, int number) {
+    const auto& constraint = info->aConstraint[number];
+    sqlite3_value* constant = nullptr;
+    return constraint.usable != 0 && constraint.op == SQLITE_INDEX_CONSTRAINT_EQ &&
+           constraint.iColumn >= 0 && sqlite3_vtab_in(info, number, -1) == 0 &&
+           sqlite3_vtab_rhs_value(info, number, &constant) != SQLITE_OK;
+}
+
+/// Offers an index where there is use for one. SQLite compares what it finds once more. All tables
+/// are said to be of one size: then a join begins with the table that its query names first, and
+/// keeps the order of its rows.
+int plan(sqlite3_vtab*, sqlite3_index_info* info) {
+    constexpr sqlite3_int64 ROWS = 100000;
+    constexpr sqlite3_int64 ROWS_OF_LOOKUP = 2;
+    constexpr double COST_OF_LOOKUP = 20;
+    info->estimatedRows = ROWS;
+    info->estimatedCost = ROWS;
+    for (int number = 0; number < info->nConstraint; ++number) {
+        if (isJoin(info, number)) {
+            info->aConstraintUsage[number].argvIndex = 1;
+            info->idxNum = info->aConstraint[number].iColumn + 1;
+            info->estimatedRows = ROWS_OF_LOOKUP;
+            info->estimatedCost = COST_OF_LOOKUP;
+            break;
+        }
+    }
     return SQLITE_OK;
 }
 
@@ -122,35 +157,84 @@ int closeCursor(sqlite3_vtab_cursor* cursor) {
 }
 
 void settle(Cursor& cursor, const SheetTable& rows) {
-    cursor.blank = !rows.isAt(cursor.position, cursor.row);
+    if (!cursor.indexed) {
+        cursor.blank = !rows.isAt(cursor.position, cursor.row);
+    } else if (!cursor.found.empty()) {
+        cursor.position = cursor.found.front();
+        cursor.row = rows.rowAt(cursor.position);
+    }
 }
 
-int rewind(sqlite3_vtab_cursor* base, int, const char*, int, sqlite3_value**) {
+/// The index of a column; null when it is asked for the first time, for then looking through all
+/// rows takes no longer than making it.
+const ColumnIndex* indexOf(Table& table, int column) {
+    const auto [place, isNew] = table.indexes.try_emplace(column);
+    if (!isNew && place->second == nullptr) {
+        const int inSheet = table.columns[static_cast<size_t>(column)];
+        place->second = std::make_unique<ColumnIndex>(*table.rows, static_cast<size_t>(inSheet));
+    }
+    return place->second.get();
+}
+
+std::span<const uint32_t> find(const ColumnIndex& index, sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_INTEGER:
+        case SQLITE_FLOAT:
+            return index.find(sqlite3_value_double(value));
+        case SQLITE_TEXT: {
+            const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+            return index.find({text, static_cast<size_t>(sqlite3_value_bytes(value))});
+        }
+        default:
+            return {};  // equal to nothing
+    }
+}
+
+/// `plannedColumn` is 0, or one above the column whose value is given.
+int rewind(sqlite3_vtab_cursor* base, int plannedColumn, const char*, int, sqlite3_value** values) {
     auto& cursor = *static_cast<Cursor*>(base);
     const SheetTable& rows = rowsOf(base);
-    cursor.row = rows.firstRow();
-    cursor.position = rows.position(cursor.row);
+    try {
+        const ColumnIndex* const index =
+            plannedColumn == 0 ? nullptr : indexOf(tableOf(base), plannedColumn - 1);
+        cursor.indexed = index != nullptr;
+        cursor.blank = false;
+        if (cursor.indexed) {
+            cursor.found = find(*index, values[0]);
+        } else {
+            cursor.row = rows.firstRow();
+            cursor.position = rows.position(cursor.row);
+        }
+    } catch (const std::bad_alloc&) {
+        return SQLITE_NOMEM;
+    }
     settle(cursor, rows);
     return SQLITE_OK;
 }
 
 int next(sqlite3_vtab_cursor* base) {
     auto& cursor = *static_cast<Cursor*>(base);
-    cursor.position += cursor.blank ? 0 : 1;
-    ++cursor.row;
+    if (cursor.indexed) {
+        cursor.found = cursor.found.subspan(1);
+    } else {
+        cursor.position += cursor.blank ? 0 : 1;
+        ++cursor.row;
+    }
     settle(cursor, rowsOf(base));
     return SQLITE_OK;
 }
 
-int atEnd(sqlite3_vtab_cursor* cursor) {
-    return static_cast<Cursor*>(cursor)->row >= rowsOf(cursor).endRow() ? 1 : 0;
+int atEnd(sqlite3_vtab_cursor* base) {
+    const auto& cursor = *static_cast<Cursor*>(base);
+    const bool ended = cursor.indexed ? cursor.found.empty() : cursor.row >= rowsOf(base).endRow();
+    return ended ? 1 : 0;
 }
 
 /// Gives a value to SQLite: numbers and dates as REAL, so that divisions are what one expects, and
 /// booleans as INTEGER, which nothing else is. Texts are lent, since the sheet outlives the query.
 int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int number) {
     const auto& cursor = *static_cast<Cursor*>(base);
-    const auto& table = *static_cast<Table*>(base->pVtab);
+    const Table& table = tableOf(base);
     Cell cell;
     if (cursor.blank ||
         !table.rows->value(cursor.position,
