@@ -47,6 +47,13 @@ TEST(JsonScript, AFieldArray) {
               "T = [0: \"x\", 1: \"\", 2: \"1.50\"]\nREADER_NUM_RECORDS = 3\n");
 }
 
+TEST(TableScript, ADataTableWithARecordCount) {
+    EXPECT_EQ(execute(R"(T[k1]={{a=""1"";b=""2"";};};T[k2]={{a=""3"";b=""4"";};};)"
+                      R"(P_READER_NUM_RECORDS=2;)"),
+              "T = [k1: [0: {a: \"1\", b: \"2\"}], k2: [0: {a: \"3\", b: \"4\"}]]\n"
+              "P_READER_NUM_RECORDS = 2\n");
+}
+
 TEST(HtmlScript, ADataTableAndADataArray) {
     EXPECT_EQ(execute(R"(T[k1]={{a=""1"";b=""2"";};};T[k2]={{a=""3"";b="""";};};)"),
               "T = [k1: [0: {a: \"1\", b: \"2\"}], k2: [0: {a: \"3\", b: \"\"}]]\n");
