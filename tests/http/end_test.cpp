@@ -59,7 +59,7 @@ TEST_F(HttpEndTest, AProxyThatOpensATunnelAndThenStallsIsGivenUp) {
     const Fetched fetched = fetchAndEnd("https://data.example/", proxy);
 
     EXPECT_FALSE(fetched.success);
-    EXPECT_EQ(fetched.out, error(12017));
+    EXPECT_EQ(fetched.out, "");
     ASSERT_EQ(proxy.requests().size(), 1U);
     EXPECT_TRUE(proxy.requests()[0].starts_with("CONNECT data.example:443 HTTP/1.1\r\n"));
 }
