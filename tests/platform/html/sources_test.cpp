@@ -10,6 +10,7 @@
 #include "tests/http/support/certificates.h"
 #include "tests/platform/html/HtmlTest.h"
 #include "tests/platform/xml/FtpServer.h"
+#include "tests/support/linux/next_handle.h"
 
 namespace intake {
 namespace {
@@ -37,6 +38,13 @@ TEST_F(HtmlSources, ThatAreNoFilesDoNotOpen) {
     EXPECT_NE(reasonOf(directory_.path()), "");
     EXPECT_NE(reasonOf(""), "");
     EXPECT_NE(reasonOf("gopher://127.0.0.1/"), "");
+}
+
+TEST_F(HtmlSources, ThatAreFilesAreClosedAgain) {
+    const Files::Handle before = nextHandle();
+    open(directory_.write("page.html", PAGE));
+    reasonOf(directory_.path());
+    EXPECT_EQ(nextHandle(), before);
 }
 
 TEST_F(HtmlSources, AreFetchedOverHttp) {

@@ -66,6 +66,7 @@ TEST_F(HtmlText, HasItsReferencesReplaced) {
     EXPECT_EQ(cellOf("&ampx &copy2 AT&T &nosuch; &#0; &#x110000; &#; &"),
               "&x \xC2\xA9"
               "2 AT&T &nosuch; \xEF\xBF\xBD \xEF\xBF\xBD &#; &");
+    EXPECT_EQ(cellOf("&#xD800;&#xDFFF;&#xE000;"), "\xEF\xBF\xBD\xEF\xBF\xBD\xEE\x80\x80");
     EXPECT_EQ(cellOf("&notin;&notit;"), "\xE2\x88\x89\xC2\xACit;");
 }
 

@@ -123,6 +123,16 @@ TEST_F(WorkbookCells, InAnyOrderStandInTheirColumns) {
               "A|B\n1|2\n");
 }
 
+TEST_F(WorkbookCells, OfOneColumnAndRowAreTheFirstOfThem) {
+    EXPECT_EQ(rows(TestBook().sheet("S",
+                                    "<row><c r='A1' t='str'><v>A</v></c>"
+                                    "<c r='B1' t='str'><v>B</v></c></row>"
+                                    "<row><c r='B2'><v>2</v></c><c r='A2'><v>1</v></c>"
+                                    "<c r='B2'><v>3</v></c></row>"),
+                   ALL),
+              "A|B\n1|2\n");
+}
+
 TEST_F(WorkbookCells, ThatAreMergedHaveTheirValueInTheFirst) {
     EXPECT_EQ(rows(TestBook().sheetPart(
                        "S",

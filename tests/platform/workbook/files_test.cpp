@@ -6,6 +6,7 @@
 
 #include "platform/PlatformError.h"
 #include "tests/platform/workbook/WorkbookTest.h"
+#include "tests/support/linux/next_handle.h"
 
 namespace intake {
 
@@ -46,6 +47,14 @@ TEST_F(WorkbookFiles, NeedNeitherStylesNorSharedTexts) {
     header_ = "NO";
     EXPECT_EQ(rows(book("<row><c s='3'><v>1</v></c></row>").without("xl/styles.xml"), ALL),
               "F1\n1\n");
+}
+
+TEST_F(WorkbookFiles, AreClosedAgainWhetherTheyAreWorkbooksOrNot) {
+    const Files::Handle before = nextHandle();
+    rows(book(), ALL);
+    openError("no workbook");
+    openError(book().without("xl/workbook.xml"));
+    EXPECT_EQ(nextHandle(), before);
 }
 
 TEST_F(WorkbookFiles, ThatAreMissingAreNamed) {
