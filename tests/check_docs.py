@@ -21,7 +21,7 @@ a line. SETTINGS are NAME=VALUE as for the workbench's --set.
 
 "content" is the text of the file that is loaded, and "gives" the script where it is more than what is
 shown ($0); "query=@NAME" is the text of a file. What is set has to be said on the page: what a load sets, since the last heading;
-what "always" sets, anywhere. "..." and "…" stand for whatever is left out; ␍ and ␊ are line ends.
+what "always" sets, anywhere; how an error is provoked, nowhere. "..." and "…" stand for whatever is left out; ␍ and ␊ are line ends.
 
 All of it runs in a temporary folder that looks like the repository's, and which is /tmp as well. $WEB
 is a web server of that folder.
@@ -174,7 +174,7 @@ class Page:
 
     def do_fails(self, comment):
         following = self.what_follows(comment, NEXT_BLOCK, NEXT_CODE)
-        settings = self.settings_of(comment, self.said_around(comment))
+        settings = self.settings_of(comment)
         status, _, error = self.load(settings)
         if status != 1 or not pattern_of(following["body"].strip()).search(error):
             self.fail(f"shown:  {following['body'].strip()}\ncame: status {status}, {error}")
@@ -201,8 +201,10 @@ class Page:
 
     # Settings
 
-    def settings_of(self, comment, said):
+    def settings_of(self, comment, said=None):
         settings = dict(word.split("=", 1) for word in shlex.split(comment["rest"]))
+        if said is None:
+            return settings
         said = plain(re.sub(r"<!--.*?-->", "", said, flags=re.S))
         for name, value in settings.items():
             given_here = name in ("content", "gives") or value[:1] in "$@" or "content" in settings
@@ -219,8 +221,8 @@ class Page:
 
     def load(self, settings):
         self.done["loads"] += 1
-        if content := settings.pop("content", None):
-            self.sandbox.make_file(settings.setdefault("filename", "content"), content)
+        if (content := settings.pop("content", None)) is not None:
+            self.sandbox.make_file(settings.setdefault("filename", "content"), line_ends(content))
         settings = {**self.always, **settings}
         if settings.get("query", "").startswith("@"):
             settings["query"] = self.sandbox.text_of(settings["query"][1:]).strip()
@@ -260,7 +262,11 @@ def cells_of(row):
 def first_code(cell):
     """The first code of a cell, or None."""
     code = re.search(r"(`+) ?(.+?) ?\1(?!`)", cell)
-    return code and code[2].replace("\\|", "|").replace("␍", "\r").replace("␊", "\n")
+    return code and line_ends(code[2].replace("\\|", "|"))
+
+
+def line_ends(text):
+    return text.replace("␍", "\r").replace("␊", "\n")
 
 
 def value_of(cell):
