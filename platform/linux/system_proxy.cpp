@@ -27,7 +27,7 @@ bool findSystemProxy(const std::string& url, std::string& proxy) {
     }
     const std::unique_ptr<char*, ProxiesDeleter> proxies(
         px_proxy_factory_get_proxies(factory.get(), url.c_str()));
-    if (proxies == nullptr || *proxies == nullptr || *proxies.get() == DIRECT) {
+    if (proxies == nullptr || *proxies == nullptr || *proxies == DIRECT) {
         return false;
     }
     proxy = *proxies;
