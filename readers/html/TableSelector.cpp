@@ -66,7 +66,7 @@ Element TableSelector::findByText(HtmlDocument& document) const {
 }
 
 std::string TableSelector::notFoundMessage() const {
-    const std::string message = "HTML: Could not find any TABLE";
+    std::string message = "HTML: Could not find any TABLE";
     if (kind_.empty()) {
         return message;
     }
