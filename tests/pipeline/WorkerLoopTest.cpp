@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "pipeline/WorkerState.h"
@@ -26,7 +27,7 @@ TEST_F(WorkerLoopTest, LetsGoOfTheClientBeforeItSleeps) {
     request(client, "MODE |JSON| ");
     long references = 0;
     platform_.clock.onSleep = [&] {
-        references = client.use_count();
+        references = std::max(references, client.use_count());
         worker_.stopRequested = 1;
     };
     worker_.run();
