@@ -257,6 +257,23 @@ std::string_view TreeBuilder::takeLeadingSpace(Token& token) const {
     return space;
 }
 
+/// Inserts a comment, or the white space in front of a text, where the mode is. True when that was
+/// all of the token, and for a doctype, which means nothing here.
+bool TreeBuilder::takeSpaceOrComment(Token& token) {
+    switch (token.type) {
+        case Token::COMMENT:
+            insertComment(token);
+            return true;
+        case Token::DOCTYPE:
+            return true;
+        case Token::TEXT:
+            insertText(takeLeadingSpace(token));
+            return token.text.empty();
+        default:
+            return false;
+    }
+}
+
 std::string_view TreeBuilder::onlySpaces(std::string_view text) {
     char* const out = page_.arena.beginText(text.size());
     char* const end = std::copy_if(text.begin(), text.end(), out, isSpace);

@@ -55,6 +55,7 @@ private:
     void readTextOf(const Token& token, Tokenizer::TextMode mode);
 
     std::string_view takeLeadingSpace(Token& token) const;
+    bool takeSpaceOrComment(Token& token);
     std::string_view onlySpaces(std::string_view text);
     std::string_view withoutNulls(std::string_view text);
     void addMissingAttributes(Node* element, const Token& token);
@@ -128,6 +129,8 @@ private:
     // tree_rest.cpp
     void inTemplate(Token& token);
     static Mode modeInTemplate(Tag tag);
+    bool takeBehindBody(Token& token, Node* commentParent);
+    void spaceInBody(std::string_view space);
     void afterBody(Token& token);
     void inFrameset(Token& token);
     void afterFrameset(Token& token);

@@ -71,17 +71,13 @@ void TreeBuilder::beforeHtml(Token& token) {
 }
 
 void TreeBuilder::beforeHead(Token& token) {
+    if (token.type == Token::TEXT) {
+        takeLeadingSpace(token);  // which means nothing here
+    }
+    if (takeSpaceOrComment(token)) {
+        return;
+    }
     switch (token.type) {
-        case Token::COMMENT:
-            return insertComment(token);
-        case Token::DOCTYPE:
-            return;
-        case Token::TEXT:
-            takeLeadingSpace(token);
-            if (token.text.empty()) {
-                return;
-            }
-            break;
         case Token::START_TAG:
             if (token.tag == Tag::HTML) {
                 return inBody(token);
@@ -105,17 +101,10 @@ void TreeBuilder::beforeHead(Token& token) {
 }
 
 void TreeBuilder::inHead(Token& token) {
+    if (takeSpaceOrComment(token)) {
+        return;
+    }
     switch (token.type) {
-        case Token::COMMENT:
-            return insertComment(token);
-        case Token::DOCTYPE:
-            return;
-        case Token::TEXT:
-            insertText(takeLeadingSpace(token));
-            if (token.text.empty()) {
-                return;
-            }
-            break;
         case Token::START_TAG:
             if (token.tag == Tag::HEAD || startInHead(token)) {
                 return;
@@ -196,17 +185,10 @@ void TreeBuilder::endTemplate() {
 }
 
 void TreeBuilder::inHeadNoscript(Token& token) {
+    if (takeSpaceOrComment(token)) {
+        return;
+    }
     switch (token.type) {
-        case Token::COMMENT:
-            return insertComment(token);
-        case Token::DOCTYPE:
-            return;
-        case Token::TEXT:
-            insertText(takeLeadingSpace(token));
-            if (token.text.empty()) {
-                return;
-            }
-            break;
         case Token::START_TAG:
             if (isOneOf(token.tag, Tag::HEAD, Tag::NOSCRIPT)) {
                 return;
@@ -235,17 +217,10 @@ void TreeBuilder::inHeadNoscript(Token& token) {
 }
 
 void TreeBuilder::afterHead(Token& token) {
+    if (takeSpaceOrComment(token)) {
+        return;
+    }
     switch (token.type) {
-        case Token::COMMENT:
-            return insertComment(token);
-        case Token::DOCTYPE:
-            return;
-        case Token::TEXT:
-            insertText(takeLeadingSpace(token));
-            if (token.text.empty()) {
-                return;
-            }
-            break;
         case Token::START_TAG:
             if (startAfterHead(token)) {
                 return;

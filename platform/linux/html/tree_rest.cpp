@@ -54,33 +54,43 @@ TreeBuilder::Mode TreeBuilder::modeInTemplate(Tag tag) {
     }
 }
 
-void TreeBuilder::afterBody(Token& token) {
+/// What may stand behind the body: comments, and white space, which is the body's. True when that
+/// was all of the token.
+bool TreeBuilder::takeBehindBody(Token& token, Node* commentParent) {
     switch (token.type) {
         case Token::COMMENT:
-            return insertComment(token, open_.at(0));
+            insertComment(token, commentParent);
+            return true;
         case Token::DOCTYPE:
         case Token::END:
-            return;
-        case Token::TEXT: {
-            Token space = token;
-            space.text = takeLeadingSpace(token);
-            if (!space.text.empty()) {
-                inBody(space);
-            }
-            if (token.text.empty()) {
-                return;
-            }
-            break;
-        }
+            return true;
+        case Token::TEXT:
+            spaceInBody(takeLeadingSpace(token));
+            return token.text.empty();
         default:
-            if (token.isStart(Tag::HTML)) {
-                return inBody(token);
-            }
-            if (token.isEnd(Tag::HTML)) {
-                mode_ = &TreeBuilder::afterAfterBody;
-                return;
-            }
-            break;
+            return false;
+    }
+}
+
+void TreeBuilder::spaceInBody(std::string_view space) {
+    if (!space.empty()) {
+        Token token;
+        token.type = Token::TEXT;
+        token.text = space;
+        inBody(token);
+    }
+}
+
+void TreeBuilder::afterBody(Token& token) {
+    if (takeBehindBody(token, open_.at(0))) {
+        return;
+    }
+    if (token.isStart(Tag::HTML)) {
+        return inBody(token);
+    }
+    if (token.isEnd(Tag::HTML)) {
+        mode_ = &TreeBuilder::afterAfterBody;
+        return;
     }
     reprocess(&TreeBuilder::inBody, token);
 }
@@ -121,28 +131,11 @@ void TreeBuilder::afterFrameset(Token& token) {
 }
 
 void TreeBuilder::afterAfterBody(Token& token) {
-    switch (token.type) {
-        case Token::COMMENT:
-            return insertComment(token, &page_.document);
-        case Token::DOCTYPE:
-        case Token::END:
-            return;
-        case Token::TEXT: {
-            Token space = token;
-            space.text = takeLeadingSpace(token);
-            if (!space.text.empty()) {
-                inBody(space);
-            }
-            if (token.text.empty()) {
-                return;
-            }
-            break;
-        }
-        default:
-            if (token.isStart(Tag::HTML)) {
-                return inBody(token);
-            }
-            break;
+    if (takeBehindBody(token, &page_.document)) {
+        return;
+    }
+    if (token.isStart(Tag::HTML)) {
+        return inBody(token);
     }
     reprocess(&TreeBuilder::inBody, token);
 }
@@ -151,11 +144,7 @@ void TreeBuilder::afterAfterFrameset(Token& token) {
     if (token.type == Token::COMMENT) {
         insertComment(token, &page_.document);
     } else if (token.type == Token::TEXT) {
-        Token space = token;
-        space.text = onlySpaces(token.text);
-        if (!space.text.empty()) {
-            inBody(space);
-        }
+        spaceInBody(onlySpaces(token.text));
     } else if (token.isStart(Tag::HTML)) {
         inBody(token);
     } else if (token.isStart(Tag::NOFRAMES)) {

@@ -192,22 +192,19 @@ void TreeBuilder::inCaption(Token& token) {
 }
 
 void TreeBuilder::inColumnGroup(Token& token) {
-    if (token.type == Token::TEXT) {
-        insertText(takeLeadingSpace(token));
-        if (token.text.empty()) {
-            return;
-        }
-    } else if (token.type == Token::COMMENT) {
-        return insertComment(token);
-    } else if (token.type == Token::DOCTYPE || token.isEnd(Tag::COL)) {
+    if (takeSpaceOrComment(token) || token.isEnd(Tag::COL)) {
         return;
-    } else if (token.isStart(Tag::HTML) || token.type == Token::END) {
+    }
+    if (token.isStart(Tag::HTML) || token.type == Token::END) {
         return inBody(token);
-    } else if (token.isStart(Tag::COL)) {
+    }
+    if (token.isStart(Tag::COL)) {
         return insertVoidElement(token);
-    } else if (token.isStart(Tag::TEMPLATE)) {
+    }
+    if (token.isStart(Tag::TEMPLATE)) {
         return startTemplate(token);
-    } else if (token.isEnd(Tag::TEMPLATE)) {
+    }
+    if (token.isEnd(Tag::TEMPLATE)) {
         return endTemplate();
     }
     if (!open_.current()->isHtml(Tag::COLGROUP)) {
