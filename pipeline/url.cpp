@@ -53,4 +53,9 @@ HttpAddress splitUrl(const std::string& url) {
     return address;
 }
 
+bool isHttpUrl(const std::string& source) {
+    return source.find("http://") != std::string::npos ||
+           source.find("https://") != std::string::npos;
+}
+
 }  // namespace intake

@@ -10,4 +10,7 @@ namespace intake {
 /// std::invalid_argument or std::out_of_range for a port that is no port number.
 HttpAddress splitUrl(const std::string& url);
 
+/// Whether a source is fetched over HTTP or HTTPS: the scheme may stand anywhere in it.
+bool isHttpUrl(const std::string& source);
+
 }  // namespace intake

@@ -34,25 +34,7 @@ bool HtmlRecords::write(std::string& error) {
     if (rows_.from >= rowCount_) {
         return true;
     }
-    switch (request_.targetMode) {
-        case DATA_TABLE:
-            writeTable();
-            break;
-        case DATA_ARRAY:
-            writeArray();
-            break;
-        case DATA_STRUCTURE:
-            writeStructures();
-            break;
-        case DATA_FIELD_ARRAY:
-            writeFieldArray();
-            break;
-        case SHARED_MEMORY:
-            writeSharedMemory();
-            break;
-        default:
-            break;
-    }
+    writeInMode(request_.targetMode);
     return !isTooLarge(error);
 }
 

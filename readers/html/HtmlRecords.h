@@ -7,13 +7,14 @@
 
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/TargetModeWriter.h"
 #include "platform/HtmlDocument.h"
 
 namespace intake {
 
 /// Writes the requested rows of a table as the records of a target mode. Row 0 names the fields,
 /// and counts as a row. Made for one request; worker thread.
-class HtmlRecords {
+class HtmlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; the script is appended to.
     HtmlRecords(HtmlTable& table, const RequestRecord& request, std::string& script);
@@ -32,11 +33,11 @@ private:
     bool findKeyColumn(std::string& error);
     bool isTooLarge(std::string& error) const;
 
-    void writeTable();
-    void writeArray();
-    void writeStructures();
-    void writeFieldArray();
-    void writeSharedMemory();
+    void writeTable() override;
+    void writeArray() override;
+    void writeStructures() override;
+    void writeFieldArray() override;
+    void writeSharedMemory() override;
 
     void writeFields(size_t row);
     void writeCount();

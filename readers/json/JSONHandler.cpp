@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "pipeline/url.h"
 #include "readers/json/JsonDocument.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
@@ -22,11 +23,6 @@ std::string uniqueUrl(const std::string& url) {
     return url.find('?') == std::string::npos ? url + "?q=" + std::to_string(uniqueQuery++) : url;
 }
 
-bool isUrl(const std::string& source) {
-    return source.find("http://") != std::string::npos ||
-           source.find("https://") != std::string::npos;
-}
-
 void writeScript(const JsonDocument& document, const RequestRecord& request, std::string& script) {
     if (request.xpath.empty()) {
         JsonWalker(document, script)
@@ -40,8 +36,8 @@ void writeScript(const JsonDocument& document, const RequestRecord& request, std
 }  // namespace
 
 bool JSONHandler::fetch(const RequestRecord& request, ByteBuffer& text, std::string& error) {
-    return isUrl(request.filename) ? fetchUrl(request, text, error)
-                                   : file_.Read(request.filename, text);
+    return isHttpUrl(request.filename) ? fetchUrl(request, text, error)
+                                       : file_.Read(request.filename, text);
 }
 
 bool JSONHandler::fetchUrl(const RequestRecord& request, ByteBuffer& text, std::string& error) {

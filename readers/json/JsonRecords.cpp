@@ -18,20 +18,7 @@ JsonRecords::JsonRecords(const JsonDocument& document, const Nodes& nodes,
       walker_(document, script) {}
 
 void JsonRecords::write() {
-    switch (request_.targetMode) {
-        case DATA_TABLE:
-            return writeTable();
-        case DATA_ARRAY:
-            return writeArray();
-        case DATA_STRUCTURE:
-            return writeStructures();
-        case DATA_FIELD_ARRAY:
-            return writeFieldArray();
-        case SHARED_MEMORY:
-            return writeSharedMemory();
-        default:
-            return;
-    }
+    writeInMode(request_.targetMode);
 }
 
 void JsonRecords::writeTable() {

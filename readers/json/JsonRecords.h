@@ -5,6 +5,7 @@
 
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/TargetModeWriter.h"
 #include "readers/json/JsonDocument.h"
 #include "readers/json/JsonWalker.h"
 
@@ -12,7 +13,7 @@ namespace intake {
 
 /// Writes the requested rows of a node set as the records of a target mode. Made for one request;
 /// worker thread.
-class JsonRecords {
+class JsonRecords final : public TargetModeWriter {
 public:
     using Nodes = std::vector<JsonDocument::Node>;
 
@@ -28,11 +29,11 @@ private:
 
     static constexpr int64_t SAMPLE = 1000;  // records that tell how long the script will be
 
-    void writeTable();
-    void writeArray();
-    void writeStructures();
-    void writeFieldArray();
-    void writeSharedMemory();
+    void writeTable() override;
+    void writeArray() override;
+    void writeStructures() override;
+    void writeFieldArray() override;
+    void writeSharedMemory() override;
     void writeCount(const char* separator);
 
     /// Calls `each` with every record and its place among the delivered ones, from 0.

@@ -10,15 +10,10 @@ namespace intake {
 
 namespace {
 
-constexpr int32_t INPUT_PAYLOAD = 1;
 constexpr const char* NOT_INSTANTIATED = "Failed to instantiate an XML DOM.\n";
 
 TextEncoding encodingOf(const RequestRecord& request) {
     return request.encoding == ENCODING_ISO_8859_1 ? TextEncoding::ISO_8859_1 : TextEncoding::UTF8;
-}
-
-bool isPayload(const RequestRecord& request) {
-    return request.sourceInFormat == INPUT_PAYLOAD;
 }
 
 /// Logs the end of a request, whichever way it ends.

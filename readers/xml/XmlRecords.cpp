@@ -3,12 +3,12 @@
 #include "pipeline/narrow_text.h"
 #include "pipeline/script_text.h"
 #include "readers/xml/payload_writer.h"
+#include "readers/xml/xml_source.h"
 
 namespace intake {
 
 namespace {
 
-constexpr int32_t INPUT_PAYLOAD = 1;
 constexpr int32_t OUTPUT_MARKUP = 1;
 
 }  // namespace
@@ -23,22 +23,8 @@ XmlRecords::XmlRecords(XmlDocument& document, const RequestRecord& request, Read
       rows_(request, selected_) {}
 
 void XmlRecords::write() {
-    if (selected_ <= rows_.from) {
-        return;
-    }
-    switch (request_.targetMode) {
-        case DATA_TABLE:
-            return writeTable();
-        case DATA_ARRAY:
-            return writeArray();
-        case DATA_STRUCTURE:
-            return writeStructures();
-        case DATA_FIELD_ARRAY:
-            return writeFieldArray();
-        case SHARED_MEMORY:
-            return writeSharedMemory();
-        default:
-            return;
+    if (rows_.from < selected_) {
+        writeInMode(request_.targetMode);
     }
 }
 
@@ -113,7 +99,7 @@ void XmlRecords::writeSharedMemory() {
 }
 
 void XmlRecords::writeFields(Node row) {
-    if (request_.sourceInFormat == INPUT_PAYLOAD) {
+    if (isPayload(request_)) {
         return writePayloadRow(document_, row, script_);
     }
     document_.forEachChild(row, [this](Node child) {

@@ -6,13 +6,14 @@
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/TargetModeWriter.h"
 #include "platform/XmlDocument.h"
 
 namespace intake {
 
 /// Writes the requested rows of a document's selected nodes as the records of a target mode. Made
 /// for one request; worker thread.
-class XmlRecords {
+class XmlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; the script is appended to.
     XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
@@ -25,11 +26,11 @@ public:
 private:
     using Node = XmlDocument::Node;
 
-    void writeTable();
-    void writeArray();
-    void writeStructures();
-    void writeFieldArray();
-    void writeSharedMemory();
+    void writeTable() override;
+    void writeArray() override;
+    void writeStructures() override;
+    void writeFieldArray() override;
+    void writeSharedMemory() override;
 
     void writeFields(Node row);
     void writeValue(Node node);

@@ -5,16 +5,15 @@
 #include <cstdint>
 #include <string_view>
 
+#include "pipeline/url.h"
+
 namespace intake {
 
 namespace {
 
-std::atomic<uint32_t> uniqueQuery = 0;
+constexpr int32_t INPUT_PAYLOAD = 1;
 
-bool isHttp(const std::string& source) {
-    return source.find("http://") != std::string::npos ||
-           source.find("https://") != std::string::npos;
-}
+std::atomic<uint32_t> uniqueQuery = 0;
 
 /// Reads one `name: value` line; what stands behind a second colon is lost.
 void addHeaderLine(std::string_view line, std::vector<Header>& headers) {
@@ -38,18 +37,22 @@ void addCustomHeaders(std::string_view text, std::vector<Header>& headers) {
 }  // namespace
 
 bool isRemote(const std::string& source) {
-    return isHttp(source) || source.find("ftp://") != std::string::npos;
+    return isHttpUrl(source) || source.find("ftp://") != std::string::npos;
+}
+
+bool isPayload(const RequestRecord& request) {
+    return request.sourceInFormat == INPUT_PAYLOAD;
 }
 
 std::string requestUrl(const RequestRecord& request) {
-    const bool unique = request.avoidCache && isHttp(request.filename) &&
+    const bool unique = request.avoidCache && isHttpUrl(request.filename) &&
                         request.filename.find('?') == std::string::npos;
     return unique ? request.filename + "?q=" + std::to_string(uniqueQuery++) : request.filename;
 }
 
 std::vector<Header> requestHeaders(const RequestRecord& request) {
     std::vector<Header> headers;
-    if (!isHttp(request.filename)) {
+    if (!isHttpUrl(request.filename)) {
         return headers;
     }
     if (request.avoidCache) {
