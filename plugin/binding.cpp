@@ -114,6 +114,13 @@ void checkState(HostRecord& record) {
     }
 }
 
+Intake* instanceOf(HostRecord& record) {
+    if (record.instance != nullptr) {
+        record.instance->params = &record.params;
+    }
+    return record.instance;
+}
+
 void finishInitialisation(const HostRecord& record) {
     if (getInitCB() != 0 && record.instance != nullptr && record.instance->getType() != 1) {
         initCobalt();

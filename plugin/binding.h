@@ -16,6 +16,9 @@ void bind(HostRecord& record);
 /// before; called by most entry points first.
 void checkState(HostRecord& record);
 
+/// The record's instance, after showing it its parameters; null when there is none.
+Intake* instanceOf(HostRecord& record);
+
 /// Carries out the data store's initialisation that binding has put off, if it is pending.
 void finishInitialisation(const HostRecord& record);
 

@@ -39,8 +39,7 @@ void guarded(const char* entryPoint, Body body) noexcept {
 /// Calls `body` with the record's instance, if there is one, after showing it its parameters.
 template <class Body>
 void withInstance(HostRecord* record, Body body) {
-    if (Intake* const instance = record->instance) {
-        instance->params = &record->params;
+    if (Intake* const instance = intake::instanceOf(*record)) {
         body(*instance);
     }
 }

@@ -30,14 +30,6 @@ enum HostIndex : int32_t {
     CONV_TABLE_NAME = 9,
 };
 
-/// The record's instance, after showing it its parameters; null when there is none.
-Intake* instanceOf(HostRecord& record) {
-    if (record.instance != nullptr) {
-        record.instance->params = &record.params;
-    }
-    return record.instance;
-}
-
 /// The library's own plugins that stand for a container of fields.
 bool holdsFields(Intake& instance) {
     const std::string_view name = instance.getName();
