@@ -150,7 +150,7 @@ std::optional<double> parseNumber(std::string_view text) {
         text.remove_prefix(1);
     }
     const char first = text.starts_with('-') && text.size() > 1 ? text[1]
-                       : text.empty()                           ? 0
+                       : text.empty()                           ? '\0'
                                                                 : text[0];
     if (first != '.' && (first < '0' || first > '9')) {
         return {};  // not "inf" or "nan"

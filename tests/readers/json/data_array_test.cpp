@@ -75,5 +75,18 @@ TEST(JsonDataArray, APathThatFindsNothingWritesACountOfZero) {
     EXPECT_EQ(stored(R"({"a":[]})", {.path = "a", .mode = DATA_ARRAY}), "READER_NUM_RECORDS = 0\n");
 }
 
+TEST(JsonDataArray, ThousandsOfRecordsAreAllWritten) {
+    std::string source = "[";
+    std::string expected;
+    for (int record = 0; record < 2500; ++record) {
+        const std::string number = std::to_string(record);
+        source.append(record == 0 ? "" : ",").append("{\"a\":").append(number).append("}");
+        expected.append("T[").append(number).append("]={{a=").append(number).append(";},};");
+    }
+
+    EXPECT_EQ(script(source + "]", {.path = "*", .mode = DATA_ARRAY}),
+              expected + "; READER_NUM_RECORDS=2500;");
+}
+
 }  // namespace
 }  // namespace intake
