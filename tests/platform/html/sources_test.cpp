@@ -41,7 +41,7 @@ TEST_F(HtmlSources, ThatAreNoFilesDoNotOpen) {
 }
 
 TEST_F(HtmlSources, ThatAreFilesAreClosedAgain) {
-    const Files::Handle before = nextHandle();
+    const int before = nextHandle();
     open(directory_.write("page.html", PAGE));
     reasonOf(directory_.path());
     EXPECT_EQ(nextHandle(), before);

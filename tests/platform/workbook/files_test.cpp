@@ -50,7 +50,7 @@ TEST_F(WorkbookFiles, NeedNeitherStylesNorSharedTexts) {
 }
 
 TEST_F(WorkbookFiles, AreClosedAgainWhetherTheyAreWorkbooksOrNot) {
-    const Files::Handle before = nextHandle();
+    const int before = nextHandle();
     rows(book(), ALL);
     openError("no workbook");
     openError(book().without("xl/workbook.xml"));

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "platform/Platform.h"
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace intake {
 
-/// The handle that the next file gets. It stays the same as long as no file is left open.
-inline Files::Handle nextHandle() {
-    Files& files = systemPlatform().files;
-    const Files::Handle handle = files.open("/proc/self/exe");
-    files.close(handle);
+/// The handle that the next file gets: the lowest that is free. It stays the same as long as no
+/// file is left open.
+inline int nextHandle() {
+    const int handle = open("/", O_RDONLY | O_CLOEXEC);
+    close(handle);
     return handle;
 }
 

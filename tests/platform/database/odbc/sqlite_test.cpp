@@ -4,6 +4,7 @@
 
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/platform/database/odbc/SqliteTest.h"
+#include "tests/support/linux/next_handle.h"
 
 namespace intake {
 
@@ -24,6 +25,15 @@ TEST_F(Sqlite, RecordsAreReadInTheirOrder) {
     EXPECT_EQ(namesOf(*records), "name|points|");
     EXPECT_EQ(recordsOf(*records), "BSTR City|I4 12|\nBSTR Rovers|I4 9|\nBSTR United|NULL|\n");
     EXPECT_TRUE(connection_->errors().empty());
+}
+
+TEST_F(Sqlite, AConnectionThatGoesClosesItsDatabase) {
+    run("CREATE TABLE clubs (name TEXT)");
+    const int whileOpen = nextHandle();
+
+    connection_.reset();
+
+    EXPECT_LT(nextHandle(), whileOpen);
 }
 
 TEST_F(Sqlite, AValueCanBeAskedForAgainAndInAnyOrder) {

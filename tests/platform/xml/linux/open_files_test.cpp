@@ -10,7 +10,7 @@ namespace {
 using XmlFiles = XmlTest;
 
 TEST_F(XmlFiles, AreClosedAgainWhetherTheyLoadOrNot) {
-    const Files::Handle before = nextHandle();
+    const int before = nextHandle();
     EXPECT_TRUE(loadFile("<a/>"));
     EXPECT_EQ(nextHandle(), before);
     EXPECT_FALSE(loadFile("<a>"));
