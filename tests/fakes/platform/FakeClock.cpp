@@ -26,11 +26,6 @@ void FakeClock::sleep(std::chrono::milliseconds duration) {
     std::this_thread::sleep_for(std::min(duration, std::chrono::milliseconds(1)));
 }
 
-void FakeClock::setMilliseconds(double now) {
-    const std::lock_guard lock(mutex_);
-    milliseconds_ = now;
-}
-
 void FakeClock::setLocalTime(const LocalTime& now) {
     const std::lock_guard lock(mutex_);
     localTime_ = now;

@@ -16,7 +16,6 @@ public:
     LocalTime localTime() override;
     void sleep(std::chrono::milliseconds duration) override;
 
-    void setMilliseconds(double now);
     void setLocalTime(const LocalTime& now);
 
     /// How often somebody has slept for exactly this long.

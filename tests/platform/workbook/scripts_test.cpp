@@ -3,8 +3,7 @@
 #include "platform/Platform.h"
 #include "readers/sql/SQLHandler.h"
 #include "tests/platform/workbook/WorkbookTest.h"
-#include "tests/workbench/cobalt/show.h"
-#include "workbench/cobalt/Store.h"
+#include "tests/support/expect_carried_out.h"
 
 namespace intake {
 
@@ -28,11 +27,7 @@ protected:
         request_.targetMode = mode;
         std::string script, error;
         EXPECT_TRUE(handler_.Read(request_, script, error)) << error;
-        if (mode != SHARED_MEMORY) {
-            cobalt::Store store;
-            const auto failure = store.execute(script);
-            EXPECT_EQ(failure ? cobalt::show(*failure) : "", "");
-        }
+        expectCarriedOut(script, mode);
         return script;
     }
 

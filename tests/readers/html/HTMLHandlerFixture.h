@@ -16,10 +16,10 @@ namespace intake {
 ///       div #results .wide "Results"
 ///         table (a) #first .grid
 ///       p .note "Closing prices 2024"
-///       section #prices .wide
-///         h2 "Closing prices"
-///         table (b)
-///       p #empty
+///       section #prices ".wide new"
+///         h2
+///         table (b) .b
+///       aside #empty .aside "Aside"
 ///
 /// The log is off unless a test asks for it.
 class HTMLHandlerFixture : public testing::Test {

@@ -7,8 +7,8 @@
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/expect_carried_out.h"
 #include "tests/workbench/cobalt/show.h"
-#include "workbench/cobalt/Store.h"
 
 namespace intake {
 
@@ -30,14 +30,10 @@ RequestRecord requestOf(const std::string& source, const HtmlQuery& query) {
     return request;
 }
 
-/// The script; fails the test when the data store cannot carry it out.
+/// The script or error, after carrying the script out.
 std::string carriedOut(const std::string& script, int32_t targetMode) {
-    cobalt::Store store;
-    if (targetMode == SHARED_MEMORY || script.starts_with("failed: ")) {
-        return script;
-    }
-    if (const auto error = store.execute(script)) {
-        ADD_FAILURE() << cobalt::show(*error) << "\n" << script;
+    if (!script.starts_with("failed: ")) {
+        expectCarriedOut(script, targetMode);
     }
     return script;
 }

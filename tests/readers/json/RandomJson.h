@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <random>
 #include <string>
-#include <string_view>
 
 namespace intake {
 

@@ -4,6 +4,7 @@
 
 #include "tests/readers/json/golden_cases.h"
 #include "tests/readers/json/read.h"
+#include "tests/support/expect_carried_out.h"
 
 namespace intake {
 

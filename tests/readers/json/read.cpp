@@ -1,11 +1,9 @@
 #include "tests/readers/json/read.h"
 
-#include <gtest/gtest.h>
-
 #include "readers/json/JSONHandler.h"
 #include "tests/fakes/platform/FakePlatform.h"
+#include "tests/support/expect_carried_out.h"
 #include "tests/workbench/cobalt/show.h"
-#include "workbench/cobalt/Store.h"
 
 namespace intake {
 
@@ -47,16 +45,6 @@ std::string script(std::string_view source, const Query& query) {
 
 std::string stored(std::string_view source, const Query& query) {
     return cobalt::execute(script(source, query));
-}
-
-void expectCarriedOut(const std::string& script, int32_t targetMode) {
-    if (targetMode == SHARED_MEMORY) {
-        return;
-    }
-    cobalt::Store store;
-    if (const auto error = store.execute(script)) {
-        ADD_FAILURE() << cobalt::show(*error) << "\n" << script;
-    }
 }
 
 }  // namespace intake

@@ -39,7 +39,4 @@ std::string script(std::string_view source, const Query& query);
 /// The fields of an empty data store after that script.
 std::string stored(std::string_view source, const Query& query);
 
-/// Fails the test when the data store cannot carry out the script of a request.
-void expectCarriedOut(const std::string& script, int32_t targetMode);
-
 }  // namespace intake

@@ -1,5 +1,6 @@
 #include "tests/readers/sql/SQLHandlerFixture.h"
 
+#include "tests/support/expect_carried_out.h"
 #include "tests/workbench/cobalt/show.h"
 
 namespace intake {
@@ -27,12 +28,7 @@ std::string SQLHandlerFixture::scriptAlone(TargetMode mode) {
 
 std::string SQLHandlerFixture::script(TargetMode mode) {
     const std::string written = scriptAlone(mode);
-    cobalt::Store store;
-    if (mode != SHARED_MEMORY) {
-        if (const auto failure = store.execute(written)) {
-            ADD_FAILURE() << cobalt::show(*failure) << "\n" << written;
-        }
-    }
+    expectCarriedOut(written, mode);
     return written;
 }
 

@@ -2,7 +2,7 @@
 
 #include "tests/platform/windows/ado/AdoTest.h"
 #include "tests/platform/windows/ado/InMemoryTable.h"
-#include "tests/workbench/cobalt/show.h"
+#include "tests/support/expect_carried_out.h"
 
 namespace intake {
 namespace {
@@ -22,11 +22,7 @@ protected:
         records[2] = team("HOL", 0, 0.5, true);
         table.fill(records);
         const std::string written = script(table, mode);
-        if (mode != SHARED_MEMORY) {
-            cobalt::Store store;
-            const auto failure = store.execute(written);
-            EXPECT_FALSE(failure) << cobalt::show(*failure) << "\n" << written;
-        }
+        expectCarriedOut(written, mode);
         return written;
     }
 
