@@ -2,14 +2,13 @@
 
 #include <optional>
 
-#include "platform/PlatformError.h"
 #include "platform/equal_ignoring_case.h"
+#include "platform/linux/com_failures.h"
 
 namespace intake {
 
 namespace {
 
-constexpr uint32_t BAD_INITIALIZATION_STRING = 0x80040E73;
 constexpr const char* BLANKS = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
@@ -94,10 +93,8 @@ private:
     }
 
     [[noreturn]] static void fail(size_t position, const std::string& cause) {
-        throw PlatformError(BAD_INITIALIZATION_STRING,
-                            "The initialization string does not conform to its format.", "Intake",
-                            "The connection string is wrong at character " +
-                                std::to_string(position + 1) + ": " + cause);
+        BAD_CONNECTION_STRING.raise("Intake", "The connection string is wrong at character " +
+                                                  std::to_string(position + 1) + ": " + cause);
     }
 
     std::string_view text_;

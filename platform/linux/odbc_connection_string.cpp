@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/PlatformError.h"
 #include "platform/equal_ignoring_case.h"
+#include "platform/linux/com_failures.h"
 
 namespace intake {
 
@@ -88,14 +88,14 @@ constexpr std::array<KeyName, 17> KEYS{{
     {"Extended Properties", INSERTED, ODBC},
 }};
 
-[[noreturn]] void fail(uint32_t code, const char* meaning, const std::string& description) {
-    throw PlatformError(code, meaning, "Intake", description);
-}
+constexpr const char* SOURCE = "Intake";
+constexpr ComFailure NO_PROVIDER{0x800A0E7A,
+                                 "Provider cannot be found. It may not be properly installed."};
 
 [[noreturn]] void failToPass(const std::string& key, const char* driver, const char* reason) {
-    fail(0x80040E73, "The initialization string does not conform to its format.",
-         "The ODBC driver \"" + std::string(driver) + "\" cannot be given the value of \"" + key +
-             "\", because it " + reason);
+    BAD_CONNECTION_STRING.raise(SOURCE, "The ODBC driver \"" + std::string(driver) +
+                                            "\" cannot be given the value of \"" + key +
+                                            "\", because it " + reason);
 }
 
 Kind kindOf(const ConnectionString& connection) {
@@ -202,8 +202,7 @@ std::string odbcConnectionString(const ConnectionString& connection) {
     const Kind kind = kindOf(connection);
     const Driver& driver = DRIVERS[kind];
     if (driver.needsDatabase && !namesDatabase(connection, kind)) {
-        fail(0x80040E73, "The initialization string does not conform to its format.",
-             "The connection string names no \"Data Source\"");
+        BAD_CONNECTION_STRING.raise(SOURCE, "The connection string names no \"Data Source\"");
     }
     std::string result = driver.name == nullptr ? "" : pair("Driver", inBraces(driver.name));
     for (const ConnectionProperty& property : connection.properties()) {
@@ -213,11 +212,12 @@ std::string odbcConnectionString(const ConnectionString& connection) {
 }
 
 void throwProviderNotFound(const std::string& provider) {
-    fail(0x800A0E7A, "Provider cannot be found. It may not be properly installed.",
-         "There is no provider \"" + provider +
-             "\" on this system. There are MSDASQL for any ODBC driver, SQLOLEDB, MSOLEDBSQL, "
-             "SQLNCLI, PostgreSQL, MySQL, MariaDB, SQLite, and Microsoft.ACE.OLEDB for Excel "
-             "workbooks");
+    NO_PROVIDER.raise(
+        SOURCE,
+        "There is no provider \"" + provider +
+            "\" on this system. There are MSDASQL for any ODBC driver, SQLOLEDB, MSOLEDBSQL, "
+            "SQLNCLI, PostgreSQL, MySQL, MariaDB, SQLite, and Microsoft.ACE.OLEDB for Excel "
+            "workbooks");
 }
 
 }  // namespace intake

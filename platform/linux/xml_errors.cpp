@@ -2,37 +2,29 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
-#include "platform/PlatformError.h"
+#include "platform/linux/com_failures.h"
 
 namespace intake {
 
 namespace {
 
-struct Failure {
-    uint32_t code;
-    const char* meaning;
-};
+constexpr ComFailure INVALID_ARGUMENT{0x80070057, "The parameter is incorrect."};
 
-constexpr Failure ABORTED{0x80004004, "Operation aborted"};
-constexpr Failure UNSPECIFIED{0x80004005, "Unspecified error"};
-constexpr Failure INVALID_ARGUMENT{0x80070057, "The parameter is incorrect."};
-
-constexpr Failure CANNOT_CONNECT{0x800C0004, "The attempt to connect has failed."};
-constexpr Failure NOT_FOUND{0x800C0005, "The system cannot locate the resource specified."};
-constexpr Failure OBJECT_NOT_FOUND{0x800C0006, "The object was not found."};
-constexpr Failure DOWNLOAD_FAILED{0x800C0008, "The download of the resource has failed."};
-constexpr Failure LOGIN_REQUIRED{0x800C0009, "Authentication is required."};
-constexpr Failure TIMED_OUT{0x800C000B, "The connection has timed out."};
-constexpr Failure INVALID_RESPONSE{0x800C000C, "The request or its response was invalid."};
-constexpr Failure SECURITY_PROBLEM{0x800C000E, "A security problem was encountered."};
-constexpr Failure REDIRECT_FAILED{0x800C0014, "The redirection has failed."};
-constexpr Failure INVALID_CERTIFICATE{0x800C0019, "The certificate is invalid."};
+constexpr ComFailure CANNOT_CONNECT{0x800C0004, "The attempt to connect has failed."};
+constexpr ComFailure NOT_FOUND{0x800C0005, "The system cannot locate the resource specified."};
+constexpr ComFailure OBJECT_NOT_FOUND{0x800C0006, "The object was not found."};
+constexpr ComFailure DOWNLOAD_FAILED{0x800C0008, "The download of the resource has failed."};
+constexpr ComFailure LOGIN_REQUIRED{0x800C0009, "Authentication is required."};
+constexpr ComFailure TIMED_OUT{0x800C000B, "The connection has timed out."};
+constexpr ComFailure INVALID_RESPONSE{0x800C000C, "The request or its response was invalid."};
+constexpr ComFailure SECURITY_PROBLEM{0x800C000E, "A security problem was encountered."};
+constexpr ComFailure REDIRECT_FAILED{0x800C0014, "The redirection has failed."};
+constexpr ComFailure INVALID_CERTIFICATE{0x800C0019, "The certificate is invalid."};
 
 struct ErrorRow {
     CURLcode curl;
-    Failure failure;
+    ComFailure failure;
 };
 
 constexpr std::array<ErrorRow, 26> TRANSFER_ERRORS{{
@@ -64,29 +56,25 @@ constexpr std::array<ErrorRow, 26> TRANSFER_ERRORS{{
     {CURLE_SSL_CIPHER, SECURITY_PROBLEM},
 }};
 
-[[noreturn]] void raise(const Failure& failure, const char* source,
-                        const std::string& description) {
-    throw PlatformError(failure.code, failure.meaning, source, description);
-}
-
 }  // namespace
 
 void throwXmlError(const std::string& description) {
-    raise(UNSPECIFIED, "libxml2", description);
+    UNSPECIFIED.raise("libxml2", description);
 }
 
 void throwInvalidRequest(const std::string& description) {
-    raise(INVALID_ARGUMENT, "libcurl", description);
+    INVALID_ARGUMENT.raise("libcurl", description);
 }
 
 void throwTransferError(CURLcode code, const std::string& description) {
     const auto row = std::find_if(TRANSFER_ERRORS.begin(), TRANSFER_ERRORS.end(),
                                   [code](const ErrorRow& each) { return each.curl == code; });
-    raise(row == TRANSFER_ERRORS.end() ? UNSPECIFIED : row->failure, "libcurl", description);
+    const ComFailure& failure = row == TRANSFER_ERRORS.end() ? UNSPECIFIED : row->failure;
+    failure.raise("libcurl", description);
 }
 
 void throwGivenUp(const char* library) {
-    raise(ABORTED, library, "The load was given up.");
+    ABORTED.raise(library, "The load was given up.");
 }
 
 }  // namespace intake

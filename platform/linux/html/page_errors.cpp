@@ -1,6 +1,6 @@
 #include "platform/linux/html/page_errors.h"
 
-#include "platform/PlatformError.h"
+#include "platform/linux/com_failures.h"
 
 namespace intake::html {
 
@@ -11,7 +11,7 @@ constexpr const char* SOURCE = "HTML parser";
 }  // namespace
 
 void throwPageRefused(const std::string& description) {
-    throw PlatformError(0x80004005, "Unspecified error", SOURCE, description);
+    UNSPECIFIED.raise(SOURCE, description);
 }
 
 void throwPageTooLarge() {
@@ -19,7 +19,7 @@ void throwPageTooLarge() {
 }
 
 void throwPageGivenUp() {
-    throw PlatformError(0x80004004, "Operation aborted", SOURCE, "The load was given up.");
+    ABORTED.raise(SOURCE, "The load was given up.");
 }
 
 }  // namespace intake::html
