@@ -5,7 +5,6 @@
 #include <myhtml/api.h>
 
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <stdexcept>
 #include <string>

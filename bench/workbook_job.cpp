@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "bench/process_usage.h"
 #include "pipeline/WorkerState.h"

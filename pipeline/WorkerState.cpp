@@ -2,7 +2,6 @@
 
 #include <new>
 #include <sstream>
-#include <stdexcept>
 
 #include "pipeline/com_error_report.h"
 #include "pipeline/command_text.h"

@@ -1,6 +1,5 @@
 #include "readers/sql/SqlRecords.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include "pipeline/script_text.h"

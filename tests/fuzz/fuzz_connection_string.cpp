@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 #include "platform/PlatformError.h"
 #include "platform/linux/odbc_connection_string.h"

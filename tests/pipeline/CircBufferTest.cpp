@@ -4,7 +4,6 @@
 
 #include <deque>
 #include <random>
-#include <string>
 #include <thread>
 #include <vector>
 

@@ -1,6 +1,5 @@
 // What becomes of requests for which there is no memory.
 
-#include <cstdint>
 #include <new>
 
 #include "tests/pipeline/IntakeThreadFixture.h"

@@ -1,5 +1,4 @@
 #include <cstdio>
-#include <utility>
 
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"

@@ -1,4 +1,3 @@
-#include <algorithm>
 
 #include "platform/linux/html/ParsedPage.h"
 #include "platform/linux/html/characters.h"

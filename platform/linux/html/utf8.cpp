@@ -1,6 +1,5 @@
 #include "platform/linux/html/utf8.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 

@@ -1,7 +1,7 @@
 #include "platform/linux/workbook/cell_reference.h"
 
-#include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace intake {
 

@@ -1,6 +1,5 @@
 #include "platform/windows/html/read_stream.h"
 
-#include <algorithm>
 #include <array>
 #include <climits>
 

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <thread>
 
 #include "pipeline/RDR_HTTP.h"

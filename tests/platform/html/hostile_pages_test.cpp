@@ -2,7 +2,6 @@
 // less than a second unless something is wrong.
 
 #include <filesystem>
-#include <fstream>
 
 #include "tests/platform/html/HtmlTest.h"
 

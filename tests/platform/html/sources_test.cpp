@@ -2,7 +2,6 @@
 
 #include <zlib.h>
 
-#include <filesystem>
 #include <functional>
 
 #include "tests/http/support/EnvironmentVariable.h"

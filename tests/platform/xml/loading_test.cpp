@@ -1,7 +1,6 @@
 // What can be loaded, and what cannot.
 
 #include <filesystem>
-#include <fstream>
 
 #include "tests/platform/xml/XmlTest.h"
 

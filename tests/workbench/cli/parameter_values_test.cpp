@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "host/lumo.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/lumo/Host.h"
