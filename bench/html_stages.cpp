@@ -28,7 +28,7 @@ void run(const std::string& path, const std::string& selector) {
     const double start = bench::cpuSeconds();
     page = html::decodePage(std::move(page), "");
     const double decoded = bench::cpuSeconds();
-    html::ParsedPage document(html::parsePage(std::move(page), endMark));
+    html::ParsedPage document(html::parsePage(std::move(page), endMark), endMark);
     const double parsed = bench::cpuSeconds();
     const auto element = TableSelector(selector, 0).find(document);
     if (element == nullptr) {
