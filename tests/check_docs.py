@@ -20,8 +20,11 @@ a line. SETTINGS are NAME=VALUE as for the workbench's --set.
     <!-- not run: REASON -->   nothing is done, and the reason is printed
 
 "content" is the text of the file that is loaded, and "gives" the script where it is more than what is
-shown ($0); "query=@NAME" is the text of a file. What is set has to be said on the page: what a load sets, since the last heading;
-what "always" sets, anywhere; how an error is provoked, nowhere. "..." and "…" stand for whatever is left out; ␍ and ␊ are line ends.
+shown ($0); "query=@NAME" is the text of a file. "..." and "…" stand for whatever is left out; ␍ and ␊
+are line ends.
+
+What is set has to be said on the page: what a load sets, since the last heading; what "always" sets,
+anywhere. How an error is provoked need not be said.
 
 All of it runs in a temporary folder that looks like the repository's, and which is /tmp as well. $WEB
 is a web server of that folder.
