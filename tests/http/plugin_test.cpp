@@ -7,6 +7,7 @@
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/http/support/WebServer.h"
 #include "tests/http/support/challenges.h"
+#include "tests/http/support/linux/tls.h"
 #include "tests/http/support/messages.h"
 #include "tests/workbench/cli/Workbench.h"
 
@@ -64,7 +65,7 @@ TEST_F(HttpPluginTest, AnHttpsUrlIsLoadedFromAServerThatTheSystemTrusts) {
 TEST_F(HttpPluginTest, AnHttpsUrlOfAServerThatNobodyVouchesForFails) {
     const CertificateAuthority authority;
     const TlsFiles tls = authority.issue();
-    ScriptedServer server(std::vector<Reply>{}, &tls);
+    ScriptedServer server(std::vector<Reply>{}, overTls(tls));
     const std::string url = server.url("/clubs.json");
 
     const ChildResult result = loadUrl(url);

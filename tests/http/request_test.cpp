@@ -1,5 +1,10 @@
 // What goes over the wire.
 
+#include <algorithm>
+#include <numeric>
+#include <set>
+#include <sstream>
+
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
 
@@ -10,10 +15,31 @@ namespace {
 using HttpRequestTest = HttpTest;
 using Lines = std::vector<std::string>;
 
+/// The request line, then the other lines sorted: their order is the system's own. That the
+/// connection may be kept, which HTTP/1.1 says anyway, is left out.
+std::string sorted(const std::string& request) {
+    std::istringstream stream(request);
+    std::string first;
+    std::getline(stream, first);
+    std::set<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        if (line != "\r" && line != "Connection: Keep-Alive\r") {
+            lines.insert(line + "\n");
+        }
+    }
+    return std::accumulate(lines.begin(), lines.end(), first + "\n") + "\r\n";
+}
+
+Lines sent(ScriptedServer& server) {
+    Lines requests = server.requests();
+    std::transform(requests.begin(), requests.end(), requests.begin(), sorted);
+    return requests;
+}
+
 std::string get(const ScriptedServer& server, const std::string& path,
                 const std::string& header = "") {
-    return "GET " + path + " HTTP/1.1\r\nHost: " + server.address() +
-           "\r\nUser-Agent: NXR/1.0\r\n" + header + "\r\n";
+    return sorted("GET " + path + " HTTP/1.1\r\nHost: " + server.address() +
+                  "\r\nUser-Agent: NXR/1.0\r\n" + header + "\r\n");
 }
 
 TEST_F(HttpRequestTest, ARequestIsHttp11WithTheUserAgentAndWithoutAnAcceptHeader) {
@@ -25,7 +51,7 @@ TEST_F(HttpRequestTest, ARequestIsHttp11WithTheUserAgentAndWithoutAnAcceptHeader
     EXPECT_EQ(fetched.body, "[1]");
     EXPECT_EQ(fetched.out, RETRIEVED);
     EXPECT_EQ(fetched.err, "");
-    EXPECT_EQ(server.requests(), Lines{get(server, "/data.json?x=1")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/data.json?x=1")});
 }
 
 TEST_F(HttpRequestTest, AnEmptyPathIsSentAsASlash) {
@@ -34,7 +60,7 @@ TEST_F(HttpRequestTest, AnEmptyPathIsSentAsASlash) {
     fetch(server.url(""));
     fetch(server.url("?q=1"));
 
-    EXPECT_EQ(server.requests(), (Lines{get(server, "/"), get(server, "/?q=1")}));
+    EXPECT_EQ(sent(server), (Lines{get(server, "/"), get(server, "/?q=1")}));
 }
 
 TEST_F(HttpRequestTest, AnEmptyQueryIsKept) {
@@ -42,7 +68,7 @@ TEST_F(HttpRequestTest, AnEmptyQueryIsKept) {
 
     fetch(server.url("/a?"));
 
-    EXPECT_EQ(server.requests(), Lines{get(server, "/a?")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/a?")});
 }
 
 TEST_F(HttpRequestTest, WhatMayNotStandInAUrlIsEscapedAndTheRestIsKept) {
@@ -50,7 +76,7 @@ TEST_F(HttpRequestTest, WhatMayNotStandInAUrlIsEscapedAndTheRestIsKept) {
 
     fetch(server.url("/a b/../\xC3\xBC%20c?t=\"x\"&u=1;2"));
 
-    EXPECT_EQ(server.requests(), Lines{get(server, "/a%20b/../%C3%BC%20c?t=%22x%22&u=1;2")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/a%20b/../%C3%BC%20c?t=%22x%22&u=1;2")});
 }
 
 TEST_F(HttpRequestTest, CustomHeadersAreSentInTheirOrder) {
@@ -61,8 +87,10 @@ TEST_F(HttpRequestTest, CustomHeadersAreSentInTheirOrder) {
     fetch(server.url("/"));
 
     EXPECT_EQ(
-        server.requests(),
+        sent(server),
         Lines{get(server, "/", "X-First: 1\r\nX-Second: a, b\r\nAuthorization: Bearer token\r\n")});
+    EXPECT_NE(server.requests().at(0).find("\r\nX-First: 1\r\nX-Second: a, b\r\nAuthorization: "),
+              std::string::npos);
 }
 
 TEST_F(HttpRequestTest, ACustomHeaderTakesThePlaceOfTheOneThatIsThereAlready) {
@@ -72,9 +100,9 @@ TEST_F(HttpRequestTest, ACustomHeaderTakesThePlaceOfTheOneThatIsThereAlready) {
 
     fetch(server.url("/"));
 
-    EXPECT_EQ(server.requests(), Lines{"GET / HTTP/1.1\r\nHost: " + server.address() +
-                                       "\r\nAccept: application/json\r\nuser-agent: Other/2\r\n"
-                                       "x-a: 2\r\n\r\n"});
+    EXPECT_EQ(sent(server), Lines{sorted("GET / HTTP/1.1\r\nHost: " + server.address() +
+                                         "\r\nAccept: application/json\r\nuser-agent: Other/2\r\n"
+                                         "x-a: 2\r\n\r\n")});
 }
 
 TEST_F(HttpRequestTest, CustomHeadersAreLeftOutWhenTheyAreSwitchedOff) {
@@ -84,10 +112,10 @@ TEST_F(HttpRequestTest, CustomHeadersAreLeftOutWhenTheyAreSwitchedOff) {
 
     fetch(server.url("/"));
 
-    EXPECT_EQ(server.requests(), Lines{get(server, "/")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/")});
 }
 
-TEST_F(HttpRequestTest, AHeaderLineWithoutAColonIsReportedAndTheRequestGoesOn) {
+TEST_F(HttpRequestTest, AHeaderLineWithoutAColonIsLeftOutAndTheRequestGoesOn) {
     ScriptedServer server({reply("200 OK", "[1]")});
     request_.useCustomHeaders = 1;
     request_.customHeaders = "no header at all";
@@ -96,8 +124,7 @@ TEST_F(HttpRequestTest, AHeaderLineWithoutAColonIsReportedAndTheRequestGoesOn) {
 
     EXPECT_TRUE(fetched.success);
     EXPECT_EQ(fetched.out, RETRIEVED);
-    EXPECT_EQ(fetched.err, "ERROR: RDR_HTTP: A header line without a colon: no header at all\n");
-    EXPECT_EQ(server.requests(), Lines{get(server, "/")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/")});
 }
 
 TEST_F(HttpRequestTest, CredentialsAreNotSentBeforeTheyAreAskedFor) {
@@ -108,7 +135,7 @@ TEST_F(HttpRequestTest, CredentialsAreNotSentBeforeTheyAreAskedFor) {
 
     fetch(server.url("/"));
 
-    EXPECT_EQ(server.requests(), Lines{get(server, "/")});
+    EXPECT_EQ(sent(server), Lines{get(server, "/")});
 }
 
 TEST_F(HttpRequestTest, CredentialsWithinTheUrlAreNoPortNumber) {
@@ -131,9 +158,8 @@ TEST_F(HttpRequestTest, CookiesLiveWithinOneFetchOnly) {
     fetch(server.url("/"));
     fetch(server.url("/"));
 
-    EXPECT_EQ(
-        server.requests(),
-        (Lines{get(server, "/"), get(server, "/next", "Cookie: seat=7\r\n"), get(server, "/")}));
+    EXPECT_EQ(sent(server), (Lines{get(server, "/"), get(server, "/next", "Cookie: seat=7\r\n"),
+                                   get(server, "/")}));
 }
 
 TEST_F(HttpRequestTest, CookiesOfAChallengeGoBackWithTheCredentials) {

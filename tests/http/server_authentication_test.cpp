@@ -2,7 +2,6 @@
 
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
-#include "tests/http/support/WebServer.h"
 #include "tests/http/support/base64.h"
 #include "tests/http/support/challenges.h"
 #include "tests/http/support/digest.h"
@@ -22,36 +21,6 @@ protected:
 };
 
 const std::string BASIC_PROOF = "Basic " + toBase64("designer:secret");
-
-TEST_F(HttpServerAuthenticationTest, ARealServerAcceptsBasicCredentials) {
-    WebServer server(R"(
-        location /protected/ { auth_basic "stage"; auth_basic_user_file users; })");
-    server.write("../users", "designer:{PLAIN}secret\n");
-    server.write("protected/data.json", "[1]");
-
-    const Fetched fetched = fetch(server.url("/protected/data.json"));
-
-    EXPECT_TRUE(fetched.success);
-    EXPECT_EQ(fetched.body, "[1]");
-    EXPECT_EQ(fetched.out, SERVER_ASKS + RETRIEVED);
-}
-
-TEST_F(HttpServerAuthenticationTest, ARealServerRefusesAWrongPasswordAndItsBodyIsKept) {
-    WebServer server(R"(
-        location /protected/ {
-            auth_basic "stage";
-            auth_basic_user_file users;
-            error_page 401 /refused.json;
-        })");
-    server.write("../users", "designer:{PLAIN}other\n");
-    server.write("refused.json", "{\"refused\":1}");
-
-    const Fetched fetched = fetch(server.url("/protected/data.json"));
-
-    EXPECT_TRUE(fetched.success);
-    EXPECT_EQ(fetched.body, "{\"refused\":1}");
-    EXPECT_EQ(fetched.out, SERVER_ASKS + SERVER_ASKS);
-}
 
 TEST_F(HttpServerAuthenticationTest, Two401InARowEndTheFetchWithTheBodyOfTheSecond) {
     ScriptedServer server({challenge({BASIC}, "first"), challenge({BASIC}, "second")});

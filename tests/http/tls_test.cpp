@@ -1,5 +1,6 @@
 // HTTPS: certificates are verified, and a peer that goes away never ends the process.
 
+#include "tests/http/support/linux/tls.h"
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/http/support/WebServer.h"
@@ -28,7 +29,7 @@ TEST_F(HttpTlsTest, AServerOfATrustedAuthorityIsRead) {
 }
 
 TEST_F(HttpTlsTest, AServerOfAnUnknownAuthorityIsRefusedAndTheReasonSaysWhy) {
-    ScriptedServer server({reply("200 OK", "[1]")}, &tls_);
+    ScriptedServer server({reply("200 OK", "[1]")}, overTls(tls_));
 
     const Fetched fetched = fetch(server.url("/"));
 
@@ -43,7 +44,7 @@ TEST_F(HttpTlsTest, AServerOfAnUnknownAuthorityIsRefusedAndTheReasonSaysWhy) {
 TEST_F(HttpTlsTest, ACertificateForAnotherNameIsRefusedAndTheReasonNamesTheHost) {
     const EnvironmentVariable trusted("SSL_CERT_FILE", authority_.certificate());
     const TlsFiles other = authority_.issue("DNS:other.example");
-    ScriptedServer server({reply("200 OK", "[1]")}, &other);
+    ScriptedServer server({reply("200 OK", "[1]")}, overTls(other));
 
     const Fetched fetched = fetch("https://localhost:" + std::to_string(server.port()) + "/");
 
@@ -56,7 +57,7 @@ TEST_F(HttpTlsTest, ACertificateForAnotherNameIsRefusedAndTheReasonNamesTheHost)
 
 TEST_F(HttpTlsTest, AListOfAuthoritiesThatCannotBeReadIsNamed) {
     const EnvironmentVariable trusted("SSL_CERT_FILE", "/no/such/file.pem");
-    ScriptedServer server({reply("200 OK", "[1]")}, &tls_);
+    ScriptedServer server({reply("200 OK", "[1]")}, overTls(tls_));
 
     const Fetched fetched = fetch(server.url("/"));
 
@@ -81,7 +82,7 @@ protected:
 
 TEST_F(HttpTlsCutTest, ABodyThatIsCutOffIsAFailure) {
     ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n[1,", Then::CLOSE}},
-                          &tls_);
+                          overTls(tls_));
 
     const Fetched fetched = fetch(server.url("/"));
 
@@ -90,7 +91,8 @@ TEST_F(HttpTlsCutTest, ABodyThatIsCutOffIsAFailure) {
 }
 
 TEST_F(HttpTlsCutTest, AResetWhileReceivingIsAFailureAndDoesNotEndTheProcess) {
-    ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n[1,", Then::CUT}}, &tls_);
+    ScriptedServer server({{"HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n[1,", Then::CUT}},
+                          overTls(tls_));
 
     const Fetched fetched = fetch(server.url("/"));
 
@@ -99,7 +101,7 @@ TEST_F(HttpTlsCutTest, AResetWhileReceivingIsAFailureAndDoesNotEndTheProcess) {
 }
 
 TEST_F(HttpTlsCutTest, AResetWhileSendingIsAFailureAndDoesNotEndTheProcess) {
-    ScriptedServer server(std::vector<Reply>{}, &tls_);
+    ScriptedServer server(std::vector<Reply>{}, overTls(tls_));
     request_.useCustomHeaders = 1;
     for (int i = 0; i < 9; ++i) {
         request_.customHeaders +=

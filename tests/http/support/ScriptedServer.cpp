@@ -1,10 +1,5 @@
 #include "tests/http/support/ScriptedServer.h"
 
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <csignal>
-
 #include "tests/http/support/loopback.h"
 
 namespace intake {
@@ -17,21 +12,6 @@ ScriptedServer::Responder inOrder(std::vector<Reply> replies) {
     };
 }
 
-SSL_CTX* makeTls(const TlsFiles& files) {
-    SSL_CTX* const tls = SSL_CTX_new(TLS_server_method());
-    SSL_CTX_use_certificate_chain_file(tls, files.certificate.c_str());
-    SSL_CTX_use_PrivateKey_file(tls, files.key.c_str(), SSL_FILETYPE_PEM);
-    return tls;
-}
-
-/// A client that goes must not end the test.
-void blockBrokenPipeSignal() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-}
-
 }  // namespace
 
 Reply reply(const std::string& status, const std::string& body, const std::string& header) {
@@ -39,30 +19,30 @@ Reply reply(const std::string& status, const std::string& body, const std::strin
             "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body};
 }
 
-ScriptedServer::ScriptedServer(Responder responder, const TlsFiles* tls)
+ScriptedServer::ScriptedServer(Responder responder, std::shared_ptr<TlsServer> tls)
     : responder_(std::move(responder)),
-      tls_(tls != nullptr ? makeTls(*tls) : nullptr),
+      tls_(std::move(tls)),
       listener_(listenOnLoopback(0)),
       port_(portOf(listener_)),
       acceptor_([this] { acceptAll(); }) {}
 
-ScriptedServer::ScriptedServer(std::vector<Reply> replies, const TlsFiles* tls)
-    : ScriptedServer(inOrder(std::move(replies)), tls) {}
+ScriptedServer::ScriptedServer(std::vector<Reply> replies, std::shared_ptr<TlsServer> tls)
+    : ScriptedServer(inOrder(std::move(replies)), std::move(tls)) {}
 
 ScriptedServer::~ScriptedServer() {
     {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
-        shutdown(listener_, SHUT_RDWR);
         for (const int socket : sockets_) {
-            shutdown(socket, SHUT_RDWR);
+            shutDown(socket);
         }
     }
+    isListening(port_);  // wakes who waits for the next connection
     acceptor_.join();
     for (std::thread& server : servers_) {
         server.join();
     }
-    close(listener_);
+    closeSocket(listener_);
 }
 
 std::string ScriptedServer::url(const std::string& path) const {
@@ -76,10 +56,10 @@ std::vector<std::string> ScriptedServer::requests() {
 
 void ScriptedServer::acceptAll() {
     for (;;) {
-        const int socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        const int socket = acceptConnection(listener_);
         const std::lock_guard lock(mutex_);
         if (stopping_ || socket < 0) {
-            close(socket);
+            closeSocket(socket);
             return;
         }
         sockets_.insert(socket);
@@ -88,7 +68,6 @@ void ScriptedServer::acceptAll() {
 }
 
 void ScriptedServer::serve(int socket) {
-    blockBrokenPipeSignal();
     {
         ServerConnection connection(socket, tls_.get());
         while (answer(connection)) {
@@ -96,7 +75,7 @@ void ScriptedServer::serve(int socket) {
     }
     const std::lock_guard lock(mutex_);
     sockets_.erase(socket);
-    close(socket);
+    closeSocket(socket);
 }
 
 /// Answers one request. False when the connection is to be closed.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <openssl/ssl.h>
-
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +10,7 @@
 #include <vector>
 
 #include "tests/http/support/ServerConnection.h"
-#include "tests/http/support/certificates.h"
+#include "tests/http/support/TlsServer.h"
 
 namespace intake {
 
@@ -34,16 +32,16 @@ Reply reply(const std::string& status, const std::string& body, const std::strin
 
 /// A server on loopback that answers each request as the test says and remembers the requests. It
 /// plays what real servers cannot. A request of more than 64 KB is cut off while it is still being
-/// sent. Stops with its object.
+/// sent. Serves HTTPS when it is given what to prove itself with. Stops with its object.
 class ScriptedServer {
 public:
     /// Called for every request, one at a time.
     using Responder = std::function<Reply(const std::string& request)>;
 
-    explicit ScriptedServer(Responder responder, const TlsFiles* tls = nullptr);
+    explicit ScriptedServer(Responder responder, std::shared_ptr<TlsServer> tls = nullptr);
 
     /// Answers with the replies in order; a request after the last one is cut off.
-    explicit ScriptedServer(std::vector<Reply> replies, const TlsFiles* tls = nullptr);
+    explicit ScriptedServer(std::vector<Reply> replies, std::shared_ptr<TlsServer> tls = nullptr);
 
     ~ScriptedServer();
     ScriptedServer(const ScriptedServer&) = delete;
@@ -60,17 +58,13 @@ public:
     std::vector<std::string> requests();
 
 private:
-    struct TlsDeleter {
-        void operator()(SSL_CTX* tls) const { SSL_CTX_free(tls); }
-    };
-
     void acceptAll();
     void serve(int socket);
     bool answer(ServerConnection& connection);
     Reply respond(const std::string& request);
 
     Responder responder_;
-    std::unique_ptr<SSL_CTX, TlsDeleter> tls_;
+    std::shared_ptr<TlsServer> tls_;
     int listener_;
     uint16_t port_;
 

@@ -1,8 +1,8 @@
 #include "tests/http/support/ServerConnection.h"
 
-#include <sys/socket.h>
-
 #include <array>
+
+#include "tests/http/support/loopback.h"
 
 namespace intake {
 
@@ -13,18 +13,12 @@ constexpr size_t LONGEST_HEADER = 65536;
 
 }  // namespace
 
-ServerConnection::ServerConnection(int socket, SSL_CTX* tls) : socket_(socket) {
-    if (tls != nullptr) {
-        tls_.reset(SSL_new(tls));
-        SSL_set_fd(tls_.get(), socket);
-        SSL_set_accept_state(tls_.get());
-    }
-}
+ServerConnection::ServerConnection(int socket, const TlsServer* tls)
+    : socket_(socket), tls_(tls != nullptr ? tls->accept(socket) : nullptr) {}
 
 int ServerConnection::receive(char* buffer, int capacity) {
-    return tls_ != nullptr
-               ? SSL_read(tls_.get(), buffer, capacity)
-               : static_cast<int>(recv(socket_, buffer, static_cast<size_t>(capacity), 0));
+    return tls_ != nullptr ? tls_->receive(buffer, capacity)
+                           : receiveBytes(socket_, buffer, capacity);
 }
 
 std::string ServerConnection::receiveRequest() {
@@ -45,33 +39,26 @@ std::string ServerConnection::receiveRequest() {
 
 void ServerConnection::send(std::string_view bytes) {
     if (tls_ != nullptr) {
-        SSL_write(tls_.get(), bytes.data(), static_cast<int>(bytes.size()));
-        return;
-    }
-    while (!bytes.empty()) {
-        const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent <= 0) {
-            return;
-        }
-        bytes.remove_prefix(static_cast<size_t>(sent));
+        tls_->send(bytes);
+    } else {
+        sendBytes(socket_, bytes);
     }
 }
 
 void ServerConnection::sayGoodbye() {
     if (tls_ != nullptr) {
-        SSL_shutdown(tls_.get());
+        tls_->sayGoodbye();
     }
 }
 
 void ServerConnection::waitForPeer() {
     std::array<char, 4096> ignored{};
-    while (recv(socket_, ignored.data(), ignored.size(), 0) > 0) {
+    while (receiveBytes(socket_, ignored.data(), static_cast<int>(ignored.size())) > 0) {
     }
 }
 
 void ServerConnection::resetOnClose() {
-    const linger none{1, 0};
-    setsockopt(socket_, SOL_SOCKET, SO_LINGER, &none, sizeof none);
+    intake::resetOnClose(socket_);
 }
 
 }  // namespace intake

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <openssl/ssl.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "tests/http/support/TlsServer.h"
 
 namespace intake {
 
@@ -14,7 +14,7 @@ class ServerConnection {
 public:
     /// Over TLS when `tls` is not null; the handshake is made by the first receiveRequest. `socket`
     /// is borrowed.
-    ServerConnection(int socket, SSL_CTX* tls);
+    ServerConnection(int socket, const TlsServer* tls);
 
     /// The header of the next request with the empty line that ends it. Empty when none comes, or
     /// one of more than 64 KB.
@@ -32,14 +32,10 @@ public:
     void resetOnClose();
 
 private:
-    struct TlsDeleter {
-        void operator()(SSL* tls) const { SSL_free(tls); }
-    };
-
     int receive(char* buffer, int capacity);
 
     int socket_;
-    std::unique_ptr<SSL, TlsDeleter> tls_;
+    std::unique_ptr<TlsConnection> tls_;
     std::string received_;
 };
 

@@ -1,25 +1,43 @@
 #include "tests/http/support/base64.h"
 
-#include <openssl/evp.h>
+#include <cstdint>
 
 namespace intake {
 
+namespace {
+
+constexpr std::string_view DIGITS =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+}  // namespace
+
 std::string toBase64(std::string_view bytes) {
-    std::string text(4 * ((bytes.size() + 2) / 3) + 1, '\0');
-    const int length = EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()),
-                                       reinterpret_cast<const unsigned char*>(bytes.data()),
-                                       static_cast<int>(bytes.size()));
-    text.resize(static_cast<size_t>(length));
-    return text;
+    std::string text;
+    for (size_t start = 0; start < bytes.size(); start += 3) {
+        uint32_t group = 0;
+        for (size_t i = start; i < start + 3; ++i) {
+            group = group << 8U | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+        }
+        for (unsigned shift = 24; shift > 0; shift -= 6) {
+            text += DIGITS[group >> (shift - 6) & 63U];
+        }
+    }
+    const size_t padding = (3 - bytes.size() % 3) % 3;
+    return text.replace(text.size() - padding, padding, padding, '=');
 }
 
 std::string fromBase64(std::string_view text) {
-    std::string bytes(text.size(), '\0');
-    const int length = EVP_DecodeBlock(reinterpret_cast<unsigned char*>(bytes.data()),
-                                       reinterpret_cast<const unsigned char*>(text.data()),
-                                       static_cast<int>(text.size()));
-    const size_t padding = text.size() - std::min(text.find_last_not_of('=') + 1, text.size());
-    bytes.resize(length < 0 ? 0 : static_cast<size_t>(length) - padding);
+    std::string bytes;
+    uint32_t group = 0;
+    unsigned bits = 0;
+    for (const char digit : text.substr(0, text.find('='))) {
+        group = group << 6U | static_cast<uint32_t>(DIGITS.find(digit));
+        bits += 6;
+        if (bits >= 8) {
+            bits -= 8;
+            bytes += static_cast<char>(group >> bits);
+        }
+    }
     return bytes;
 }
 

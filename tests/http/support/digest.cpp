@@ -1,23 +1,21 @@
 #include "tests/http/support/digest.h"
 
 #include <gtest/gtest.h>
-#include <openssl/evp.h>
 
 #include <algorithm>
-#include <array>
+
+#include "tests/http/support/hashes.h"
 
 namespace intake {
 
 namespace {
 
-std::string md5(const std::string& text) {
+std::string hexMd5(const std::string& text) {
     constexpr const char* DIGITS = "0123456789abcdef";
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-    unsigned int size = 0;
-    EVP_Digest(text.data(), text.size(), digest.data(), &size, EVP_md5(), nullptr);
     std::string hex;
-    for (unsigned int i = 0; i < size; ++i) {
-        hex += {DIGITS[digest[i] >> 4U], DIGITS[digest[i] & 15U]};
+    for (const char character : md5(text)) {
+        const auto byte = static_cast<unsigned char>(character);
+        hex += {DIGITS[byte >> 4U], DIGITS[byte & 15U]};
     }
     return hex;
 }
@@ -42,8 +40,8 @@ void expectDigestProof(const std::string& header, const std::string& uri) {
     EXPECT_EQ(partOf(header, "nonce"), "n7");
     EXPECT_EQ(partOf(header, "uri"), uri);
     EXPECT_EQ(partOf(header, "response"),
-              md5(md5("designer:stage:secret") + ":n7:" + partOf(header, "nc") + ":" +
-                  partOf(header, "cnonce") + ":auth:" + md5("GET:" + uri)));
+              hexMd5(hexMd5("designer:stage:secret") + ":n7:" + partOf(header, "nc") + ":" +
+                     partOf(header, "cnonce") + ":auth:" + hexMd5("GET:" + uri)));
 }
 
 }  // namespace intake

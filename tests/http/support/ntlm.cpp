@@ -1,13 +1,11 @@
 #include "tests/http/support/ntlm.h"
 
 #include <gtest/gtest.h>
-#include <openssl/evp.h>
-#include <openssl/hmac.h>
 
-#include <array>
 #include <string_view>
 
 #include "tests/http/support/base64.h"
+#include "tests/http/support/hashes.h"
 
 namespace intake {
 
@@ -60,14 +58,6 @@ std::string field(std::string_view bytes, uint32_t offset) {
 std::string_view fieldAt(std::string_view message, size_t offset) {
     const size_t place = numberAt(message, offset + 4, 4);
     return place <= message.size() ? message.substr(place, numberAt(message, offset, 2)) : "";
-}
-
-std::string hmacMd5(std::string_view key, const std::string& text) {
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-    unsigned int size = 0;
-    HMAC(EVP_md5(), key.data(), static_cast<int>(key.size()),
-         reinterpret_cast<const unsigned char*>(text.data()), text.size(), digest.data(), &size);
-    return {digest.begin(), digest.begin() + size};
 }
 
 /// The message of a header, of which signature and type are checked.

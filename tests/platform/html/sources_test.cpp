@@ -6,7 +6,7 @@
 
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/http/support/ScriptedServer.h"
-#include "tests/http/support/certificates.h"
+#include "tests/http/support/linux/tls.h"
 #include "tests/platform/html/HtmlTest.h"
 #include "tests/platform/xml/FtpServer.h"
 #include "tests/support/linux/next_handle.h"
@@ -196,7 +196,7 @@ TEST_F(HtmlSources, MustNotRedirectFromHttpsToHttp) {
     ScriptedServer plain({reply("200 OK", PAGE)});
     ScriptedServer server(
         {reply("302 Found", "", "Location: " + plain.url("/") + "\r\n"), reply("200 OK", PAGE)},
-        &tls);
+        overTls(tls));
     EXPECT_NE(reasonOf(server.url("/")), "");
     EXPECT_EQ(plain.requests().size(), 0U);
     open(server.url("/"));

@@ -1,4 +1,4 @@
-// Credentials and certificates.
+// Credentials.
 
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/http/support/base64.h"
@@ -58,35 +58,6 @@ TEST_F(XmlAuthentication, WithoutCredentialsNothingIsProved) {
     fetch(server.url("/"));
     EXPECT_EQ(names("/*"), "refused|");
     EXPECT_EQ(proofs(server), std::vector<std::string>{""});
-}
-
-TEST_F(XmlAuthentication, AServerOfATrustedAuthorityIsRead) {
-    const CertificateAuthority authority;
-    const TlsFiles tls = authority.issue();
-    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
-    request_ = services_.createRequest(endMark_);
-    ScriptedServer server({reply("200 OK", "<a/>")}, &tls);
-    fetch(server.url("/"));
-    EXPECT_EQ(names("/*"), "a|");
-}
-
-TEST_F(XmlAuthentication, AServerOfAnUnknownAuthorityIsRefused) {
-    const CertificateAuthority authority;
-    const TlsFiles tls = authority.issue();
-    ScriptedServer server({reply("200 OK", "<a/>")}, &tls);
-    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0019);
-    EXPECT_EQ(server.requests().size(), 0U);
-}
-
-TEST_F(XmlAuthentication, NoRedirectLeadsFromHttpsToHttp) {
-    const CertificateAuthority authority;
-    const TlsFiles tls = authority.issue();
-    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
-    request_ = services_.createRequest(endMark_);
-    ScriptedServer plain({reply("200 OK", "<a/>")});
-    ScriptedServer server({reply("302 Found", "", "Location: " + plain.url("/") + "\r\n")}, &tls);
-    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0014);
-    EXPECT_EQ(plain.requests().size(), 0U);
 }
 
 }  // namespace

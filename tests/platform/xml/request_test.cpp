@@ -66,11 +66,12 @@ TEST_F(XmlRequests, ARedirectIsFollowed) {
 
 TEST_F(XmlRequests, HeadersAreSentTrimmedAndRepeatedOnesAreJoined) {
     ScriptedServer server({reply("200 OK", "<a/>")});
+    request_->open(server.url("/"), nullptr, nullptr);
     request_->setHeader("X-One", " 1 ");
     request_->setHeader("X-Two", "2");
     request_->setHeader(" x-one", "one");
     request_->setHeader("X-Empty", "");
-    fetch(server.url("/"));
+    request_->send();
     const std::string request = server.requests().at(0);
     EXPECT_EQ(headerOf(request, "X-One"), "1, one");
     EXPECT_EQ(headerOf(request, "X-Two"), "2");
@@ -79,8 +80,9 @@ TEST_F(XmlRequests, HeadersAreSentTrimmedAndRepeatedOnesAreJoined) {
 
 TEST_F(XmlRequests, AHeaderOfTheLibraryIsReplaced) {
     ScriptedServer server({reply("200 OK", "<a/>")});
+    request_->open(server.url("/"), nullptr, nullptr);
     request_->setHeader("User-Agent", "studio");
-    fetch(server.url("/"));
+    request_->send();
     EXPECT_EQ(headerOf(server.requests().at(0), "User-Agent"), "studio");
 }
 

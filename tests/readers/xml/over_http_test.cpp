@@ -7,6 +7,7 @@
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/http/support/ScriptedServer.h"
+#include "tests/support/AsWorker.h"
 
 namespace intake {
 namespace {
@@ -31,6 +32,7 @@ protected:
         return XMLHandler(logger_, systemPlatform().xml, endMark_).Read(request_, script_, error_);
     }
 
+    const AsWorker worker_;
     FakeClock clock_;
     ReaderLogger logger_{clock_};
     EndMark endMark_;

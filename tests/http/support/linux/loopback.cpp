@@ -48,7 +48,7 @@ uint16_t portOf(int socket) {
 uint16_t freePort() {
     const int listener = listenOnLoopback(0);
     const uint16_t port = portOf(listener);
-    close(listener);
+    closeSocket(listener);
     return port;
 }
 
@@ -57,8 +57,39 @@ bool isListening(uint16_t port) {
     const sockaddr_in address = loopbackAddress(port);
     const bool connected =
         connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    close(client);
+    closeSocket(client);
     return connected;
+}
+
+int acceptConnection(int listener) {
+    return accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+}
+
+int receiveBytes(int socket, char* buffer, int capacity) {
+    return static_cast<int>(recv(socket, buffer, static_cast<size_t>(capacity), 0));
+}
+
+void sendBytes(int socket, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t sent = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (sent <= 0) {
+            return;
+        }
+        bytes.remove_prefix(static_cast<size_t>(sent));
+    }
+}
+
+void shutDown(int socket) {
+    shutdown(socket, SHUT_RDWR);
+}
+
+void resetOnClose(int socket) {
+    const linger none{1, 0};
+    setsockopt(socket, SOL_SOCKET, SO_LINGER, &none, sizeof none);
+}
+
+void closeSocket(int socket) {
+    close(socket);
 }
 
 }  // namespace intake

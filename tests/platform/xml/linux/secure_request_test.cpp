@@ -1,0 +1,45 @@
+// Documents over HTTPS.
+
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/linux/tls.h"
+#include "tests/platform/xml/XmlRequestTest.h"
+
+namespace intake {
+
+namespace {
+
+using XmlSecureRequests = XmlRequestTest;
+
+TEST_F(XmlSecureRequests, AServerOfATrustedAuthorityIsRead) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    request_ = services_.createRequest(endMark_);
+    ScriptedServer server({reply("200 OK", "<a/>")}, overTls(tls));
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+}
+
+TEST_F(XmlSecureRequests, AServerOfAnUnknownAuthorityIsRefused) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    ScriptedServer server({reply("200 OK", "<a/>")}, overTls(tls));
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0019);
+    EXPECT_EQ(server.requests().size(), 0U);
+}
+
+TEST_F(XmlSecureRequests, NoRedirectLeadsFromHttpsToHttp) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    request_ = services_.createRequest(endMark_);
+    ScriptedServer plain({reply("200 OK", "<a/>")});
+    ScriptedServer server({reply("302 Found", "", "Location: " + plain.url("/") + "\r\n")},
+                          overTls(tls));
+    EXPECT_EQ(errorOf([&] { fetch(server.url("/")); }).code(), 0x800C0014);
+    EXPECT_EQ(plain.requests().size(), 0U);
+}
+
+}  // namespace
+
+}  // namespace intake
