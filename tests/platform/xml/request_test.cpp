@@ -29,7 +29,12 @@ TEST_F(XmlRequests, ABodyIsLoaded) {
     EXPECT_EQ(texts("/a"), "1|");
     ASSERT_EQ(server.requests().size(), 1U);
     EXPECT_TRUE(server.requests()[0].starts_with("GET /data.xml?q=0 HTTP/1.1\r\n"));
-    EXPECT_EQ(headerOf(server.requests()[0], "User-Agent"), "NXR/1.0");
+}
+
+TEST_F(XmlRequests, TheUserAgentIsThatOfTheHttpTransport) {
+    ScriptedServer server({reply("200 OK", "<a/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(headerOf(server.requests().at(0), "User-Agent"), "NXR/1.0");
 }
 
 TEST_F(XmlRequests, AUrlIsAskedForAsItStands) {
