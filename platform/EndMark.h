@@ -4,8 +4,8 @@
 
 namespace intake {
 
-/// Says that nobody waits for a worker's result any more. Set once, by the host's thread; services
-/// that can block for long watch it and give up soon.
+/// Says that nobody waits for a worker's result any more. Set once, by the host's thread. Where a
+/// thread cannot be ended by force, services that can block for long watch it and give up soon.
 class EndMark {
 public:
     void set() { ended_ = true; }

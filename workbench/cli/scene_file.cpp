@@ -61,7 +61,7 @@ void requireOwnName(const StoredInstance& instance, const SceneFile& scene) {
         return other.name == instance.name;
     };
     if (std::any_of(scene.instances.begin(), scene.instances.end(), bearsTheName))
-        reject(place(scene.file, instance.name), "another instance bears this name already.");
+        reject(place(scene.file, instance.name), "another instance already has this name.");
 }
 
 }  // namespace

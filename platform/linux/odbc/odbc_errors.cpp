@@ -47,7 +47,7 @@ void throwOdbcFailure(const OdbcHandle& handle, bool narrow) {
         errors.push_back({each.code, diagnostic.message});
     }
     if (errors.empty()) {
-        throwOdbcError("The ODBC driver failed and does not say why.");
+        throwOdbcError("The ODBC driver failed and did not say why.");
     }
     throw OdbcFailure({failure.code, failure.meaning, SOURCE, errors.front().description}, errors);
 }

@@ -34,7 +34,8 @@ int openFile(const std::string& path, uint64_t& size) {
     struct stat status {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(file);
-        throw WorkbookFault(S_ISDIR(status.st_mode) ? errorText(EISDIR) : "it is no regular file");
+        throw WorkbookFault(S_ISDIR(status.st_mode) ? errorText(EISDIR)
+                                                    : "it is not a regular file");
     }
     size = static_cast<uint64_t>(status.st_size);
     return file;

@@ -82,7 +82,7 @@ TEST_F(WorkbookFiles, AreNeitherDirectoriesNorPipes) {
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     EXPECT_THROW(connection.open(connectionString(path)), PlatformError);
     EXPECT_EQ(withoutPath(connection.errors()[0].description),
-              UNREADABLE + "it is no regular file");
+              UNREADABLE + "it is not a regular file");
 }
 
 TEST_F(WorkbookFiles, ThatAreEncryptedAreRefused) {

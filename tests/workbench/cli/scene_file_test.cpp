@@ -79,7 +79,7 @@ TEST_F(Scenes, TwoInstancesOfOneNameAreAnError) {
     EXPECT_EQ(refusal(R"({"instances": [{"name": "home", "parameters": {}},
                                         {"name": "away", "parameters": {}},
                                         {"name": "home", "parameters": {}}]})"),
-              ", instance \"home\": another instance bears this name already.");
+              ", instance \"home\": another instance already has this name.");
 }
 
 TEST_F(Scenes, TheOnlyInstanceNeedsNoName) {
