@@ -28,7 +28,10 @@ intake_add_test(com_test
     LABELS platform)
 
 intake_add_test(msxml_test
-    SOURCES windows/msxml_test.cpp
+    SOURCES
+        windows/WatchedMsxml.cpp
+        windows/msxml_document_test.cpp
+        windows/msxml_test.cpp
     LINKS com_test_support
     LABELS xml)
 

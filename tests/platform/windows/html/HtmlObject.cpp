@@ -9,6 +9,7 @@
 
 #include "platform/windows/html/mshtml_api.h"
 #include "platform/windows/wide_text.h"
+#include "tests/platform/windows/method_table.h"
 
 namespace intake {
 
@@ -100,24 +101,13 @@ ULONG STDMETHODCALLTYPE release(IUnknown* self) {
     return static_cast<ULONG>(object.references);
 }
 
-HRESULT STDMETHODCALLTYPE unused(IUnknown*) {
-    return E_NOTIMPL;
-}
-
-/// A table whose methods all fail, but for those that every object has.
 template <class Methods>
 Methods bareMethods() {
-    using Method = HRESULT(STDMETHODCALLTYPE*)(IUnknown*);
-    static_assert(sizeof(Methods) % sizeof(Method) == 0);
-    const std::vector<Method> filling(sizeof(Methods) / sizeof(Method), &unused);
-    Methods methods;
-    std::memcpy(&methods, filling.data(), sizeof(methods));
     IUnknownVtbl common{};
     common.QueryInterface = &queryInterface;
     common.AddRef = &addRef;
     common.Release = &release;
-    std::memcpy(&methods, &common, sizeof(common));
-    return methods;
+    return methodTable<Methods>(common);
 }
 
 // The methods of each interface.
