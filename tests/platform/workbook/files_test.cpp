@@ -149,7 +149,7 @@ TEST_F(WorkbookFiles, WithADamagedPartAreRefused) {
     bytes[bytes.find("12345")] = '9';
     WorkbookConnection connection(endMark_);
     connection.open(connectionString(write(bytes)));
-    EXPECT_THROW(connection.openRecordset(ALL), PlatformError);
+    ASSERT_THROW(connection.openRecordset(ALL), PlatformError);
     EXPECT_EQ(withoutPath(connection.errors()[0].description),
               UNREADABLE + "the sheet \"S\" is damaged");
 }
