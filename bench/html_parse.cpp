@@ -11,7 +11,7 @@
 
 #include "bench/process_usage.h"
 #include "bench/read_file.h"
-#include "platform/linux/html/Page.h"
+#include "formats/html/Page.h"
 
 namespace {
 

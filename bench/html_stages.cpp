@@ -9,8 +9,8 @@
 
 #include "bench/process_usage.h"
 #include "bench/read_file.h"
+#include "formats/html/page_encoding.h"
 #include "platform/linux/html/ParsedPage.h"
-#include "platform/linux/html/page_encoding.h"
 #include "readers/html/HtmlRecords.h"
 #include "readers/html/TableSelector.h"
 

@@ -11,6 +11,7 @@
 #include "bench/process_usage.h"
 #include "pipeline/IntakeThread.h"
 #include "platform/Platform.h"
+#include "readers/Readers.h"
 
 namespace {
 
@@ -23,7 +24,8 @@ void sleepSeconds(double seconds) {
 void measure(size_t workers, double seconds) {
     std::vector<std::unique_ptr<IntakeThread>> threads(workers);
     for (auto& thread : threads) {
-        thread = std::make_unique<IntakeThread>(intake::systemPlatform());
+        thread = std::make_unique<IntakeThread>(intake::systemPlatform(),
+                                                intake::makerOfReaders(intake::systemPlatform()));
     }
     sleepSeconds(1);  // until the last one has started
     const double start = bench::wallSeconds();

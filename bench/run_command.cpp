@@ -12,6 +12,7 @@
 #include "bench/read_file.h"
 #include "pipeline/WorkerState.h"
 #include "platform/Platform.h"
+#include "readers/Readers.h"
 
 namespace {
 
@@ -43,7 +44,8 @@ void printStats(double start, double cpuStart) {
 }
 
 int run(const Options& options) {
-    intake::WorkerState worker(intake::systemPlatform());
+    intake::WorkerState worker(intake::systemPlatform(),
+                               intake::makerOfReaders(intake::systemPlatform()));
     bool success = false;
     std::string script, error;
     const double start = bench::wallSeconds();

@@ -11,10 +11,12 @@
 #include <string_view>
 
 #include "bench/process_usage.h"
+#include "formats/workbook/ZipArchive.h"
+#include "formats/xml/XmlScanner.h"
 #include "pipeline/WorkerState.h"
 #include "platform/Platform.h"
-#include "platform/linux/workbook/XmlScanner.h"
-#include "platform/linux/workbook/ZipArchive.h"
+#include "platform/linux/base/RegularFile.h"
+#include "readers/Readers.h"
 
 namespace {
 
@@ -56,7 +58,8 @@ void inflateByZlib(const std::string& packed, const intake::ZipEntry& entry, cha
 }
 
 void inflateAndScan(const std::string& path, Times& times) {
-    const intake::ZipArchive archive(path);
+    const intake::RegularFile file(path);
+    const intake::ZipArchive archive(file);
     double inflate = 0;
     double scan = 0;
     for (const char* const name : PARTS) {
@@ -87,7 +90,8 @@ size_t wholeJob(const std::string& path, const std::string& sheet, Times& times)
         "MODE |SQL| CONNSTR |Provider=Microsoft.ACE.OLEDB.12.0;Data Source=" + path +
         ";Extended Properties=\"Excel 12.0 Xml;HDR=YES\";| QUERY |SELECT * FROM [" + sheet +
         "$];| NUM_ROWS |0| TABLE |T| TGT_MODE 1 ";
-    intake::WorkerState worker(intake::systemPlatform());
+    intake::WorkerState worker(intake::systemPlatform(),
+                               intake::makerOfReaders(intake::systemPlatform()));
     bool success = false;
     std::string script, error;
     const double start = bench::cpuSeconds();

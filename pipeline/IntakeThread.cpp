@@ -34,8 +34,8 @@ private:
 
 }  // namespace
 
-IntakeThread::IntakeThread(const Platform& platform)
-    : state_(std::make_shared<WorkerState>(platform)),
+IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeReader)
+    : state_(std::make_shared<WorkerState>(platform, makeReader)),
       handle_(platform.threads.start(
           [worker = std::make_shared<LiveWorker>(state_)] { worker->run(); })) {}
 

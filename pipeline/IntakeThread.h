@@ -5,6 +5,7 @@
 #include <string>
 
 #include "pipeline/IntakeClient.h"
+#include "pipeline/ReaderHandler.h"
 #include "platform/Platform.h"
 
 namespace intake {
@@ -19,8 +20,9 @@ class WorkerState;
 /// do that, and otherwise left to finish without anybody listening.
 class IntakeThread {
 public:
-    /// Starts the worker. Throws std::system_error when the system has no thread to give.
-    explicit IntakeThread(const Platform& platform);
+    /// Starts the worker, with the reader that `makeReader` makes. Throws std::system_error when
+    /// the system has no thread to give.
+    IntakeThread(const Platform& platform, const ReaderMaker& makeReader);
     virtual ~IntakeThread();
     IntakeThread(const IntakeThread&) = delete;
     IntakeThread& operator=(const IntakeThread&) = delete;

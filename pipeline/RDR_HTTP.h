@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "pipeline/ByteBuffer.h"
+#include "formats/source/ByteBuffer.h"
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
 #include "platform/Diagnostics.h"

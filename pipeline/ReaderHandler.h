@@ -1,13 +1,17 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
+#include "formats/source/EndMark.h"
+#include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
 
 namespace intake {
 
-/// Reads one kind of source. A worker owns one reader of each kind and calls it on its own thread,
-/// one request at a time. A reader never touches the data store.
+/// Reads sources. A worker owns its reader and calls it on its own thread, one request at a time. A
+/// reader never touches the data store.
 class ReaderHandler {
 public:
     virtual ~ReaderHandler() = default;
@@ -17,5 +21,8 @@ public:
     /// throws becomes the error text of the request.
     virtual bool Read(const RequestRecord& request, std::string& script, std::string& error) = 0;
 };
+
+/// Makes the reader of a worker, for which it borrows both; they outlive it.
+using ReaderMaker = std::function<std::unique_ptr<ReaderHandler>(ReaderLogger&, const EndMark&)>;
 
 }  // namespace intake

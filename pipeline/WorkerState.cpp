@@ -26,17 +26,13 @@ const std::string& sourceOf(const RequestRecord& request) {
 
 }  // namespace
 
-WorkerState::WorkerState(const Platform& platform)
+WorkerState::WorkerState(const Platform& platform, const ReaderMaker& makeReader)
     : threads(platform.threads),
       clock(platform.clock),
       requests(platform.threads.createMutex()),
       results(platform.threads.createMutex()),
       logger_(platform.clock),
-      http_(platform.http.create(endMark)),
-      html_(logger_, platform.html, endMark),
-      json_(logger_, platform.files, *http_, platform.diagnostics),
-      sql_(logger_, platform.databases, endMark),
-      xml_(logger_, platform.xml, endMark) {}
+      reader_(makeReader(logger_, endMark)) {}
 
 void WorkerState::run() {
     threads.enterWorker();
@@ -116,7 +112,7 @@ void WorkerState::ProcessCommand(const std::string& command, bool& success, std:
 bool WorkerState::readSource(const RequestRecord& request, std::string& answer,
                              std::string& error) {
     try {
-        return readerFor(request.mode).Read(request, answer, error);
+        return reader_->Read(request, answer, error);
     } catch (const PlatformError& failure) {
         error += comErrorReport(failure);
     } catch (const std::bad_alloc&) {
@@ -127,19 +123,6 @@ bool WorkerState::readSource(const RequestRecord& request, std::string& answer,
         error += "An unknown failure ended the load of " + sourceOf(request) + ".\n";
     }
     return false;
-}
-
-ReaderHandler& WorkerState::readerFor(const std::string& mode) {
-    if (mode == "SQL") {
-        return sql_;
-    }
-    if (mode == "HTML") {
-        return html_;
-    }
-    if (mode == "JSON") {
-        return json_;
-    }
-    return xml_;
 }
 
 }  // namespace intake

@@ -8,26 +8,23 @@
 
 #include "pipeline/CircBuffer.h"
 #include "pipeline/IntakeCommand.h"
+#include "pipeline/ReaderHandler.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/Platform.h"
-#include "readers/html/HTMLHandler.h"
-#include "readers/json/JSONHandler.h"
-#include "readers/sql/SQLHandler.h"
-#include "readers/xml/XMLHandler.h"
 
 namespace intake {
 
-/// What a worker thread and its IntakeThread share: rings, logger and readers. It lives until both
+/// What a worker thread and its IntakeThread share: rings, logger and reader. It lives until both
 /// have let go of it, so that a worker that was abandoned inside a reader never meets freed memory.
 class WorkerState {
 public:
-    explicit WorkerState(const Platform& platform);
+    WorkerState(const Platform& platform, const ReaderMaker& makeReader);
 
     /// The body of the worker thread: polls the request ring until it is told to stop or marked as
     /// ended.
     void run();
 
-    /// Parses one command text and runs its reader. Worker thread. What a reader throws becomes the
+    /// Parses one command text and runs the reader. Worker thread. What a reader throws becomes the
     /// error text; only want of memory for that is thrown.
     void ProcessCommand(const std::string& command, bool& success, std::string& answer,
                         std::string& error);
@@ -49,14 +46,9 @@ private:
     void answerNextRequest();
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
-    ReaderHandler& readerFor(const std::string& mode);
 
     ReaderLogger logger_;
-    const std::unique_ptr<HttpClient> http_;
-    HTMLHandler html_;
-    JSONHandler json_;
-    SQLHandler sql_;
-    XMLHandler xml_;
+    const std::unique_ptr<ReaderHandler> reader_;
 };
 
 }  // namespace intake

@@ -9,25 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/usual_number.h"
-
 namespace intake {
 
 inline void appendInteger(std::string& script, int64_t number) {
     std::array<char, 20> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    script.append(std::string_view(digits.data(), end));
-}
-
-/// Writes what a stream writes by default: six significant digits.
-inline void appendNumber(std::string& script, double number) {
-    if (appendUsualNumber(script, number)) {
-        return;
-    }
-    std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                   std::chars_format::general, 6)
-                         .ptr;
     script.append(std::string_view(digits.data(), end));
 }
 

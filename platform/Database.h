@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 
 namespace intake {
 

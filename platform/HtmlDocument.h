@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 
 namespace intake {
 

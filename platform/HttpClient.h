@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 
 namespace intake {
 

@@ -11,6 +11,7 @@
 #include "plugin/host_text.h"
 #include "plugin/parameters.h"
 #include "plugin/visibility.h"
+#include "readers/Readers.h"
 
 namespace intake {
 
@@ -24,6 +25,11 @@ constexpr float SHORTEST_INTERVAL = 0.001F;
 DataExpression& makeLastingExpression() {
     static auto* const expressions = new std::list<DataExpression>;
     return expressions->emplace_back();
+}
+
+std::shared_ptr<IntakeThread> startWorker() {
+    const Platform& platform = systemPlatform();
+    return std::make_shared<IntakeThread>(platform, makerOfReaders(platform));
 }
 
 std::string withPrefix(const ReaderParams& params, const char* text) {
@@ -41,7 +47,7 @@ std::string fallbackText(const ReaderParams& params) {
 }  // namespace
 
 Intake::Intake()
-    : worker_(std::make_shared<IntakeThread>(systemPlatform())),
+    : worker_(startWorker()),
       clientProxy_(std::make_shared<IntakeClientProxy>(*this)),
       postExpression_(makeLastingExpression()) {
     postExpression_.setVariableQuery(this);
@@ -69,7 +75,7 @@ void Intake::syncParameters() {
 }
 
 void Intake::initialize() {
-    worker_ = std::make_shared<IntakeThread>(systemPlatform());
+    worker_ = startWorker();
     postExpression_.setVariableQuery(this);
     syncParameters();
     if (parameters().mode == SHARED_MEMORY) {

@@ -1,12 +1,12 @@
 #include "platform/Platform.h"
-#include "platform/linux/CurlHttpClient.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDatabases.h"
 #include "platform/linux/LinuxDiagnostics.h"
 #include "platform/linux/LinuxFiles.h"
-#include "platform/linux/LinuxHtmlServices.h"
 #include "platform/linux/LinuxThreads.h"
-#include "platform/linux/LinuxXmlServices.h"
+#include "platform/linux/curl/CurlHttpClient.h"
+#include "platform/linux/html/LinuxHtmlServices.h"
+#include "platform/linux/xml/LinuxXmlServices.h"
 
 namespace intake {
 

@@ -4,10 +4,10 @@
 #include <pthread.h>
 #include <sys/prctl.h>
 
-#include <condition_variable>
 #include <csignal>
 #include <mutex>
-#include <thread>
+
+#include "platform/linux/base/detached_thread.h"
 
 namespace intake {
 
@@ -26,44 +26,16 @@ private:
     std::recursive_mutex mutex_;
 };
 
-/// What the thread and its handle share.
-class EndSignal {
+class WorkerHandle final : public ThreadHandle {
 public:
-    void set() {
-        const std::lock_guard lock(mutex_);
-        ended_ = true;
-        condition_.notify_all();
-    }
-    bool waitFor(std::chrono::milliseconds limit) {
-        std::unique_lock lock(mutex_);
-        return condition_.wait_for(lock, limit, [this] { return ended_; });
-    }
+    explicit WorkerHandle(DetachedThread thread) : thread_(std::move(thread)) {}
 
-private:
-    std::mutex mutex_;
-    std::condition_variable condition_;
-    bool ended_ = false;
-};
-
-class DetachedThread final : public ThreadHandle {
-public:
-    explicit DetachedThread(std::function<void()> body) {
-        std::thread thread([body = std::move(body), end = end_]() mutable {
-            body();
-            body = nullptr;  // what it holds is gone before anybody sees the end
-            end->set();
-        });
-        identifier_ = std::hash<std::thread::id>{}(thread.get_id());
-        thread.detach();
-    }
-
-    uint64_t identifier() const override { return identifier_; }
-    bool waitFor(std::chrono::milliseconds limit) override { return end_->waitFor(limit); }
+    uint64_t identifier() const override { return thread_.identifier; }
+    bool waitFor(std::chrono::milliseconds limit) override { return thread_.end->waitFor(limit); }
     void terminate() override {}
 
 private:
-    std::shared_ptr<EndSignal> end_ = std::make_shared<EndSignal>();
-    uint64_t identifier_ = 0;
+    DetachedThread thread_;
 };
 
 /// Unloading the library under a worker that is still running would crash the host.
@@ -97,7 +69,7 @@ std::unique_ptr<Mutex> LinuxThreads::createMutex() {
 std::unique_ptr<ThreadHandle> LinuxThreads::start(std::function<void()> body) {
     static std::once_flag pinned;
     std::call_once(pinned, keepLibraryLoaded);
-    return std::make_unique<DetachedThread>(std::move(body));
+    return std::make_unique<WorkerHandle>(startDetached(std::move(body)));
 }
 
 void LinuxThreads::enterWorker() {

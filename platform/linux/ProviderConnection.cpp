@@ -1,14 +1,19 @@
 #include "platform/linux/ProviderConnection.h"
 
-#include "platform/equal_ignoring_case.h"
-#include "platform/linux/connection_string.h"
+#include "formats/connection/connection_string.h"
+#include "formats/connection/odbc_connection_string.h"
+#include "formats/text/ascii.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcConnection.h"
-#include "platform/linux/odbc_connection_string.h"
 #include "platform/linux/workbook/WorkbookConnection.h"
 
 namespace intake {
 
 namespace {
+
+constexpr const char* SOURCE = "Intake";
+constexpr ComFailure NO_PROVIDER{0x800A0E7A,
+                                 "Provider cannot be found. It may not be properly installed."};
 
 bool isWorkbook(const ConnectionString& connection) {
     if (!startsWithIgnoringCase(connection.value("Provider"), "Microsoft.ACE.OLEDB")) {
@@ -23,15 +28,18 @@ bool isWorkbook(const ConnectionString& connection) {
 }  // namespace
 
 void ProviderConnection::open(const std::string& connectionString) {
-    const auto connection = ConnectionString::parse(connectionString);
-    if (isWorkbook(connection)) {
-        provider_ = std::make_unique<WorkbookConnection>(endMark_);
+    try {
+        if (isWorkbook(ConnectionString::parse(connectionString))) {
+            provider_ = std::make_unique<WorkbookConnection>(endMark_);
+        } else {
+            provider_ = std::make_unique<OdbcConnection>(endMark_);
+        }
         provider_->open(connectionString);
-        return;
+    } catch (const ProviderNotFound& error) {
+        NO_PROVIDER.raise(SOURCE, error.what());
+    } catch (const ConnectionStringError& error) {
+        BAD_CONNECTION_STRING.raise(SOURCE, error.what());
     }
-    const std::string translated = odbcConnectionString(connection);
-    provider_ = std::make_unique<OdbcConnection>(endMark_);
-    provider_->open(translated);
 }
 
 std::unique_ptr<Recordset> ProviderConnection::openRecordset(const std::string& query) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "formats/source/EndMark.h"
 #include "platform/Database.h"
-#include "platform/EndMark.h"
 
 namespace intake {
 

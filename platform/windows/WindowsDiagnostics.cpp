@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/windows/system_message.h"
+#include "platform/windows/base/system_message.h"
 
 namespace intake {
 

@@ -1,12 +1,12 @@
 #include "platform/Platform.h"
-#include "platform/windows/MsxmlServices.h"
-#include "platform/windows/WinHttpClient.h"
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/WindowsDiagnostics.h"
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsThreads.h"
 #include "platform/windows/ado/AdoDatabases.h"
-#include "platform/windows/html/MshtmlServices.h"
+#include "platform/windows/mshtml/MshtmlServices.h"
+#include "platform/windows/msxml/MsxmlServices.h"
+#include "platform/windows/winhttp/WinHttpClient.h"
 
 namespace intake {
 

@@ -2,7 +2,7 @@
 
 #include "platform/windows/WindowsMutex.h"
 #include "platform/windows/WindowsThread.h"
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
+#include "formats/source/EndMark.h"
 #include "pipeline/ReaderHandler.h"
 #include "pipeline/ReaderLogger.h"
-#include "platform/EndMark.h"
 #include "platform/HtmlDocument.h"
 
 namespace intake {

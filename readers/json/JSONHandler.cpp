@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "formats/json/JsonDocument.h"
 #include "pipeline/url.h"
-#include "readers/json/JsonDocument.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
 #include "readers/json/json_path.h"

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "formats/json/JsonDocument.h"
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
 #include "pipeline/TargetModeWriter.h"
-#include "readers/json/JsonDocument.h"
 #include "readers/json/JsonWalker.h"
 
 namespace intake {

@@ -1,7 +1,7 @@
 #include "readers/json/JsonWalker.h"
 
+#include "formats/text/six_digits.h"
 #include "pipeline/script_text.h"
-#include "readers/json/json_number.h"
 
 namespace intake {
 
@@ -76,7 +76,7 @@ void JsonWalker::writeValue(Node scalar) {
         case Type::STRING:
             return appendFramed(script_, document_.asString(scalar));
         case Type::NUMBER:
-            return appendJsonNumber(script_, document_.asString(scalar));
+            return appendSixDigits(script_, document_.asString(scalar));
         default:
             script_ += document_.asBool(scalar) ? '1' : '0';
     }

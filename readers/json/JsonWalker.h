@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "readers/json/JsonDocument.h"
+#include "formats/json/JsonDocument.h"
 
 namespace intake {
 

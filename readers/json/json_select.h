@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "readers/json/JsonDocument.h"
+#include "formats/json/JsonDocument.h"
 #include "readers/json/json_path.h"
 
 namespace intake {

@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
+#include "formats/source/EndMark.h"
 #include "pipeline/ReaderHandler.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/Database.h"
-#include "platform/EndMark.h"
 
 namespace intake {
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 
+#include "formats/text/six_digits.h"
 #include "pipeline/script_text.h"
 
 namespace intake {
@@ -49,7 +50,7 @@ void VariantWriter::writeValue(const FieldValue& value) {
         case Form::UNSIGNED:
             return writeUnsigned(value.natural);
         case Form::DOUBLE:
-            return appendNumber(script_, value.number);
+            return appendSixDigits(script_, value.number);
         case Form::TEXT:
             script_.append(value.text);
             return;

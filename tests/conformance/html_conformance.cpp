@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/PlatformError.h"
-#include "platform/linux/html/Page.h"
+#include "formats/html/Page.h"
+#include "formats/html/PageError.h"
 #include "tests/conformance/TreeCase.h"
 #include "tests/conformance/tree_dump.h"
 
@@ -24,8 +24,8 @@ std::string treeOf(const std::string& data) {
     const intake::EndMark endMark;
     try {
         return dumpTree(*intake::html::parsePage(data, endMark));
-    } catch (const intake::PlatformError& error) {
-        return error.description() + "\n";
+    } catch (const std::exception& error) {
+        return error.what() + std::string("\n");
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/html/Page.h"
+#include "formats/html/Page.h"
 
 namespace intake::html {
 

@@ -5,8 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/PlatformError.h"
-#include "platform/linux/odbc_connection_string.h"
+#include "formats/connection/odbc_connection_string.h"
 #include "tests/fuzz/FuzzInput.h"
 
 namespace {
@@ -73,7 +72,7 @@ void translate(const DriverKind& kind, const std::string& user, const std::strin
     const auto connection =
         ConnectionString::parse("Database=x;User ID=" + inQuotes(user) +
                                 ";Password=" + inQuotes(password) + ";Provider=" + kind.provider);
-    const std::string translated = odbcConnectionString(connection);
+    const std::string translated = toOdbc(connection).text();
     std::string_view rest = translated;
     rest.remove_prefix(rest.find("UID="));
     expectPair(rest, "UID", user, kind.user);
@@ -89,14 +88,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const DriverKind& kind : KINDS) {
         try {
             translate(kind, user, password);
-        } catch (const PlatformError&) {
+        } catch (const ConnectionStringError&) {
             // The driver could not be given one of them.
         }
     }
     try {
         ConnectionString::parseExtendedProperties(input.rest());
-        odbcConnectionString(ConnectionString::parse(input.rest()));
-    } catch (const PlatformError&) {
+        toOdbc(ConnectionString::parse(input.rest()));
+    } catch (const ConnectionStringError&) {
         // It is none.
     }
     return 0;

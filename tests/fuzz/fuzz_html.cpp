@@ -1,11 +1,11 @@
 // Any page and selector give a script or a refusal. The first line is the charset that the
 // transport names, the second the selector; the rest is the page.
 
+#include "formats/html/page_encoding.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 #include "platform/linux/html/ParsedPage.h"
-#include "platform/linux/html/page_encoding.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fuzz/FuzzInput.h"
 

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "readers/json/JsonDocument.h"
+#include "formats/json/JsonDocument.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
 #include "readers/json/json_path.h"

@@ -9,21 +9,20 @@
 #include <cstdlib>
 #include <vector>
 
+#include "formats/xml/XmlScanner.h"
+#include "formats/xml/sax_parse.h"
 #include "platform/PlatformError.h"
 #include "platform/linux/workbook/WorkbookConnection.h"
-#include "platform/linux/workbook/XmlScanner.h"
-#include "platform/linux/workbook/sax_parse.h"
-#include "platform/linux/workbook/workbook_errors.h"
+#include "tests/formats/workbook/TestBook.h"
 #include "tests/fuzz/FuzzInput.h"
-#include "tests/platform/workbook/TestBook.h"
 
 namespace {
 
 using namespace intake;
 
-class TextSource final : public ByteSource {
+class TextStream final : public ByteStream {
 public:
-    explicit TextSource(std::string_view text) : text_(text) {}
+    explicit TextStream(std::string_view text) : text_(text) {}
 
     size_t read(char* out, size_t capacity) override {
         const size_t length = text_.copy(out, capacity);
@@ -88,12 +87,12 @@ void compareScannerAndParser(std::string_view document) {
     Recorder scanned;
     Recorder parsed;
     const bool accepted = scan(document, scanned);
-    TextSource source(document);
+    TextStream stream(document);
     bool wellFormed = true;
     try {
         const EndMark endMark;
-        parsePart(source, parsed, endMark);
-    } catch (const WorkbookFault&) {
+        saxParse(stream, parsed, endMark);
+    } catch (const XmlFault&) {
         wellFormed = false;
     }
     if (accepted && (!wellFormed || scanned.told != parsed.told)) {

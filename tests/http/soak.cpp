@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "pipeline/IntakeThread.h"
+#include "readers/Readers.h"
 #include "tests/http/support/WebServer.h"
 #include "tests/support/eventually.h"
 
@@ -69,7 +70,8 @@ public:
     explicit Soak(milliseconds duration) : duration_(duration) {
         server_.write("data.json", R"({"v":1})");
         for (size_t i = 0; i < INSTANCES; ++i) {
-            instances_.push_back(std::make_unique<IntakeThread>(systemPlatform()));
+            instances_.push_back(
+                std::make_unique<IntakeThread>(systemPlatform(), makerOfReaders(systemPlatform())));
         }
     }
 

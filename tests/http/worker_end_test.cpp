@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "pipeline/IntakeThread.h"
+#include "readers/Readers.h"
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/support/eventually.h"
@@ -31,7 +32,8 @@ protected:
     TempWorkingDirectory directory_;
     ScriptedServer server_{{Reply{"HTTP/1.1 200 OK\r\nContent-Le", Then::STALL}}};
     std::shared_ptr<DeafClient> client_ = std::make_shared<DeafClient>();
-    std::unique_ptr<IntakeThread> thread_ = std::make_unique<IntakeThread>(systemPlatform());
+    std::unique_ptr<IntakeThread> thread_ =
+        std::make_unique<IntakeThread>(systemPlatform(), makerOfReaders(systemPlatform()));
 };
 
 TEST_F(HttpWorkerEndTest, AWorkerOfADestroyedThreadGivesItsTransferUp) {

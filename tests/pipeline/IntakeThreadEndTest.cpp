@@ -141,7 +141,7 @@ TEST_F(IntakeThreadEndTest, AnAbandonedWorkerLetsGoOfTheClient) {
 
 TEST_F(IntakeThreadEndTest, AWorkerThatIsJustStartingCanBeDestroyed) {
     for (int i = 0; i < 200; ++i) {
-        IntakeThread starting(platform_.services);
+        IntakeThread starting(platform_.services, makerOfReaders(platform_.services));
     }
     thread_.reset();
     EXPECT_TRUE(allWorkersEnded());

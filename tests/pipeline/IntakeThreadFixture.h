@@ -6,6 +6,7 @@
 #include <string>
 
 #include "pipeline/IntakeThread.h"
+#include "readers/Readers.h"
 #include "tests/fakes/platform/FakePlatform.h"
 #include "tests/pipeline/RecordingClient.h"
 #include "tests/support/TempDirectory.h"
@@ -61,7 +62,8 @@ protected:
     TempWorkingDirectory directory_;
     FakePlatform platform_;
     std::shared_ptr<RecordingClient> client_ = std::make_shared<RecordingClient>();
-    std::unique_ptr<IntakeThread> thread_ = std::make_unique<IntakeThread>(platform_.services);
+    std::unique_ptr<IntakeThread> thread_ =
+        std::make_unique<IntakeThread>(platform_.services, makerOfReaders(platform_.services));
 };
 
 }  // namespace intake

@@ -117,7 +117,7 @@ TEST_F(IntakeThreadTest, TheCommandTextIsCopied) {
 }
 
 TEST_F(IntakeThreadTest, TwoThreadsWorkSideBySide) {
-    IntakeThread second(platform_.services);
+    IntakeThread second(platform_.services, makerOfReaders(platform_.services));
     keepBusy();
     platform_.files.put("b", R"({"v":"b"})");
     second.PostCommand(client_, load("b"));
@@ -208,7 +208,8 @@ TEST_F(IntakeThreadTest, TheWorkerEntersAndLeavesTheSystemsServicesOnce) {
 TEST_F(IntakeThreadTest, WithoutAThreadToGiveTheConstructorThrowsAndLeavesNoWorker) {
     const int32_t before = IntakeThread::liveWorkers();
     platform_.threads.refuseThreads();
-    EXPECT_THROW(IntakeThread(platform_.services), std::system_error);
+    EXPECT_THROW(IntakeThread(platform_.services, makerOfReaders(platform_.services)),
+                 std::system_error);
     EXPECT_EQ(IntakeThread::liveWorkers(), before);
 }
 
@@ -217,7 +218,7 @@ TEST(IntakeThreadOnTheSystem, LoadsAFile) {
     std::ofstream("a.json") << R"({"a":1})";
     const auto client = std::make_shared<RecordingClient>();
     {
-        IntakeThread thread(systemPlatform());
+        IntakeThread thread(systemPlatform(), makerOfReaders(systemPlatform()));
         thread.PostCommand(client, "MODE |JSON| FILENAME |a.json| TABLE |T| ");
         ASSERT_TRUE(eventually([&] { return thread.DeliverOneAnswer(); }));
     }

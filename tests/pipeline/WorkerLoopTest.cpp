@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "pipeline/WorkerState.h"
+#include "readers/Readers.h"
 #include "tests/fakes/platform/FakePlatform.h"
 #include "tests/pipeline/RecordingClient.h"
 #include "tests/support/TempDirectory.h"
@@ -19,7 +20,7 @@ protected:
 
     TempWorkingDirectory directory_;
     FakePlatform platform_;
-    WorkerState worker_{platform_.services};
+    WorkerState worker_{platform_.services, makerOfReaders(platform_.services)};
 };
 
 TEST_F(WorkerLoopTest, LetsGoOfTheClientBeforeItSleeps) {

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "readers/Readers.h"
 #include "tests/fakes/platform/FakePlatform.h"
 #include "tests/support/TempDirectory.h"
 
@@ -53,7 +54,7 @@ protected:
 
     TempWorkingDirectory directory_;
     FakePlatform platform_;
-    WorkerState worker_{platform_.services};
+    WorkerState worker_{platform_.services, makerOfReaders(platform_.services)};
 };
 
 }  // namespace
@@ -128,8 +129,9 @@ TEST_F(ProcessCommandTest, AQueryThatRunsOutOfMemoryIsNamed) {
         }
     } databases;
     const Platform& services = platform_.services;
-    WorkerState worker({services.clock, services.threads, services.files, services.diagnostics,
-                        services.http, services.xml, services.html, databases});
+    const Platform platform{services.clock, services.threads, services.files, services.diagnostics,
+                            services.http,  services.xml,     services.html,  databases};
+    WorkerState worker(platform, makerOfReaders(platform));
     Outcome outcome;
     worker.ProcessCommand("MODE |SQL| QUERY |SELECT 1| ", outcome.success, outcome.answer,
                           outcome.error);

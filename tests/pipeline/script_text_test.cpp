@@ -2,39 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstring>
 #include <limits>
-#include <random>
-#include <sstream>
 
 namespace intake {
 
 namespace {
 
-std::string numberText(double number) {
-    std::string script;
-    appendNumber(script, number);
-    return script;
-}
-
 std::string integerText(int64_t number) {
     std::string script;
     appendInteger(script, number);
     return script;
-}
-
-std::string streamText(double number) {
-    std::ostringstream out;
-    out << number;
-    return out.str();
-}
-
-double randomDouble(std::mt19937_64& random) {
-    const uint64_t bits = random();
-    double number = 0;
-    std::memcpy(&number, &bits, sizeof number);
-    return number;
 }
 
 }  // namespace
@@ -44,45 +21,6 @@ TEST(ScriptText, IntegersAreWrittenInDecimal) {
     EXPECT_EQ(integerText(-12), "-12");
     EXPECT_EQ(integerText(std::numeric_limits<int64_t>::max()), "9223372036854775807");
     EXPECT_EQ(integerText(std::numeric_limits<int64_t>::min()), "-9223372036854775808");
-}
-
-TEST(ScriptText, NumbersHaveSixSignificantDigits) {
-    EXPECT_EQ(numberText(1234567), "1.23457e+06");
-    EXPECT_EQ(numberText(123456), "123456");
-    EXPECT_EQ(numberText(0.1), "0.1");
-    EXPECT_EQ(numberText(2), "2");
-    EXPECT_EQ(numberText(7.50), "7.5");
-    EXPECT_EQ(numberText(-0.00001234567), "-1.23457e-05");
-    EXPECT_EQ(numberText(-0.0), "-0");
-    EXPECT_EQ(numberText(std::numeric_limits<double>::infinity()), "inf");
-}
-
-TEST(ScriptText, ANumberThatIsRoundedUpToAMillionHasAnExponent) {
-    EXPECT_EQ(numberText(999999.4), "999999");
-    EXPECT_EQ(numberText(999999.7), "1e+06");
-    EXPECT_EQ(numberText(-999999.7), "-1e+06");
-}
-
-TEST(ScriptText, EveryNumberIsWrittenAsAStreamWritesIt) {
-    std::mt19937_64 random(1);
-    for (int i = 0; i < 20000; ++i) {
-        const double number = randomDouble(random);
-        if (!std::isnan(number)) {
-            ASSERT_EQ(numberText(number), streamText(number));
-        }
-    }
-}
-
-TEST(ScriptText, EveryNumberOfFewDigitsIsWrittenAsAStreamWritesIt) {
-    std::mt19937_64 random(2);
-    std::uniform_int_distribution<int> digits(-9'999'999, 9'999'999);
-    std::uniform_int_distribution<int> exponents(-5, 6);
-    for (int i = 0; i < 200'000; ++i) {
-        const double number = digits(random) * std::pow(10.0, -exponents(random));
-        ASSERT_EQ(numberText(number), streamText(number));
-        const double next = std::nextafter(number, 1e9);
-        ASSERT_EQ(numberText(next), streamText(next));
-    }
 }
 
 TEST(ScriptText, AFramedValueHasTwoDoubleQuotesASideAndIsNotEscaped) {

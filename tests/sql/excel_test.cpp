@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/platform/workbook/TestBook.h"
+#include "tests/formats/workbook/TestBook.h"
 #include "tests/sql/SqlWorkbench.h"
 
 namespace intake {

@@ -10,8 +10,8 @@ namespace intake {
 
 namespace {
 
-constexpr std::array DIRECTORIES{"bench",  "host",    "pipeline", "platform",
-                                 "plugin", "readers", "tests",    "workbench"};
+constexpr std::array DIRECTORIES{"bench",  "formats", "host",  "pipeline", "platform",
+                                 "plugin", "readers", "tests", "workbench"};
 
 bool isSource(const std::filesystem::path& path) {
     return path.extension() == ".h" || path.extension() == ".cpp";

@@ -14,17 +14,29 @@ struct Access {
     std::vector<const char*> includers;
 };
 
+/// Everybody who may include what sources are read from and what is done with texts.
+const std::vector<const char*> ANYBODY{"formats/", "platform/", "pipeline/",
+                                       "readers/", "plugin/",   "workbench/"};
+
 /// The first row that fits holds.
 const std::array ACCESS{
     Access{"host/", {"host/", "plugin/", "workbench/"}},
     Access{"plugin/", {"plugin/"}},
+    Access{"readers/Readers.h", {"readers/Readers.", "plugin/"}},
+    Access{"readers/", {"readers/"}},
     Access{"pipeline/IntakeThread.h", {"pipeline/IntakeThread.", "plugin/"}},
     Access{"pipeline/WorkerState.h", {"pipeline/WorkerState.", "pipeline/IntakeThread."}},
     Access{"pipeline/", {"pipeline/", "readers/", "plugin/"}},
-    Access{"readers/", {"readers/", "pipeline/WorkerState."}},
     Access{"platform/linux/", {"platform/linux/"}},
     Access{"platform/windows/", {"platform/windows/"}},
     Access{"platform/", {"platform/", "pipeline/", "readers/", "plugin/"}},
+    Access{"formats/source/", ANYBODY},
+    Access{"formats/text/", ANYBODY},
+    Access{"formats/connection/", {"formats/connection/", "platform/", "workbench/"}},
+    Access{"formats/html/", {"formats/html/", "platform/", "workbench/"}},
+    Access{"formats/json/", {"formats/json/", "readers/json/", "workbench/"}},
+    Access{"formats/workbook/", {"formats/workbook/", "platform/", "workbench/"}},
+    Access{"formats/xml/", {"formats/xml/", "formats/workbook/", "platform/", "workbench/"}},
     Access{"workbench/", {"workbench/"}},
     Access{"bench/", {}},
     Access{"tests/", {}},
@@ -85,6 +97,43 @@ private:
     Violations found_;
 };
 
+std::string folderOf(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "" : path.substr(0, slash);
+}
+
+/// The tree with folders for files: each includes what its files include.
+SourceTree folders(const SourceTree& tree) {
+    SourceTree folders;
+    for (const auto& [path, file] : tree) {
+        const std::string folder = folderOf(path);
+        if (folder.starts_with("tests")) {
+            continue;
+        }
+        for (const Include& include : file.includes) {
+            const std::string included = folderOf(include.path);
+            if (tree.contains(include.path) && included != folder) {
+                folders[folder].includes.push_back({include.line, included, true});
+                folders[included];
+            }
+        }
+    }
+    return folders;
+}
+
+/// Headers of the language, and of the libraries by which formats are read.
+const std::set<std::string> HEADERS_OF_FORMATS{
+    "iconv.h",
+    "isa-l/crc.h",
+    "isa-l/igzip_lib.h",
+    "libxml/SAX2.h",
+    "libxml/parser.h",
+    "libxml/tree.h",
+    "rapidjson/encodings.h",
+    "rapidjson/error/en.h",
+    "rapidjson/reader.h",
+};
+
 }  // namespace
 
 Violations forbiddenIncludes(const SourceTree& tree) {
@@ -114,6 +163,24 @@ Violations unknownIncludes(const SourceTree& tree) {
 
 Violations includeCycles(const SourceTree& tree) {
     return CycleSearch(tree).run();
+}
+
+Violations folderCycles(const SourceTree& tree) {
+    return CycleSearch(folders(tree)).run();
+}
+
+Violations foreignHeadersOfFormats(const SourceTree& tree) {
+    Violations found;
+    for (const auto& [path, file] : tree) {
+        for (const Include& include : file.includes) {
+            const bool isOfLanguage = include.path.find_first_of("./") == std::string::npos;
+            if (path.starts_with("formats/") && !include.quoted && !isOfLanguage &&
+                !HEADERS_OF_FORMATS.contains(include.path)) {
+                found.push_back(violation(path, include.line, "must not need " + include.path));
+            }
+        }
+    }
+    return found;
 }
 
 }  // namespace intake

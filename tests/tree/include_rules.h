@@ -13,4 +13,10 @@ Violations unknownIncludes(const SourceTree& tree);
 /// Includes that lead back to the file that they stand in.
 Violations includeCycles(const SourceTree& tree);
 
+/// The same for folders, the tests' aside: what a folder's files include, the folder includes.
+Violations folderCycles(const SourceTree& tree);
+
+/// System headers that formats may not include: they know no system, and few libraries.
+Violations foreignHeadersOfFormats(const SourceTree& tree);
+
 }  // namespace intake

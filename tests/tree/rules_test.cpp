@@ -69,7 +69,13 @@ TEST_F(TreeRules, IncludesFollowTheDirection) {
     expectAllowed("plugin/Intake.h", "pipeline/IntakeThread.h");
     expectAllowed("plugin/Intake.h", "platform/Platform.h");
     expectAllowed("pipeline/IntakeThread.cpp", "pipeline/WorkerState.h");
-    expectAllowed("pipeline/WorkerState.h", "readers/json/JSONHandler.h");
+    expectAllowed("plugin/Intake.cpp", "readers/Readers.h");
+    expectAllowed("readers/Readers.h", "readers/json/JSONHandler.h");
+    expectAllowed("readers/json/JSONHandler.cpp", "formats/json/JsonDocument.h");
+    expectAllowed("platform/linux/html/ParsedPage.h", "formats/html/Page.h");
+    expectAllowed("formats/workbook/Workbook.cpp", "formats/xml/XmlScanner.h");
+    expectAllowed("formats/json/json_parse.cpp", "formats/text/utf8.h");
+    expectAllowed("workbench/cli/main.cpp", "formats/json/JsonDocument.h");
     expectAllowed("readers/json/JSONHandler.h", "pipeline/ReaderLogger.h");
     expectAllowed("readers/json/JSONHandler.h", "platform/Files.h");
     expectAllowed("pipeline/RDR_FILE.h", "platform/Files.h");
@@ -91,10 +97,43 @@ TEST_F(TreeRules, ThePlatformIncludesNothingAboveIt) {
     expectForbidden("platform/linux/LinuxFiles.cpp", "readers/json/JSONHandler.h");
 }
 
-TEST_F(TreeRules, OnlyTheWorkerIncludesTheReaders) {
+TEST_F(TreeRules, ThePluginKnowsAllReadersAsOneAndTheWorkerKnowsNone) {
+    expectForbidden("pipeline/WorkerState.h", "readers/Readers.h");
     expectForbidden("pipeline/ReaderLogger.h", "readers/json/JSONHandler.h");
     expectForbidden("pipeline/IntakeThread.h", "readers/json/JSONHandler.h");
     expectForbidden("plugin/Intake.cpp", "readers/json/JSONHandler.h");
+}
+
+TEST_F(TreeRules, AFormatKnowsNothingButWhatItIsReadFromAndTexts) {
+    for (const std::string format : {"formats/text/a.h", "formats/json/a.h", "formats/html/a.h"}) {
+        expectForbidden(format, "platform/Files.h");
+        expectForbidden(format, "pipeline/ReaderLogger.h");
+        expectForbidden(format, "host/lumo.h");
+        expectForbidden(format, "formats/workbook/Workbook.h");
+        expectForbidden(format, "formats/xml/XmlScanner.h");
+    }
+    expectForbidden("formats/xml/XmlScanner.h", "formats/workbook/Workbook.h");
+    expectForbidden("readers/xml/XMLHandler.cpp", "formats/xml/XmlScanner.h");
+}
+
+TEST_F(TreeRules, AFormatNeedsNoHeaderOfTheSystem) {
+    write("formats/json/a.h",
+          "#include <string>\n#include <rapidjson/reader.h>\n#include <unistd.h>\n"
+          "#include <sys/stat.h>\n");
+    write("platform/linux/b.h", "#include <unistd.h>\n");
+    EXPECT_EQ(foreignHeadersOfFormats(tree()),
+              (Violations{"formats/json/a.h:3: must not need unistd.h",
+                          "formats/json/a.h:4: must not need sys/stat.h"}));
+}
+
+TEST_F(TreeRules, FoldersDoNotIncludeEachOtherInACircle) {
+    write("platform/linux/a/x.h", "#include \"platform/linux/b/y.h\"\n");
+    write("platform/linux/b/y.h", "\n");
+    write("platform/linux/b/z.h", "\n#include \"platform/linux/a/w.h\"\n");
+    write("platform/linux/a/w.h", "\n");
+    EXPECT_EQ(folderCycles(tree()),
+              Violations{"platform/linux/b:2: the include closes the cycle "
+                         "platform/linux/a > platform/linux/b > platform/linux/a"});
 }
 
 TEST_F(TreeRules, ReadersAndSmallHeadersDoNotIncludeTheWorker) {

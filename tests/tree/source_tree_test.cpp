@@ -37,6 +37,14 @@ TEST_F(ThisSourceTree, HasNoIncludeCycles) {
     EXPECT_THAT(includeCycles(tree()), testing::IsEmpty());
 }
 
+TEST_F(ThisSourceTree, HasNoFoldersThatIncludeEachOther) {
+    EXPECT_THAT(folderCycles(tree()), testing::IsEmpty());
+}
+
+TEST_F(ThisSourceTree, HasFormatsThatNeedNoSystem) {
+    EXPECT_THAT(foreignHeadersOfFormats(tree()), testing::IsEmpty());
+}
+
 TEST_F(ThisSourceTree, AsksForTheSystemOnlyInPlatformAndLinkage) {
     EXPECT_THAT(systemConditions(tree()), testing::IsEmpty());
 }

@@ -1,6 +1,6 @@
 #include "platform/linux/html/ParsedPage.h"
 
-#include "platform/linux/html/page_errors.h"
+#include "platform/linux/base/com_failures.h"
 
 namespace intake::html {
 
@@ -21,9 +21,7 @@ template <class Condition>
 const Node* ParsedPage::first(const Node& root, Condition condition, const Node* withoutAny) {
     const Node* node = root.following(&root);
     while (node != nullptr && !(node->type == NodeType::ELEMENT && condition(*node))) {
-        if (endMark_.isSet()) {
-            throwPageGivenUp();
-        }
+        raiseIfEnded(endMark_, PARSER_NAME);
         node = node == withoutAny ? node->followingOutside(&root) : node->following(&root);
     }
     return node;

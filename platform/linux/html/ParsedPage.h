@@ -4,12 +4,15 @@
 #include <utility>
 #include <vector>
 
-#include "platform/EndMark.h"
+#include "formats/html/Page.h"
+#include "formats/html/inner_text.h"
+#include "formats/source/EndMark.h"
 #include "platform/HtmlDocument.h"
-#include "platform/linux/html/Page.h"
-#include "platform/linux/html/inner_text.h"
 
 namespace intake::html {
+
+/// What failures name as their source.
+constexpr const char* PARSER_NAME = "HTML parser";
 
 /// A page of our own parser as a document.
 class ParsedPage final : public HtmlDocument {

@@ -1,7 +1,7 @@
 
+#include "formats/html/characters.h"
+#include "formats/html/inner_text.h"
 #include "platform/linux/html/ParsedPage.h"
-#include "platform/linux/html/characters.h"
-#include "platform/linux/html/inner_text.h"
 
 namespace intake::html {
 

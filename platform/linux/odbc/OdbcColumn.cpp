@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "formats/text/utf16.h"
 #include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/loose_value.h"
 #include "platform/linux/odbc/odbc_errors.h"
-#include "platform/linux/odbc/utf16.h"
 
 namespace intake {
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "formats/connection/odbc_connection_string.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/abandonable_call.h"
 #include "platform/linux/odbc/driver_library.h"
@@ -13,32 +15,28 @@ namespace {
 
 constexpr std::chrono::seconds CONNECT_TIME(15);
 
-struct Setting {
-    const char* key;
-    const char* text;
-};
+constexpr ComFailure NO_COMMAND{0x80040E0C, "A command has not been set for the command object."};
 
 /// Otherwise SQLite's driver takes what stands before a dot for the name of a table, even in an
 /// alias, and waits 100 seconds for a locked database. It keeps all records in memory; StepAPI=1
 /// would not, but then it does not know the types of expressions.
-constexpr std::array<Setting, 3> SQLITE_SETTINGS{{
-    {"LongNames", ";LongNames=1"},
-    {"ShortNames", ";ShortNames=1"},
-    {"Timeout", ";Timeout=15000"},
+constexpr std::array<std::array<const char*, 2>, 3> SQLITE_SETTINGS{{
+    {"LongNames", "1"},
+    {"ShortNames", "1"},
+    {"Timeout", "15000"},
 }};
 
 /// With the settings that we want where the user does not want others.
-std::string withSettings(const std::string& connectionString) {
-    std::string text = connectionString;
-    if (driverLibrary(connectionString).find("sqlite3odbc") == std::string::npos) {
-        return text;
+ConnectionString withSettings(ConnectionString connection) {
+    if (driverLibrary(connection).find("sqlite3odbc") == std::string::npos) {
+        return connection;
     }
-    for (const Setting& setting : SQLITE_SETTINGS) {
-        if (settingOf(connectionString, setting.key).empty()) {
-            text += setting.text;
+    for (const auto& [key, value] : SQLITE_SETTINGS) {
+        if (settingOf(connection, key).empty()) {
+            connection.add({key, value, value});
         }
     }
-    return text;
+    return connection;
 }
 
 /// What drivers say of an empty query misleads, such as "out of memory".
@@ -49,11 +47,12 @@ bool isBlank(const std::string& query) {
 }  // namespace
 
 void OdbcConnection::open(const std::string& connectionString) {
+    const ConnectionString connection = toOdbc(ConnectionString::parse(connectionString));
     keepErrors([&] {
-        if (const auto reason = loadDriver(connectionString)) {
-            throwOdbcError(*reason);
+        if (const auto reason = loadDriver(connection)) {
+            UNSPECIFIED.raise(ODBC_SOURCE, *reason);
         }
-        connect(withSettings(connectionString));
+        connect(withSettings(connection).text());
         driver_ = describeDriver(session_->connection().get());
     });
 }
@@ -69,10 +68,10 @@ void OdbcConnection::connect(const std::string& connectionString) {
         session_ = std::make_shared<OdbcSession>();
     }
     if (outcome == CallOutcome::ENDED) {
-        throwQueryGivenUp();
+        raiseGivenUp(ODBC_SOURCE);
     }
     if (outcome == CallOutcome::LATE) {
-        throwOdbcError("The database server does not answer.");
+        UNSPECIFIED.raise(ODBC_SOURCE, "The database server does not answer.");
     }
     if (!*connected) {
         throwOdbcFailure(session_->connection(), false);
@@ -83,7 +82,7 @@ std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& quer
     std::unique_ptr<Recordset> records;
     keepErrors([&] {
         if (isBlank(query)) {
-            throwNoQuery();
+            NO_COMMAND.raise(ODBC_SOURCE, "The query is empty.");
         }
         records = std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_);
     });

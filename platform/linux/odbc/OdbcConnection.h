@@ -3,15 +3,15 @@
 #include <functional>
 #include <memory>
 
+#include "formats/source/EndMark.h"
 #include "platform/Database.h"
-#include "platform/EndMark.h"
 #include "platform/linux/odbc/OdbcDriver.h"
 #include "platform/linux/odbc/OdbcSession.h"
 
 namespace intake {
 
 /// A connection by unixODBC and a driver that the user has installed. Connection strings are those
-/// of ODBC. A server that does not answer is given 15 seconds. The end mark ends an attempt to
+/// of ADO. A server that does not answer is given 15 seconds. The end mark ends an attempt to
 /// connect and a running query within a fraction of a second, and a fetch before its next record.
 class OdbcConnection final : public Connection {
 public:

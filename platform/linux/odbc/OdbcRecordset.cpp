@@ -2,10 +2,18 @@
 
 #include <algorithm>
 
-#include "platform/linux/fold_case.h"
+#include "formats/text/fold_case.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
+
+namespace {
+
+constexpr ComFailure OBJECT_CLOSED{0x800A0E78,
+                                   "Operation is not allowed when the object is closed."};
+
+}  // namespace
 
 OdbcRecordset::OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver,
                              const std::string& query, const EndMark& endMark)
@@ -19,7 +27,7 @@ void OdbcRecordset::describeColumns() {
     SQLSMALLINT count = 0;
     SQLNumResultCols(statement_.handle().get(), &count);
     if (count <= 0) {
-        throwNoRecords();
+        OBJECT_CLOSED.raise(ODBC_SOURCE, "The statement does not return records.");
     }
     columns_.reserve(static_cast<size_t>(count));
     for (SQLUSMALLINT number = 1; number <= count; ++number) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/odbc_calls.h"
@@ -20,7 +21,7 @@ void OdbcStatement::execute(const std::string& query) {
         const QueryCanceller canceller(handle_.get(), endMark_);
         result = executeQuery(handle_.get(), query, driver_.narrow);
     }
-    throwIfEnded();
+    raiseIfEnded(endMark_, ODBC_SOURCE);
     if (result != SQL_NO_DATA) {
         check(result);
     }
@@ -38,7 +39,7 @@ void OdbcStatement::setAttribute(SQLINTEGER attribute, SQLPOINTER value) const {
 }
 
 SQLULEN OdbcStatement::fetch() {
-    throwIfEnded();
+    raiseIfEnded(endMark_, ODBC_SOURCE);
     const NeutralLocale locale;
     const SQLRETURN result = SQLFetch(handle_.get());
     if (result == SQL_NO_DATA) {
@@ -67,12 +68,6 @@ void OdbcStatement::goTo(SQLULEN record) const {
 void OdbcStatement::check(SQLRETURN result) const {
     if (!SQL_SUCCEEDED(result)) {
         throwOdbcFailure(handle_, driver_.narrow);
-    }
-}
-
-void OdbcStatement::throwIfEnded() const {
-    if (endMark_.isSet()) {
-        throwQueryGivenUp();
     }
 }
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 #include "platform/linux/odbc/OdbcDriver.h"
 #include "platform/linux/odbc/OdbcHandle.h"
 #include "platform/linux/odbc/OdbcSession.h"
@@ -36,7 +36,6 @@ private:
     void check(SQLRETURN result) const;
     void checkRecords() const;
     void setAttribute(SQLINTEGER attribute, SQLPOINTER value) const;
-    void throwIfEnded() const;
 
     const EndMark& endMark_;
     OdbcDriver driver_;

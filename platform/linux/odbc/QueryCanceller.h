@@ -4,7 +4,7 @@
 #include <mutex>
 #include <thread>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 #include "platform/linux/odbc/OdbcHandle.h"
 
 namespace intake {

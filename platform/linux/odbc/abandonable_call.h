@@ -3,7 +3,7 @@
 #include <chrono>
 #include <functional>
 
-#include "platform/EndMark.h"
+#include "formats/source/EndMark.h"
 
 namespace intake {
 

@@ -2,38 +2,24 @@
 
 #include <dlfcn.h>
 #include <odbcinst.h>
-#include <strings.h>
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "formats/text/ascii.h"
+
 namespace intake {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    const size_t first = text.find_first_not_of(" {");
-    const size_t last = text.find_last_not_of(" }");
-    return first == std::string_view::npos ? "" : text.substr(first, last - first + 1);
-}
-
-bool isNamed(std::string_view key, std::string_view name) {
-    return key.size() == name.size() && strncasecmp(key.data(), name.data(), name.size()) == 0;
-}
-
-/// The value of a key, as far as names of drivers and data sources go: without quoted semicolons.
-std::string valueOf(std::string_view name, std::string_view connectionString) {
-    while (!connectionString.empty()) {
-        const std::string_view property = connectionString.substr(0, connectionString.find(';'));
-        connectionString.remove_prefix(std::min(property.size() + 1, connectionString.size()));
-        const size_t equals = property.find('=');
-        if (equals != std::string_view::npos &&
-            isNamed(trimmed(property.substr(0, equals)), name)) {
-            return std::string(trimmed(property.substr(equals + 1)));
-        }
-    }
-    return "";
+/// The value of a key, of which the driver manager takes the first; empty where there is none.
+std::string firstValue(const ConnectionString& connection, std::string_view key) {
+    const auto& properties = connection.properties();
+    const auto found = std::find_if(properties.begin(), properties.end(), [key](const auto& each) {
+        return equalIgnoringCase(each.key, key);
+    });
+    return found == properties.end() ? "" : found->value;
 }
 
 /// What an ini file of unixODBC says; empty when it says nothing.
@@ -79,18 +65,18 @@ bool loadFromAnywhere(const std::string& library) {
 
 }  // namespace
 
-std::string settingOf(const std::string& connectionString, const char* key) {
-    const std::string value = valueOf(key, connectionString);
-    return value.empty() ? profileValue(valueOf("DSN", connectionString), key, "odbc.ini") : value;
+std::string settingOf(const ConnectionString& connection, const char* key) {
+    const std::string value = firstValue(connection, key);
+    return value.empty() ? profileValue(firstValue(connection, "DSN"), key, "odbc.ini") : value;
 }
 
-std::string driverLibrary(const std::string& connectionString) {
-    const std::string driver = settingOf(connectionString, "Driver");
+std::string driverLibrary(const ConnectionString& connection) {
+    const std::string driver = settingOf(connection, "Driver");
     return driver.empty() ? "" : libraryOf(driver);
 }
 
-std::optional<std::string> loadDriver(const std::string& connectionString) {
-    const std::string driver = settingOf(connectionString, "Driver");
+std::optional<std::string> loadDriver(const ConnectionString& connection) {
+    const std::string driver = settingOf(connection, "Driver");
     if (driver.empty() || loadFromAnywhere(libraryOf(driver))) {
         return std::nullopt;
     }

@@ -1,23 +1,15 @@
 #include "platform/linux/odbc/loose_value.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
+
+#include "formats/text/ascii.h"
+#include "formats/text/number_text.h"
 
 namespace intake {
 
 namespace {
-
-/// Reads all of the text as a number.
-template <class Number>
-bool readNumber(std::string_view text, Number& number) {
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && rest == end;
-}
 
 struct WidthRow {
     VariantType type;
@@ -51,22 +43,22 @@ VariantType typeWideEnough(VariantType type, int64_t integer) {
 }
 
 bool readInteger(VariantType type, FieldValue& value) {
-    int64_t integer = 0;
-    if (!readNumber(value.text, integer)) {
+    const auto integer = parseWhole<int64_t>(value.text);
+    if (!integer) {
         return false;
     }
-    value.type = typeWideEnough(type, integer);
-    value.integer = integer;
+    value.type = typeWideEnough(type, *integer);
+    value.integer = *integer;
     return true;
 }
 
 bool readDouble(VariantType type, FieldValue& value) {
-    double number = 0;
-    if (!readNumber(value.text, number)) {
+    const auto number = parseWhole<double>(value.text);
+    if (!number) {
         return false;
     }
     value.type = type;
-    value.number = number;
+    value.number = *number;
     return true;
 }
 
@@ -86,17 +78,12 @@ constexpr std::array<WordRow, 8> WORDS{{
     {"n", false},
 }};
 
-bool isSameWord(std::string_view word, std::string_view text) {
-    return word.size() == text.size() && strncasecmp(word.data(), text.data(), word.size()) == 0;
-}
-
 bool readBoolean(FieldValue& value) {
-    int64_t integer = 0;
-    if (readNumber(value.text, integer)) {
-        value.integer = integer != 0;
+    if (const auto integer = parseWhole<int64_t>(value.text)) {
+        value.integer = *integer != 0;
     } else {
         const auto word = std::find_if(WORDS.begin(), WORDS.end(), [&](const WordRow& row) {
-            return isSameWord(row.word, value.text);
+            return equalIgnoringCase(row.word, value.text);
         });
         if (word == WORDS.end()) {
             return false;

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "formats/text/utf16.h"
 #include "platform/linux/odbc/NeutralLocale.h"
-#include "platform/linux/odbc/utf16.h"
 
 namespace intake {
 

@@ -4,19 +4,14 @@
 #include <array>
 #include <string_view>
 
-#include "platform/linux/com_failures.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/odbc_calls.h"
 
 namespace intake {
 
 namespace {
 
-constexpr const char* SOURCE = "ODBC";
-
 constexpr ComFailure AUTHENTICATION_FAILED{0x80040E4D, "Authentication failed."};
-constexpr ComFailure NO_COMMAND{0x80040E0C, "A command has not been set for the command object."};
-constexpr ComFailure OBJECT_CLOSED{0x800A0E78,
-                                   "Operation is not allowed when the object is closed."};
 
 struct StateRow {
     std::string_view state;
@@ -47,25 +42,10 @@ void throwOdbcFailure(const OdbcHandle& handle, bool narrow) {
         errors.push_back({each.code, diagnostic.message});
     }
     if (errors.empty()) {
-        throwOdbcError("The ODBC driver failed and did not say why.");
+        UNSPECIFIED.raise(ODBC_SOURCE, "The ODBC driver failed and did not say why.");
     }
-    throw OdbcFailure({failure.code, failure.meaning, SOURCE, errors.front().description}, errors);
-}
-
-void throwOdbcError(const std::string& description) {
-    UNSPECIFIED.raise(SOURCE, description);
-}
-
-void throwNoQuery() {
-    NO_COMMAND.raise(SOURCE, "The query is empty.");
-}
-
-void throwNoRecords() {
-    OBJECT_CLOSED.raise(SOURCE, "The statement does not return records.");
-}
-
-void throwQueryGivenUp() {
-    ABORTED.raise(SOURCE, "The query was given up.");
+    throw OdbcFailure({failure.code, failure.meaning, ODBC_SOURCE, errors.front().description},
+                      errors);
 }
 
 }  // namespace intake

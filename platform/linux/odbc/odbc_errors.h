@@ -9,6 +9,9 @@
 
 namespace intake {
 
+/// What failures name as their source.
+constexpr const char* ODBC_SOURCE = "ODBC";
+
 /// A failed step of a database, with all that the driver reported about it.
 class OdbcFailure : public PlatformError {
 public:
@@ -24,17 +27,5 @@ private:
 /// Throws the OdbcFailure of the last call on the handle; the first of its errors tells what went
 /// wrong. `narrow`: the driver has no wide functions, its texts are in UTF-8.
 [[noreturn]] void throwOdbcFailure(const OdbcHandle& handle, bool narrow);
-
-/// Throws the PlatformError of a step that failed without an error of the driver.
-[[noreturn]] void throwOdbcError(const std::string& description);
-
-/// Throws the PlatformError of a query without a word.
-[[noreturn]] void throwNoQuery();
-
-/// Throws the PlatformError of a statement that returns no records.
-[[noreturn]] void throwNoRecords();
-
-/// Throws the PlatformError of a step that nobody waits for any more.
-[[noreturn]] void throwQueryGivenUp();
 
 }  // namespace intake

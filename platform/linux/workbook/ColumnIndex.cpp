@@ -5,8 +5,9 @@
 #include <functional>
 #include <utility>
 
-#include "platform/linux/fold_case.h"
-#include "platform/linux/workbook/cell_text.h"
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+#include "formats/workbook/cell_text.h"
 
 namespace intake {
 
@@ -21,9 +22,7 @@ uint64_t keyOf(std::string_view text) {
     if (const auto number = parseNumber(text)) {
         return keyOf(*number);
     }
-    const size_t first = std::min(text.find_first_not_of(' '), text.size());
-    const size_t end = text.find_last_not_of(' ') + 1;
-    return std::hash<std::string>()(asciiLower(text.substr(first, end - std::min(first, end))));
+    return std::hash<std::string>()(lowerCase(trimmed(text, " ")));
 }
 
 uint64_t keyOf(const Cell& cell) {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/workbook/SheetTable.h"
+#include "formats/workbook/SheetTable.h"
 
 namespace intake {
 

@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <new>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
+#include "formats/connection/connection_string.h"
+#include "formats/text/ascii.h"
+#include "formats/workbook/WorkbookFault.h"
+#include "formats/workbook/table_names.h"
 #include "platform/PlatformError.h"
-#include "platform/equal_ignoring_case.h"
-#include "platform/linux/connection_string.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/workbook/WorkbookRecordset.h"
 #include "platform/linux/workbook/query_errors.h"
-#include "platform/linux/workbook/table_names.h"
-#include "platform/linux/workbook/workbook_errors.h"
+#include "platform/linux/workbook/query_names.h"
 
 namespace intake {
 
@@ -49,7 +52,9 @@ auto WorkbookConnection::reported(Step step) {
         try {
             return step();
         } catch (const WorkbookFault& fault) {
-            throwUnreadable(path_, fault.what());
+            throwUnreadable(fault.what());
+        } catch (const GivenUp&) {
+            raiseGivenUp(WORKBOOK_PROVIDER);
         }
     } catch (const PlatformError& error) {
         errors_.push_back({error.code(), error.description()});
@@ -64,9 +69,24 @@ void WorkbookConnection::open(const std::string& connectionString) {
             ConnectionString::parseExtendedProperties(properties.value("Extended Properties"));
         path_ = properties.value("Data Source");
         header_ = !equalIgnoringCase(extended.value("HDR"), "NO");
-        workbook_ = std::make_unique<Workbook>(path_, endMark_);
+        openWorkbook();
         openDatabase();
     });
+}
+
+void WorkbookConnection::openWorkbook() {
+    try {
+        file_ = std::make_unique<RegularFile>(path_);
+    } catch (const std::system_error& error) {
+        const bool isOther = error.code() == std::errc::not_supported;
+        throwUnreadable(isOther ? "it is not a regular file" : error.code().message());
+    }
+    workbook_ = std::make_unique<Workbook>(*file_, endMark_);
+}
+
+void WorkbookConnection::throwUnreadable(const std::string& reason) const {
+    UNSPECIFIED.raise(WORKBOOK_PROVIDER,
+                      "The workbook \"" + path_ + "\" cannot be read: " + reason);
 }
 
 void WorkbookConnection::openDatabase() {

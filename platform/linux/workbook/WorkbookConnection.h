@@ -6,9 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "formats/source/EndMark.h"
+#include "formats/workbook/Workbook.h"
 #include "platform/Database.h"
-#include "platform/EndMark.h"
-#include "platform/linux/workbook/Workbook.h"
+#include "platform/linux/base/RegularFile.h"
 #include "platform/linux/workbook/sheet_module.h"
 
 namespace intake {
@@ -39,9 +40,11 @@ private:
     template <class Step>
     auto reported(Step step);
 
+    void openWorkbook();
     void openDatabase();
     void registerTables(const std::string& query);
     sqlite3_stmt* prepare(const std::string& query);
+    [[noreturn]] void throwUnreadable(const std::string& reason) const;
     [[noreturn]] void throwRefused(const std::string& query);
 
     const EndMark& endMark_;
@@ -49,6 +52,7 @@ private:
     bool header_ = true;
     std::vector<Error> errors_;
     QueryRights rights_;
+    std::unique_ptr<RegularFile> file_;
     std::unique_ptr<Workbook> workbook_;
     std::vector<std::unique_ptr<SheetModule>> modules_;
     std::unique_ptr<sqlite3, CloseDatabase> database_;  // goes first

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "platform/equal_ignoring_case.h"
-#include "platform/linux/fold_case.h"
-#include "platform/linux/workbook/workbook_errors.h"
+#include "formats/text/ascii.h"
+#include "formats/text/fold_case.h"
+#include "platform/linux/base/com_failures.h"
+#include "platform/linux/workbook/query_errors.h"
 
 namespace intake {
 
@@ -80,7 +81,7 @@ void WorkbookRecordset::step() {
     const int result = sqlite3_step(statement_.get());
     ended_ = result != SQLITE_ROW;
     if (ended_ && result != SQLITE_DONE) {
-        throwIfEnded(endMark_);
+        raiseIfEnded(endMark_, WORKBOOK_PROVIDER);
         throwQueryError(std::string("The query failed: ") +
                         sqlite3_errmsg(sqlite3_db_handle(statement_.get())));
     }

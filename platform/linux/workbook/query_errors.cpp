@@ -3,14 +3,15 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/linux/workbook/workbook_errors.h"
+#include "platform/linux/base/com_failures.h"
+#include "platform/linux/workbook/query_names.h"
 
 namespace intake {
 
 namespace {
 
-constexpr std::string_view NO_TABLE = "no such table: ";
-constexpr std::string_view NO_COLUMN = "no such column: ";
+constexpr std::string_view MISSING_TABLE = "no such table: ";
+constexpr std::string_view MISSING_COLUMN = "no such column: ";
 
 template <class Items, class NameOf>
 std::string listed(const Items& items, NameOf nameOf) {
@@ -28,9 +29,10 @@ std::string listed(const Items& items, NameOf nameOf) {
         name.pop_back();
         what = "sheet \"" + name + "\"";
     }
-    throwMissingTable("The workbook \"" + path + "\" has no " + what + "; its sheets are " +
-                      listed(index.sheets(), [](const SheetEntry& sheet) { return sheet.name; }) +
-                      ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]");
+    NO_TABLE.raise(WORKBOOK_PROVIDER,
+                   "The workbook \"" + path + "\" has no " + what + "; its sheets are " +
+                       listed(index.sheets(), [](const SheetEntry& sheet) { return sheet.name; }) +
+                       ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]");
 }
 
 [[noreturn]] void throwNoColumn(const std::string& path,
@@ -58,14 +60,18 @@ const char* parameterName(sqlite3_stmt* statement) {
 
 }  // namespace
 
+void throwQueryError(const std::string& description) {
+    ERRORS_IN_COMMAND.raise(WORKBOOK_PROVIDER, description);
+}
+
 void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
                        const std::vector<std::unique_ptr<SheetModule>>& modules,
                        const std::string& query, const std::string& message) {
-    if (message.starts_with(NO_TABLE)) {
-        throwNoTable(path, index, message.substr(NO_TABLE.size()));
+    if (message.starts_with(MISSING_TABLE)) {
+        throwNoTable(path, index, message.substr(MISSING_TABLE.size()));
     }
-    if (message.starts_with(NO_COLUMN)) {
-        throwNoColumn(path, modules, query, message.substr(NO_COLUMN.size()));
+    if (message.starts_with(MISSING_COLUMN)) {
+        throwNoColumn(path, modules, query, message.substr(MISSING_COLUMN.size()));
     }
     throwQueryError("The query cannot be run on the workbook \"" + path + "\": " + message);
 }

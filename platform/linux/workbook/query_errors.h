@@ -10,6 +10,12 @@
 
 namespace intake {
 
+/// What failures name as their source.
+constexpr const char* WORKBOOK_PROVIDER = "Intake workbook provider";
+
+/// Throws the PlatformError of a query that cannot be run.
+[[noreturn]] void throwQueryError(const std::string& description);
+
 /// Throws the PlatformError of a query that SQLite refuses with `message`, in words that name the
 /// workbook and what it has instead of a sheet or column that is missing.
 [[noreturn]] void throwQueryRefused(const std::string& path, const WorkbookIndex& index,

@@ -6,10 +6,10 @@
 #include <set>
 #include <span>
 
-#include "platform/equal_ignoring_case.h"
-#include "platform/linux/fold_case.h"
+#include "formats/text/ascii.h"
+#include "formats/text/fold_case.h"
+#include "formats/workbook/WorkbookFault.h"
 #include "platform/linux/workbook/ColumnIndex.h"
-#include "platform/linux/workbook/workbook_errors.h"
 
 namespace intake {
 
@@ -54,7 +54,7 @@ std::vector<std::pair<std::string, size_t>> otherSpellings(const SheetModule& mo
     for (const std::string& word : module.spellings) {
         const auto column = module.table->findColumn(word);
         if (column && !equalIgnoringCase(word, module.table->columns()[*column]) &&
-            taken.insert(asciiLower(word)).second) {
+            taken.insert(lowerCase(word)).second) {
             found.emplace_back(word, *column);
         }
     }

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/workbook/SheetTable.h"
-#include "platform/linux/workbook/Workbook.h"
-#include "platform/linux/workbook/table_names.h"
+#include "formats/workbook/SheetTable.h"
+#include "formats/workbook/Workbook.h"
+#include "formats/workbook/table_names.h"
 
 namespace intake {
 

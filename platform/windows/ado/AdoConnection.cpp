@@ -1,9 +1,9 @@
 #include "platform/windows/ado/AdoConnection.h"
 
-#include "platform/windows/BasicString.h"
-#include "platform/windows/Variant.h"
 #include "platform/windows/ado/AdoRecordset.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
+#include "platform/windows/com/BasicString.h"
+#include "platform/windows/com/Variant.h"
 
 namespace intake {
 

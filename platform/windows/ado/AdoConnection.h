@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Database.h"
-#include "platform/windows/ComPointer.h"
 #include "platform/windows/ado/ado.h"
+#include "platform/windows/com/ComPointer.h"
 
 namespace intake {
 

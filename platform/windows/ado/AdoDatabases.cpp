@@ -1,7 +1,7 @@
 #include "platform/windows/ado/AdoDatabases.h"
 
-#include "platform/windows/ComPointer.h"
 #include "platform/windows/ado/AdoConnection.h"
+#include "platform/windows/com/ComPointer.h"
 
 namespace intake {
 

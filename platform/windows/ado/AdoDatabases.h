@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Database.h"
-#include "platform/windows/ComFactory.h"
+#include "platform/windows/com/ComFactory.h"
 
 namespace intake {
 

@@ -1,7 +1,7 @@
 #include "platform/windows/ado/AdoRecordset.h"
 
 #include "platform/windows/ado/variant_value.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
 
 namespace intake {
 

@@ -3,10 +3,10 @@
 #include <vector>
 
 #include "platform/Database.h"
-#include "platform/windows/BasicString.h"
-#include "platform/windows/ComPointer.h"
-#include "platform/windows/Variant.h"
 #include "platform/windows/ado/ado.h"
+#include "platform/windows/com/BasicString.h"
+#include "platform/windows/com/ComPointer.h"
+#include "platform/windows/com/Variant.h"
 
 namespace intake {
 

@@ -5,7 +5,7 @@
 // have them, as far as the last method that anybody calls. A method that nobody calls keeps its
 // place and nothing else.
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

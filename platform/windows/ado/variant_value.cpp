@@ -1,7 +1,7 @@
 #include "platform/windows/ado/variant_value.h"
 
-#include "platform/windows/com_error.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
+#include "platform/windows/com/com_error.h"
 
 namespace intake {
 

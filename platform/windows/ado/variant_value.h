@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/Database.h"
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

@@ -1,6 +1,6 @@
 #include "tests/fakes/platform/FakeDatabases.h"
 
-#include "platform/equal_ignoring_case.h"
+#include "formats/text/ascii.h"
 
 namespace intake {
 

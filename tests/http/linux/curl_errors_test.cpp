@@ -1,4 +1,4 @@
-#include "platform/linux/curl_errors.h"
+#include "platform/linux/curl/curl_errors.h"
 
 #include <gtest/gtest.h>
 

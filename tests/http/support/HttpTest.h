@@ -6,8 +6,8 @@
 #include <list>
 #include <string>
 
+#include "formats/source/EndMark.h"
 #include "pipeline/RequestRecord.h"
-#include "platform/EndMark.h"
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/http/support/messages.h"
 #include "tests/support/TempDirectory.h"

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <set>
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

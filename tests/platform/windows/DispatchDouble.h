@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 #include "tests/platform/windows/ComCalls.h"
 
 namespace intake {

@@ -11,8 +11,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/windows/msxml.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
+#include "platform/windows/msxml/msxml.h"
 #include "tests/platform/windows/method_table.h"
 
 namespace intake {

@@ -2,7 +2,7 @@
 
 #include <deque>
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 #include "tests/platform/windows/ComCalls.h"
 
 // Builds on COM.

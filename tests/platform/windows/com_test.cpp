@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/PlatformError.h"
-#include "platform/windows/BasicString.h"
-#include "platform/windows/ComPointer.h"
-#include "platform/windows/Variant.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
+#include "platform/windows/com/BasicString.h"
+#include "platform/windows/com/ComPointer.h"
+#include "platform/windows/com/Variant.h"
 #include "tests/platform/windows/BigAllocations.h"
 
 namespace intake {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/windows/com.h"
+#include "platform/windows/com/com.h"
 
 namespace intake {
 

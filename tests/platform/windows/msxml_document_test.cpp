@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "platform/PlatformError.h"
-#include "platform/windows/MsxmlDocument.h"
+#include "platform/windows/msxml/MsxmlDocument.h"
 #include "tests/platform/windows/BigAllocations.h"
 #include "tests/platform/windows/WatchedMsxml.h"
 #include "tests/support/AsWorker.h"

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "platform/PlatformError.h"
-#include "platform/windows/BasicString.h"
-#include "platform/windows/MsxmlServices.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
+#include "platform/windows/com/BasicString.h"
+#include "platform/windows/msxml/MsxmlServices.h"
 #include "tests/platform/windows/DispatchDouble.h"
 #include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/linux/workbook/WorkbookConnection.h"
-#include "tests/platform/workbook/TestBook.h"
+#include "tests/formats/workbook/TestBook.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {

@@ -1,7 +1,7 @@
 // Which numbers are dates, by the formats of their cells.
 
-#include "platform/linux/workbook/cell_text.h"
-#include "platform/linux/workbook/number_format.h"
+#include "formats/workbook/cell_text.h"
+#include "formats/workbook/number_format.h"
 #include "tests/platform/workbook/WorkbookTest.h"
 
 namespace intake {

@@ -1,6 +1,7 @@
 // Which tables a query can name.
 
-#include "platform/linux/workbook/table_names.h"
+#include "formats/workbook/table_names.h"
+#include "platform/linux/workbook/query_names.h"
 #include "tests/platform/workbook/WorkbookTest.h"
 
 namespace intake {

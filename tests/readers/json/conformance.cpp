@@ -8,8 +8,8 @@
 #include <iostream>
 #include <vector>
 
+#include "tests/formats/json/parse.h"
 #include "tests/readers/json/golden_cases.h"
-#include "tests/readers/json/parse.h"
 
 namespace {
 

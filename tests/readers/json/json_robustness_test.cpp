@@ -6,8 +6,8 @@
 
 #include "readers/json/json_path.h"
 #include "readers/json/json_select.h"
-#include "tests/readers/json/RandomJson.h"
-#include "tests/readers/json/parse.h"
+#include "tests/formats/json/RandomJson.h"
+#include "tests/formats/json/parse.h"
 #include "tests/readers/json/read.h"
 
 namespace intake {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/readers/json/parse.h"
+#include "tests/formats/json/parse.h"
 
 namespace intake {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "formats/connection/connection_string.h"
 #include "platform/PlatformError.h"
 #include "platform/linux/LinuxDatabases.h"
-#include "platform/linux/connection_string.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
 #include "tests/support/eventually.h"
 

@@ -29,7 +29,7 @@ TEST_F(OdbcEnd, AQueryThatNeverEndsIsGivenUp) {
     host.join();
 
     EXPECT_EQ(error.code(), GIVEN_UP);
-    EXPECT_EQ(error.description(), "The query was given up.");
+    EXPECT_EQ(error.description(), "The load was given up.");
 }
 
 TEST_F(OdbcEnd, AQueryIsGivenUpAlsoWhenTheMarkWasSetBefore) {

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "pipeline/IntakeThread.h"
+#include "readers/Readers.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
 #include "tests/platform/database/odbc/OdbcTest.h"
 #include "tests/support/eventually.h"
@@ -69,7 +70,8 @@ protected:
     }
 
     std::shared_ptr<DeafClient> client_ = std::make_shared<DeafClient>();
-    std::unique_ptr<IntakeThread> thread_ = std::make_unique<IntakeThread>(systemPlatform());
+    std::unique_ptr<IntakeThread> thread_ =
+        std::make_unique<IntakeThread>(systemPlatform(), makerOfReaders(systemPlatform()));
 };
 
 TEST_F(OdbcWorkerEnd, AQueryOfPostgresEndsWithItsWorker) {
@@ -99,7 +101,8 @@ TEST_F(OdbcWorkerEnd, AServerThatSaysNothingIsNotWaitedFor) {
         EXPECT_TRUE(endsAfterwards());
 
         EXPECT_EQ(client_->deliveries, 0);
-        thread_ = std::make_unique<IntakeThread>(systemPlatform());
+        thread_ =
+            std::make_unique<IntakeThread>(systemPlatform(), makerOfReaders(systemPlatform()));
     }
 }
 

@@ -1,7 +1,7 @@
 #include "tests/platform/windows/ado/AdoDoubles.h"
 
 #include "platform/windows/ado/ado.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/base/wide_text.h"
 #include "tests/platform/windows/DispatchDouble.h"
 
 // A method that nobody calls.

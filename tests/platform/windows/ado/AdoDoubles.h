@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/ComFactory.h"
+#include "platform/windows/com/ComFactory.h"
 #include "tests/platform/windows/ComCalls.h"
 
 namespace intake {

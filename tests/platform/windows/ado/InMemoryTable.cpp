@@ -1,7 +1,7 @@
 #include "tests/platform/windows/ado/InMemoryTable.h"
 
-#include "platform/windows/BasicString.h"
 #include "platform/windows/ado/AdoRecordset.h"
+#include "platform/windows/com/BasicString.h"
 
 namespace intake {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "platform/Database.h"
-#include "platform/windows/ComPointer.h"
-#include "platform/windows/Variant.h"
 #include "platform/windows/ado/ado.h"
+#include "platform/windows/com/ComPointer.h"
+#include "platform/windows/com/Variant.h"
 
 namespace intake {
 

@@ -2,7 +2,7 @@
 // objects.
 
 #include "platform/PlatformError.h"
-#include "platform/windows/Variant.h"
+#include "platform/windows/com/Variant.h"
 #include "tests/platform/windows/BigAllocations.h"
 #include "tests/platform/windows/ado/AdoDoubles.h"
 #include "tests/platform/windows/ado/AdoTest.h"

@@ -1,0 +1,141 @@
+#include "formats/json/json_parse.h"
+
+#include <rapidjson/error/en.h>
+
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "formats/json/JsonEvents.h"
+#include "formats/json/SourceStream.h"
+#include "formats/json/text_position.h"
+#include "formats/text/utf8.h"
+
+namespace intake {
+
+namespace {
+
+using Parser = rapidjson::GenericReader<SourceEncoding, SourceEncoding>;
+
+// Iterative, so that deep nesting cannot overflow the stack.
+constexpr unsigned PARSE_FLAGS = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                                 rapidjson::kParseNumbersAsStringsFlag |
+                                 rapidjson::kParseValidateEncodingFlag;
+
+}  // namespace
+
+}  // namespace intake
+
+/// Takes a number as the characters that it consists of. The library's own routine converts it too
+/// and refuses what is beyond the range of a double.
+template <>
+template <>
+void intake::Parser::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::JsonEvents>(
+    intake::SourceStream& stream, intake::JsonEvents& events) {
+    rapidjson::internal::StreamLocalCopy<intake::SourceStream> copy(stream);
+    intake::SourceStream& in = copy.s;
+    const char* const start = in.src_;
+    const auto takeDigits = [&in] {
+        const char* const first = in.src_;
+        while (in.Peek() >= '0' && in.Peek() <= '9') {
+            in.Take();
+        }
+        return in.src_ != first;
+    };
+    Consume(in, '-');
+    if (!Consume(in, '0') && !takeDigits()) {
+        RAPIDJSON_PARSE_ERROR(kParseErrorValueInvalid, in.Tell());
+    }
+    if (Consume(in, '.') && !takeDigits()) {
+        RAPIDJSON_PARSE_ERROR(kParseErrorNumberMissFraction, in.Tell());
+    }
+    if (Consume(in, 'e') || Consume(in, 'E')) {
+        if (!Consume(in, '+')) {
+            Consume(in, '-');
+        }
+        if (!takeDigits()) {
+            RAPIDJSON_PARSE_ERROR(kParseErrorNumberMissExponent, in.Tell());
+        }
+    }
+    events.RawNumber(start, static_cast<SizeType>(in.src_ - start), false);
+}
+
+namespace intake {
+
+namespace {
+
+void refuseOtherEncodings(std::string_view text) {
+    const std::string_view start = text.substr(0, 2);
+    if (start == "\xFF\xFE" || start == "\xFE\xFF" || start.find('\0') != std::string_view::npos) {
+        throw std::invalid_argument("The document is not in UTF-8.");
+    }
+}
+
+/// What the parser has decoded so far, the string in which it stopped included.
+std::vector<DecodedRange> decodedRanges(const std::vector<JsonEntry>& entries,
+                                        const JsonEvents& events, SourceStream& stream) {
+    std::vector<DecodedRange> ranges;
+    const auto add = [&ranges](size_t offset, size_t length) {
+        if (length != 0) {
+            ranges.push_back({offset, offset + length});
+        }
+    };
+    for (const JsonEntry& entry : entries) {
+        add(entry.nameOffset, entry.nameLength);
+        if (static_cast<JsonDocument::Type>(entry.type) == JsonDocument::Type::STRING) {
+            add(entry.position, entry.length);
+        }
+    }
+    add(events.pendingNameOffset(), events.pendingNameLength());
+    if (stream.openString != SourceStream::NOWHERE) {
+        add(stream.openString, stream.Tell() - stream.openString);
+    }
+    return ranges;
+}
+
+/// What the parser found wrong. It takes a bare control character for an escape.
+const char* causeOf(const rapidjson::ParseResult& result, std::string_view source) {
+    if (result.Code() == rapidjson::kParseErrorStringEscapeInvalid &&
+        static_cast<unsigned char>(source[result.Offset()]) < ' ') {
+        return "A line break, tab or other control character in a string must be escaped.";
+    }
+    return rapidjson::GetParseError_En(result.Code());
+}
+
+[[noreturn]] void fail(const std::string& cause, const TextPosition& position) {
+    throw std::invalid_argument("line " + std::to_string(position.line) + ", column " +
+                                std::to_string(position.column) + ": " + cause);
+}
+
+}  // namespace
+
+void parseJson(char* text, size_t size, std::vector<JsonEntry>& entries) {
+    const std::string_view source(text, size - 1);
+    if (source.size() > std::numeric_limits<uint32_t>::max()) {
+        throw std::invalid_argument("The document is larger than 4 GiB.");
+    }
+    refuseOtherEncodings(source);
+    entries.reserve(source.size() / 6 + 1);  // a typical density; what is not touched costs nothing
+
+    SourceStream stream(text);
+    if (source.starts_with(UTF8_MARK)) {
+        stream.src_ += UTF8_MARK.size();
+    }
+    JsonEvents events(text, entries);
+    const rapidjson::ParseResult result = Parser().Parse<PARSE_FLAGS>(stream, events);
+    if (stream.loneSurrogate != SourceStream::NOWHERE) {
+        fail(rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid),
+             locate(source, stream.loneSurrogate, decodedRanges(entries, events, stream)));
+    }
+    if (result.IsError()) {
+        fail(causeOf(result, source),
+             locate(source, result.Offset(), decodedRanges(entries, events, stream)));
+    }
+    if (stream.Tell() != source.size()) {
+        fail("A zero byte stands behind the document.",
+             locate(source, stream.Tell(), decodedRanges(entries, events, stream)));
+    }
+}
+
+}  // namespace intake

@@ -1,0 +1,138 @@
+#include "formats/workbook/Sheet.h"
+
+#include <algorithm>
+#include <string>
+
+#include "formats/workbook/WorkbookFault.h"
+
+namespace intake {
+
+namespace {
+
+constexpr uint64_t OWN_TEXT = uint64_t{1} << 63;  // the text is the sheet's own
+
+// Beyond it a host would run out of memory: as many as a sheet of all rows and 64 columns holds.
+constexpr size_t MOST_CELLS = size_t{64} << 20;
+
+}  // namespace
+
+void Sheet::restart(size_t cells) {
+    own_.restart(0);
+    rows_.clear();
+    tags_.clear();
+    values_.clear();
+    tags_.reserve(cells);
+    values_.reserve(cells);
+    row_ = 0;
+    used_ = NOTHING;
+}
+
+void Sheet::beginRow(uint32_t number) {
+    if (number <= row_) {
+        throw WorkbookFault("has row " + std::to_string(number) + " after row " +
+                            std::to_string(row_));
+    }
+    if (number > MOST_ROWS) {
+        throw WorkbookFault("has a row " + std::to_string(number) + ", beyond the last there is");
+    }
+    row_ = number;
+    rows_.push_back({number, static_cast<uint32_t>(tags_.size())});
+    sorted_ = true;
+}
+
+void Sheet::use(uint32_t column) {
+    used_.firstRow = std::min(used_.firstRow, row_);
+    used_.lastRow = row_;
+    used_.firstColumn = std::min(used_.firstColumn, column);
+    used_.lastColumn = std::max(used_.lastColumn, column);
+}
+
+void Sheet::add(uint32_t column, CellKind kind, Value value) {
+    if (tags_.size() == MOST_CELLS) {
+        throw WorkbookFault("holds more than " + std::to_string(MOST_CELLS) + " cells");
+    }
+    use(column);
+    const bool first = tags_.size() == rows_.back().firstCell;
+    sorted_ = sorted_ && (first || tags_.back().column < column);
+    Tag tag{};
+    tag.column = static_cast<uint16_t>(column & (MOST_COLUMNS - 1));
+    tag.kind = static_cast<uint16_t>(static_cast<unsigned>(kind) & 3U);
+    tags_.push_back(tag);
+    values_.push_back(value);
+}
+
+void Sheet::addNumber(uint32_t column, CellKind kind, double number) {
+    add(column, kind, {.number = number});
+}
+
+void Sheet::addText(uint32_t column, std::string_view text) {
+    add(column, CellKind::TEXT, {.text = own_.add(text) | OWN_TEXT});
+}
+
+void Sheet::addSharedText(uint32_t column, size_t number) {
+    if (number >= shared_->size()) {
+        throw WorkbookFault("has a cell in row " + std::to_string(row_) +
+                            " that holds the shared text " + std::to_string(number) +
+                            ", but there are only " + std::to_string(shared_->size()));
+    }
+    add(column, CellKind::TEXT, {.text = number});
+}
+
+void Sheet::endRow() {
+    if (rows_.back().firstCell == tags_.size()) {
+        rows_.pop_back();
+    } else if (!sorted_) {
+        sortRow();
+    }
+}
+
+/// Puts the row's cells in order. Of two in one column the first remains.
+void Sheet::sortRow() {
+    const size_t start = rows_.back().firstCell;
+    std::vector<std::pair<Tag, Value>> cells;
+    for (size_t i = start; i < tags_.size(); ++i) {
+        cells.emplace_back(tags_[i], values_[i]);
+    }
+    std::stable_sort(cells.begin(), cells.end(), [](const auto& one, const auto& other) {
+        return one.first.column < other.first.column;
+    });
+    tags_.resize(start);
+    values_.resize(start);
+    for (const auto& [tag, value] : cells) {
+        if (tags_.size() == start || tags_.back().column != tag.column) {
+            tags_.push_back(tag);
+            values_.push_back(value);
+        }
+    }
+}
+
+std::optional<CellRange> Sheet::usedRange() const {
+    return used_.lastRow == 0 ? std::nullopt : std::optional(used_);
+}
+
+bool Sheet::cell(size_t row, uint32_t column, Cell& cell) const {
+    const size_t start = rows_[row].firstCell;
+    const size_t end = endOf(row);
+    // Mostly no cell of the row is missing.
+    size_t at = start + column - std::min<uint32_t>(column, tags_[start].column);
+    if (at >= end || tags_[at].column != column) {
+        const auto found =
+            std::lower_bound(tags_.begin() + static_cast<ptrdiff_t>(start),
+                             tags_.begin() + static_cast<ptrdiff_t>(end), column,
+                             [](const Tag& tag, uint32_t wanted) { return tag.column < wanted; });
+        at = static_cast<size_t>(found - tags_.begin());
+        if (at == end || tags_[at].column != column) {
+            return false;
+        }
+    }
+    cell.kind = static_cast<CellKind>(tags_[at].kind);
+    if (cell.kind != CellKind::TEXT) {
+        cell.number = values_[at].number;
+        return true;
+    }
+    const uint64_t text = values_[at].text;
+    cell.text = (text & OWN_TEXT) != 0 ? own_[text & ~OWN_TEXT] : (*shared_)[text];
+    return true;
+}
+
+}  // namespace intake

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <libxml/parser.h>
+
+#include <string>
+#include <string_view>
+
+#include "formats/source/EndMark.h"
+
+namespace intake {
+
+/// Builds libxml2's tree from its parser's events, leaving out text that is white space only (the
+/// library's own option for that keeps some) and marking text whose white space is to be kept. A
+/// DTD stops the parser. Made for one parse; installed into its context.
+class XmlBuilder {
+public:
+    /// Both are borrowed and outlive this object.
+    XmlBuilder(xmlParserCtxt* context, const EndMark& endMark);
+
+    /// What is wrong with the document, with its place; empty when nothing is.
+    const std::string& error() const { return error_; }
+
+    /// False, which is an error, when nobody waits for the document any more, or when it would take
+    /// hours.
+    bool wantsMore();
+
+private:
+    static XmlBuilder& of(void* context);
+
+    static void onText(void* context, const xmlChar* text, int length);
+    static void onCData(void* context, const xmlChar* text, int length);
+    static void onComment(void* context, const xmlChar* text);
+    static void onInstruction(void* context, const xmlChar* target, const xmlChar* data);
+    static void onStartElement(void* context, const xmlChar* name, const xmlChar* prefix,
+                               const xmlChar* uri, int namespaceCount, const xmlChar** namespaces,
+                               int attributeCount, int defaultedCount, const xmlChar** attributes);
+    static void onEndElement(void* context, const xmlChar* name, const xmlChar* prefix,
+                             const xmlChar* uri);
+    static void onDtd(void* context, const xmlChar* name, const xmlChar* externalId,
+                      const xmlChar* systemId);
+    static void onError(void* context, xmlError* error);
+
+    void endText();
+    void refuse(std::string_view reason);
+
+    xmlParserCtxt& context_;
+    const EndMark& endMark_;
+    std::string blank_;  // white space that may turn out to begin a text
+    bool inText_ = false;
+    std::string error_;  // the first one
+};
+
+}  // namespace intake

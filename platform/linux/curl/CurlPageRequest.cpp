@@ -1,0 +1,44 @@
+#include "platform/linux/curl/CurlPageRequest.h"
+
+#include <new>
+
+namespace intake {
+
+namespace {
+
+// Servers turn away what does not call itself a browser.
+constexpr const char* USER_AGENT = "Mozilla/5.0 (compatible; NXR/1.0)";
+
+}  // namespace
+
+CurlPageRequest::CurlPageRequest(const EndMark& endMark, size_t maxBytes)
+    : transfer_(endMark), body_(transfer_, maxBytes) {
+    if (!transfer_.isReady()) {
+        throw std::bad_alloc();
+    }
+    CURL* const transfer = transfer_.handle();
+    curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
+    curl_easy_setopt(transfer, CURLOPT_ACCEPT_ENCODING, "");  // whatever libcurl can unpack
+    curl_easy_setopt(transfer, CURLOPT_FAILONERROR, 1L);
+    curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, "http,https,ftp");
+}
+
+bool CurlPageRequest::fetch(const std::string& url, std::string& reason) {
+    // People write blanks and accents into addresses.
+    const CURLUcode parsed = curl_url_set(url_.get(), CURLUPART_URL, url.c_str(), CURLU_URLENCODE);
+    if (parsed != CURLUE_OK) {
+        reason = std::string("It is not a URL: ") + curl_url_strerror(parsed);
+        return false;
+    }
+    curl_easy_setopt(transfer_.handle(), CURLOPT_CURLU, url_.get());
+    transfer_.restart();
+    if (!transfer_.drive([] { return false; })) {
+        reason = "The load was given up";
+        return false;
+    }
+    body_.throwIfOutOfMemory();
+    reason = transfer_.result() == CURLE_OK ? "" : transfer_.reason();
+    return transfer_.result() == CURLE_OK;
+}
+
+}  // namespace intake

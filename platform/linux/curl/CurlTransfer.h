@@ -1,0 +1,92 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "formats/source/EndMark.h"
+#include "platform/linux/curl/curl_handles.h"
+
+namespace intake {
+
+/// One transfer by libcurl, driven step by step by its worker thread, so that a set end mark is
+/// noticed within a tenth of a second. It comes with what all transfers have in common: time
+/// limits, verified certificates, no proxy, not even the environment's. It does not move: libcurl
+/// keeps its address.
+class CurlTransfer {
+public:
+    /// `endMark` outlives this object.
+    explicit CurlTransfer(const EndMark& endMark);
+    ~CurlTransfer();
+    CurlTransfer(const CurlTransfer&) = delete;
+    CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+    /// False when the library could not supply what a transfer needs.
+    bool isReady() const { return handle_ != nullptr && driver_ != nullptr; }
+
+    /// To set options with.
+    CURL* handle() const { return handle_.get(); }
+
+    /// Begins from the start, whatever was under way.
+    void restart();
+
+    /// Runs the transfer until `enough` says so or it has ended. False when it was given up.
+    template <class Enough>
+    bool drive(Enough enough) {
+        while (!enough() && !done_) {
+            if (endMark_.isSet()) {
+                return false;
+            }
+            step();
+            if (!enough() && !done_) {
+                wait();
+            }
+        }
+        return true;
+    }
+
+    /// Whether the header of the response to the latest request has come whole.
+    bool hasResponded() const { return respondedAfter_ == redirects(); }
+
+    /// Whether what came last belongs to the header of an HTTP response.
+    bool isWithinHeader() const { return isWithinHeader_; }
+
+    /// How many redirects were followed so far.
+    long redirects() const;
+
+    /// Whether it failed because a redirect led where none may lead. (What answers without speaking
+    /// the protocol ends with the same code.)
+    bool refusedRedirect() const;
+
+    /// How it ended; CURLE_OK before.
+    CURLcode result() const { return result_; }
+
+    /// Why it failed.
+    std::string reason() const;
+
+    /// The charset that the server names for the body; empty when it names none.
+    std::string charset() const;
+
+private:
+    void setCommonOptions();
+    void noteHeader(std::string_view line);
+    void stayOnHttps();
+    static size_t onHeader(char* data, size_t size, size_t count, void* self);
+    void step();
+    void end(CURLcode result);
+    void wait();
+
+    const EndMark& endMark_;
+    std::array<char, CURL_ERROR_SIZE> reason_{};
+    CurlEasy handle_;
+    CurlMulti driver_;
+    static constexpr long NEVER = -1;
+    long respondedAfter_ = NEVER;  // redirects, when the latest header was complete
+    bool isWithinHeader_ = false;
+    bool done_ = true;
+    CURLcode result_ = CURLE_OK;
+};
+
+}  // namespace intake

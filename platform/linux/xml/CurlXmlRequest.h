@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/XmlDocument.h"
+#include "platform/linux/curl/CurlTransfer.h"
+#include "platform/linux/curl/ReceivedBody.h"
+
+namespace intake {
+
+/// A request for an XML document by libcurl. The whole body is kept in memory, up to 2 GB.
+class CurlXmlRequest final : public XmlRequest {
+public:
+    /// Throws PlatformError when libcurl cannot be set up.
+    explicit CurlXmlRequest(const EndMark& endMark);
+
+    void open(const std::string& url, const std::string* user,
+              const std::string* password) override;
+
+    /// White space around the name and the value does not count. The values of one name are joined
+    /// by commas.
+    void setHeader(const std::string& name, const std::string& value) override;
+
+    void send() override;
+
+    /// `document` is one of LinuxXmlServices.
+    void loadInto(XmlDocument& document) override;
+
+private:
+    struct Header {
+        std::string name, value;
+    };
+
+    void setCredentials(const std::string* user, const std::string* password);
+    void failUnlessComplete() const;
+
+    CurlTransfer transfer_;
+    ReceivedBody body_;
+    std::vector<Header> headers_;
+};
+
+}  // namespace intake

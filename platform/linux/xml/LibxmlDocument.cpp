@@ -1,0 +1,184 @@
+#include "platform/linux/xml/LibxmlDocument.h"
+
+#include <system_error>
+
+#include "formats/text/latin1.h"
+#include "formats/xml/xml_markup.h"
+#include "formats/xml/xml_text.h"
+#include "platform/linux/base/RegularFile.h"
+#include "platform/linux/base/com_failures.h"
+
+namespace intake {
+
+namespace {
+
+xmlNode* nodeOf(XmlDocument::Node node) {
+    return static_cast<xmlNode*>(node);
+}
+
+const xmlChar* toXml(const std::string& text) {
+    return reinterpret_cast<const xmlChar*>(text.c_str());
+}
+
+xmlNode* firstChild(XmlDocument::Node node) {
+    return nodeOf(node)->type == XML_NAMESPACE_DECL ? nullptr : nodeOf(node)->children;
+}
+
+XmlDoc emptyDocument() {
+    return XmlDoc(xmlNewDoc(nullptr));
+}
+
+}  // namespace
+
+LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
+    : encoding_(encoding), endMark_(endMark), document_(emptyDocument()) {}
+
+bool LibxmlDocument::replace(LoadedXml loaded) {
+    selection_.reset();
+    const bool success = loaded.document != nullptr;
+    document_ = success ? std::move(loaded.document) : emptyDocument();
+    reason_ = std::move(loaded.reason);
+    return success;
+}
+
+bool LibxmlDocument::loadFile(const std::string& path) {
+    try {
+        const RegularFile file(path);
+        return replace(loadXml(file, endMark_));
+    } catch (const std::system_error& error) {
+        const bool isOther = error.code() == std::errc::not_supported;
+        return replace({nullptr, isOther ? "It is not a file" : error.code().message()});
+    }
+}
+
+bool LibxmlDocument::loadText(std::string_view text) {
+    return loadText(text, "");
+}
+
+bool LibxmlDocument::loadText(std::string_view text, const std::string& charset) {
+    return replace(loadXml(TextSource(text), endMark_, charset));
+}
+
+std::string LibxmlDocument::parseErrorReason() {
+    std::string reason = reason_;
+    encode(reason, 0);
+    return reason;
+}
+
+void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
+    xpath_.setNamespaces(declarations);
+}
+
+bool LibxmlDocument::selectNodes(const std::string& expression) {
+    const XPathExpression compiled = xpath_.compile(expression);
+    xmlXPathOrderDocElems(document_.get());  // without it, sorting climbs the tree for each node
+    selection_ = select(compiled, reinterpret_cast<xmlNode*>(document_.get()));
+    return true;
+}
+
+XPathSelection LibxmlDocument::select(const XPathExpression& expression, xmlNode* from) {
+    raiseIfEnded(endMark_, LIBXML2);
+    return xpath_.select(expression, document_.get(), from);
+}
+
+size_t LibxmlDocument::selectedCount() {
+    return selection_ == nullptr
+               ? 0
+               : static_cast<size_t>(xmlXPathNodeSetGetLength(selection_->nodesetval));
+}
+
+XmlDocument::Node LibxmlDocument::selected(size_t position) {
+    return selection_->nodesetval->nodeTab[position];
+}
+
+void LibxmlDocument::setKeyExpression(const std::string& expression) {
+    key_ = xpath_.compile(expression);
+}
+
+bool LibxmlDocument::appendKeyText(Node row, std::string& out) {
+    const XPathSelection found = select(key_, nodeOf(row));
+    if (xmlXPathNodeSetIsEmpty(found->nodesetval)) {
+        return false;
+    }
+    appendText(found->nodesetval->nodeTab[0], out);
+    return true;
+}
+
+void LibxmlDocument::forEachChild(Node parent, const Visit& visit) {
+    for (xmlNode* child = firstChild(parent); child != nullptr; child = child->next) {
+        visit(child);
+    }
+}
+
+bool LibxmlDocument::isElement(Node node) {
+    return nodeOf(node)->type == XML_ELEMENT_NODE;
+}
+
+bool LibxmlDocument::hasElements(Node node) {
+    const xmlNode* child = firstChild(node);
+    while (child != nullptr && child->type != XML_ELEMENT_NODE) {
+        child = child->next;
+    }
+    return child != nullptr;
+}
+
+void LibxmlDocument::encode(std::string& text, size_t start) const {
+    if (encoding_ == TextEncoding::ISO_8859_1) {
+        narrowToLatin1(text, start);
+    }
+}
+
+void LibxmlDocument::append(Append write, Node node, std::string& out) const {
+    const size_t start = out.size();
+    write(nodeOf(node), out);
+    encode(out, start);
+}
+
+void LibxmlDocument::appendName(Node node, std::string& out) {
+    append(appendNodeName, node, out);
+}
+
+void LibxmlDocument::appendText(Node node, std::string& out) {
+    append(appendNodeText, node, out);
+}
+
+void LibxmlDocument::appendMarkup(Node node, std::string& out) {
+    append(appendNodeMarkup, node, out);
+}
+
+bool LibxmlDocument::attribute(Node element, const std::string& name, std::string& value) {
+    for (xmlAttr* each = nodeOf(element)->properties; each != nullptr; each = each->next) {
+        auto* const node = reinterpret_cast<xmlNode*>(each);
+        value.clear();
+        appendName(node, value);
+        if (value == name) {
+            value.clear();
+            appendText(node, value);
+            return true;
+        }
+    }
+    return false;
+}
+
+XmlDocument::Node LibxmlDocument::rootElement() {
+    return xmlDocGetRootElement(document_.get());
+}
+
+XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& name) {
+    if (xmlValidateName(toXml(name), 0) != 0) {
+        UNSPECIFIED.raise(LIBXML2, "An element cannot be named \"" + name + "\"");
+    }
+    return xmlAddChild(nodeOf(parent),
+                       xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr));
+}
+
+void LibxmlDocument::setText(Node element, const std::string& text) {
+    xmlNode* const node = nodeOf(element);
+    xmlFreeNodeList(node->children);
+    node->children = node->last = nullptr;
+    if (!text.empty()) {
+        keepSpace(xmlAddChild(node, xmlNewDocText(document_.get(), toXml(text))));
+    }
+}
+
+}  // namespace intake
