@@ -11,13 +11,13 @@
 #include "workbench/cobalt/Store.h"
 #include "workbench/cobaltlib/StoreField.h"
 #include "workbench/cobaltlib/StoreObserver.h"
-#include "workbench/lumo/Trace.h"
+#include "workbench/trace/Trace.h"
 
 namespace cobaltlib {
 
 class SceneStore final : public Cobalt {
 public:
-    explicit SceneStore(lumo::Trace& trace) : trace_(trace) {}
+    explicit SceneStore(tracing::Trace& trace) : trace_(trace) {}
 
     DataField* findField(const char* name, int32_t create, int32_t local) override;
     int32_t executeScript(const char* text, int32_t flags) override;
@@ -32,7 +32,7 @@ public:
     const cobalt::Store& core() const { return core_; }
 
 private:
-    lumo::Trace& trace_;
+    tracing::Trace& trace_;
     cobalt::Store core_;
     std::map<std::string, StoreField> faces_;  // made as they are asked for
     StoreObserver* observer_ = nullptr;

@@ -2,14 +2,14 @@
 
 #include "host/cobalt.h"
 #include "workbench/cobalt/Store.h"
-#include "workbench/lumo/Trace.h"
+#include "workbench/trace/Trace.h"
 
 namespace cobaltlib {
 
 /// A field of the store as the plugin sees it. Owned by its SceneStore; host's thread only.
 class StoreField final : public DataField {
 public:
-    StoreField(cobalt::Field& field, lumo::Trace& trace) : field_(field), trace_(trace) {}
+    StoreField(cobalt::Field& field, tracing::Trace& trace) : field_(field), trace_(trace) {}
 
     void setValue(const char* text) override {
         trace_.call("DataField::setValue", text);
@@ -20,7 +20,7 @@ public:
 
 private:
     cobalt::Field& field_;
-    lumo::Trace& trace_;
+    tracing::Trace& trace_;
 };
 
 }  // namespace cobaltlib

@@ -3,9 +3,9 @@
 
 #include "host/cobalt.h"
 #include "workbench/cobalt/Expression.h"
+#include "workbench/cobaltlib/Library.h"
 #include "workbench/cobaltlib/SceneStore.h"
 #include "workbench/cobaltlib/library_output.h"
-#include "workbench/lumo/Host.h"
 
 namespace {
 
@@ -19,8 +19,8 @@ Implementation& of(void* implementation) {
     return *static_cast<Implementation*>(implementation);
 }
 
-lumo::Trace& trace() {
-    return lumo::Host::current().trace;
+tracing::Trace& trace() {
+    return cobaltlib::Library::current().trace;
 }
 
 cobalt::MacroQuery macroQuery(DataVariableQuery* query) {
@@ -49,15 +49,16 @@ DataExpression::~DataExpression() {
 
 void DataExpression::setVariableQuery(DataVariableQuery* query) {
     trace().call("DataExpression::setVariableQuery",
-                 lumo::Bare{query != nullptr ? "query" : "null"});
+                 tracing::Bare{query != nullptr ? "query" : "null"});
     of(implementation_).query = query;
 }
 
 // Every name is read in the scene's one store, so the host field makes no difference here.
 void DataExpression::setHostField(Cobalt* store, DataField* field) {
     const auto* known = dynamic_cast<cobaltlib::StoreField*>(field);
-    trace().call("DataExpression::setHostField", lumo::Bare{store != nullptr ? "Cobalt" : "null"},
-                 lumo::Bare{known != nullptr ? std::string_view(known->name()) : "null"});
+    trace().call("DataExpression::setHostField",
+                 tracing::Bare{store != nullptr ? "Cobalt" : "null"},
+                 tracing::Bare{known != nullptr ? std::string_view(known->name()) : "null"});
 }
 
 int32_t DataExpression::parse(const char* text) {
@@ -73,8 +74,8 @@ int32_t DataExpression::parse(const char* text) {
 int32_t DataExpression::executeExtended(Cobalt* store, DataCommandFunction command, int32_t flags) {
     const bool known = command == &_api__lumo_send_command;
     trace().call("DataExpression::executeExtended",
-                 lumo::Bare{store != nullptr ? "Cobalt" : "null"},
-                 lumo::Bare{known ? "_api__lumo_send_command" : "function"}, flags);
+                 tracing::Bare{store != nullptr ? "Cobalt" : "null"},
+                 tracing::Bare{known ? "_api__lumo_send_command" : "function"}, flags);
     auto* scene = dynamic_cast<cobaltlib::SceneStore*>(store);
     if (scene == nullptr) return 0;
     Implementation& self = of(implementation_);

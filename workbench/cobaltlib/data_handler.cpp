@@ -3,68 +3,68 @@
 // those are traced and have no further effect.
 
 #include "host/cobalt.h"
-#include "workbench/lumo/Host.h"
+#include "workbench/cobaltlib/Library.h"
 
 namespace {
 
-lumo::Host& host() {
-    return lumo::Host::current();
+cobaltlib::Library& library() {
+    return cobaltlib::Library::current();
 }
 
 }  // namespace
 
 IDataHandler::IDataHandler() : implementation_(nullptr) {}
 IDataHandler::~IDataHandler() {
-    host().library.boundFields.erase(this);
+    library().boundFields.erase(this);
 }
 
 void IDataHandler::init(int32_t container) {
-    host().trace.call("IDataHandler::init", container);
+    library().trace.call("IDataHandler::init", container);
 }
 
 Cobalt* IDataHandler::getCobalt() {
-    host().trace.call("IDataHandler::getCobalt");
-    return &host().store;
+    library().trace.call("IDataHandler::getCobalt");
+    return &library().store;
 }
 
 DataField* IDataHandler::getField() {
-    host().trace.call("IDataHandler::getField");
-    return host().store.face(host().library.boundFields[this]);
+    library().trace.call("IDataHandler::getField");
+    return library().store.face(library().boundFields[this]);
 }
 
 void IDataHandler::setNotifyOnValueChange(int32_t on) {
-    host().trace.call("IDataHandler::setNotifyOnValueChange", on);
+    library().trace.call("IDataHandler::setNotifyOnValueChange", on);
 }
 
 void IDataHandler::setUseConvTable(int32_t on) {
-    host().trace.call("IDataHandler::setUseConvTable", on);
+    library().trace.call("IDataHandler::setUseConvTable", on);
 }
 
 void IDataHandler::setConvTableNmae(const char* name) {
-    host().trace.call("IDataHandler::setConvTableNmae", name);
+    library().trace.call("IDataHandler::setConvTableNmae", name);
 }
 
 void IDataHandler::refresh() {
-    host().trace.call("IDataHandler::refresh");
-    const std::string name = host().library.boundFields[this];
-    const cobalt::Field* field = host().store.core().find(name);
+    library().trace.call("IDataHandler::refresh");
+    const std::string name = library().boundFields[this];
+    const cobalt::Field* field = library().store.core().find(name);
     auto* handler = dynamic_cast<lumoDataHandler*>(this);
     if (field == nullptr || handler == nullptr) return;
     handler->onDataChange(name.c_str(), field->value().text().c_str());
 }
 
 void lumoPluginData::setLocalContainer() {
-    host().trace.call("lumoPluginData::setLocalContainer");
-    container = host().runningContainer;
+    library().trace.call("lumoPluginData::setLocalContainer");
+    container = library().runningContainer;
 }
 
 void lumoPluginData::setLocalScene() {
-    host().trace.call("lumoPluginData::setLocalScene");
-    scene = host().scene;
+    library().trace.call("lumoPluginData::setLocalScene");
+    scene = library().scene;
 }
 
 void lumoPluginData::setRemoteContainer(const char* name) {
-    host().trace.call("lumoPluginData::setRemoteContainer", name);
+    library().trace.call("lumoPluginData::setRemoteContainer", name);
 }
 
 lumoDataHandler::lumoDataHandler() = default;
@@ -85,25 +85,25 @@ const char* lumoDataHandler::parseMacro(const char*) {
 }
 
 void lumoDataHandler::Register(const char* field, int32_t flag) {
-    host().trace.call("lumoDataHandler::Register", field, flag);
-    host().library.boundFields[this] = field;
+    library().trace.call("lumoDataHandler::Register", field, flag);
+    library().boundFields[this] = field;
 }
 
 void lumoDataHandler::RegisterField(const char* field, int32_t flag) {
-    host().trace.call("lumoDataHandler::RegisterField", field, flag);
-    host().library.boundFields[this] = field;
+    library().trace.call("lumoDataHandler::RegisterField", field, flag);
+    library().boundFields[this] = field;
 }
 
 void lumoDataHandler::Unregister() {
-    host().trace.call("lumoDataHandler::Unregister");
-    host().library.boundFields.erase(this);
+    library().trace.call("lumoDataHandler::Unregister");
+    library().boundFields.erase(this);
 }
 
 void lumoDataHandler::initContainer() {
-    host().trace.call("lumoDataHandler::initContainer");
+    library().trace.call("lumoDataHandler::initContainer");
 }
 
 Cobalt* IDataHandlerImpl::getCobalt(int32_t scene, bool create) {
-    host().trace.call("IDataHandlerImpl::getCobalt", scene, create ? 1 : 0);
-    return scene == host().scene ? &host().store : nullptr;
+    library().trace.call("IDataHandlerImpl::getCobalt", scene, create ? 1 : 0);
+    return scene == library().scene ? &library().store : nullptr;
 }

@@ -7,12 +7,11 @@
 #include <cstdint>
 
 #include "workbench/cobaltlib/Library.h"
-#include "workbench/cobaltlib/SceneStore.h"
 #include "workbench/lumo/Editor.h"
 #include "workbench/lumo/Objects.h"
 #include "workbench/lumo/ParameterTable.h"
 #include "workbench/lumo/SharedMemories.h"
-#include "workbench/lumo/Trace.h"
+#include "workbench/trace/Trace.h"
 
 namespace lumo {
 
@@ -25,15 +24,15 @@ public:
 
     static Host& current();
 
-    Trace trace;
+    tracing::Trace trace;
     ParameterTable parameters;
     Editor editor;
     Objects objects;
     int32_t scene;
     int32_t runningContainer = noObject;  // of the instance that is being called
     SharedMemories memories;
-    cobaltlib::SceneStore store{trace};
-    cobaltlib::Library library;
+    cobaltlib::Library library{trace, scene, runningContainer};
+    cobaltlib::SceneStore& store = library.store;
     int32_t fontEncoding = 1;
 };
 

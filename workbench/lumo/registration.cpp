@@ -10,7 +10,7 @@ namespace {
 
 constexpr int32_t unlimitedTextCapacity = 4096;  // of the kinds that register no maximum
 
-lumo::Trace& trace() {
+tracing::Trace& trace() {
     return lumo::Host::current().trace;
 }
 lumo::ParameterTable& parameters() {

@@ -10,7 +10,7 @@ namespace {
 lumo::Host& host() {
     return lumo::Host::current();
 }
-lumo::Trace& trace() {
+tracing::Trace& trace() {
     return host().trace;
 }
 

@@ -1,8 +1,8 @@
-#include "workbench/lumo/Trace.h"
+#include "workbench/trace/Trace.h"
 
 #include <charconv>
 
-namespace lumo {
+namespace tracing {
 
 namespace {
 
@@ -92,4 +92,4 @@ void Trace::append(Bare object) {
     text_ += object.name;
 }
 
-}  // namespace lumo
+}  // namespace tracing

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace lumo {
+namespace tracing {
 
 /// An argument that is written without quotes: the name of an object or of a function.
 struct Bare {
@@ -51,4 +51,4 @@ private:
 /// The text between double quotes, with line ends, tabs, quotes and backslashes escaped.
 std::string quoted(std::string_view text);
 
-}  // namespace lumo
+}  // namespace tracing
