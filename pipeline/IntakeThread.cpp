@@ -1,6 +1,7 @@
 #include "pipeline/IntakeThread.h"
 
 #include <atomic>
+#include <mutex>
 
 #include "pipeline/WorkerState.h"
 
@@ -55,7 +56,7 @@ bool IntakeThread::DeliverOneAnswer() {
     if (results.count() == 0 || !results.mutex().tryLock()) {
         return false;
     }
-    const HeldMutex held(results.mutex());
+    const std::lock_guard held(results.mutex(), std::adopt_lock);
     const bool overflowed = results.count() > CircBuffer<IntakeCommand>::CAPACITY;
     IntakeCommand& answer = results.take();
     if (const std::shared_ptr<IntakeClient> client = answer.client.lock()) {

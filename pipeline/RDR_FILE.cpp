@@ -1,6 +1,6 @@
 #include "pipeline/RDR_FILE.h"
 
-#include "pipeline/system_error.h"
+#include "pipeline/messages.h"
 
 namespace intake {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "pipeline/console.h"
+#include "pipeline/messages.h"
 #include "pipeline/url.h"
 
 namespace intake {

@@ -1,10 +1,11 @@
 #include "pipeline/WorkerState.h"
 
+#include <mutex>
 #include <new>
 #include <sstream>
 
-#include "pipeline/com_error_report.h"
 #include "pipeline/command_text.h"
+#include "pipeline/error_reports.h"
 
 namespace intake {
 
@@ -73,7 +74,7 @@ bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string
     if (requests.count() == 0 || !requests.mutex().tryLock()) {
         return false;
     }
-    const HeldMutex held(requests.mutex());
+    const std::lock_guard held(requests.mutex(), std::adopt_lock);
     const IntakeCommand& request = requests.take();
     client = request.client.lock();
     if (client != nullptr) {
@@ -87,7 +88,7 @@ void WorkerState::put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds
     while (!ring.mutex().lock()) {
         clock.sleep(retryAfter);
     }
-    const HeldMutex held(ring.mutex());
+    const std::lock_guard held(ring.mutex(), std::adopt_lock);
     ring.reserve() = std::move(entry);
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "formats/text/trim.h"
+
 namespace intake {
 
 namespace {
@@ -16,7 +18,7 @@ constexpr uint16_t HTTPS_PORT = 443;
 
 /// The number that a text begins with, behind white space and a sign.
 uint16_t toPort(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    text = trimmedStart(text, " \t\n\v\f\r");
     text.remove_prefix(text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
     long port = 0;
     const auto parsed = std::from_chars(text.data(), text.data() + text.size(), port);

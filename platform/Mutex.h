@@ -18,16 +18,4 @@ public:
     virtual void unlock() = 0;
 };
 
-/// Holds a mutex that is held already until the end of the scope.
-class HeldMutex {
-public:
-    explicit HeldMutex(Mutex& mutex) : mutex_(mutex) {}
-    ~HeldMutex() { mutex_.unlock(); }
-    HeldMutex(const HeldMutex&) = delete;
-    HeldMutex& operator=(const HeldMutex&) = delete;
-
-private:
-    Mutex& mutex_;
-};
-
 }  // namespace intake

@@ -37,7 +37,8 @@ struct Node {
     bool isOpen : 1 = false;
     bool isFormatting : 1 = false;
 
-    /// The number of the searched text that the inner text is known not to be; see inner_text.h.
+    /// Of a search by inner text: the SearchedText::number from which this element's text is known
+    /// to differ; see inner_text.h.
     mutable uint32_t textKnownToDiffer = 0;
 
     bool isHtml(Tag which) const { return tag == which && space == Namespace::HTML; }

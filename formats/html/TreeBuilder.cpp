@@ -164,16 +164,16 @@ Node* TreeBuilder::createElement(std::string_view name, Tag tag, Attribute* attr
     return element;
 }
 
-TreeBuilder::Place TreeBuilder::appropriatePlace(Node* target) const {
+TreeBuilder::InsertionLocation TreeBuilder::insertionLocation(Node* target) const {
     target = target == nullptr ? open_.current() : target;
     if (fosterParenting_ && target->space == Namespace::HTML && has(target->tag, TABLE_PART)) {
-        return fosterPlace();
+        return fosterLocation();
     }
     return {target->content != nullptr ? target->content : target, nullptr};
 }
 
 /// Where what may not stand in a table goes: in front of it.
-TreeBuilder::Place TreeBuilder::fosterPlace() const {
+TreeBuilder::InsertionLocation TreeBuilder::fosterLocation() const {
     const size_t lastTemplate = open_.findLast(Tag::TEMPLATE);
     const size_t lastTable = open_.findLast(Tag::TABLE);
     const bool isTableOpen = lastTable != OpenElements::NOWHERE;
@@ -192,8 +192,8 @@ TreeBuilder::Place TreeBuilder::fosterPlace() const {
 
 Node* TreeBuilder::insertElement(const Token& token, Namespace space) {
     Node* const element = createElement(token.text, token.tag, token.attributes, space);
-    const Place place = appropriatePlace();
-    element->moveTo(place.parent, place.before);
+    const InsertionLocation location = insertionLocation();
+    element->moveTo(location.parent, location.before);
     open(element);
     return element;
 }
@@ -223,8 +223,9 @@ void TreeBuilder::insertText(std::string_view text) {
     if (text.empty()) {
         return;
     }
-    const Place place = appropriatePlace();
-    Node* const before = place.before == nullptr ? place.parent->lastChild : place.before->previous;
+    const InsertionLocation location = insertionLocation();
+    Node* const before =
+        location.before == nullptr ? location.parent->lastChild : location.before->previous;
     if (before != nullptr && before->type == NodeType::TEXT &&
         before->text.data() + before->text.size() == text.data()) {
         before->text = {before->text.data(), before->text.size() + text.size()};
@@ -232,14 +233,15 @@ void TreeBuilder::insertText(std::string_view text) {
     }
     Node* const node = createNode(NodeType::TEXT);
     node->text = text;
-    node->moveTo(place.parent, place.before);
+    node->moveTo(location.parent, location.before);
 }
 
 void TreeBuilder::insertComment(const Token& token, Node* parent) {
-    const Place place = parent == nullptr ? appropriatePlace() : Place{parent, nullptr};
+    const InsertionLocation location =
+        parent == nullptr ? insertionLocation() : InsertionLocation{parent, nullptr};
     Node* const comment = createNode(NodeType::COMMENT);
     comment->text = token.text;
-    comment->moveTo(place.parent, place.before);
+    comment->moveTo(location.parent, location.before);
 }
 
 void TreeBuilder::readTextOf(const Token& token, Tokenizer::TextMode mode) {

@@ -29,7 +29,7 @@ public:
 private:
     using Mode = void (TreeBuilder::*)(Token&);
 
-    struct Place {
+    struct InsertionLocation {
         Node* parent;
         Node* before;
     };
@@ -44,8 +44,8 @@ private:
     Node* createNode(NodeType type);
     Node* createElement(std::string_view name, Tag tag, Attribute* attributes,
                         Namespace space = Namespace::HTML);
-    Place appropriatePlace(Node* target = nullptr) const;
-    Place fosterPlace() const;
+    InsertionLocation insertionLocation(Node* target = nullptr) const;
+    InsertionLocation fosterLocation() const;
     Node* insertElement(const Token& token, Namespace space = Namespace::HTML);
     Node* insertElement(Tag tag);
     void insertVoidElement(const Token& token);

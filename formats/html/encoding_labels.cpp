@@ -1,4 +1,4 @@
-#include "formats/html/encoding_labels.h"
+#include "formats/html/page_encoding.h"
 
 #include <algorithm>
 #include <iterator>

@@ -29,9 +29,9 @@ private:
     std::string& out_;
 };
 
-/// Takes the text by comparing it. What is entered before there is any text has, from its own
-/// beginning, the text that the root has. So it need not be walked again, unless it ends where all
-/// that was expected has come.
+/// Takes the text by comparing it with an expected one. An element whose text begins where that of
+/// the root begins can equal the expected text only if it ends where that has come whole; any other
+/// is marked as different, so that a later search does not walk through it again.
 class Comparing {
 public:
     explicit Comparing(const SearchedText& expected)
@@ -72,11 +72,11 @@ bool isCell(const Node& node) {
     return node.isHtml(Tag::TD) || node.isHtml(Tag::TH);
 }
 
-/// The next sibling that is such; null when there is none.
-template <class IsSuch>
-const Node* nextSuch(const Node& node, IsSuch isSuch) {
+/// The next sibling that meets a condition; null when there is none.
+template <class Condition>
+const Node* nextSibling(const Node& node, Condition condition) {
     const Node* next = node.next;
-    while (next != nullptr && !isSuch(*next)) {
+    while (next != nullptr && !condition(*next)) {
         next = next->next;
     }
     return next;
@@ -87,11 +87,11 @@ bool isLastRow(const Node& row) {
     const auto hasRow = [isRow](const Node& node) {
         const Node* const first = node.firstChild;
         return isRow(node) || (first != nullptr && has(node.tag, TABLE_PART) &&
-                               (isRow(*first) || nextSuch(*first, isRow) != nullptr));
+                               (isRow(*first) || nextSibling(*first, isRow) != nullptr));
     };
-    return nextSuch(row, isRow) == nullptr &&
+    return nextSibling(row, isRow) == nullptr &&
            (row.parent == nullptr || row.parent->isHtml(Tag::TABLE) ||
-            nextSuch(*row.parent, hasRow) == nullptr);
+            nextSibling(*row.parent, hasRow) == nullptr);
 }
 
 template <class Sink>
@@ -173,7 +173,7 @@ private:
         if (isCell(element)) {
             isLineStart_ = true;
             isSpacePending_ = false;
-            return nextSuch(element, isCell) == nullptr || separator("\t");
+            return nextSibling(element, isCell) == nullptr || separator("\t");
         }
         return !element.isHtml(Tag::TR) || isLastRow(element) || lineBreak();
     }

@@ -7,7 +7,6 @@
 
 #include "formats/html/PageError.h"
 #include "formats/html/characters.h"
-#include "formats/html/encoding_labels.h"
 #include "formats/text/byte_order_mark.h"
 #include "formats/text/trim.h"
 #include "formats/text/utf8.h"

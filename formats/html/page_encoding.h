@@ -13,4 +13,8 @@ std::string decodePage(std::string bytes, std::string_view charset);
 /// The label that the page's meta elements give its encoding; empty when there is none.
 std::string encodingOfMeta(std::string_view page);
 
+/// The encoding that browsers take a label for, by its name for iconv; empty when they know none.
+/// The label is in lower case, and one word.
+std::string_view encodingOfLabel(std::string_view label);
+
 }  // namespace intake::html

@@ -133,13 +133,13 @@ bool TreeBuilder::startBlock(Token& token) {
 
 void TreeBuilder::startListItem(Token& token) {
     framesetAllowed_ = false;
-    const auto isSuch = [&](const Node& node) {
+    const auto isOpenItem = [&](const Node& node) {
         return node.space == Namespace::HTML &&
                (token.tag == Tag::LI ? node.tag == Tag::LI : isOneOf(node.tag, Tag::DD, Tag::DT));
     };
     for (size_t place = open_.size(); place > 0; --place) {
         const Node& node = *open_.at(place - 1);
-        if (isSuch(node)) {
+        if (isOpenItem(node)) {
             closeThrough(node.tag);
             break;
         }

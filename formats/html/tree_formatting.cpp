@@ -54,8 +54,8 @@ Node* TreeBuilder::copyOf(const Node& element) {
 
 Node* TreeBuilder::insertCopy(const Node& element) {
     Node* const copy = copyOf(element);
-    const Place place = appropriatePlace();
-    copy->moveTo(place.parent, place.before);
+    const InsertionLocation location = insertionLocation();
+    copy->moveTo(location.parent, location.before);
     open(copy);
     return copy;
 }
@@ -123,8 +123,8 @@ void TreeBuilder::moveBlockOutOf(Node* formatting, size_t formattingPlace, size_
         last->moveTo(node);
         last = node;
     }
-    const Place place = appropriatePlace(ancestor);
-    last->moveTo(place.parent, place.before);
+    const InsertionLocation location = insertionLocation(ancestor);
+    last->moveTo(location.parent, location.before);
 
     Node* const copy = copyOf(*formatting);
     while (block->firstChild != nullptr) {

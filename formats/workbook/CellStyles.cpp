@@ -7,7 +7,7 @@ namespace intake {
 
 namespace {
 
-enum Place : ElementPath::Place { OUTSIDE, STYLES, FORMATS, FORMAT, CELL_STYLES, CELL_STYLE };
+enum State : ElementPath::State { OUTSIDE, STYLES, FORMATS, FORMAT, CELL_STYLES, CELL_STYLE };
 
 constexpr std::array<ElementPath::Step, 5> STEPS{{
     {OUTSIDE, "styleSheet", STYLES},
@@ -28,12 +28,12 @@ void CellStyles::startDocument() {
 }
 
 void CellStyles::startElement(std::string_view name, const XmlAttributes& attributes) {
-    const auto place = path_.enter(name);
-    if (place != FORMAT && place != CELL_STYLE) {
+    const auto state = path_.enter(name);
+    if (state != FORMAT && state != CELL_STYLE) {
         return;
     }
     const size_t format = parseIndex(attributes.value("numFmtId")).value_or(0);
-    if (place == FORMAT) {
+    if (state == FORMAT) {
         customFormats_[format] = isDateFormat(attributes.value("formatCode"));
         return;
     }

@@ -6,7 +6,7 @@ namespace intake {
 
 namespace {
 
-enum Place : ElementPath::Place { OUTSIDE, LIST, RELATIONSHIP };
+enum State : ElementPath::State { OUTSIDE, LIST, RELATIONSHIP };
 
 constexpr std::array<ElementPath::Step, 2> STEPS{{
     {OUTSIDE, "Relationships", LIST},

@@ -6,7 +6,7 @@ namespace intake {
 
 namespace {
 
-enum Place : ElementPath::Place { OUTSIDE, STRINGS, STRING, RUN, TEXT };
+enum State : ElementPath::State { OUTSIDE, STRINGS, STRING, RUN, TEXT };
 
 constexpr std::array<ElementPath::Step, 5> STEPS{{
     {STRINGS, "si", STRING},
@@ -40,7 +40,7 @@ bool SharedStrings::endElement() {
 }
 
 void SharedStrings::text(std::string_view text) {
-    if (path_.place() == TEXT) {
+    if (path_.state() == TEXT) {
         text_.append(text);
     }
 }

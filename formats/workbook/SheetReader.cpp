@@ -8,7 +8,7 @@ namespace intake {
 
 namespace {
 
-enum Place : ElementPath::Place {
+enum State : ElementPath::State {
     OUTSIDE,
     WORKSHEET,
     SHEET_DATA,
@@ -77,18 +77,18 @@ void SheetReader::startElement(std::string_view name, const XmlAttributes& attri
 }
 
 bool SheetReader::endElement() {
-    const auto place = path_.leave();
-    if (place == CELL) {
+    const auto state = path_.leave();
+    if (state == CELL) {
         endCell();
-    } else if (place == ROW) {
+    } else if (state == ROW) {
         sheet_.endRow();
     }
-    return place != SHEET_DATA;
+    return state != SHEET_DATA;
 }
 
 void SheetReader::text(std::string_view text) {
-    const auto place = path_.place();
-    if (place == VALUE || place == INLINE_TEXT) {
+    const auto state = path_.state();
+    if (state == VALUE || state == INLINE_TEXT) {
         value_.append(text);
     }
 }
@@ -196,7 +196,7 @@ void SheetReader::addDate() {
     }
 }
 
-/// Stands here, where the compiler sees what the scanner calls for every cell.
+// In this file, so that the compiler can inline the functions above into the scanner.
 bool SheetReader::read(const ZipArchive& archive, const ZipEntry& part, const EndMark& endMark) {
     readLargePart(archive, part, "</row>", *this, endMark);
     return worksheet_;

@@ -6,7 +6,7 @@ namespace intake {
 
 namespace {
 
-enum Place : ElementPath::Place { OUTSIDE, WORKBOOK, PROPERTIES, SHEETS, SHEET, NAMES, NAME };
+enum State : ElementPath::State { OUTSIDE, WORKBOOK, PROPERTIES, SHEETS, SHEET, NAMES, NAME };
 
 constexpr std::array<ElementPath::Step, 6> STEPS{{
     {OUTSIDE, "workbook", WORKBOOK},
@@ -29,16 +29,16 @@ void WorkbookIndex::startDocument() {
 }
 
 void WorkbookIndex::startElement(std::string_view name, const XmlAttributes& attributes) {
-    const auto place = path_.enter(name);
-    if (place == WORKBOOK) {
+    const auto state = path_.enter(name);
+    if (state == WORKBOOK) {
         workbook_ = true;
-    } else if (place == PROPERTIES) {
+    } else if (state == PROPERTIES) {
         const std::string_view from1904 = attributes.value("date1904");
         from1904_ = from1904 == "1" || from1904 == "true";
-    } else if (place == SHEET) {
+    } else if (state == SHEET) {
         sheets_.push_back(
             {std::string(attributes.value("name")), std::string(attributes.value(":id"))});
-    } else if (place == NAME) {
+    } else if (state == NAME) {
         names_.push_back({std::string(attributes.value("name")), "",
                           parseIndex(attributes.value("localSheetId"))});
     }
@@ -50,7 +50,7 @@ bool WorkbookIndex::endElement() {
 }
 
 void WorkbookIndex::text(std::string_view text) {
-    if (path_.place() == NAME) {
+    if (path_.state() == NAME) {
         names_.back().reference.append(text);
     }
 }

@@ -6,7 +6,6 @@
 #include "formats/text/ascii.h"
 #include "formats/workbook/WorkbookFault.h"
 #include "formats/workbook/foreign_file.h"
-#include "formats/workbook/little_endian.h"
 #include "formats/workbook/zip_directory.h"
 
 namespace intake {

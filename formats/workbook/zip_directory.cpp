@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "formats/workbook/WorkbookFault.h"
-#include "formats/workbook/little_endian.h"
 
 namespace intake {
 

@@ -1,11 +1,12 @@
 #include "formats/xml/xml_load.h"
 
 #include <array>
+#include <cstdint>
+#include <exception>
 #include <new>
 
 #include "formats/text/byte_order_mark.h"
 #include "formats/xml/XmlBuilder.h"
-#include "formats/xml/XmlInput.h"
 
 namespace intake {
 
@@ -27,6 +28,52 @@ bool isKnown(const std::string& charset) {
 struct ContextDeleter {
     void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
 };
+
+/// What a parser reads from, piece by piece. Made for one parse; borrows both.
+class XmlInput {
+public:
+    /// Reads from `offset` on, as long as the builder wants more.
+    XmlInput(const ByteSource& source, uint64_t offset, XmlBuilder& builder)
+        : source_(source), offset_(offset), builder_(builder) {}
+
+    /// What libxml2 calls; `input` is an XmlInput.
+    static int onRead(void* input, char* buffer, int capacity);
+
+    /// Throws again what the source threw, since nothing may fly through the library.
+    void throwFailure() const;
+
+private:
+    int read(char* buffer, int capacity);
+
+    const ByteSource& source_;
+    uint64_t offset_;
+    XmlBuilder& builder_;
+    std::exception_ptr failure_;
+};
+
+int XmlInput::onRead(void* input, char* buffer, int capacity) {
+    return static_cast<XmlInput*>(input)->read(buffer, capacity);
+}
+
+int XmlInput::read(char* buffer, int capacity) {
+    if (!builder_.wantsMore()) {
+        return -1;
+    }
+    try {
+        const size_t length = source_.read(offset_, buffer, static_cast<size_t>(capacity));
+        offset_ += length;
+        return static_cast<int>(length);
+    } catch (...) {
+        failure_ = std::current_exception();
+        return -1;
+    }
+}
+
+void XmlInput::throwFailure() const {
+    if (failure_ != nullptr) {
+        std::rethrow_exception(failure_);
+    }
+}
 
 /// `encoding` is null when the document itself says it.
 LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,

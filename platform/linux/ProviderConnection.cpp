@@ -25,16 +25,13 @@ bool isWorkbook(const ConnectionString& connection) {
            startsWithIgnoringCase(extended.properties().front().key, "Excel");
 }
 
-}  // namespace
-
-void ProviderConnection::open(const std::string& connectionString) {
+std::unique_ptr<OpenConnection> openConnection(const std::string& text, const EndMark& endMark) {
     try {
-        if (isWorkbook(ConnectionString::parse(connectionString))) {
-            provider_ = std::make_unique<WorkbookConnection>(endMark_);
-        } else {
-            provider_ = std::make_unique<OdbcConnection>(endMark_);
+        const auto connection = ConnectionString::parse(text);
+        if (isWorkbook(connection)) {
+            return std::make_unique<WorkbookConnection>(connection, endMark);
         }
-        provider_->open(connectionString);
+        return std::make_unique<OdbcConnection>(connection, endMark);
     } catch (const ProviderNotFound& error) {
         NO_PROVIDER.raise(SOURCE, error.what());
     } catch (const ConnectionStringError& error) {
@@ -42,12 +39,31 @@ void ProviderConnection::open(const std::string& connectionString) {
     }
 }
 
-std::unique_ptr<Recordset> ProviderConnection::openRecordset(const std::string& query) {
-    return provider_->openRecordset(query);
+}  // namespace
+
+template <class Step>
+void ProviderConnection::keepErrors(Step step) {
+    errors_.clear();
+    try {
+        step();
+    } catch (const ConnectionFailure& failure) {
+        errors_ = failure.errors();
+        throw;
+    }
 }
 
-std::vector<Connection::Error> ProviderConnection::errors() {
-    return provider_ == nullptr ? std::vector<Error>() : provider_->errors();
+void ProviderConnection::open(const std::string& connectionString) {
+    keepErrors([&] { connection_ = openConnection(connectionString, endMark_); });
+}
+
+std::unique_ptr<Recordset> ProviderConnection::openRecordset(const std::string& query) {
+    std::unique_ptr<Recordset> records;
+    keepErrors([&] { records = connection_->openRecordset(query); });
+    return records;
+}
+
+std::unique_ptr<Connection> LinuxDatabases::createConnection(const EndMark& endMark) {
+    return std::make_unique<ProviderConnection>(endMark);
 }
 
 }  // namespace intake

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "formats/source/EndMark.h"
 #include "platform/Database.h"
+#include "platform/linux/base/OpenConnection.h"
 
 namespace intake {
 
@@ -14,11 +14,22 @@ public:
 
     void open(const std::string& connectionString) override;
     std::unique_ptr<Recordset> openRecordset(const std::string& query) override;
-    std::vector<Error> errors() override;
+    std::vector<Error> errors() override { return errors_; }
 
 private:
+    template <class Step>
+    void keepErrors(Step step);
+
     const EndMark& endMark_;
-    std::unique_ptr<Connection> provider_;  // none before a provider is found
+    std::vector<Error> errors_;  // of the last step
+    std::unique_ptr<OpenConnection> connection_;
+};
+
+/// Databases by way of the drivers that the user has, and workbooks. The connection string decides
+/// when a connection is opened.
+class LinuxDatabases final : public DatabaseServices {
+public:
+    std::unique_ptr<Connection> createConnection(const EndMark& endMark) override;
 };
 
 }  // namespace intake

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowsMutex.h"
 
-#include "platform/windows/base/last_error.h"
+#include "platform/windows/base/system_message.h"
 
 namespace intake {
 

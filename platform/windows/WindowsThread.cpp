@@ -1,7 +1,7 @@
 #include "platform/windows/WindowsThread.h"
 
 #include "platform/windows/ProcessLocks.h"
-#include "platform/windows/base/last_error.h"
+#include "platform/windows/base/system_message.h"
 
 namespace intake {
 

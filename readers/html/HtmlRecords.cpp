@@ -39,12 +39,12 @@ bool HtmlRecords::write(std::string& error) {
 }
 
 bool HtmlRecords::isTooLarge(std::string& error) const {
-    const bool isSuch = script_.size() > MAX_BYTES;
-    if (isSuch) {
+    const bool isLarge = script_.size() > MAX_BYTES;
+    if (isLarge) {
         error += "HTML: The rows of the table become larger than " + std::to_string(MAX_MEGABYTES) +
                  " MB";
     }
-    return isSuch;
+    return isLarge;
 }
 
 void HtmlRecords::readNames() {

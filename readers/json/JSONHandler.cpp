@@ -26,7 +26,7 @@ std::string uniqueUrl(const std::string& url) {
 void writeScript(const JsonDocument& document, const RequestRecord& request, std::string& script) {
     if (request.xpath.empty()) {
         JsonWalker(document, script)
-            .walk(JsonDocument::ROOT, request.table, JsonWalker::Place::MEMBER);
+            .walk(JsonDocument::ROOT, request.table, JsonWalker::Role::MEMBER);
         return;
     }
     const auto nodes = selectNodes(document, parsePath(request.xpath));

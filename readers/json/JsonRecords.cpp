@@ -6,7 +6,7 @@
 
 namespace intake {
 
-using Place = JsonWalker::Place;
+using Role = JsonWalker::Role;
 
 JsonRecords::JsonRecords(const JsonDocument& document, const Nodes& nodes,
                          const RequestRecord& request, std::string& script)
@@ -28,7 +28,7 @@ void JsonRecords::writeTable() {
             return;
         }
         script_.append(request_.table).append("[").append(document_.asString(key)).append("]={");
-        walker_.walk(record, "", Place::ELEMENT);
+        walker_.walk(record, "", Role::ELEMENT);
         script_.append("};");
     });
 }
@@ -43,7 +43,7 @@ void JsonRecords::writeArray() {
             script_.append(";");
         } else {
             script_.append("{");
-            walker_.walk(record, "", Place::ELEMENT);
+            walker_.walk(record, "", Role::ELEMENT);
             script_.append("};");
         }
     });
@@ -53,10 +53,10 @@ void JsonRecords::writeArray() {
 void JsonRecords::writeStructures() {
     forEachRecord([this](Node record, int64_t) {
         if (request_.key.empty()) {
-            walker_.walk(record, request_.table, Place::MEMBER);
+            walker_.walk(record, request_.table, Role::MEMBER);
         } else if (const Node key = document_.find(record, request_.key);
                    key != JsonDocument::NONE) {
-            walker_.walk(record, document_.asString(key), Place::MEMBER);
+            walker_.walk(record, document_.asString(key), Role::MEMBER);
         }
     });
     writeCount(";");

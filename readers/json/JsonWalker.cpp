@@ -7,23 +7,23 @@ namespace intake {
 
 using Type = JsonDocument::Type;
 
-void JsonWalker::walk(Node root, std::string_view fallbackName, Place place) {
+void JsonWalker::walk(Node root, std::string_view fallbackName, Role role) {
     const Node end = document_.behind(root);
     const std::string_view rootName = document_.name(root);
-    Node node = write(root, rootName.empty() ? fallbackName : rootName, place);
+    Node node = write(root, rootName.empty() ? fallbackName : rootName, role);
     while (node != end) {
         closeContainersBefore(node);
-        node = write(node, document_.name(node), open_.back().childPlace);
+        node = write(node, document_.name(node), open_.back().childRole);
     }
     closeContainersBefore(end);
 }
 
-JsonWalker::Node JsonWalker::write(Node node, std::string_view name, Place place) {
+JsonWalker::Node JsonWalker::write(Node node, std::string_view name, Role role) {
     switch (document_.type(node)) {
         case Type::ARRAY:
             return writeArray(node, name);
         case Type::OBJECT:
-            return openObject(node, name, place);
+            return openObject(node, name, role);
         default:
             writeScalar(node, name);
             return document_.behind(node);
@@ -38,18 +38,17 @@ JsonWalker::Node JsonWalker::writeArray(Node array, std::string_view name) {
         return document_.behind(array);
     }
     script_ += '{';
-    open_.push_back({document_.behind(array), Place::ELEMENT, "};"});
+    open_.push_back({document_.behind(array), Role::ELEMENT, "};"});
     return JsonDocument::firstChild(array);
 }
 
-JsonWalker::Node JsonWalker::openObject(Node object, std::string_view name, Place place) {
-    if (place == Place::ELEMENT) {
+JsonWalker::Node JsonWalker::openObject(Node object, std::string_view name, Role role) {
+    if (role == Role::ELEMENT) {
         script_ += '{';
     } else {
         script_.append(name).append("={");
     }
-    open_.push_back(
-        {document_.behind(object), Place::MEMBER, place == Place::ELEMENT ? "}," : "};"});
+    open_.push_back({document_.behind(object), Role::MEMBER, role == Role::ELEMENT ? "}," : "};"});
     return JsonDocument::firstChild(object);
 }
 

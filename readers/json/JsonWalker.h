@@ -16,14 +16,14 @@ public:
 
     /// How a node stands in what contains it: as a named member, or as an element of a list, where
     /// an object has no name.
-    enum class Place { MEMBER, ELEMENT };
+    enum class Role { MEMBER, ELEMENT };
 
     /// Both are borrowed and outlive this object; the script is appended to.
     JsonWalker(const JsonDocument& document, std::string& script)
         : document_(document), script_(script) {}
 
     /// Writes one node; `fallbackName` names it when it has no name of its own.
-    void walk(Node root, std::string_view fallbackName, Place place);
+    void walk(Node root, std::string_view fallbackName, Role role);
 
     /// Writes the elements of a flat array, each followed by a comma; a null writes nothing.
     void writeElements(Node flatArray);
@@ -31,15 +31,15 @@ public:
 private:
     struct OpenContainer {
         Node behind;
-        Place childPlace;
+        Role childRole;
         std::string_view closing;
     };
 
     /// Writes a scalar or a flat array whole, or the opening of a container. Returns the node to
     /// write next.
-    Node write(Node node, std::string_view name, Place place);
+    Node write(Node node, std::string_view name, Role role);
     Node writeArray(Node array, std::string_view name);
-    Node openObject(Node object, std::string_view name, Place place);
+    Node openObject(Node object, std::string_view name, Role role);
     void writeScalar(Node scalar, std::string_view name);
     void writeValue(Node scalar);
     void closeContainersBefore(Node node);

@@ -5,6 +5,9 @@
 #include <limits>
 #include <system_error>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+
 namespace intake {
 
 namespace {
@@ -12,16 +15,8 @@ namespace {
 constexpr std::string_view WHITE_SPACE = " \f\n\r\t\v";
 constexpr std::string_view WHITE_SPACE_AND_AT = " \f\n\r\t\v@";
 
-std::string_view trim(std::string_view text, std::string_view characters) {
-    const size_t first = text.find_first_not_of(characters);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(characters) - first + 1);
-}
-
 bool isDecimal(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+    return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
 }
 
 int32_t toIndex(std::string_view digits) {
@@ -42,8 +37,8 @@ void parseContent(std::string_view content, PathStep& step) {
         return;
     }
     step.kind = PathStep::Kind::FILTER;
-    step.field = trim(content.substr(0, equals), WHITE_SPACE_AND_AT);
-    step.value = trim(content.substr(equals + 1), WHITE_SPACE);
+    step.field = trimmed(content.substr(0, equals), WHITE_SPACE_AND_AT);
+    step.value = trimmed(content.substr(equals + 1), WHITE_SPACE);
 }
 
 PathStep parseSegment(std::string_view segment, bool directChildren) {
@@ -65,7 +60,7 @@ std::vector<PathStep> parsePath(std::string_view path) {
     bool directChildren = true;
     for (size_t start = 0; start < path.size();) {
         const size_t slash = std::min(path.find('/', start), path.size());
-        const std::string_view segment = trim(path.substr(start, slash - start), WHITE_SPACE);
+        const std::string_view segment = trimmed(path.substr(start, slash - start), WHITE_SPACE);
         if (!segment.empty()) {
             steps.push_back(parseSegment(segment, directChildren));
         }

@@ -1,6 +1,6 @@
 #include "readers/sql/SQLHandler.h"
 
-#include "pipeline/connection_error_report.h"
+#include "pipeline/error_reports.h"
 #include "readers/sql/SqlRecords.h"
 
 namespace intake {

@@ -1,19 +1,8 @@
 #include "readers/sql/SqlRecords.h"
 
-#include <iterator>
-
 #include "pipeline/script_text.h"
 
 namespace intake {
-
-/// In the order of the target modes.
-const SqlRecords::Mode SqlRecords::MODES[] = {
-    {"Before DATATABLE\n", &SqlRecords::writeTableRecord, nullptr},
-    {"Before DATAARRAY\n", &SqlRecords::writeArrayRecord, &SqlRecords::writeCount},
-    {"Before DATASTRUCTURE\n", &SqlRecords::writeStructure, nullptr},
-    {"Before DATAFIELDARRAY\n", &SqlRecords::writeFieldArrayValue, &SqlRecords::finishFieldArray},
-    {"Before SHAREDMEM\n", &SqlRecords::writeSharedMemoryRecord, nullptr},
-};
 
 SqlRecords::SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
                        std::string& script, std::string& error)
@@ -28,22 +17,43 @@ SqlRecords::SqlRecords(Recordset& recordset, const RequestRecord& request, Reade
       end_(from_ + request.numRows) {}
 
 bool SqlRecords::write() {
-    if (request_.targetMode < 0 || request_.targetMode >= std::ssize(MODES)) {
-        return true;
+    writeInMode(request_.targetMode);
+    return succeeded_;
+}
+
+void SqlRecords::writeTable() {
+    writeRecords("Before DATATABLE\n", &SqlRecords::writeTableRecord);
+}
+
+void SqlRecords::writeArray() {
+    if (writeRecords("Before DATAARRAY\n", &SqlRecords::writeArrayRecord)) {
+        writeCount();
     }
-    const Mode& mode = MODES[request_.targetMode];
-    logger_.Write(LOG_DEBUG, mode.trace);
+}
+
+void SqlRecords::writeStructures() {
+    writeRecords("Before DATASTRUCTURE\n", &SqlRecords::writeStructure);
+}
+
+void SqlRecords::writeFieldArray() {
+    if (writeRecords("Before DATAFIELDARRAY\n", &SqlRecords::writeFieldArrayValue)) {
+        putFieldArrayHead();
+        writeCount();
+    }
+}
+
+void SqlRecords::writeSharedMemory() {
+    writeRecords("Before SHAREDMEM\n", &SqlRecords::writeSharedMemoryRecord);
+}
+
+bool SqlRecords::writeRecords(const char* trace, WriteRecord writeRecord) {
+    logger_.Write(LOG_DEBUG, trace);
     if (!recordset_.atEnd()) {
         recordset_.moveFirst();
         readNames();
-        if (!walk(mode)) {
-            return false;
-        }
+        succeeded_ = walk(writeRecord);
     }
-    if (mode.finish != nullptr) {
-        (this->*mode.finish)();
-    }
-    return true;
+    return succeeded_;
 }
 
 void SqlRecords::readNames() {
@@ -53,13 +63,13 @@ void SqlRecords::readNames() {
     }
 }
 
-bool SqlRecords::walk(const Mode& mode) {
+bool SqlRecords::walk(WriteRecord writeRecord) {
     for (; walked_ < end_ && !recordset_.atEnd(); ++walked_) {
         if (walked_ < from_) {
             recordset_.moveNext();
             continue;
         }
-        if (!(this->*mode.writeRecord)()) {
+        if (!(this->*writeRecord)()) {
             return false;
         }
         ++written_;
@@ -139,11 +149,10 @@ bool SqlRecords::writeField(size_t field) {
 }
 
 /// The head says how many values there are, so it can only be put before them once they are there.
-void SqlRecords::finishFieldArray() {
+void SqlRecords::putFieldArrayHead() {
     std::string head;
     appendRangeHead(head, request_.table, written_);
     script_.insert(start_, head).append(";");
-    writeCount();
 }
 
 void SqlRecords::writeCount() {

@@ -8,6 +8,7 @@
 
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
+#include "pipeline/TargetModeWriter.h"
 #include "platform/Database.h"
 #include "readers/sql/VariantWriter.h"
 
@@ -15,7 +16,7 @@ namespace intake {
 
 /// Writes the requested rows of a recordset as the records of a target mode. Made for one request;
 /// worker thread.
-class SqlRecords {
+class SqlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; script and error are appended to.
     SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
@@ -26,16 +27,19 @@ public:
     bool write();
 
 private:
-    /// How one target mode is written.
-    struct Mode {
-        const char* trace;
-        bool (SqlRecords::*writeRecord)();
-        void (SqlRecords::*finish)();  // after the last record; may be none
-    };
-    static const Mode MODES[];
+    using WriteRecord = bool (SqlRecords::*)();
+
+    void writeTable() override;
+    void writeArray() override;
+    void writeStructures() override;
+    void writeFieldArray() override;
+    void writeSharedMemory() override;
+
+    /// Logs the mode and writes the records of the range one by one. False when one failed.
+    bool writeRecords(const char* trace, WriteRecord writeRecord);
 
     void readNames();
-    bool walk(const Mode& mode);
+    bool walk(WriteRecord writeRecord);
 
     bool writeTableRecord();
     bool writeArrayRecord();
@@ -47,7 +51,7 @@ private:
     bool writeKey();
     bool writeField(size_t field);
 
-    void finishFieldArray();
+    void putFieldArrayHead();
     void writeCount();
 
     Recordset& recordset_;
@@ -60,6 +64,7 @@ private:
     const int64_t from_, end_;
     int64_t walked_ = 0;   // records so far, the skipped ones included
     int64_t written_ = 0;  // of them
+    bool succeeded_ = true;
     std::vector<std::string_view> names_;
     std::optional<size_t> key_;
 };

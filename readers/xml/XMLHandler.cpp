@@ -1,9 +1,9 @@
 #include "readers/xml/XMLHandler.h"
 
-#include "pipeline/com_error_report.h"
+#include "pipeline/error_reports.h"
 #include "pipeline/narrow_text.h"
 #include "readers/xml/XmlRecords.h"
-#include "readers/xml/payload_conversion.h"
+#include "readers/xml/payload.h"
 #include "readers/xml/xml_source.h"
 
 namespace intake {

@@ -2,7 +2,7 @@
 
 #include "pipeline/narrow_text.h"
 #include "pipeline/script_text.h"
-#include "readers/xml/payload_writer.h"
+#include "readers/xml/payload.h"
 #include "readers/xml/xml_source.h"
 
 namespace intake {

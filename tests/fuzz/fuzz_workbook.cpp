@@ -12,7 +12,7 @@
 #include "formats/xml/XmlScanner.h"
 #include "formats/xml/sax_parse.h"
 #include "platform/PlatformError.h"
-#include "platform/linux/workbook/WorkbookConnection.h"
+#include "platform/linux/ProviderConnection.h"
 #include "tests/formats/workbook/TestBook.h"
 #include "tests/fuzz/FuzzInput.h"
 
@@ -107,8 +107,11 @@ void query(const std::string& bytes, const std::string& query) {
     }
     const EndMark endMark;
     try {
-        WorkbookConnection connection(endMark);
-        connection.open("Data Source=/proc/self/fd/" + std::to_string(file));
+        ProviderConnection connection(endMark);
+        connection.open(
+            "Provider=Microsoft.ACE.OLEDB.12.0;Extended Properties=Excel;Data "
+            "Source=/proc/self/fd/" +
+            std::to_string(file));
         const auto recordset = connection.openRecordset(query);
         FieldValue value;
         for (int row = 0; row < 1000 && !recordset->atEnd(); ++row, recordset->moveNext()) {

@@ -1,4 +1,4 @@
-#include "pipeline/com_error_report.h"
+#include "pipeline/error_reports.h"
 
 #include <gtest/gtest.h>
 

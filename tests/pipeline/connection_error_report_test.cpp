@@ -1,4 +1,4 @@
-#include "pipeline/connection_error_report.h"
+#include "pipeline/error_reports.h"
 
 #include <gtest/gtest.h>
 

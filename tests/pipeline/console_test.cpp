@@ -1,4 +1,4 @@
-#include "pipeline/console.h"
+#include "pipeline/messages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "pipeline/system_error.h"
+#include "pipeline/messages.h"
 
 #include <gtest/gtest.h>
 

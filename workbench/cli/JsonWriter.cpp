@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "formats/text/ascii.h"
 #include "workbench/cli/display_text.h"
 
 namespace workbench {
@@ -15,7 +16,7 @@ std::string_view skipDigits(std::string_view text) {
 }
 
 bool startsWithDigit(std::string_view text) {
-    return !text.empty() && text.front() >= '0' && text.front() <= '9';
+    return !text.empty() && intake::isDigit(text.front());
 }
 
 // number = [-] (0 | digit1-9 digits) [. digits] [e [+-] digits]

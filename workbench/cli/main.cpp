@@ -4,8 +4,7 @@
 
 #include "workbench/cli/StandardStreams.h"
 #include "workbench/cli/commands.h"
-#include "workbench/cli/executable_path.h"
-#include "workbench/cli/leave_process.h"
+#include "workbench/cli/process.h"
 
 namespace workbench {
 

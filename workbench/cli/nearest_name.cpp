@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "workbench/cli/text_case.h"
+#include "formats/text/ascii.h"
 
 namespace workbench {
 
@@ -32,7 +32,8 @@ std::string nearestName(std::string_view wanted, const std::vector<std::string>&
     std::string nearest;
     std::size_t smallest = std::numeric_limits<std::size_t>::max();
     for (const std::string& name : names) {
-        const std::size_t distance = editDistance(lowerCase(wanted), lowerCase(name));
+        const std::size_t distance =
+            editDistance(intake::lowerCase(wanted), intake::lowerCase(name));
         if (distance >= smallest) continue;
         smallest = distance;
         nearest = name;

@@ -3,9 +3,9 @@
 #include <charconv>
 #include <limits>
 
+#include "formats/text/trim.h"
 #include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/Table.h"
-#include "workbench/cli/text_case.h"
 
 namespace workbench {
 
@@ -32,7 +32,7 @@ std::string entryList(const Parameter& parameter) {
     std::string list;
     for (std::size_t i = 0; i < parameter.entries.size(); ++i) {
         if (i > 0) list += ", ";
-        list += std::to_string(i) + " " + std::string(trimmed(parameter.entries[i]));
+        list += std::to_string(i) + " " + std::string(intake::trimmed(parameter.entries[i], " "));
     }
     return list;
 }
@@ -122,8 +122,8 @@ std::string parameterTable(const lumo::ParameterTable& parameters) {
     for (int32_t index = 1; index <= parameters.size(); ++index) {
         const Parameter& parameter = parameters.at(index);
         table.rows.push_back({std::to_string(index), parameter.name,
-                              std::string(trimmed(parameter.label)), kindText(parameter),
-                              defaultText(parameter), limits(parameter)});
+                              std::string(intake::trimmed(parameter.label, " ")),
+                              kindText(parameter), defaultText(parameter), limits(parameter)});
     }
     // A list to look things up in is never cut, whatever the terminal's width.
     constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();

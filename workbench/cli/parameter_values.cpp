@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/nearest_name.h"
-#include "workbench/cli/text_case.h"
 
 namespace workbench {
 
@@ -43,12 +44,12 @@ std::string range(const Parameter& parameter) {
 std::string entryList(const Parameter& parameter) {
     std::string list;
     for (const std::string& entry : parameter.entries)
-        list += std::string(trimmed(entry)) + ", ";
+        list += std::string(intake::trimmed(entry, " ")) + ", ";
     return list;
 }
 
 int32_t switchValue(const Parameter& parameter, std::string_view value) {
-    const std::string lower = lowerCase(value);
+    const std::string lower = intake::lowerCase(value);
     if (lower == "1" || lower == "true") return 1;
     if (lower == "0" || lower == "false") return 0;
     reject(parameter, value, "0, 1, true or false");
@@ -57,7 +58,8 @@ int32_t switchValue(const Parameter& parameter, std::string_view value) {
 // The query type HTML is a number without an entry in the list.
 int32_t choiceValue(const Parameter& parameter, std::string_view value) {
     for (std::size_t i = 0; i < parameter.entries.size(); ++i) {
-        if (lowerCase(trimmed(parameter.entries[i])) == lowerCase(trimmed(value)))
+        if (intake::equalIgnoringCase(intake::trimmed(parameter.entries[i], " "),
+                                      intake::trimmed(value, " ")))
             return static_cast<int32_t>(i);
     }
     const auto entries = static_cast<int32_t>(parameter.entries.size());

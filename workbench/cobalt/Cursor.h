@@ -13,21 +13,15 @@ struct ParseFailure {
     std::string message;
 };
 
+/// White space of scripts.
+constexpr std::string_view BLANKS = " \n\r\t\f\v";
+
 inline bool isBlank(char c) {
     return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\v';
 }
 
 inline bool contains(std::string_view set, char c) {
     return set.find(c) != std::string_view::npos;
-}
-
-/// The text without the white space at its ends.
-inline std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 /// A place in the text that a parser reads. The text must outlive it.

@@ -4,17 +4,16 @@
 #include <string>
 #include <utility>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+
 namespace cobalt {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // "0-3" or "0--1". Anything else in the brackets is a key.
 bool readRange(std::string_view brackets, Target& target) {
-    if (brackets.empty() || !isDigit(brackets.front())) return false;
+    if (brackets.empty() || !intake::isDigit(brackets.front())) return false;
     const char* end = brackets.data() + brackets.size();
     const auto [dash, error] = std::from_chars(brackets.data(), end, target.first);
     if (error != std::errc() || dash == end || *dash != '-') return false;
@@ -57,7 +56,7 @@ Target readTarget(Cursor& cursor) {
     Target target;
     const std::size_t end = cursor.findAny("=[");
     if (end == cursor.text().size()) cursor.failExpected("an assignment such as name=value;");
-    target.name = trimmed(cursor.readTo(end));
+    target.name = intake::trimmed(cursor.readTo(end), BLANKS);
     if (cursor.peek() != '[') return target;
     readBrackets(cursor, target);
     cursor.skipBlanks();

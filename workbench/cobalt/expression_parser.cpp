@@ -4,6 +4,9 @@
 #include <string>
 #include <utility>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+
 namespace cobalt {
 
 namespace {
@@ -28,10 +31,6 @@ constexpr int lowestPrecedence = 1;
 
 bool contains(string_view set, char c) {
     return set.find(c) != string_view::npos;
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 // A name may hold whatever has no meaning of its own.
@@ -129,7 +128,7 @@ private:
         } else if (next == '"') {
             const std::size_t offset = cursor_.offset();
             pushConstant(calculation, offset, Operand::ofText(std::string(readQuoted())));
-        } else if (isDigit(next) || (next == '.' && isDigit(cursor_.peek(1)))) {
+        } else if (intake::isDigit(next) || (next == '.' && intake::isDigit(cursor_.peek(1)))) {
             readNumber(calculation);
         } else if (!cursor_.atEnd() && isNameCharacter(next)) {
             readNamed(calculation);
@@ -206,7 +205,7 @@ private:
         while (end < text.size() && (isNameCharacter(text[end]) || contains(" \t", text[end]))) {
             ++end;
         }
-        return trimmed(cursor_.readTo(end));
+        return intake::trimmed(cursor_.readTo(end), BLANKS);
     }
 
     void readCommand(const Instruction& named, Calculation& calculation) {

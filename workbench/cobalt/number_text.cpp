@@ -3,13 +3,15 @@
 #include <charconv>
 #include <cstdlib>
 
+#include "formats/text/ascii.h"
+
 namespace cobalt {
 
 namespace {
 
 bool startsLikeANumber(std::string_view text) {
     if (!text.empty() && text.front() == '-') text.remove_prefix(1);
-    return !text.empty() && (text.front() == '.' || (text.front() >= '0' && text.front() <= '9'));
+    return !text.empty() && (text.front() == '.' || intake::isDigit(text.front()));
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "formats/text/trim.h"
+
 namespace cobalt {
 
 namespace {
@@ -66,7 +68,7 @@ private:
     Value readValue(string_view stops) {
         if (cursor_.peek() == '"') return Value::text(std::string(readQuoted()));
         if (cursor_.peek() == '{') return readBraces();
-        return Value::fromUnquoted(trimmed(cursor_.readTo(cursor_.findAny(stops))));
+        return Value::fromUnquoted(intake::trimmed(cursor_.readTo(cursor_.findAny(stops)), BLANKS));
     }
 
     string_view readQuoted() {

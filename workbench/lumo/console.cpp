@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/text/utf8.h"
 #include "host/lumo.h"
 #include "workbench/lumo/Host.h"
 
@@ -40,26 +41,10 @@ std::wstring formatted(const wchar_t* format, va_list arguments) {
 }
 
 // A byte stream must not be written as a wide one, so the characters are encoded here.
-void appendUtf8(char32_t c, std::string& out) {
-    const auto byte = [&out](char32_t value) { out += static_cast<char>(value); };
-    if (c < 0x80) return byte(c);
-    if (c < 0x800) {
-        byte(0xC0 | c >> 6);
-    } else if (c < 0x10000) {
-        byte(0xE0 | c >> 12);
-        byte(0x80 | (c >> 6 & 0x3F));
-    } else {
-        byte(0xF0 | c >> 18);
-        byte(0x80 | (c >> 12 & 0x3F));
-        byte(0x80 | (c >> 6 & 0x3F));
-    }
-    byte(0x80 | (c & 0x3F));
-}
-
 std::string narrow(const std::wstring& text) {
     std::string out;
     for (const wchar_t c : text)
-        appendUtf8(static_cast<char32_t>(c), out);
+        intake::appendUtf8(static_cast<char32_t>(c), out);
     return out;
 }
 

@@ -16,7 +16,8 @@ HtmlDocument::Element toElement(const Node* node) {
 
 }  // namespace
 
-/// The first element below a root that meets a condition; what is inside of `withoutAny` does not.
+/// The first element below a root that meets a condition. Nothing inside of `withoutAny` does, so
+/// that is passed over.
 template <class Condition>
 const Node* ParsedPage::first(const Node& root, Condition condition, const Node* withoutAny) {
     const Node* node = root.following(&root);
@@ -38,12 +39,13 @@ bool ParsedPage::isTable(Element element) {
     return nodeOf(element).isHtml(Tag::TABLE);
 }
 
-/// Whoever climbs from ancestor to ancestor has each of them searched but for where he comes from.
+/// A search by text asks for one ancestor after the other: what was searched in vain for the last
+/// one is passed over in the next.
 HtmlDocument::Element ParsedPage::firstTable(Element ancestor) {
     const Node& root = ancestor == nullptr ? page_->document : nodeOf(ancestor);
     const auto isTable = [](const Node& node) { return node.isHtml(Tag::TABLE); };
-    const Node* const table = first(root, isTable, tableless_);
-    tableless_ = table == nullptr ? &root : tableless_;
+    const Node* const table = first(root, isTable, rootWithoutTable_);
+    rootWithoutTable_ = table == nullptr ? &root : rootWithoutTable_;
     return toElement(table);
 }
 

@@ -36,7 +36,7 @@ private:
 
     std::unique_ptr<Page> page_;
     const EndMark& endMark_;
-    const Node* tableless_ = nullptr;  // where the last search for a table found none
+    const Node* rootWithoutTable_ = nullptr;  // below it the last search for a table found none
     SearchedText searched_;
 };
 

@@ -44,59 +44,47 @@ bool isBlank(const std::string& query) {
     return query.find_first_not_of(" \t\r\n;") == std::string::npos;
 }
 
-}  // namespace
-
-void OdbcConnection::open(const std::string& connectionString) {
-    const ConnectionString connection = toOdbc(ConnectionString::parse(connectionString));
-    keepErrors([&] {
-        if (const auto reason = loadDriver(connection)) {
-            UNSPECIFIED.raise(ODBC_SOURCE, *reason);
-        }
-        connect(withSettings(connection).text());
-        driver_ = describeDriver(session_->connection().get());
-    });
-}
-
 /// Not every driver can be told how long it may take, and none gives up when it is asked to.
-void OdbcConnection::connect(const std::string& connectionString) {
+std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const EndMark& endMark) {
+    const auto session = std::make_shared<OdbcSession>();
     const auto connected = std::make_shared<bool>(false);
-    const auto call = [session = session_, connected, connectionString] {
+    const auto call = [session, connected, connectionString] {
         *connected = session->connect(connectionString);
     };
-    const CallOutcome outcome = makeAbandonableCall(call, endMark_, CONNECT_TIME);
-    if (outcome != CallOutcome::DONE) {
-        session_ = std::make_shared<OdbcSession>();
-    }
-    if (outcome == CallOutcome::ENDED) {
-        raiseGivenUp(ODBC_SOURCE);
-    }
-    if (outcome == CallOutcome::LATE) {
-        UNSPECIFIED.raise(ODBC_SOURCE, "The database server does not answer.");
+    switch (makeAbandonableCall(call, endMark, CONNECT_TIME)) {
+        case CallOutcome::ENDED:
+            raiseGivenUp(ODBC_SOURCE);
+        case CallOutcome::LATE:
+            UNSPECIFIED.raise(ODBC_SOURCE, "The database server does not answer.");
+        case CallOutcome::DONE:
+            break;
     }
     if (!*connected) {
-        throwOdbcFailure(session_->connection(), false);
+        throwOdbcFailure(session->connection(), false);
     }
+    return session;
 }
+
+std::shared_ptr<OdbcSession> openSession(const ConnectionString& connection,
+                                         const EndMark& endMark) {
+    if (const auto reason = loadDriver(connection)) {
+        UNSPECIFIED.raise(ODBC_SOURCE, *reason);
+    }
+    return connect(withSettings(connection).text(), endMark);
+}
+
+}  // namespace
+
+OdbcConnection::OdbcConnection(const ConnectionString& connection, const EndMark& endMark)
+    : endMark_(endMark),
+      session_(openSession(toOdbc(connection), endMark)),
+      driver_(describeDriver(session_->connection().get())) {}
 
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {
-    std::unique_ptr<Recordset> records;
-    keepErrors([&] {
-        if (isBlank(query)) {
-            NO_COMMAND.raise(ODBC_SOURCE, "The query is empty.");
-        }
-        records = std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_);
-    });
-    return records;
-}
-
-void OdbcConnection::keepErrors(const std::function<void()>& step) {
-    errors_.clear();
-    try {
-        step();
-    } catch (const OdbcFailure& failure) {
-        errors_ = failure.errors();
-        throw;
+    if (isBlank(query)) {
+        NO_COMMAND.raise(ODBC_SOURCE, "The query is empty.");
     }
+    return std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_);
 }
 
 }  // namespace intake

@@ -44,8 +44,8 @@ void throwOdbcFailure(const OdbcHandle& handle, bool narrow) {
     if (errors.empty()) {
         UNSPECIFIED.raise(ODBC_SOURCE, "The ODBC driver failed and did not say why.");
     }
-    throw OdbcFailure({failure.code, failure.meaning, ODBC_SOURCE, errors.front().description},
-                      errors);
+    throw ConnectionFailure(
+        {failure.code, failure.meaning, ODBC_SOURCE, errors.front().description}, errors);
 }
 
 }  // namespace intake

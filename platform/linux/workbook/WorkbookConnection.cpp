@@ -43,58 +43,58 @@ int authorize(void* rights, int action, const char*, const char* name, const cha
     }
 }
 
-}  // namespace
+bool hasHeader(const ConnectionString& connection) {
+    const auto extended =
+        ConnectionString::parseExtendedProperties(connection.value("Extended Properties"));
+    return !equalIgnoringCase(extended.value("HDR"), "NO");
+}
 
+[[noreturn]] void throwUnreadable(const std::string& path, const std::string& reason) {
+    UNSPECIFIED.raise(WORKBOOK_PROVIDER, "The workbook \"" + path + "\" cannot be read: " + reason);
+}
+
+std::unique_ptr<RegularFile> openFile(const std::string& path) {
+    try {
+        return std::make_unique<RegularFile>(path);
+    } catch (const std::system_error& error) {
+        const bool isOther = error.code() == std::errc::not_supported;
+        throwUnreadable(path, isOther ? "it is not a regular file" : error.code().message());
+    }
+}
+
+/// Runs a step; what fails is thrown as the only error that the connection reports, with the
+/// workbook's path in it.
 template <class Step>
-auto WorkbookConnection::reported(Step step) {
-    errors_.clear();
+auto reported(const std::string& path, Step step) {
     try {
         try {
             return step();
         } catch (const WorkbookFault& fault) {
-            throwUnreadable(fault.what());
+            throwUnreadable(path, fault.what());
         } catch (const GivenUp&) {
             raiseGivenUp(WORKBOOK_PROVIDER);
         }
     } catch (const PlatformError& error) {
-        errors_.push_back({error.code(), error.description()});
-        throw;
+        throw ConnectionFailure(error, {{error.code(), error.description()}});
     }
 }
 
-void WorkbookConnection::open(const std::string& connectionString) {
-    reported([&] {
-        const auto properties = ConnectionString::parse(connectionString);
-        const auto extended =
-            ConnectionString::parseExtendedProperties(properties.value("Extended Properties"));
-        path_ = properties.value("Data Source");
-        header_ = !equalIgnoringCase(extended.value("HDR"), "NO");
-        openWorkbook();
-        openDatabase();
-    });
-}
+}  // namespace
 
-void WorkbookConnection::openWorkbook() {
-    try {
-        file_ = std::make_unique<RegularFile>(path_);
-    } catch (const std::system_error& error) {
-        const bool isOther = error.code() == std::errc::not_supported;
-        throwUnreadable(isOther ? "it is not a regular file" : error.code().message());
-    }
-    workbook_ = std::make_unique<Workbook>(*file_, endMark_);
-}
+WorkbookConnection::WorkbookConnection(const ConnectionString& connection, const EndMark& endMark)
+    : endMark_(endMark),
+      path_(connection.value("Data Source")),
+      header_(hasHeader(connection)),
+      file_(reported(path_, [this] { return openFile(path_); })),
+      workbook_(reported(path_, [&] { return std::make_unique<Workbook>(*file_, endMark); })),
+      database_(openDatabase()) {}
 
-void WorkbookConnection::throwUnreadable(const std::string& reason) const {
-    UNSPECIFIED.raise(WORKBOOK_PROVIDER,
-                      "The workbook \"" + path_ + "\" cannot be read: " + reason);
-}
-
-void WorkbookConnection::openDatabase() {
+WorkbookConnection::Database WorkbookConnection::openDatabase() {
     sqlite3* database = nullptr;
     const int result =
         sqlite3_open_v2(":memory:", &database,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr);
-    database_.reset(database);
+    Database owner(database);
     // What is sorted stays in memory too.
     if (result != SQLITE_OK || sqlite3_exec(database, "PRAGMA temp_store=MEMORY", nullptr, nullptr,
                                             nullptr) != SQLITE_OK) {
@@ -103,10 +103,11 @@ void WorkbookConnection::openDatabase() {
     sqlite3_set_authorizer(database, authorize, &rights_);
     sqlite3_progress_handler(database, STEPS_BETWEEN_CHECKS, isEnded,
                              const_cast<EndMark*>(&endMark_));
+    return owner;
 }
 
 std::unique_ptr<Recordset> WorkbookConnection::openRecordset(const std::string& query) {
-    return reported([&]() -> std::unique_ptr<Recordset> {
+    return reported(path_, [&]() -> std::unique_ptr<Recordset> {
         registerTables(query);
         Statement statement(prepare(query));
         return std::make_unique<WorkbookRecordset>(std::move(statement), modules_, endMark_);

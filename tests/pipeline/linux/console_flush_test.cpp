@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <string>
 
-#include "pipeline/console.h"
+#include "pipeline/messages.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 
 namespace intake {

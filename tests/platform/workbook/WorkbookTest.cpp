@@ -74,25 +74,25 @@ std::string WorkbookTest::withoutPath(std::string text) const {
 }
 
 std::string WorkbookTest::rows(const std::string& bytes, const std::string& query) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(bytes)));
     return written(*connection.openRecordset(query));
 }
 
 std::string WorkbookTest::fixtureRows(const std::string& name, const std::string& query) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString("fixtures/" + name));
     return written(*connection.openRecordset(query));
 }
 
 std::string WorkbookTest::fields(const TestBook& book, const std::string& query) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(book.bytes())));
     return names(*connection.openRecordset(query));
 }
 
 std::string WorkbookTest::openError(const std::string& bytes) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     try {
         connection.open(connectionString(write(bytes)));
     } catch (const PlatformError& error) {
@@ -102,7 +102,7 @@ std::string WorkbookTest::openError(const std::string& bytes) {
 }
 
 std::string WorkbookTest::queryError(const TestBook& book, const std::string& query) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(book.bytes())));
     try {
         written(*connection.openRecordset(query));

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/linux/workbook/WorkbookConnection.h"
+#include "platform/linux/ProviderConnection.h"
 #include "tests/formats/workbook/TestBook.h"
 #include "tests/support/TempDirectory.h"
 

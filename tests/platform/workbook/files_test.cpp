@@ -58,7 +58,7 @@ TEST_F(WorkbookFiles, AreClosedAgainWhetherTheyAreWorkbooksOrNot) {
 }
 
 TEST_F(WorkbookFiles, ThatAreMissingAreNamed) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     try {
         connection.open(connectionString("/no/such/book.xlsx"));
         FAIL();
@@ -75,7 +75,7 @@ TEST_F(WorkbookFiles, ThatAreMissingAreNamed) {
 
 TEST_F(WorkbookFiles, AreNeitherDirectoriesNorPipes) {
     const std::string path = (directory_.path() / "book.xlsx").string();
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     EXPECT_THROW(connection.open(connectionString(directory_.path().string())), PlatformError);
     EXPECT_EQ(connection.errors()[0].description,
               "The workbook \"" + directory_.path().string() + "\" cannot be read: Is a directory");
@@ -147,7 +147,7 @@ TEST_F(WorkbookFiles, WithADamagedPartAreRefused) {
     const ZipWriter::Options stored{.stored = true};
     std::string bytes = book("<row><c><v>12345</v></c></row>").zip(stored).bytes();
     bytes[bytes.find("12345")] = '9';
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(bytes)));
     ASSERT_THROW(connection.openRecordset(ALL), PlatformError);
     EXPECT_EQ(withoutPath(connection.errors()[0].description),
@@ -159,7 +159,7 @@ TEST_F(WorkbookFiles, WithAnyByteChangedAreReadOrRefused) {
     for (size_t at = 0; at < whole.size(); ++at) {
         std::string bytes = whole;
         bytes[at] = static_cast<char>(bytes[at] ^ 0x55);
-        WorkbookConnection connection(endMark_);
+        ProviderConnection connection(endMark_);
         try {
             connection.open(connectionString(write(bytes)));
             written(*connection.openRecordset(ALL));
@@ -218,12 +218,12 @@ TEST_F(WorkbookFiles, WhoseCellsContradictThemselvesAreRefused) {
 }
 
 TEST_F(WorkbookFiles, ThatNobodyWaitsForAreGivenUp) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(book().bytes())));
     endMark_.set();
     EXPECT_THROW(connection.openRecordset(ALL), PlatformError);
     EXPECT_EQ(connection.errors()[0].description, "The load was given up.");
-    WorkbookConnection next(endMark_);
+    ProviderConnection next(endMark_);
     EXPECT_THROW(next.open(connectionString(write(book().bytes()))), PlatformError);
     EXPECT_EQ(next.errors()[0].number, 0x80004004);
 }

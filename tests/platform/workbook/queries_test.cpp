@@ -83,7 +83,7 @@ TEST_F(WorkbookQueries, GiveNoRecordsWhereNoneFit) {
 }
 
 TEST_F(WorkbookQueries, CanBeRunOneAfterTheOtherAndTogether) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(league().bytes())));
     const auto first = connection.openRecordset("SELECT Name FROM [S$]");
     const auto second = connection.openRecordset("SELECT Points FROM [S$A1:B3]");
@@ -92,7 +92,7 @@ TEST_F(WorkbookQueries, CanBeRunOneAfterTheOtherAndTogether) {
 }
 
 TEST_F(WorkbookQueries, GiveTheirRecordsAgainFromTheFirst) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(league().bytes())));
     const auto recordset = connection.openRecordset("SELECT Name FROM [S$]");
     recordset->moveFirst();
@@ -102,7 +102,7 @@ TEST_F(WorkbookQueries, GiveTheirRecordsAgainFromTheFirst) {
 }
 
 TEST_F(WorkbookQueries, FindTheirFieldsWithoutRegardToCase) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(league().bytes())));
     const auto recordset = connection.openRecordset("SELECT Name, Points AS Wörth FROM [S$]");
     EXPECT_EQ(recordset->findField("NAME"), 0U);
@@ -169,7 +169,7 @@ TEST_F(WorkbookQueries, ThatFailWhileTheyRunSayWhy) {
 }
 
 TEST_F(WorkbookQueries, ThatNobodyWaitsForGiveUp) {
-    WorkbookConnection connection(endMark_);
+    ProviderConnection connection(endMark_);
     connection.open(connectionString(write(league().bytes())));
     const auto recordset = connection.openRecordset(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n WHERE "

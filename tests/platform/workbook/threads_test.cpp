@@ -21,7 +21,7 @@ TEST_F(WorkbookThreads, ReadTheSameFileAtOnce) {
         write(TestBook().strings("<si><t>A</t></si>").sheet("S", content).bytes());
     const auto work = [&] {
         for (int i = 0; i < 20; ++i) {
-            WorkbookConnection connection(endMark_);
+            ProviderConnection connection(endMark_);
             connection.open(connectionString(path));
             EXPECT_EQ(written(*connection.openRecordset("SELECT * FROM [s$] ORDER BY A")),
                       expected);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pipeline/com_error_report.h"
+#include "pipeline/error_reports.h"
 #include "platform/Platform.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"

@@ -2,7 +2,7 @@
 
 #include "tests/readers/sql/SQLHandlerFixture.h"
 
-#include "pipeline/com_error_report.h"
+#include "pipeline/error_reports.h"
 
 namespace intake {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "pipeline/com_error_report.h"
+#include "pipeline/error_reports.h"
 #include "platform/Platform.h"
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"

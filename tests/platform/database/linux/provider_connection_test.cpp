@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "platform/PlatformError.h"
-#include "platform/linux/LinuxDatabases.h"
+#include "platform/linux/ProviderConnection.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {

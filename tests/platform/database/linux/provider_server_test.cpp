@@ -4,7 +4,7 @@
 
 #include "formats/connection/connection_string.h"
 #include "platform/PlatformError.h"
-#include "platform/linux/LinuxDatabases.h"
+#include "platform/linux/ProviderConnection.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
 #include "tests/support/eventually.h"
 

@@ -90,7 +90,7 @@ std::string recordsOf(Recordset& records) {
 }
 
 void OdbcTest::open(const std::string& connectionString) {
-    connection_ = std::make_unique<OdbcConnection>(endMark_);
+    connection_ = std::make_unique<ProviderConnection>(endMark_);
     connection_->open(connectionString);
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/PlatformError.h"
-#include "platform/linux/odbc/OdbcConnection.h"
+#include "platform/linux/ProviderConnection.h"
 #include "tests/support/TempDirectory.h"
 
 namespace intake {
@@ -47,7 +47,7 @@ protected:
 
     TempWorkingDirectory directory_;
     EndMark endMark_;
-    std::unique_ptr<OdbcConnection> connection_;
+    std::unique_ptr<Connection> connection_;
 };
 
 }  // namespace intake

@@ -275,7 +275,7 @@ TEST_F(Sqlite, NothingIsPrintedAndTheLocaleStays) {
 
     recordsOfQuery("SELECT 1.5");
     errorOf([&] { connection_->openRecordset("SELEC 1"); });
-    errorOf([&] { OdbcConnection(endMark_).open("Driver=Nobody's"); });
+    errorOf([&] { ProviderConnection(endMark_).open("Driver=Nobody's"); });
     connection_.reset();
 
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");

@@ -17,12 +17,12 @@ std::string work(int worker) {
     const EndMark endMark;
     std::string all;
     for (int round = 0; round < ROUNDS; ++round) {
-        OdbcConnection connection(endMark);
+        ProviderConnection connection(endMark);
         connection.open("Driver=SQLite3;Database=test.db");
         all += recordsOf(
             *connection.openRecordset("SELECT v, 'ä', 1.5, " + std::to_string(worker) + " FROM t"));
         errorOf([&] { connection.openRecordset("SELEC"); });
-        errorOf([&] { OdbcConnection(endMark).open("Driver=Nobody's"); });
+        errorOf([&] { ProviderConnection(endMark).open("Driver=Nobody's"); });
     }
     return all;
 }

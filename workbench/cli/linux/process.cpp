@@ -1,9 +1,15 @@
-#include "workbench/cli/executable_path.h"
+#include "workbench/cli/process.h"
+
+#include <cstdlib>
 
 namespace workbench {
 
 std::filesystem::path executablePath() {
     return std::filesystem::read_symlink("/proc/self/exe");
+}
+
+void leaveProcess(int status) {
+    std::exit(status);
 }
 
 }  // namespace workbench

@@ -1,8 +1,9 @@
-#include "pipeline/console.h"
+#include "pipeline/messages.h"
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
+#include <string>
 
 namespace intake {
 
@@ -29,6 +30,16 @@ void printToConsole(Diagnostics& diagnostics, const char* format, ...) {
     std::fflush(stdout);
     va_end(again);
     va_end(arguments);
+}
+
+void reportSystemError(Diagnostics& diagnostics, const char* prefix) {
+    std::string reason;
+    if (!diagnostics.lastErrorText(reason)) {
+        return;
+    }
+    std::array<char, 1024> text{};
+    std::snprintf(text.data(), text.size(), "ERROR: %s: %s\n", prefix, reason.c_str());
+    diagnostics.debugOutput(text.data());
 }
 
 }  // namespace intake

@@ -1,5 +1,7 @@
 #pragma once
 
+// Payload documents: fields that are named by attributes, in a form of their own.
+
 #include <memory>
 #include <string>
 
@@ -14,5 +16,9 @@ namespace intake {
 std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services,
                                       TextEncoding encoding, const EndMark& endMark,
                                       std::string& error);
+
+/// Writes the children of a row of a converted payload document, each as `name=text;` or, with
+/// elements below it, as a structure of its own. Throws std::length_error beyond 1000 levels.
+void writePayloadRow(XmlDocument& document, XmlDocument::Node row, std::string& script);
 
 }  // namespace intake

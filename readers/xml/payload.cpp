@@ -1,13 +1,35 @@
-#include "readers/xml/payload_conversion.h"
+#include "readers/xml/payload.h"
+
+#include <stdexcept>
 
 #include "platform/PlatformError.h"
-#include "readers/xml/nesting.h"
 
 namespace intake {
 
 namespace {
 
 using Node = XmlDocument::Node;
+
+/// Counts the levels of a recursive walk over a document; a document that is nested too deep must
+/// not overflow the stack.
+class NestingLevel {
+public:
+    static constexpr int LIMIT = 1000;
+
+    /// Throws std::length_error beyond the limit.
+    explicit NestingLevel(int& depth) : depth_(depth) {
+        if (depth_ == LIMIT) {
+            throw std::length_error("The document is nested deeper than 1000 elements.\n");
+        }
+        ++depth_;
+    }
+    ~NestingLevel() { --depth_; }
+    NestingLevel(const NestingLevel&) = delete;
+    NestingLevel& operator=(const NestingLevel&) = delete;
+
+private:
+    int& depth_;
+};
 
 /// The walk over the source; recursive, so its depth is limited.
 class PayloadConversion {
@@ -46,6 +68,36 @@ private:
     int depth_ = 0;
 };
 
+/// The writer's way down a row; recursive, so its depth is limited.
+class PayloadWriter {
+public:
+    PayloadWriter(XmlDocument& document, std::string& script)
+        : document_(document), script_(script) {}
+
+    void writeChildren(Node node) {
+        const NestingLevel level(depth_);
+        document_.forEachChild(node, [this](Node child) { write(child); });
+    }
+
+private:
+    void write(Node node) {
+        document_.appendName(node, script_);
+        script_ += '=';
+        if (document_.hasElements(node)) {
+            script_ += '{';
+            writeChildren(node);
+            script_ += '}';
+        } else {
+            document_.appendText(node, script_);
+        }
+        script_ += ';';
+    }
+
+    XmlDocument& document_;
+    std::string& script_;
+    int depth_ = 0;
+};
+
 }  // namespace
 
 std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services,
@@ -63,6 +115,10 @@ std::unique_ptr<XmlDocument> KDFToXml(XmlDocument& source, XmlServices& services
         PayloadConversion(source, *target).convert(root, target->rootElement());
     }
     return target;
+}
+
+void writePayloadRow(XmlDocument& document, Node row, std::string& script) {
+    PayloadWriter(document, script).writeChildren(row);
 }
 
 }  // namespace intake

@@ -1,7 +1,9 @@
-#include "workbench/cli/executable_path.h"
+#include "workbench/cli/process.h"
 
 #include <windows.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <system_error>
 
@@ -17,6 +19,14 @@ std::filesystem::path executablePath() {
             std::error_code(static_cast<int>(GetLastError()), std::system_category()));
     path.resize(length);
     return path;
+}
+
+/// The orderly way ends the other threads wherever they are and then lets each library clean up,
+/// which waits for ever for a lock that one of them held.
+void leaveProcess(int status) {
+    std::fflush(nullptr);
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(status));
+    std::abort();  // never reached
 }
 
 }  // namespace workbench
