@@ -1,15 +1,24 @@
 #include "pipeline/error_reports.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 
 namespace intake {
 
+namespace {
+
+std::string hexadecimal(uint32_t number) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%x", number);
+    return text.data();
+}
+
+}  // namespace
+
 std::string comErrorReport(const PlatformError& error) {
-    std::array<char, 16> code{};
-    std::snprintf(code.data(), code.size(), "0x%x", error.code());
     return std::string("Error\n\tCode = ")
-        .append(code.data())
+        .append(hexadecimal(error.code()))
         .append("\n\tCode meaning = ")
         .append(error.meaning())
         .append("\n\tSource = ")
@@ -22,10 +31,8 @@ std::string comErrorReport(const PlatformError& error) {
 std::string connectionErrorReport(Connection& connection, const PlatformError& failure) {
     std::string report;
     for (const Connection::Error& error : connection.errors()) {
-        std::array<char, 16> number{};
-        std::snprintf(number.data(), number.size(), "0x%x", error.number);
         report.append("Error number: ")
-            .append(number.data())
+            .append(hexadecimal(error.number))
             .append("    ")
             .append(error.description)
             .append("\r\r\n");

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <string>
 
@@ -9,8 +10,13 @@ namespace intake {
 
 namespace {
 
+constexpr size_t LONGEST_MESSAGE = 1023;
+
+/// A message and the zero behind it.
+using Message = std::array<char, LONGEST_MESSAGE + 1>;
+
 void writeToWindow(Diagnostics& diagnostics, const char* format, va_list arguments) {
-    std::array<char, 1024> text{};
+    Message text{};
     std::vsnprintf(text.data(), text.size(), format, arguments);
     diagnostics.writeConsoleWindow(text.data());
 }
@@ -37,7 +43,7 @@ void reportSystemError(Diagnostics& diagnostics, const char* prefix) {
     if (!diagnostics.lastErrorText(reason)) {
         return;
     }
-    std::array<char, 1024> text{};
+    Message text{};
     std::snprintf(text.data(), text.size(), "ERROR: %s: %s\n", prefix, reason.c_str());
     diagnostics.debugOutput(text.data());
 }
