@@ -22,6 +22,13 @@ inline void appendFramed(std::string& script, std::string_view value) {
     script.append("\"\"").append(value).append("\"\"");
 }
 
+/// The head of an assignment to one element: `name[index]=`.
+inline void appendElementHead(std::string& script, std::string_view name, int64_t index) {
+    script.append(name).append("[");
+    appendInteger(script, index);
+    script.append("]=");
+}
+
 /// The head of an assignment to a range of elements: `name[0-last]=`.
 inline void appendRangeHead(std::string& script, std::string_view name, int64_t elements) {
     script.append(name).append("[0-");

@@ -132,6 +132,7 @@ private:
     bool takeBehindBody(Token& token, Node* commentParent);
     void spaceInBody(std::string_view space);
     void afterBody(Token& token);
+    bool takeAmongFramesets(Token& token);
     void inFrameset(Token& token);
     void afterFrameset(Token& token);
     void afterAfterBody(Token& token);

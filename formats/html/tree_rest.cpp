@@ -95,14 +95,25 @@ void TreeBuilder::afterBody(Token& token) {
     reprocess(&TreeBuilder::inBody, token);
 }
 
-void TreeBuilder::inFrameset(Token& token) {
+/// What is treated alike in framesets and behind them; false for all else.
+bool TreeBuilder::takeAmongFramesets(Token& token) {
     if (token.type == Token::TEXT) {
         insertText(onlySpaces(token.text));
     } else if (token.type == Token::COMMENT) {
         insertComment(token);
     } else if (token.isStart(Tag::HTML)) {
         inBody(token);
-    } else if (token.isStart(Tag::FRAMESET)) {
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void TreeBuilder::inFrameset(Token& token) {
+    if (takeAmongFramesets(token)) {
+        return;
+    }
+    if (token.isStart(Tag::FRAMESET)) {
         insertElement(token);
     } else if (token.isStart(Tag::FRAME)) {
         insertVoidElement(token);
@@ -117,13 +128,10 @@ void TreeBuilder::inFrameset(Token& token) {
 }
 
 void TreeBuilder::afterFrameset(Token& token) {
-    if (token.type == Token::TEXT) {
-        insertText(onlySpaces(token.text));
-    } else if (token.type == Token::COMMENT) {
-        insertComment(token);
-    } else if (token.isStart(Tag::HTML)) {
-        inBody(token);
-    } else if (token.isEnd(Tag::HTML)) {
+    if (takeAmongFramesets(token)) {
+        return;
+    }
+    if (token.isEnd(Tag::HTML)) {
         mode_ = &TreeBuilder::afterAfterFrameset;
     } else if (token.isStart(Tag::NOFRAMES)) {
         startInHead(token);

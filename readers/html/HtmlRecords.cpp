@@ -69,19 +69,15 @@ void HtmlRecords::writeTable() {
     forEachRow([this](size_t row, int64_t) {
         script_.append(request_.table).append("[");
         writeKey(row);
-        script_.append("]={{");
-        writeFields(row);
-        script_.append("};};");
+        script_.append("]=");
+        writeRecord(row);
     });
 }
 
 void HtmlRecords::writeArray() {
     forEachRow([this](size_t row, int64_t place) {
-        script_.append(request_.table).append("[");
-        appendInteger(script_, place);
-        script_.append("]={{");
-        writeFields(row);
-        script_.append("};};");
+        appendElementHead(script_, request_.table, place);
+        writeRecord(row);
     });
     writeCount();
 }
@@ -113,6 +109,12 @@ void HtmlRecords::writeSharedMemory() {
             script_.append(request_.fieldsDelimiter);
         }
     });
+}
+
+void HtmlRecords::writeRecord(size_t row) {
+    script_.append("{{");
+    writeFields(row);
+    script_.append("};};");
 }
 
 void HtmlRecords::writeFields(size_t row) {

@@ -39,6 +39,7 @@ private:
     void writeFieldArray() override;
     void writeSharedMemory() override;
 
+    void writeRecord(size_t row);
     void writeFields(size_t row);
     void writeCount();
 

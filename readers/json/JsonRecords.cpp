@@ -35,9 +35,7 @@ void JsonRecords::writeTable() {
 
 void JsonRecords::writeArray() {
     forEachRecord([this](Node record, int64_t place) {
-        script_.append(request_.table).append("[");
-        appendInteger(script_, place);
-        script_.append("]=");
+        appendElementHead(script_, request_.table, place);
         if (document_.isFlatArray(record)) {
             walker_.writeElements(record);
             script_.append(";");

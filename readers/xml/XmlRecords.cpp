@@ -38,9 +38,8 @@ void XmlRecords::writeTable() {
             script_.resize(start);
             return;
         }
-        script_.append("]={{");
-        writeFields(row);
-        script_.append("};};");
+        script_.append("]=");
+        writeRecord(row);
     });
     reportRowsWithoutKey();
 }
@@ -48,11 +47,8 @@ void XmlRecords::writeTable() {
 void XmlRecords::writeArray() {
     logger_.Write(LOG_DEBUG, "Before DATAARRAY\n");
     forEachRow([this](Node row, int64_t place) {
-        script_.append(request_.table).append("[");
-        appendInteger(script_, place);
-        script_.append("]={{");
-        writeFields(row);
-        script_.append("};};");
+        appendElementHead(script_, request_.table, place);
+        writeRecord(row);
     });
     writeCount();
 }
@@ -96,6 +92,12 @@ void XmlRecords::writeSharedMemory() {
             script_.append(request_.fieldsDelimiter);
         }
     });
+}
+
+void XmlRecords::writeRecord(Node row) {
+    script_.append("{{");
+    writeFields(row);
+    script_.append("};};");
 }
 
 void XmlRecords::writeFields(Node row) {

@@ -32,6 +32,7 @@ private:
     void writeFieldArray() override;
     void writeSharedMemory() override;
 
+    void writeRecord(Node row);
     void writeFields(Node row);
     void writeValue(Node node);
     void writeCount();
