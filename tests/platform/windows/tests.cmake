@@ -63,22 +63,22 @@ intake_add_test(ado_workers_test
 
 intake_add_test(mshtml_test
     SOURCES
-        windows/html/HtmlObject.cpp
-        windows/html/MshtmlTest.cpp
-        windows/html/OnePageServer.cpp
-        windows/html/PageDouble.cpp
-        windows/html/adapter_test.cpp
-        windows/html/urlmon_test.cpp
+        windows/mshtml/HtmlObject.cpp
+        windows/mshtml/MshtmlTest.cpp
+        windows/mshtml/OnePageServer.cpp
+        windows/mshtml/PageDouble.cpp
+        windows/mshtml/adapter_test.cpp
+        windows/mshtml/urlmon_test.cpp
     LINKS com_test_support fake_platform intake_html ws2_32
     LABELS html)
 
 # With functions of its own in the place of the system's.
 intake_add_test(winhttp_test
     SOURCES
-        windows/http/WinHttpDouble.cpp
-        windows/http/failures_test.cpp
-        windows/http/proxies_test.cpp
-        windows/http/requests_test.cpp
-        windows/http/winhttp_functions.cpp
+        windows/winhttp/WinHttpDouble.cpp
+        windows/winhttp/failures_test.cpp
+        windows/winhttp/proxies_test.cpp
+        windows/winhttp/requests_test.cpp
+        windows/winhttp/winhttp_functions.cpp
     LINKS fake_platform intake_pipeline
     LABELS http)
