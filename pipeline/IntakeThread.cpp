@@ -85,10 +85,6 @@ void IntakeThread::Terminate() {
     }
 }
 
-int32_t IntakeThread::waitingRequests() const {
-    return state_->requests.count();
-}
-
 int32_t IntakeThread::liveWorkers() {
     return liveWorkerCount;
 }

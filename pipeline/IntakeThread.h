@@ -44,9 +44,6 @@ public:
     /// Whether the thread's handle is still open: Stop closes it when the worker has ended.
     bool isOpen() const { return handle_ != nullptr; }
 
-    /// Requests waiting for the worker, overwritten ones included.
-    int32_t waitingRequests() const;
-
     /// Workers of this process that have not ended yet, abandoned ones included. Any thread.
     static int32_t liveWorkers();
 

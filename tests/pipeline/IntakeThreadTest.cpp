@@ -36,7 +36,6 @@ TEST_F(IntakeThreadTest, AnswersComeInTheOrderOfTheRequests) {
     post("a");
     post("b");
     post("c");
-    EXPECT_EQ(thread_->waitingRequests(), 3);
     letGo();
     for (int i = 0; i < 4; ++i) {
         ASSERT_TRUE(deliverNext());
