@@ -39,7 +39,7 @@ TEST_F(HttpEndTest, AServerThatStopsWithinTheBodyIsGivenUp) {
     const Fetched fetched = fetchAndEnd(server.url("/"), server);
 
     EXPECT_FALSE(fetched.success);
-    EXPECT_THAT(fetched.out, testing::AnyOf(RETRIEVED, ""));
+    EXPECT_TRUE(fetched.out == RETRIEVED || fetched.out.empty()) << fetched.out;
 }
 
 TEST_F(HttpEndTest, AProxyThatDoesNotAnswerIsGivenUp) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,8 +14,6 @@
 namespace intake {
 
 using Calls = std::vector<std::string>;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// What every test of the frame has: a system, a host, and a record with the registered defaults.
 class PluginTest : public testing::Test {

@@ -215,7 +215,7 @@ TEST_F(ExcelQuery, TextsOf511CharactersFit) {
     EXPECT_EQ(params().query, "SELECT * FROM [" + sheet + "$];");
     EXPECT_EQ(std::string(params().connStr).size(), 511U);
     EXPECT_EQ(std::string(params().query).size(), 511U);
-    EXPECT_THAT(host.takeCalls(), ElementsAre("_api__global_get_font_encoding()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"_api__global_get_font_encoding()"}));
 }
 
 TEST_F(ExcelQuery, AConnectionStringThatDoesNotFitLeavesBothEmptyAndTellsTheConsole) {

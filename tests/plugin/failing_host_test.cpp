@@ -114,11 +114,10 @@ TEST_P(FailingHost, DuringADeliveryIsReportedAndTheNextAnswerComes) {
         PLUGIN_EXEC_PER_FIELD(record.get());
         expectReported("PLUGIN_EXEC_PER_FIELD");
         PLUGIN_EXEC_PER_FIELD(record.get());
-        EXPECT_THAT(
-            host.takeCalls(),
-            ElementsAre("getInitCB()", R"(store.executeScript("READER_NUM_RECORDS=0;", 0))",
-                        "_api__get_sceneid_local()", "IDataHandlerImpl::getCobalt(5, false)",
-                        R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"));
+        EXPECT_EQ(host.takeCalls(),
+                  Calls({"getInitCB()", R"(store.executeScript("READER_NUM_RECORDS=0;", 0))",
+                         "_api__get_sceneid_local()", "IDataHandlerImpl::getCobalt(5, false)",
+                         R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"}));
     }
 }
 
@@ -173,13 +172,12 @@ TEST_F(NullTexts, AreEmptyTextsToEveryEntryPoint) {
         host.initPending = 0;
         PLUGIN_EXEC_PER_FIELD(record.get());
         const bool isDatabase = queryMode < 2;  // the fake's has no records, but is there
-        EXPECT_THAT(
-            host.takeCalls(),
-            ElementsAre("getInitCB()", R"(store.findField("READER_CONSOLE", 0, 1))",
-                        isDatabase ? R"(store.executeScript("", 0))"
-                                   : R"(store.executeScript("READER_NUM_RECORDS=0;", 0))",
-                        "_api__get_sceneid_local()", "IDataHandlerImpl::getCobalt(5, false)",
-                        R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"));
+        EXPECT_EQ(host.takeCalls(),
+                  Calls({"getInitCB()", R"(store.findField("READER_CONSOLE", 0, 1))",
+                         isDatabase ? R"(store.executeScript("", 0))"
+                                    : R"(store.executeScript("READER_NUM_RECORDS=0;", 0))",
+                         "_api__get_sceneid_local()", "IDataHandlerImpl::getCobalt(5, false)",
+                         R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"}));
     }
     PLUGIN_CLEANUP_FUNCTION(record.get());
 }
@@ -197,10 +195,10 @@ TEST_F(NullTexts, InSharedMemoryModeLeaveTheVariableUnnamed) {
     PLUGIN_LOAD(record.get());
     host.takeCalls();
     record->instance->executeResult(true, "a", "");
-    EXPECT_THAT(host.takeCalls(),
-                ElementsAre("_api__object_valid(101)", "_api__get_sceneid_local()",
-                            "IDataHandlerImpl::getCobalt(5, false)",
-                            R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"));
+    EXPECT_EQ(host.takeCalls(),
+              Calls({"_api__object_valid(101)", "_api__get_sceneid_local()",
+                     "IDataHandlerImpl::getCobalt(5, false)",
+                     R"("".executeExtended(sceneStore, _api__lumo_send_command, 0))"}));
 }
 
 TEST_F(NullTexts, AParameterUpdateSkipsThem) {
@@ -209,7 +207,7 @@ TEST_F(NullTexts, AParameterUpdateSkipsThem) {
     record->instance->onParameterUpdate("FILENAME |a| SHEET |b|");
     EXPECT_EQ(params().filename, nullptr);
     EXPECT_EQ(params().sheet, nullptr);
-    EXPECT_THAT(host.takeCalls(), ElementsAre("evSendGuiRefresh()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"evSendGuiRefresh()"}));
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ TEST_F(ParameterUpdate, CopiesFileNameAndSheetAndDrawsTheEditorOnce) {
     update("FILENAME |C:/table.xlsx| SHEET |Sheet1| ");
     EXPECT_STREQ(params().filename, "C:/table.xlsx");
     EXPECT_STREQ(params().sheet, "Sheet1");
-    EXPECT_THAT(host.takeCalls(), ElementsAre("evSendGuiRefresh()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"evSendGuiRefresh()"}));
 }
 
 TEST_F(ParameterUpdate, TakesCharactersBehindABackslashAsTheyAre) {
@@ -51,19 +51,19 @@ TEST_F(ParameterUpdate, AValueIsBoundedTo512BytesWithItsTerminator) {
 TEST_F(ParameterUpdate, AnEmptyTextOnlyDrawsTheEditor) {
     for (const char* text : {"", "   \n", static_cast<const char*>(nullptr)}) {
         update(text);
-        EXPECT_THAT(host.takeCalls(), ElementsAre("evSendGuiRefresh()"));
+        EXPECT_EQ(host.takeCalls(), Calls({"evSendGuiRefresh()"}));
     }
 }
 
 TEST_F(ParameterUpdate, DrawsTheEditorOnceForManyEntries) {
     update("SHEET |a| SHEET |b| OTHER |c| FILENAME |d|");
-    EXPECT_THAT(host.takeCalls(), ElementsAre("evSendGuiRefresh()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"evSendGuiRefresh()"}));
 }
 
 TEST_F(ParameterUpdate, TheReservedOperationDoesNothing) {
     IntakeCallback& callback = bindInstance();
     callback.onReserved();
-    EXPECT_THAT(host.takeCalls(), IsEmpty());
+    EXPECT_EQ(host.takeCalls(), Calls());
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ TEST_P(ReEntryFrom, DeletingTheInstanceEndsTheDeliveryThere) {
     EXPECT_EQ(record->instance, nullptr);
     EXPECT_EQ(host.takeCalls().back(), "~IDataHandler()");
     PLUGIN_EXEC_PER_FIELD(record.get());
-    EXPECT_THAT(host.takeCalls(), ElementsAre("getInitCB()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"getInitCB()"}));
 }
 
 TEST_P(ReEntryFrom, MakingTheInstanceAnewGoesOnWithTheNewOne) {

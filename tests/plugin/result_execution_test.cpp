@@ -105,7 +105,7 @@ TEST_F(ResultExecution, TheLocalSceneIsAskedForWithEveryAnswer) {
 TEST_F(ResultExecution, AnEditedPostUpdateActionTakesEffectWithoutALoad) {
     TestRecord::set(params().postAction, "Stop=1;");
     PLUGIN_CHANGED_CALLBACK(record.get(), 11 + 17);
-    EXPECT_THAT(host.takeCalls(), ElementsAre("setHostField(store, field)", R"(parse("Stop=1;"))"));
+    EXPECT_EQ(host.takeCalls(), Calls({"setHostField(store, field)", R"(parse("Stop=1;"))"}));
     EXPECT_EQ(execute(true, "A=1;", "").back(),
               R"("Stop=1;".executeExtended(sceneStore, _api__lumo_send_command, 0))");
 }
@@ -123,7 +123,7 @@ TEST_F(ResultExecution, AnExpressionThatOutlivesItsInstanceAsksNobody) {
     execute(true, "A=1;", "");
     ASSERT_NE(host.macroSource, nullptr);
     PLUGIN_CLEANUP_FUNCTION(record.get());
-    EXPECT_THAT(host.takeCalls(), ElementsAre("setVariableQuery(null)", "~IDataHandler()"));
+    EXPECT_EQ(host.takeCalls(), Calls({"setVariableQuery(null)", "~IDataHandler()"}));
 }
 
 class SharedMemory : public ResultExecution {
@@ -181,7 +181,7 @@ TEST_F(SharedMemory, AFailureStillShowsInTheConsoleVariable) {
 TEST_F(SharedMemory, SwitchingTheModeAfterBindingDoesNotBindIt) {
     EXPECT_EQ(changed(16), Calls{});
     EXPECT_EQ(execute(true, "a|b|", ""), andPostAction({"_api__object_valid(-1)"}));
-    EXPECT_THAT(host.sharedMemories, IsEmpty());
+    EXPECT_TRUE(host.sharedMemories.empty());
 }
 
 TEST_F(SharedMemory, IsBoundByAChangeOfItsTypeOrItsNameOrByTheNextBind) {
@@ -202,15 +202,15 @@ TEST_F(SharedMemory, IsBoundByAChangeOfItsTypeOrItsNameOrByTheNextBind) {
 TEST_F(SharedMemory, IsTakenFromTheLocalSceneTheHostOrItsNetwork) {
     host.sharedMemories = {{101, {{"VAR", ""}}}, {102, {{"VAR", ""}}}, {103, {{"VAR", ""}}}};
     params().shmtype = 0;
-    EXPECT_THAT(changed(SHMTYPE),
-                ElementsAre("_api__get_sceneid_local()", "_api__scene_get_shared_script_memory(5)",
-                            R"(_api__shared_script_memory_has_key(101, "VAR"))"));
+    EXPECT_EQ(changed(SHMTYPE),
+              Calls({"_api__get_sceneid_local()", "_api__scene_get_shared_script_memory(5)",
+                     R"(_api__shared_script_memory_has_key(101, "VAR"))"}));
     params().shmtype = 1;
-    EXPECT_THAT(changed(SHMTYPE), ElementsAre("_api__global_get_shared_script_memory()",
-                                              R"(_api__shared_script_memory_has_key(102, "VAR"))"));
+    EXPECT_EQ(changed(SHMTYPE), Calls({"_api__global_get_shared_script_memory()",
+                                       R"(_api__shared_script_memory_has_key(102, "VAR"))"}));
     params().shmtype = 2;
-    EXPECT_THAT(changed(SHMTYPE), ElementsAre("_api__global_get_distributed_shared_script_memory()",
-                                              R"(_api__shared_script_memory_has_key(103, "VAR"))"));
+    EXPECT_EQ(changed(SHMTYPE), Calls({"_api__global_get_distributed_shared_script_memory()",
+                                       R"(_api__shared_script_memory_has_key(103, "VAR"))"}));
 }
 
 TEST_F(SharedMemory, OfAnyOtherTypeIsNone) {
@@ -224,17 +224,17 @@ TEST_F(SharedMemory, OfAnyOtherTypeIsNone) {
 
 TEST_F(SharedMemory, AVariableThatDoesNotExistYetIsCreated) {
     const Calls calls = changed(SHMVAR);
-    EXPECT_THAT(Calls(calls.begin() + 2, calls.end()),
-                ElementsAre(R"(_api__shared_script_memory_has_key(101, "VAR"))",
-                            R"(_api__shared_script_memory_create_key(101, "VAR"))",
-                            R"(_api__shared_script_memory_has_key(101, "VAR"))"));
+    EXPECT_EQ(Calls(calls.begin() + 2, calls.end()),
+              Calls({R"(_api__shared_script_memory_has_key(101, "VAR"))",
+                     R"(_api__shared_script_memory_create_key(101, "VAR"))",
+                     R"(_api__shared_script_memory_has_key(101, "VAR"))"}));
 }
 
 TEST_F(SharedMemory, AnEmptyNameKeepsTheOldOne) {
     changed(SHMVAR);
     TestRecord::set(params().shmvar, "");
-    EXPECT_THAT(changed(SHMVAR), ElementsAre("_api__get_sceneid_local()",
-                                             "_api__scene_get_shared_script_memory(5)"));
+    EXPECT_EQ(changed(SHMVAR),
+              Calls({"_api__get_sceneid_local()", "_api__scene_get_shared_script_memory(5)"}));
     execute(true, "a", "");
     EXPECT_EQ(host.sharedMemories[101]["VAR"], "a");
 }

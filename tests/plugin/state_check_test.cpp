@@ -59,7 +59,7 @@ TEST_F(StateCheck, MakesANewInstanceEvenWhereOneExistsAndDoesNotDeleteTheOldOne)
 TEST_F(StateCheck, ABoundRecordIsLeftAsItIs) {
     bindInstance();
     PLUGIN_NEW_GEOM(record.get(), 3);
-    EXPECT_THAT(host.takeCalls(), ElementsAre("onBuildGeometry(3)"));
+    EXPECT_EQ(host.takeCalls(), Calls({"onBuildGeometry(3)"}));
 }
 
 TEST_F(StateCheck, ARecordInAnyOtherStateIsNeverBound) {
@@ -80,10 +80,10 @@ TEST_F(StateCheck, AMissingStoreFunctionIsAddedToTheScene) {
     PLUGIN_NEW_GEOM(record.get(), 0);
     const Calls calls = host.takeCalls();
     ASSERT_GE(calls.size(), 4U);
-    EXPECT_THAT(Calls(calls.end() - 4, calls.end()),
-                ElementsAre(R"(_api__get_scene_function(5, "Cobalt"))", "_api__object_valid(77)",
-                            R"(_api__scene_create_function(5, "BUILT_IN*FUNCTION*Cobalt"))",
-                            "onBuildGeometry(0)"));
+    EXPECT_EQ(Calls(calls.end() - 4, calls.end()),
+              Calls({R"(_api__get_scene_function(5, "Cobalt"))", "_api__object_valid(77)",
+                     R"(_api__scene_create_function(5, "BUILT_IN*FUNCTION*Cobalt"))",
+                     "onBuildGeometry(0)"}));
 }
 
 TEST_F(StateCheck, LeavesThePendingInitialisationAsItIs) {
@@ -156,7 +156,7 @@ TEST_F(StateCheck, InitFunctionMarksTheRecordAsCreatedWithoutAnInstance) {
     PLUGIN_INIT_FUNCTION(record.get());
     EXPECT_EQ(record->Magic, 1);
     EXPECT_EQ(record->instance, nullptr);
-    EXPECT_THAT(host.takeCalls(), IsEmpty());
+    EXPECT_EQ(host.takeCalls(), Calls());
     delete instance;
 }
 

@@ -242,42 +242,41 @@ TEST_F(SwitchEffect, SharedMemoryHidesTheTableAndShowsMemoryAndDelimiters) {
     for (const int32_t queryMode : {0, 1, 3, 4}) {
         params().queryMode = queryMode;
         params().mode = 0;
-        EXPECT_THAT(changedBy(&ReaderParams::mode, 4),
-                    ElementsAre(R"(evSendGuiParameterShow("table", 0))",
-                                R"(evSendGuiParameterShow("shmvar", 1))",
-                                R"(evSendGuiParameterShow("shmtype", 1))",
-                                R"(evSendGuiParameterShow("delimiter", 1))",
-                                R"(evSendGuiParameterShow("rowsDelimiter", 1))"));
+        EXPECT_EQ(changedBy(&ReaderParams::mode, 4),
+                  Calls({R"(evSendGuiParameterShow("table", 0))",
+                         R"(evSendGuiParameterShow("shmvar", 1))",
+                         R"(evSendGuiParameterShow("shmtype", 1))",
+                         R"(evSendGuiParameterShow("delimiter", 1))",
+                         R"(evSendGuiParameterShow("rowsDelimiter", 1))"}));
     }
 }
 
 TEST_F(SwitchEffect, SharedMemoryHidesTheKeyOnlyForXml) {
     bindInstance();
     params().queryMode = 2;
-    EXPECT_THAT(
+    EXPECT_EQ(
         changedBy(&ReaderParams::mode, 4),
-        ElementsAre(R"(evSendGuiParameterShow("key", 0))", R"(evSendGuiParameterShow("table", 0))",
-                    R"(evSendGuiParameterShow("shmvar", 1))",
-                    R"(evSendGuiParameterShow("shmtype", 1))",
-                    R"(evSendGuiParameterShow("delimiter", 1))",
-                    R"(evSendGuiParameterShow("rowsDelimiter", 1))"));
+        Calls({R"(evSendGuiParameterShow("key", 0))", R"(evSendGuiParameterShow("table", 0))",
+               R"(evSendGuiParameterShow("shmvar", 1))", R"(evSendGuiParameterShow("shmtype", 1))",
+               R"(evSendGuiParameterShow("delimiter", 1))",
+               R"(evSendGuiParameterShow("rowsDelimiter", 1))"}));
 }
 
 TEST_F(SwitchEffect, TheProxySwitchShowsTheProxyModeForJson) {
     bindInstance();
     params().queryMode = 3;
-    EXPECT_THAT(changedBy(&ReaderParams::enableProxy, 1),
-                ElementsAre(R"(evSendGuiParameterShow("proxyMode", 1))"));
-    EXPECT_THAT(changedBy(&ReaderParams::proxyMode, 0), IsEmpty());
-    EXPECT_THAT(changedBy(&ReaderParams::proxyMode, 2),
-                ElementsAre(R"(evSendGuiParameterShow("proxyUrl", 1))",
-                            R"(evSendGuiParameterShow("proxyUser", 1))",
-                            R"(evSendGuiParameterShow("proxyPwd", 1))"));
-    EXPECT_THAT(changedBy(&ReaderParams::enableProxy, 0),
-                ElementsAre(R"(evSendGuiParameterShow("proxyMode", 0))",
-                            R"(evSendGuiParameterShow("proxyUrl", 0))",
-                            R"(evSendGuiParameterShow("proxyUser", 0))",
-                            R"(evSendGuiParameterShow("proxyPwd", 0))"));
+    EXPECT_EQ(changedBy(&ReaderParams::enableProxy, 1),
+              Calls({R"(evSendGuiParameterShow("proxyMode", 1))"}));
+    EXPECT_EQ(changedBy(&ReaderParams::proxyMode, 0), Calls());
+    EXPECT_EQ(changedBy(&ReaderParams::proxyMode, 2),
+              Calls({R"(evSendGuiParameterShow("proxyUrl", 1))",
+                     R"(evSendGuiParameterShow("proxyUser", 1))",
+                     R"(evSendGuiParameterShow("proxyPwd", 1))"}));
+    EXPECT_EQ(changedBy(&ReaderParams::enableProxy, 0),
+              Calls({R"(evSendGuiParameterShow("proxyMode", 0))",
+                     R"(evSendGuiParameterShow("proxyUrl", 0))",
+                     R"(evSendGuiParameterShow("proxyUser", 0))",
+                     R"(evSendGuiParameterShow("proxyPwd", 0))"}));
 }
 
 const std::vector<std::string> BINDING_PARAMETERS{"RemoteContainer", "WhichOther", "ConvTableName"};

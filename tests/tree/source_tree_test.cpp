@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/tree/SourceTree.h"
@@ -26,31 +25,31 @@ TEST_F(ThisSourceTree, HasBeenFound) {
 }
 
 TEST_F(ThisSourceTree, IncludesRunOneWay) {
-    EXPECT_THAT(forbiddenIncludes(tree()), testing::IsEmpty());
+    EXPECT_EQ(forbiddenIncludes(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, QuotedIncludesAreNamedFromTheRoot) {
-    EXPECT_THAT(unknownIncludes(tree()), testing::IsEmpty());
+    EXPECT_EQ(unknownIncludes(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, HasNoIncludeCycles) {
-    EXPECT_THAT(includeCycles(tree()), testing::IsEmpty());
+    EXPECT_EQ(includeCycles(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, HasNoFoldersThatIncludeEachOther) {
-    EXPECT_THAT(folderCycles(tree()), testing::IsEmpty());
+    EXPECT_EQ(folderCycles(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, HasFormatsThatNeedNoSystem) {
-    EXPECT_THAT(foreignHeadersOfFormats(tree()), testing::IsEmpty());
+    EXPECT_EQ(foreignHeadersOfFormats(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, AsksForTheSystemOnlyInPlatformAndLinkage) {
-    EXPECT_THAT(systemConditions(tree()), testing::IsEmpty());
+    EXPECT_EQ(systemConditions(tree()), Violations());
 }
 
 TEST_F(ThisSourceTree, EveryHeaderIsGuardedByPragmaOnce) {
-    EXPECT_THAT(unguardedHeaders(tree()), testing::IsEmpty());
+    EXPECT_EQ(unguardedHeaders(tree()), Violations());
 }
 
 }  // namespace intake

@@ -13,9 +13,10 @@ using HttpReasonTest = HttpTest;
 TEST_F(HttpReasonTest, OfARefusedConnectionNamesHostAndPort) {
     const std::string port = std::to_string(freePort());
 
-    EXPECT_THAT(
-        fetch("http://127.0.0.1:" + port + "/").err,
-        testing::StartsWith("ERROR: RDR_HTTP: Failed to connect to 127.0.0.1 port " + port));
+    const std::string reason = fetch("http://127.0.0.1:" + port + "/").err;
+
+    EXPECT_TRUE(reason.starts_with("ERROR: RDR_HTTP: Failed to connect to 127.0.0.1 port " + port))
+        << reason;
 }
 
 TEST_F(HttpReasonTest, OfANameThatIsNotResolvedNamesIt) {
