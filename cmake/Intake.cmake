@@ -40,17 +40,58 @@ function(intake_add_library name)
     target_link_libraries(${name} PUBLIC intake_options ${ARG_LINKS})
 endfunction()
 
+# How the tests' code is compiled, since building it costs far more than running it: not optimised,
+# and all with one compiled header, for which libraries are built with the flags of executables.
+function(intake_set_test_flags target)
+    target_link_libraries(${target} PRIVATE intake_options GTest::gtest)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/Od,-O0>>)
+    get_target_property(type ${target} TYPE)
+    if(NOT type STREQUAL EXECUTABLE)
+        set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+        target_compile_options(${target} PRIVATE ${CMAKE_CXX_COMPILE_OPTIONS_PIE})
+    endif()
+endfunction()
+
+# The header that all tests include, compiled.
+function(intake_add_test_header)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/test_header.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "")
+    add_library(test_header OBJECT ${source})
+    intake_set_test_flags(test_header)
+    target_precompile_headers(test_header PRIVATE <gtest/gtest.h>)
+endfunction()
+
+function(intake_compile_for_tests target)
+    intake_set_test_flags(${target})
+    if(MSVC)
+        # It wants the same definitions wherever a compiled header is used.
+        target_precompile_headers(${target} PRIVATE <gtest/gtest.h>)
+    else()
+        target_precompile_headers(${target} REUSE_FROM test_header)
+    endif()
+endfunction()
+
+# What tests share: intake_add_test_library(name SOURCES ... [LINKS ...])
+function(intake_add_test_library name)
+    intake_add_library(${name} ${ARGN})
+    intake_compile_for_tests(${name})
+endfunction()
+
+# A program of the tests' code: intake_add_test_program(name SOURCES ... LINKS ...)
+function(intake_add_test_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS})
+    intake_compile_for_tests(${name})
+endfunction()
+
 # A test program of ours, each of its cases a test of CTest (the program as a whole where it is
 # cross-compiled). For every label there is a target
 # tests_<label> that builds the programs which bear it:
 # intake_add_test(name SOURCES ... LINKS ... [LABELS ...])
 function(intake_add_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE intake_options ${ARG_LINKS} GTest::gmock_main)
-    # Building the tests costs far more than running them.
-    target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/Od,-O0>>)
+    intake_add_test_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gtest_main)
     if(CMAKE_CROSSCOMPILING)
         add_wine_test(${name} "${ARG_LABELS}")
     else()

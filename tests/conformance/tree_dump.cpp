@@ -7,7 +7,7 @@ namespace intake::html {
 
 namespace {
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
@@ -24,7 +24,7 @@ public:
                     text += node->text;
                     node = node->next;
                 }
-                line(depth, quoted(text + std::string(node->text)));
+                line(depth, inQuotes(text + std::string(node->text)));
             } else {
                 single(*node, depth);
             }
@@ -60,7 +60,7 @@ private:
         const std::string_view systemId = node.attributes->next->value;
         std::string text = "<!DOCTYPE " + std::string(node.text);
         if (!publicId.empty() || !systemId.empty()) {
-            text += " " + quoted(publicId) + " " + quoted(systemId);
+            text += " " + inQuotes(publicId) + " " + inQuotes(systemId);
         }
         return text + ">";
     }
@@ -68,7 +68,7 @@ private:
     void attributes(const Node& node, size_t depth) {
         std::vector<std::string> lines;
         for (const Attribute* each = node.attributes; each != nullptr; each = each->next) {
-            lines.push_back(std::string(each->name) + "=" + quoted(each->value));
+            lines.push_back(std::string(each->name) + "=" + inQuotes(each->value));
         }
         std::sort(lines.begin(), lines.end());
         for (const std::string& each : lines) {

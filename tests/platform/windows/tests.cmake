@@ -16,7 +16,7 @@ target_compile_definitions(platform_windows_test PRIVATE
 add_dependencies(platform_windows_test worker_library)
 
 # Stand-ins for COM objects.
-intake_add_library(com_test_support
+intake_add_test_library(com_test_support
     SOURCES
         windows/BigAllocations.cpp
         windows/ComCalls.cpp
