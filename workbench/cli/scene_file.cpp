@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <fstream>
-#include <nlohmann/json.hpp>
+#include <stdexcept>
 
+#include "formats/json/JsonDocument.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/nearest_name.h"
 #include "workbench/cli/parameter_values.h"
@@ -12,7 +13,9 @@ namespace workbench {
 
 namespace {
 
-using Json = nlohmann::ordered_json;  // parameters are written in the order of the file
+using Document = intake::JsonDocument;
+using Node = Document::Node;
+using Type = Document::Type;
 
 [[noreturn]] void reject(const std::string& where, const std::string& why) {
     throw UsageError(where + ": " + why);
@@ -22,36 +25,51 @@ std::string place(const std::string& file, const std::string& instance) {
     return file + ", instance \"" + instance + "\"";
 }
 
-const Json& member(const Json& object, const char* name, Json::value_t type,
-                   const std::string& where) {
-    if (!object.is_object() || !object.contains(name) || object[name].type() != type)
+Node member(const Document& json, Node object, const char* name, Type type,
+            const std::string& where) {
+    const Node found = json.find(object, name);
+    if (found == Document::NONE || json.type(found) != type)
         reject(where, std::string("\"") + name + "\" is missing or of the wrong type.");
-    return object[name];
+    return found;
 }
 
-std::string valueText(const Json& value, const std::string& name, const std::string& where) {
-    if (value.is_string()) return value.get<std::string>();
-    if (value.is_number() || value.is_boolean()) return value.dump();
-    reject(where, "the value of \"" + name + "\" must be a text, a number, true or false.");
+std::string valueText(const Document& json, Node value, const std::string& where) {
+    if (json.isContainer(value) || json.type(value) == Type::NULL_VALUE)
+        reject(where, "the value of \"" + std::string(json.name(value)) +
+                          "\" must be a text, a number, true or false.");
+    return std::string(json.asString(value));
 }
 
-StoredInstance readInstance(const Json& json, const std::string& file) {
-    const std::string position = file + ", an instance";
+StoredInstance readInstance(const Document& json, Node node, const std::string& file) {
     StoredInstance instance;
-    instance.name = member(json, "name", Json::value_t::string, position).get<std::string>();
+    instance.name = json.asString(member(json, node, "name", Type::STRING, file + ", an instance"));
     const std::string where = place(file, instance.name);
-    const Json& parameters = member(json, "parameters", Json::value_t::object, where);
-    for (const auto& [name, value] : parameters.items())
-        instance.parameters.emplace_back(name, valueText(value, name, where));
+    const Node parameters = member(json, node, "parameters", Type::OBJECT, where);
+    for (Node each = Document::firstChild(parameters); each != json.behind(parameters);
+         each = json.behind(each))
+        instance.parameters.emplace_back(json.name(each), valueText(json, each, where));
     return instance;
 }
 
-Json parseFile(const std::string& file) {
+// The bytes of a file, and the zero byte that ends a text.
+intake::ByteBuffer readFile(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream) reject(file, "the scene file cannot be read.");
+    intake::ByteBuffer text;
+    do {
+        constexpr std::size_t BLOCK = 1 << 16;
+        stream.read(text.prepare(BLOCK), BLOCK);
+        text.commit(static_cast<std::size_t>(stream.gcount()));
+    } while (stream);
+    *text.prepare(1) = 0;
+    text.commit(1);
+    return text;
+}
+
+Document parseFile(const std::string& file) {
     try {
-        return Json::parse(stream);
-    } catch (const Json::exception& error) {
+        return Document(readFile(file));
+    } catch (const std::invalid_argument& error) {
         reject(file, std::string("the scene file is not JSON: ") + error.what());
     }
 }
@@ -67,10 +85,12 @@ void requireOwnName(const StoredInstance& instance, const SceneFile& scene) {
 }  // namespace
 
 SceneFile readSceneFile(const std::string& file) {
-    const Json json = parseFile(file);
+    const Document json = parseFile(file);
+    const Node instances = member(json, Document::ROOT, "instances", Type::ARRAY, file);
     SceneFile scene{file, {}};
-    for (const Json& each : member(json, "instances", Json::value_t::array, file)) {
-        StoredInstance instance = readInstance(each, file);
+    for (Node each = Document::firstChild(instances); each != json.behind(instances);
+         each = json.behind(each)) {
+        StoredInstance instance = readInstance(json, each, file);
         requireOwnName(instance, scene);
         scene.instances.push_back(std::move(instance));
     }

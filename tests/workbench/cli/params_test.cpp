@@ -1,12 +1,20 @@
 // `params`: what the plugin registers, as a table and as JSON.
 
-#include <nlohmann/json.hpp>
-
+#include "tests/formats/json/parse.h"
 #include "tests/workbench/cli/Workbench.h"
 
 namespace {
 
 struct Params : Workbench {};
+
+std::vector<std::string> elements(const intake::JsonDocument& array) {
+    using Document = intake::JsonDocument;
+    std::vector<std::string> texts;
+    for (Document::Node each = Document::firstChild(Document::ROOT);
+         each != array.behind(Document::ROOT); each = array.behind(each))
+        texts.push_back(outline(array, each));
+    return texts;
+}
 
 }  // namespace
 
@@ -32,18 +40,21 @@ TEST_F(Params, AsATableOneRowForEachParameter) {
 TEST_F(Params, AsJsonWithLabelsAndEntriesAsRegistered) {
     const ChildResult result = run({"params", "--out", "json"});
     EXPECT_EQ(result.status, 0);
-    const auto json = nlohmann::json::parse(result.out);
-    ASSERT_EQ(json.size(), 47U);
-    EXPECT_EQ(json[10], nlohmann::json::parse(R"({"number": 11, "name": "queryMode",
-        "label": "Query type: ", "type": "radio", "default": 0,
-        "entries": [" EXCEL ", " SQL ", " XML ", " JSON "],
-        "hidden": false, "persistent": true})"));
-    EXPECT_EQ(json[38], nlohmann::json::parse(R"({"number": 39, "name": "autoLoadInterval",
-        "label": "Automatic load period (in seconds) ", "type": "float", "default": 10,
-        "minimum": 0, "maximum": 6000, "hidden": false, "persistent": true})"));
-    EXPECT_EQ(json[39], nlohmann::json::parse(R"({"number": 40, "name": "load", "label": "Load",
-        "type": "button", "action": 0, "hidden": false, "persistent": true})"));
-    EXPECT_EQ(json[0], nlohmann::json::parse(R"({"number": 1, "name": "Magic", "label": "Magic",
-        "type": "int", "default": 9473, "minimum": 9473, "maximum": 9473,
-        "hidden": true, "persistent": true})"));
+    const std::vector<std::string> parameters = elements(intake::parse(result.out));
+    ASSERT_EQ(parameters.size(), 47U);
+    EXPECT_EQ(
+        parameters[10],
+        R"({number: 11, name: "queryMode", label: "Query type: ", type: "radio", default: 0, )"
+        R"(entries: [" EXCEL ", " SQL ", " XML ", " JSON "], )"
+        R"(hidden: false, persistent: true})");
+    EXPECT_EQ(parameters[38],
+              R"({number: 39, name: "autoLoadInterval", )"
+              R"(label: "Automatic load period (in seconds) ", type: "float", default: 10, )"
+              R"(minimum: 0, maximum: 6000, hidden: false, persistent: true})");
+    EXPECT_EQ(parameters[39],
+              R"({number: 40, name: "load", label: "Load", type: "button", action: 0, )"
+              R"(hidden: false, persistent: true})");
+    EXPECT_EQ(parameters[0],
+              R"({number: 1, name: "Magic", label: "Magic", type: "int", default: 9473, )"
+              R"(minimum: 9473, maximum: 9473, hidden: true, persistent: true})");
 }
