@@ -44,7 +44,7 @@ endfunction()
 # and all with one compiled header, for which libraries are built with the flags of executables.
 function(intake_set_test_flags target)
     target_link_libraries(${target} PRIVATE intake_options GTest::gtest)
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:$<IF:$<BOOL:${MSVC}>,/Od,-O0>>)
+    target_compile_options(${target} PRIVATE $<IF:$<BOOL:${MSVC}>,/Od,-O0>)
     get_target_property(type ${target} TYPE)
     if(NOT type STREQUAL EXECUTABLE)
         set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
