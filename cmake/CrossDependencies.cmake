@@ -4,15 +4,13 @@
 
 set(CROSS_HEADERS ${PROJECT_BINARY_DIR}/headers)
 file(MAKE_DIRECTORY ${CROSS_HEADERS})
-foreach(library rapidjson CLI nlohmann)
+foreach(library rapidjson CLI)
     file(CREATE_LINK /usr/include/${library} ${CROSS_HEADERS}/${library} SYMBOLIC)
 endforeach()
 
 set(RAPIDJSON_INCLUDE_DIR ${CROSS_HEADERS} CACHE PATH "Where rapidjson/reader.h is")
-foreach(library CLI11::CLI11 nlohmann_json::nlohmann_json)
-    add_library(${library} INTERFACE IMPORTED GLOBAL)
-    target_include_directories(${library} SYSTEM INTERFACE ${CROSS_HEADERS})
-endforeach()
+add_library(CLI11::CLI11 INTERFACE IMPORTED GLOBAL)
+target_include_directories(CLI11::CLI11 SYSTEM INTERFACE ${CROSS_HEADERS})
 
 if(INTAKE_TESTS)
     set(INSTALL_GTEST OFF)
