@@ -161,6 +161,19 @@ Violations unknownIncludes(const SourceTree& tree) {
     return found;
 }
 
+Violations ownHeadersNotFirst(const SourceTree& tree) {
+    Violations found;
+    for (const auto& [path, file] : tree) {
+        const std::string header = path.substr(0, path.rfind('.')) + ".h";
+        if (path.ends_with(".cpp") && tree.contains(header) &&
+            (file.includes.empty() || file.includes[0].path != header)) {
+            const int line = file.includes.empty() ? 1 : file.includes[0].line;
+            found.push_back(violation(path, line, "must include " + header + " first"));
+        }
+    }
+    return found;
+}
+
 Violations includeCycles(const SourceTree& tree) {
     return CycleSearch(tree).run();
 }

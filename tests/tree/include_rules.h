@@ -10,6 +10,10 @@ Violations forbiddenIncludes(const SourceTree& tree);
 /// Quoted includes that name no file of the tree: ours are named from its root.
 Violations unknownIncludes(const SourceTree& tree);
 
+/// Source files that include anything before the header of the same name, which would hide what
+/// that header needs.
+Violations ownHeadersNotFirst(const SourceTree& tree);
+
 /// Includes that lead back to the file that they stand in.
 Violations includeCycles(const SourceTree& tree);
 

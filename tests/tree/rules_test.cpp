@@ -193,6 +193,19 @@ TEST_F(TreeRules, AQuotedIncludeIsNamedFromTheRoot) {
                           "plugin/b.cpp:3: \"../plugin/a.h\" is no file from the root"}));
 }
 
+TEST_F(TreeRules, TheHeaderOfASourceFileIsItsFirstInclude) {
+    for (const char* name : {"a", "b", "c"}) {
+        write("plugin/" + std::string(name) + ".h", "");
+    }
+    write("plugin/a.cpp", "#include \"plugin/a.h\"\n#include <vector>\n");
+    write("plugin/b.cpp", "\n#include <vector>\n#include \"plugin/b.h\"\n");
+    write("plugin/c.cpp", "");
+    write("plugin/without_a_header.cpp", "#include <vector>\n");
+    EXPECT_EQ(ownHeadersNotFirst(tree()),
+              (Violations{"plugin/b.cpp:2: must include plugin/b.h first",
+                          "plugin/c.cpp:1: must include plugin/c.h first"}));
+}
+
 TEST_F(TreeRules, ACycleIsNamedWithAllItsFiles) {
     write("plugin/a.h", "#include \"plugin/b.h\"\n");
     write("plugin/b.h", "\n#include \"plugin/c.h\"\n");

@@ -32,6 +32,10 @@ TEST_F(ThisSourceTree, QuotedIncludesAreNamedFromTheRoot) {
     EXPECT_EQ(unknownIncludes(tree()), Violations());
 }
 
+TEST_F(ThisSourceTree, IncludesTheHeaderOfASourceFileFirst) {
+    EXPECT_EQ(ownHeadersNotFirst(tree()), Violations());
+}
+
 TEST_F(ThisSourceTree, HasNoIncludeCycles) {
     EXPECT_EQ(includeCycles(tree()), Violations());
 }
