@@ -1,8 +1,10 @@
-#include "formats/html/page_encoding.h"
-
 #include <algorithm>
 #include <iterator>
 #include <string>
+
+#include "formats/html/characters.h"
+#include "formats/html/page_encoding.h"
+#include "formats/text/trim.h"
 
 namespace intake::html {
 
@@ -82,7 +84,11 @@ constexpr Row ROWS[] = {
 }  // namespace
 
 std::string_view encodingOfLabel(std::string_view label) {
-    const std::string word = " " + std::string(label) + " ";
+    label = trimmed(label, WHITE_SPACE);
+    if (label.find_first_of(WHITE_SPACE) != std::string_view::npos) {
+        return {};
+    }
+    const std::string word = " " + lowerCase(label) + " ";
     const auto* const row = std::find_if(std::begin(ROWS), std::end(ROWS), [&](const Row& each) {
         return each.labels.find(word) != std::string_view::npos;
     });

@@ -37,7 +37,7 @@ std::string_view charsetOfContent(std::string_view content) {
     return {};
 }
 
-std::string_view encodingOfTag(const Token& token) {
+std::string_view labelOf(const Token& token) {
     std::string_view charset;
     std::string_view content;
     bool isContentType = false;
@@ -55,7 +55,7 @@ std::string_view encodingOfTag(const Token& token) {
 
 }  // namespace
 
-std::string encodingOfMeta(std::string_view page) {
+std::string_view encodingOfMeta(std::string_view page) {
     Arena arena;
     Tokenizer tokenizer(page.substr(0, LOOKED_AT), arena);
     Token token;
@@ -65,9 +65,10 @@ std::string encodingOfMeta(std::string_view page) {
         if (isRaw) {
             tokenizer.setTextMode(Tokenizer::TextMode::RAWTEXT, token.text);
         }
-        const std::string_view encoding = token.isStart(Tag::META) ? encodingOfTag(token) : "";
+        const std::string_view encoding =
+            token.isStart(Tag::META) ? encodingOfLabel(labelOf(token)) : "";
         if (!encoding.empty()) {
-            return std::string(encoding);
+            return encoding;
         }
     } while (token.type != Token::END);
     return {};

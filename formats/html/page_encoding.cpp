@@ -2,13 +2,14 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
 #include "formats/html/PageError.h"
 #include "formats/html/characters.h"
 #include "formats/text/byte_order_mark.h"
-#include "formats/text/trim.h"
+#include "formats/text/utf16.h"
 #include "formats/text/utf8.h"
 
 namespace intake::html {
@@ -58,18 +59,9 @@ private:
     iconv_t converter_;
 };
 
-/// The name of a label's encoding; empty when it is not known.
-std::string_view encodingOf(std::string_view label) {
-    label = trimmed(label, WHITE_SPACE);
-    if (label.find_first_of(WHITE_SPACE) != std::string_view::npos) {
-        return {};
-    }
-    return encodingOfLabel(lowerCase(label));
-}
-
 /// A meta element that can be read does not stand in UTF-16.
 std::string_view declaredEncoding(std::string_view page) {
-    const std::string_view encoding = encodingOf(encodingOfMeta(page));
+    const std::string_view encoding = encodingOfMeta(page);
     return encoding.starts_with("UTF-16") ? UTF_8 : encoding;
 }
 
@@ -82,11 +74,63 @@ std::string fromWindows1252(const std::string& bytes) {
     return text;
 }
 
+/// Surrogates that are half of no pair, and half a unit at the end, become U+FFFD.
+std::string fromUtf16(std::string_view bytes, bool bigEndian) {
+    std::u16string units(bytes.size() / 2, 0);
+    for (size_t i = 0; i < units.size(); ++i) {
+        const auto first = static_cast<unsigned char>(bytes[2 * i]);
+        const auto second = static_cast<unsigned char>(bytes[2 * i + 1]);
+        units[i] = static_cast<char16_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    }
+    return toUtf8(units).append(bytes.size() % 2 == 0 ? "" : REPLACEMENT);
+}
+
+/// Encodings of more than one byte for some characters.
+constexpr std::array<std::string_view, 6> MULTI_BYTE{"GB18030",     "BIG5-HKSCS", "EUC-JP",
+                                                     "ISO-2022-JP", "CP932",      "CP949"};
+
+/// What a byte means in an encoding of one byte a character. Browsers take those of the control
+/// characters that it leaves undefined for these characters.
+std::string characterOf(char byte, const Converter& converter) {
+    std::string single(1, byte);
+    const std::string character = converter.convert(single);
+    const auto number = static_cast<unsigned char>(byte);
+    if (character != REPLACEMENT || number < 0x80 || number >= 0xA0) {
+        return character;
+    }
+    std::string control;
+    appendUtf8(number, control);
+    return control;
+}
+
+/// Byte by byte: the system's converter would wait for an accent to combine a letter with.
+std::string fromSingleBytes(const std::string& bytes, const Converter& converter) {
+    std::array<std::string, 256> characters;
+    for (size_t byte = 0; byte < characters.size(); ++byte) {
+        characters[byte] = characterOf(static_cast<char>(byte), converter);
+    }
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 4);
+    for (const char byte : bytes) {
+        text.append(characters[static_cast<unsigned char>(byte)]);
+    }
+    return text;
+}
+
 std::string convert(std::string bytes, const std::string& encoding) {
     if (encoding == UTF_8) {
         return withValidUtf8(std::move(bytes));
     }
-    return encoding == WINDOWS_1252 ? fromWindows1252(bytes) : Converter(encoding).convert(bytes);
+    if (encoding.starts_with("UTF-16")) {
+        return fromUtf16(bytes, encoding.ends_with("BE"));
+    }
+    if (encoding == WINDOWS_1252) {
+        return fromWindows1252(bytes);
+    }
+    const Converter converter(encoding);
+    const bool isMultiByte =
+        std::find(MULTI_BYTE.begin(), MULTI_BYTE.end(), encoding) != MULTI_BYTE.end();
+    return isMultiByte ? converter.convert(bytes) : fromSingleBytes(bytes, converter);
 }
 
 }  // namespace
@@ -97,7 +141,7 @@ std::string decodePage(std::string bytes, std::string_view charset) {
         bytes.erase(0, mark.bytes.size());
         return convert(std::move(bytes), mark.encoding);
     }
-    std::string_view encoding = encodingOf(charset);
+    std::string_view encoding = encodingOfLabel(charset);
     encoding = encoding.empty() ? declaredEncoding(bytes) : encoding;
     if (encoding.empty()) {
         encoding = isValidUtf8(bytes) ? UTF_8 : WINDOWS_1252;

@@ -10,11 +10,12 @@ namespace intake::html {
 /// else UTF-8 where the bytes are valid UTF-8, else windows-1252.
 std::string decodePage(std::string bytes, std::string_view charset);
 
-/// The label that the page's meta elements give its encoding; empty when there is none.
-std::string encodingOfMeta(std::string_view page);
+/// The encoding that the first of the page's meta elements with a known label names, by its name
+/// for iconv; empty when there is none.
+std::string_view encodingOfMeta(std::string_view page);
 
 /// The encoding that browsers take a label for, by its name for iconv; empty when they know none.
-/// The label is in lower case, and one word.
+/// Case and white space around the label do not count.
 std::string_view encodingOfLabel(std::string_view label);
 
 }  // namespace intake::html

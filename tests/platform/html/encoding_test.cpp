@@ -109,6 +109,35 @@ TEST_F(HtmlEncoding, ReplacesWhatIsNoCharacter) {
               std::string("a") + REPLACED + "b");
 }
 
+TEST_F(HtmlEncoding, ReplacesHalvesOfPairsInUtf16AndNothingElse) {
+    load(utf16(std::string("a\0\x00\xD8"
+                           "b\0\x00\xDC\xE9\x00",
+                           10),
+               false));
+    EXPECT_EQ(cell(), std::string("a") + REPLACED + "b" + REPLACED + E_ACUTE);
+    load(utf16(std::string("\xD8\x00\x20\xAC", 4), true));
+    EXPECT_EQ(cell(), std::string(REPLACED) + EURO);
+    load(utf16("", false) + "a");
+    EXPECT_EQ(cell(), "");
+}
+
+TEST_F(HtmlEncoding, IsThatOfTheFirstMetaElementWithALabelThatBrowsersKnow) {
+    EXPECT_EQ(read("<meta charset=foo><meta charset=windows-1251>", "\xE0"), "\xD0\xB0");
+    EXPECT_EQ(read("<meta charset=koi8-r><meta charset=windows-1251>", "\xC1"), "\xD0\xB0");
+}
+
+TEST_F(HtmlEncoding, OfOneByteACharacterIsReadByteByByte) {
+    EXPECT_EQ(read("<meta charset=windows-1258>",
+                   "A\x8D"
+                   "z"),
+              "A\xC2\x8Dz");
+    EXPECT_EQ(read("<meta charset=windows-1258>", "A\xCC"), "A\xCC\x80");  // A and an accent
+    EXPECT_EQ(read("<meta charset=windows-1255>", "\xE0\xFBx"),
+              std::string("\xD7\x90") + REPLACED + "x");
+    EXPECT_EQ(read("<meta charset=windows-1253>", "\x81\xAA\xE1"),
+              std::string("\xC2\x81") + REPLACED + "\xCE\xB1");
+}
+
 TEST_F(HtmlEncoding, LeavesOutCharactersThatAreZero) {
     EXPECT_EQ(read("", std::string("a\0b", 3)), "ab");
 }
