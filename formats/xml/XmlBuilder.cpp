@@ -3,6 +3,7 @@
 #include <libxml/SAX2.h>
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 
 #include "formats/xml/xml_text.h"
@@ -104,7 +105,7 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     XmlBuilder& self = of(context);
     const bool preserved = isSpacePreserved(context);
     if (!self.inText_ && !preserved && isBlank(text, length)) {
-        self.blank_.append(reinterpret_cast<const char*>(text), static_cast<size_t>(length));
+        self.keepBlank({reinterpret_cast<const char*>(text), static_cast<size_t>(length)});
         return;
     }
     if (!self.blank_.empty()) {
@@ -119,9 +120,26 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
     }
 }
 
+/// Blanks may be of any length, and nothing may fly through the library.
+void XmlBuilder::keepBlank(std::string_view text) {
+    try {
+        blank_.append(text);
+    } catch (const std::bad_alloc&) {
+        isOutOfMemory_ = true;
+        xmlStopParser(&context_);
+    }
+}
+
+/// The library's own function would join sections that stand side by side, and what they hold
+/// together may not stand in one.
 void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
-    of(context).endText();
-    xmlSAX2CDataBlock(context, text, length);
+    XmlBuilder& self = of(context);
+    self.endText();
+    xmlNode* const section = xmlNewCDataBlock(self.context_.myDoc, text, length);
+    if (section == nullptr || xmlAddChild(self.context_.node, section) == nullptr) {
+        xmlFreeNode(section);
+        self.isOutOfMemory_ = self.isOutOfMemory_ || section == nullptr;
+    }
 }
 
 void XmlBuilder::onComment(void* context, const xmlChar* text) {
@@ -155,7 +173,9 @@ void XmlBuilder::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlC
 }
 
 void XmlBuilder::onError(void* context, xmlError* error) {
-    std::string& first = of(context).error_;
+    XmlBuilder& self = of(context);
+    self.isOutOfMemory_ = self.isOutOfMemory_ || error->code == XML_ERR_NO_MEMORY;
+    std::string& first = self.error_;
     if (first.empty() && isFatal(*error) && error->message != nullptr) {
         first = placed(error->message, error->line, error->int2);
     }

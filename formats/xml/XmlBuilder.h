@@ -20,6 +20,9 @@ public:
     /// What is wrong with the document, with its place; empty when nothing is.
     const std::string& error() const { return error_; }
 
+    /// Whether there was no memory for all of the document.
+    bool isOutOfMemory() const { return isOutOfMemory_; }
+
     /// False, which is an error, when nobody waits for the document any more, or when it would take
     /// hours.
     bool wantsMore();
@@ -41,12 +44,14 @@ private:
     static void onError(void* context, xmlError* error);
 
     void endText();
+    void keepBlank(std::string_view text);
     void refuse(std::string_view reason);
 
     xmlParserCtxt& context_;
     const EndMark& endMark_;
     std::string blank_;  // white space that may turn out to begin a text
     bool inText_ = false;
+    bool isOutOfMemory_ = false;
     std::string error_;  // the first one
 };
 

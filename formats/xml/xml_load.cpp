@@ -89,6 +89,9 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
     XmlDoc document(xmlCtxtReadIO(context.get(), XmlInput::onRead, nullptr, &input, nullptr,
                                   encoding, options));
     input.throwFailure();
+    if (builder.isOutOfMemory()) {
+        throw std::bad_alloc();
+    }
     if (document != nullptr && context->wellFormed != 0 && builder.error().empty()) {
         loaded.document = std::move(document);
     } else {

@@ -25,7 +25,8 @@ struct LoadedXml {
 /// Drops text that is white space only, and refuses a document with a DTD or of more than 2 GB;
 /// nothing is fetched while parsing. A byte-order mark decides the encoding; then `charset`, when
 /// it is one that is known; then what the text says of itself; then it is UTF-8. Once `endMark` is
-/// set, it gives up. Throws what the source throws.
+/// set, it gives up. Throws what the source throws, and
+/// std::bad_alloc.
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark,
                   const std::string& charset = {});
 

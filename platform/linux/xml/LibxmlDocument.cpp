@@ -71,7 +71,7 @@ void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
 
 bool LibxmlDocument::selectNodes(const std::string& expression) {
     const XPathExpression compiled = xpath_.compile(expression);
-    xmlXPathOrderDocElems(document_.get());  // without it, sorting climbs the tree for each node
+    LibxmlXPath::numberElements(document_.get());
     selection_ = select(compiled, reinterpret_cast<xmlNode*>(document_.get()));
     return true;
 }
@@ -147,11 +147,12 @@ void LibxmlDocument::appendMarkup(Node node, std::string& out) {
 }
 
 bool LibxmlDocument::attribute(Node element, const std::string& name, std::string& value) {
+    std::string eachName;
     for (xmlAttr* each = nodeOf(element)->properties; each != nullptr; each = each->next) {
         auto* const node = reinterpret_cast<xmlNode*>(each);
-        value.clear();
-        appendName(node, value);
-        if (value == name) {
+        eachName.clear();
+        appendName(node, eachName);
+        if (eachName == name) {
             value.clear();
             appendText(node, value);
             return true;
@@ -165,7 +166,7 @@ XmlDocument::Node LibxmlDocument::rootElement() {
 }
 
 XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& name) {
-    if (xmlValidateName(toXml(name), 0) != 0) {
+    if (xmlValidateQName(toXml(name), 0) != 0) {
         UNSPECIFIED.raise(LIBXML2, "An element cannot be named \"" + name + "\"");
     }
     return xmlAddChild(nodeOf(parent),

@@ -5,6 +5,8 @@
 #include <new>
 #include <string_view>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
 #include "formats/xml/xml_load.h"
 #include "platform/linux/base/com_failures.h"
 
@@ -27,7 +29,54 @@ XmlDoc parseDeclarations(const std::string& declarations) {
     return std::move(loaded.document);
 }
 
+/// The expression with the axis written out before names that begin beyond ASCII: the library does
+/// not know an absolute path by such a name.
+std::string withAxes(const std::string& expression) {
+    constexpr std::string_view AXIS = "child::";
+    std::string text;
+    char quote = 0;
+    bool isStep = false;  // behind a slash
+    for (const char character : expression) {
+        if (quote == 0 && isStep && !isAscii(character)) {
+            text.append(AXIS);
+        }
+        if (quote == 0 && (character == '"' || character == '\'')) {
+            quote = character;
+        } else if (character == quote) {
+            quote = 0;
+        }
+        isStep = quote == 0 && (character == '/' ||
+                                (isStep && XML_SPACE.find(character) != std::string_view::npos));
+        text += character;
+    }
+    return text;
+}
+
+const xmlNode* nextNode(const xmlNode* node) {
+    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+        return node->children;
+    }
+    while (node->next == nullptr && node->parent != nullptr) {
+        node = node->parent;
+    }
+    return node->next;
+}
+
 }  // namespace
+
+/// The library takes a text for its place to be that of the element before it, and so to stand
+/// before all that is inside of that. Such an element gets no number, and what is compared with it
+/// is compared step by step.
+void LibxmlXPath::numberElements(xmlDoc* document) {
+    xmlXPathOrderDocElems(document);
+    for (const xmlNode* node = document->children; node != nullptr; node = nextNode(node)) {
+        xmlNode* const before = node->prev;
+        if (before != nullptr && node->type != XML_ELEMENT_NODE &&
+            before->type == XML_ELEMENT_NODE && xmlFirstElementChild(before) != nullptr) {
+            before->content = nullptr;
+        }
+    }
+}
 
 LibxmlXPath::LibxmlXPath() : context_(xmlXPathNewContext(nullptr)) {
     if (context_ == nullptr) {
@@ -50,8 +99,9 @@ void LibxmlXPath::setNamespaces(const std::string& declarations) {
 XPathExpression LibxmlXPath::compile(const std::string& expression) {
     expression_ = expression;
     xmlResetLastError();
+    const std::string text = withAxes(expression);
     XPathExpression compiled(
-        xmlXPathCtxtCompile(context_.get(), reinterpret_cast<const xmlChar*>(expression.c_str())));
+        xmlXPathCtxtCompile(context_.get(), reinterpret_cast<const xmlChar*>(text.c_str())));
     if (compiled == nullptr) {
         fail("Invalid expression");
     }

@@ -33,6 +33,9 @@ public:
     /// Replaces the prefixes by those of a sequence of xmlns declarations.
     void setNamespaces(const std::string& declarations);
 
+    /// Lets nodes of a document that is as it will be be put into order fast.
+    static void numberElements(xmlDoc* document);
+
     XPathExpression compile(const std::string& expression);
 
     /// Selects the nodes that an expression finds from `from`. Gives up an expression that would

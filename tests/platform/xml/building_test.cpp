@@ -52,13 +52,20 @@ TEST_F(XmlBuilding, AppendedElementsAreSelectedInDocumentOrder) {
 
 TEST_F(XmlBuilding, AnImpossibleNameIsAnErrorAndChangesNothing) {
     load("<a/>");
-    for (const char* const wrong : {"", " ", "1", "a b", "<a>", "-a", "a\n"}) {
+    for (const char* const wrong :
+         {"", " ", "1", "a b", "<a>", "-a", "a\n", ":", "a:", ":a", "a:b:c"}) {
         const PlatformError error =
             errorOf([&] { document_->appendElement(document_->rootElement(), wrong); });
         EXPECT_EQ(error.code(), 0x80004005) << wrong;
         EXPECT_NE(error.description().find(wrong), std::string::npos) << error.description();
     }
     EXPECT_EQ(markup("/a"), "<a/>|");
+}
+
+TEST_F(XmlBuilding, ANameMayHaveAPrefix) {
+    load("<a/>");
+    document_->appendElement(document_->rootElement(), "p:b");
+    EXPECT_EQ(names("/a/*"), "p:b|");
 }
 
 TEST_F(XmlBuilding, NamesBeyondAsciiArePossible) {

@@ -139,6 +139,25 @@ TEST_F(XmlSelection, AnInvalidKeyIsAnError) {
     EXPECT_EQ(errorOf([&] { document_->setKeyExpression("k["); }).code(), UNSPECIFIED);
 }
 
+TEST_F(XmlSelection, NamesBeyondAsciiBeginAbsolutePathsToo) {
+    load("<\u00E9><b id='1'>1</b><b id='2'>/\u00E9</b></\u00E9>");
+    EXPECT_EQ(texts("/\u00E9/b[1]"), "1|");
+    EXPECT_EQ(texts("/\u00E9/b/@id"), "1|2|");
+    EXPECT_EQ(texts("//b[/\u00E9]"), "1|/\u00E9|");
+    EXPECT_EQ(texts("// \u00E9/b[. = '/\u00E9']/@id"), "2|");
+    EXPECT_EQ(texts("/\u00E9/b[. = \"/\u00E9\"]/@id"), "2|");
+}
+
+TEST_F(XmlSelection, IsInDocumentOrderWhereTextStandsBesideElements) {
+    load("<r><a><b>B</b></a>tail</r>");
+    EXPECT_EQ(texts("//b|/r/text()"), "B|tail|");
+    EXPECT_EQ(texts("(//b|/r/text())[1]"), "B|");
+    load("<r>0<a>1<b>2<c>3</c><!--4--></b>5</a><![CDATA[6]]><d><e>7</e></d><?p 8?>9<f>10</f></r>");
+    EXPECT_EQ(texts("//c | //text() | //comment() | //processing-instruction() | //e | //f"),
+              "0|1|2|3|3|4|5|6|7|7|8|9|10|10|");
+    EXPECT_EQ(names("//* | //comment() | //processing-instruction()"), "r|a|b|c|#comment|d|e|p|f|");
+}
+
 }  // namespace
 
 }  // namespace intake

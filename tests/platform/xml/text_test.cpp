@@ -53,6 +53,13 @@ TEST_F(XmlText, CDataIsNotTrimmed) {
     EXPECT_EQ(children("/a"), "#cdata-section= 1 |");
 }
 
+TEST_F(XmlText, CDataSectionsSideBySideStayApart) {
+    load("<a><![CDATA[x]]]]><![CDATA[>y]]></a>");
+    EXPECT_EQ(children("/a"), "#cdata-section=x]]|#cdata-section=>y|");
+    EXPECT_EQ(texts("/a"), "x]]>y|");
+    EXPECT_EQ(markup("/a"), "<a><![CDATA[x]]]]><![CDATA[>y]]></a>|");
+}
+
 TEST_F(XmlText, TextAroundCDataIsTrimmedAtItsOuterEndOnly) {
     load("<a> 1 <![CDATA[ 2 ]]> 3 </a>");
     EXPECT_EQ(texts("/a"), "1  2  3|");

@@ -129,6 +129,9 @@ TEST(PayloadConversion, FailsWithTheSystemsReportForAFieldWithoutAName) {
     EXPECT_EQ(converted("<payload><field><value>1</value></field></payload>")
                   .rfind("failed: Error\n\tCode = 0x", 0),
               0U);
+    EXPECT_EQ(converted("<payload><field id='7'><value>x</value></field></payload>")
+                  .rfind("failed: Error\n\tCode = 0x", 0),
+              0U);
 }
 
 TEST(PayloadConversion, FailsWithTheSystemsReportForANameThatNoElementCanHave) {
