@@ -34,11 +34,11 @@ void CellStyles::startElement(std::string_view name, const XmlAttributes& attrib
     }
     const size_t format = parseIndex(attributes.value("numFmtId")).value_or(0);
     if (state == FORMAT) {
-        customFormats_[format] = isDateFormat(attributes.value("formatCode"));
+        customFormats_[format] = dateFormatOf(attributes.value("formatCode"));
         return;
     }
     const auto custom = customFormats_.find(format);
-    dates_.push_back(custom == customFormats_.end() ? isBuiltInDateFormat(format) : custom->second);
+    dates_.push_back(custom == customFormats_.end() ? builtInDateFormat(format) : custom->second);
 }
 
 bool CellStyles::endElement() {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/workbook/number_format.h"
 #include "formats/xml/ElementPath.h"
 #include "formats/xml/XmlEvents.h"
 
@@ -14,7 +15,10 @@ class CellStyles final : public XmlEvents {
 public:
     CellStyles();
 
-    bool isDate(size_t style) const { return style < dates_.size() && dates_[style]; }
+    bool isDate(size_t style) const { return formatOf(style) != DateFormat::NONE; }
+
+    /// Whether it shows a day, which counts from the workbook's first, and not only a time.
+    bool hasDay(size_t style) const { return formatOf(style) == DateFormat::DAY; }
 
     void startDocument() override;
     void startElement(std::string_view name, const XmlAttributes& attributes) override;
@@ -22,9 +26,13 @@ public:
     void text(std::string_view) override {}
 
 private:
+    DateFormat formatOf(size_t style) const {
+        return style < dates_.size() ? dates_[style] : DateFormat::NONE;
+    }
+
     ElementPath path_;
-    std::map<size_t, bool> customFormats_;  // whether each is a date
-    std::vector<bool> dates_;               // by style
+    std::map<size_t, DateFormat> customFormats_;
+    std::vector<DateFormat> dates_;  // by style
 };
 
 }  // namespace intake

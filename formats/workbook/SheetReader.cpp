@@ -66,10 +66,11 @@ void SheetReader::startElement(std::string_view name, const XmlAttributes& attri
             break;
         case VALUE:
             hasValue_ = true;
+            value_.clear();
             break;
         case INLINE:
-            hasValue_ = true;
-            type_ = Type::TEXT;
+            hasInline_ = true;
+            inline_.clear();
             break;
         default:
             break;
@@ -88,8 +89,10 @@ bool SheetReader::endElement() {
 
 void SheetReader::text(std::string_view text) {
     const auto state = path_.state();
-    if (state == VALUE || state == INLINE_TEXT) {
+    if (state == VALUE) {
         value_.append(text);
+    } else if (state == INLINE_TEXT) {
+        inline_.append(text);
     }
 }
 
@@ -112,6 +115,7 @@ void SheetReader::startCell(const XmlAttributes& attributes) {
     type_ = Type::NUMBER;
     style_ = 0;
     hasValue_ = false;
+    hasInline_ = false;
     value_.clear();
     ++column_;
     for (const XmlAttribute& attribute : attributes) {
@@ -133,13 +137,14 @@ SheetReader::Type SheetReader::typeNamed(std::string_view name) {
         std::string_view name;
         Type type;
     };
-    static constexpr std::array<Row, 6> TYPES{{
+    static constexpr std::array<Row, 7> TYPES{{
         {"s", Type::SHARED},
         {"n", Type::NUMBER},
         {"b", Type::BOOLEAN},
         {"e", Type::ERROR},
         {"d", Type::DATE},
         {"str", Type::TEXT},
+        {"inlineStr", Type::INLINE},
     }};
     for (const Row& row : TYPES) {
         if (row.name == name) {
@@ -149,7 +154,19 @@ SheetReader::Type SheetReader::typeNamed(std::string_view name) {
     return Type::TEXT;
 }
 
+/// Of a value and a text in the cell itself the type tells which one counts.
+void SheetReader::chooseValue() {
+    if (hasInline_ && (type_ == Type::INLINE || !hasValue_)) {
+        type_ = Type::TEXT;
+        hasValue_ = true;
+        value_.swap(inline_);
+    } else if (type_ == Type::INLINE) {
+        type_ = Type::TEXT;
+    }
+}
+
 void SheetReader::endCell() {
+    chooseValue();
     if (!hasValue_ || (value_.empty() && type_ != Type::TEXT)) {
         return;
     }
@@ -161,6 +178,7 @@ void SheetReader::endCell() {
             sheet_.addSharedText(column_, parseIndex(value_).value_or(SIZE_MAX));
             break;
         case Type::TEXT:
+        case Type::INLINE:
             decodeEscapes(value_);
             sheet_.addText(column_, value_);
             break;
@@ -181,7 +199,8 @@ void SheetReader::addNumber() {
     if (!number) {
         sheet_.addText(column_, value_);
     } else if (styles_.isDate(style_)) {
-        sheet_.addNumber(column_, CellKind::DATE, *number + dayOffset_);
+        const double offset = styles_.hasDay(style_) ? dayOffset_ : 0;
+        sheet_.addNumber(column_, CellKind::DATE, *number + offset);
     } else {
         sheet_.addNumber(column_, CellKind::NUMBER, *number);
     }

@@ -27,11 +27,12 @@ public:
     void text(std::string_view text) override;
 
 private:
-    enum class Type : uint8_t { NUMBER, SHARED, TEXT, BOOLEAN, ERROR, DATE };
+    enum class Type : uint8_t { NUMBER, SHARED, TEXT, INLINE, BOOLEAN, ERROR, DATE };
 
     static Type typeNamed(std::string_view name);
     void startRow(const XmlAttributes& attributes);
     void startCell(const XmlAttributes& attributes);
+    void chooseValue();
     void endCell();
     void addNumber();
     void addDate();
@@ -49,7 +50,9 @@ private:
     Type type_ = Type::NUMBER;
     size_t style_ = 0;
     bool hasValue_ = false;
+    bool hasInline_ = false;
     std::string value_;
+    std::string inline_;  // the text that stands in the cell itself
 };
 
 }  // namespace intake

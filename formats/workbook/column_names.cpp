@@ -1,5 +1,6 @@
 #include "formats/workbook/column_names.h"
 
+#include <map>
 #include <set>
 
 #include "formats/text/fold_case.h"
@@ -19,7 +20,7 @@ std::string textOf(const Cell& cell) {
         case CellKind::DATE:
             return isoDate(cell.number);
         case CellKind::NUMBER:
-            return shortestNumber(cell.number);
+            return generalNumber(cell.number);
     }
     return {};
 }
@@ -50,14 +51,16 @@ std::string cleaned(const std::string& name) {
 std::vector<std::string> columnNames(const std::vector<std::optional<Cell>>& header) {
     std::vector<std::string> names;
     std::set<std::string> taken;
+    std::map<std::string, size_t> lastNumbers;  // that were put behind a name
     for (const std::optional<Cell>& cell : header) {
         std::string name = cell ? cleaned(textOf(*cell)) : "";
         if (name.empty()) {
             name = "F" + std::to_string(names.size() + 1);
         }
         std::string unique = name;
-        for (size_t number = 1; !taken.insert(foldCase(unique)).second; ++number) {
-            unique = name + std::to_string(number);
+        const std::string folded = foldCase(name);
+        while (!taken.insert(foldCase(unique)).second) {
+            unique = name + std::to_string(++lastNumbers[folded]);
         }
         names.push_back(unique);
     }

@@ -9,13 +9,21 @@ namespace intake {
 
 namespace {
 
-struct NumberRange {
+struct BuiltIn {
     size_t first;
     size_t last;
+    DateFormat format;
 };
 
 // 27 to 36 and 50 to 58 are dates in the East Asian languages, and nothing in the others.
-constexpr std::array<NumberRange, 4> BUILT_IN_DATES{{{14, 22}, {27, 36}, {45, 47}, {50, 58}}};
+constexpr std::array<BuiltIn, 6> BUILT_IN_DATES{{
+    {14, 17, DateFormat::DAY},
+    {18, 21, DateFormat::TIME},
+    {22, 22, DateFormat::DAY},
+    {27, 36, DateFormat::DAY},
+    {45, 47, DateFormat::TIME},
+    {50, 58, DateFormat::DAY},
+}};
 
 /// Whether brackets hold a duration ([h], [mm]…); they can also hold a colour, a condition or a
 /// language.
@@ -25,10 +33,12 @@ bool isDuration(std::string_view inBrackets) {
 
 }  // namespace
 
-bool isDateFormat(std::string_view code) {
+DateFormat dateFormatOf(std::string_view code) {
     if (equalIgnoringCase(code, "General")) {
-        return false;
+        return DateFormat::NONE;
     }
+    DateFormat format = DateFormat::NONE;
+    bool hasMonthOrMinute = false;
     for (size_t at = 0; at < code.size() && code[at] != ';'; ++at) {
         size_t close = at;
         switch (code[at]) {
@@ -43,33 +53,38 @@ bool isDateFormat(std::string_view code) {
             case '[':
                 close = std::min(code.find(']', at), code.size());
                 if (isDuration(code.substr(at + 1, close - at - 1))) {
-                    return true;
+                    return DateFormat::TIME;
                 }
                 at = close;
                 break;
             case 'y':
             case 'Y':
-            case 'm':
-            case 'M':
             case 'd':
             case 'D':
+                return DateFormat::DAY;
+            case 'm':
+            case 'M':
+                hasMonthOrMinute = true;
+                break;
             case 'h':
             case 'H':
             case 's':
             case 'S':
-                return true;
+                format = DateFormat::TIME;
+                break;
             default:
                 break;
         }
     }
-    return false;
+    // Beside hours or seconds it is minutes.
+    return hasMonthOrMinute && format == DateFormat::NONE ? DateFormat::DAY : format;
 }
 
-bool isBuiltInDateFormat(size_t number) {
-    return std::any_of(BUILT_IN_DATES.begin(), BUILT_IN_DATES.end(),
-                       [number](const NumberRange& range) {
-                           return number >= range.first && number <= range.last;
-                       });
+DateFormat builtInDateFormat(size_t number) {
+    const auto found = std::find_if(
+        BUILT_IN_DATES.begin(), BUILT_IN_DATES.end(),
+        [number](const BuiltIn& range) { return number >= range.first && number <= range.last; });
+    return found == BUILT_IN_DATES.end() ? DateFormat::NONE : found->format;
 }
 
 }  // namespace intake

@@ -8,9 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "formats/text/byte_order_mark.h"
+
 namespace intake {
 
 namespace {
+
+// References in attributes are told as what they stand for; without a DTD there are no others.
+constexpr int OPTIONS = XML_PARSE_NONET | XML_PARSE_NOENT;
+
+constexpr size_t MAX_DEPTH = 1000;
 
 std::string_view view(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
@@ -41,6 +48,7 @@ private:
 
     void feed(const char* bytes, size_t length, bool last);
     void setAttributes(const xmlChar** attributes, int count);
+    void enter();
     void stop();
 
     template <class Step>
@@ -62,6 +70,8 @@ private:
     std::vector<XmlAttribute> attributes_;
     std::vector<std::string> names_;  // of the attributes in a namespace
     std::string rootSpace_;
+    size_t depth_ = 0;
+    bool begun_ = false;
     bool rootSeen_ = false;
     bool stopped_ = false;
     std::exception_ptr thrown_;
@@ -74,8 +84,7 @@ SaxParser::SaxParser(XmlEvents& events, const EndMark& endMark)
     if (context_ == nullptr) {
         throw std::bad_alloc();
     }
-    // References in attributes are told as what they stand for; without a DTD there are no others.
-    xmlCtxtUseOptions(context_.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
+    xmlCtxtUseOptions(context_.get(), OPTIONS);
     xmlSAXHandler& handler = *context_->sax;
     handler = {};
     handler.initialized = XML_SAX2_MAGIC;
@@ -96,6 +105,12 @@ void SaxParser::parse(ByteStream& stream) {
     while (!stopped_ && length == buffer.size()) {
         endMark_.throwIfSet();
         length = stream.read(buffer.data(), buffer.size());
+        if (!begun_ && byteOrderMarkOf({buffer.data(), length}).encoding != nullptr) {
+            // The mark says it; what the declaration says may name the same in a way that is
+            // refused behind a mark.
+            xmlCtxtUseOptions(context_.get(), OPTIONS | XML_PARSE_IGNORE_ENC);
+        }
+        begun_ = true;
         feed(buffer.data(), length, length < buffer.size());
     }
 }
@@ -111,6 +126,12 @@ void SaxParser::feed(const char* bytes, size_t length, bool last) {
         message.erase(message.find_last_not_of('\n') + 1);
         throw XmlFault("is no well-formed XML: " + message + " (line " + std::to_string(line) +
                        ")");
+    }
+}
+
+void SaxParser::enter() {
+    if (++depth_ > MAX_DEPTH) {
+        throw XmlFault("is nested deeper than " + std::to_string(MAX_DEPTH) + " elements");
     }
 }
 
@@ -142,6 +163,7 @@ void SaxParser::onStartElement(void* context, const xmlChar* name, const xmlChar
             parser.rootSeen_ = true;
             parser.rootSpace_ = view(space);
         }
+        parser.enter();
         parser.setAttributes(attributes, attributeCount);
         parser.events_.startElement(
             view(space) == parser.rootSpace_ ? view(name) : std::string_view(),
@@ -152,6 +174,7 @@ void SaxParser::onStartElement(void* context, const xmlChar* name, const xmlChar
 void SaxParser::onEndElement(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
     SaxParser& parser = of(context);
     parser.guarded([&] {
+        --parser.depth_;
         if (!parser.events_.endElement()) {
             parser.stop();
         }

@@ -165,6 +165,16 @@ TEST_F(WorkbookCells, InTheLastRowAndColumnAreRead) {
         "F1\n1\n");
 }
 
+TEST_F(WorkbookCells, HoldTheLastValueOrTheTextThatTheirTypeNames) {
+    EXPECT_EQ(rows(cell("<c t='inlineStr'><v>1.0</v><is><t>1.</t></is></c>"), ALL), "A\n'1.'\n");
+    EXPECT_EQ(rows(cell("<c t='inlineStr'><is><t>1.</t></is><v>1.0</v></c>"), ALL), "A\n'1.'\n");
+    EXPECT_EQ(rows(cell("<c t='inlineStr'><v>1.0</v></c>"), ALL), "A\n'1.0'\n");
+    EXPECT_EQ(rows(cell("<c><v>1</v><v>2</v></c>"), ALL), "A\n2\n");
+    EXPECT_EQ(rows(cell("<c><v>1</v><is><t>x</t></is></c>"), ALL), "A\n1\n");
+    EXPECT_EQ(rows(cell("<c t='str'><is><t>x</t></is><v>y</v></c>"), ALL), "A\n'y'\n");
+    EXPECT_EQ(rows(cell("<c><is><r><t>x</t></r><r><t>y</t></r></is></c>"), ALL), "A\n'xy'\n");
+}
+
 }  // namespace
 
 }  // namespace intake

@@ -1,5 +1,6 @@
 // How the columns of a sheet are named.
 
+#include "formats/workbook/column_names.h"
 #include "tests/platform/workbook/WorkbookTest.h"
 
 namespace intake {
@@ -105,6 +106,23 @@ TEST_F(WorkbookColumns, ThatAreTooManyAreRefusedUnlessARangeIsNamed) {
         "most 2000 can be read at once; name a range, such as [S$A1:Z100]");
     header_ = "NO";
     EXPECT_EQ(rows(wide, "SELECT * FROM [S$XFC1:XFD1]"), "F1|F2\n-|2\n");
+}
+
+TEST_F(WorkbookColumns, OfNumbersAreNamedAsTheSheetShowsThem) {
+    const auto number = [](const std::string& value) { return "<c><v>" + value + "</v></c>"; };
+    EXPECT_EQ(fields(book(number("100000") + number("1000000") + number("0.0001") + number("2024") +
+                          number("1.5") + number("1E+20")),
+                     ALL),
+              "100000|1000000|0.0001|2024|1.5|1E+20\n");
+}
+
+TEST(ColumnNames, AreFoundAtOnceHoweverOftenOneIsRepeated) {
+    Cell cell;
+    cell.kind = CellKind::TEXT;
+    cell.text = "A";
+    const auto names = columnNames(std::vector<std::optional<Cell>>(MOST_COLUMNS, cell));
+    EXPECT_EQ(names.front(), "A");
+    EXPECT_EQ(names.back(), "A16383");
 }
 
 }  // namespace

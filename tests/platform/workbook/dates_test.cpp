@@ -84,11 +84,24 @@ TEST_F(WorkbookDates, ThatAreComputedAreNumbers) {
               "next|A\n45001|date 45000\n");
 }
 
+TEST_F(WorkbookDates, CountFrom1904OnlyWhereTheirFormatShowsADay) {
+    for (const char* const code : {"[mm]:ss", "[h]:mm", "hh:mm", "mm:ss", "s.00"}) {
+        EXPECT_EQ(rows(book(code, "<row><c s='2'><v>0.0625</v></c></row>").from1904(), ALL),
+                  "A\ndate 0.0625\n")
+            << code;
+    }
+    for (const char* const code : {"yyyy", "d hh:mm", "mmm", "yyyy-mm-dd"}) {
+        EXPECT_EQ(rows(book(code, "<row><c s='2'><v>0.5</v></c></row>").from1904(), ALL),
+                  "A\ndate 1462.5\n")
+            << code;
+    }
+}
+
 TEST(DateFormats, HoldALetterOfADateOrTime) {
     for (const char* const code :
          {"yyyy-mm-dd", "d/m", "h:mm AM/PM", "mm:ss.0", "[h]:mm", "[mm]:ss", "[$-409]d-mmm-yy;@",
           "[Red]dd\\.mm", "\"on \"dddd", "[$-F800]dddd\\,\\ mmmm", "MMMM", "_-yy", "ss"}) {
-        EXPECT_TRUE(isDateFormat(code)) << code;
+        EXPECT_NE(dateFormatOf(code), DateFormat::NONE) << code;
     }
 }
 
@@ -97,14 +110,14 @@ TEST(DateFormats, AreNotThoseOfNumbersAndTexts) {
          {"General", "GENERAL", "0", "#,##0.00", "0%", "0.00E+00", "@", "[Red]0;[Blue]-0",
           "0\" days\"", "0\\d", "[$EUR-407] #,##0", "_d0", "*d0", "# ?/?", "0;\"d\";yyyy", "",
           "\"unclosed d", "[unclosed d"}) {
-        EXPECT_FALSE(isDateFormat(code)) << code;
+        EXPECT_EQ(dateFormatOf(code), DateFormat::NONE) << code;
     }
 }
 
 TEST(DateFormats, ThatAreBuiltInHaveTheseNumbers) {
     std::string dates;
     for (size_t number = 0; number < 100; ++number) {
-        dates += isBuiltInDateFormat(number) ? std::to_string(number) + " " : "";
+        dates += builtInDateFormat(number) != DateFormat::NONE ? std::to_string(number) + " " : "";
     }
     EXPECT_EQ(dates,
               "14 15 16 17 18 19 20 21 22 27 28 29 30 31 32 33 34 35 36 45 46 47 50 51 52 53 "

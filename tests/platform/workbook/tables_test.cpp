@@ -154,6 +154,22 @@ TEST(NamesInAQuery, AreItsWordsAndQuotedTexts) {
     EXPECT_EQ(namesIn("[a]]"), std::vector<std::string>{"a"});
 }
 
+TEST_F(WorkbookTables, OfFarMoreValuesThanAreThereAreRefused) {
+    const auto corners = [](const std::string& last) {
+        return TestBook().sheet("S",
+                                "<row r='1'><c r='A1'><v>1</v></c><c r='BXW1'><v>1</v></c></row>"
+                                "<row r='" +
+                                    last + "'><c r='A" + last + "'><v>1</v></c></row>");
+    };
+    EXPECT_EQ(queryError(corners("1048576"), "SELECT * FROM [S$]"),
+              "The workbook \"PATH\" cannot be read: the sheet \"S\" has 1048575 rows of 1999 "
+              "columns, more than 67108864 values; name a range, such as [S$A1:Z100]");
+    EXPECT_EQ(queryError(corners("33573"), "SELECT * FROM [S$A1:A3]"), "it ran");
+    EXPECT_EQ(queryError(corners("33571"), "SELECT COUNT(*) FROM [S$]"), "it ran");
+    EXPECT_EQ(queryError(corners("33573"), "SELECT COUNT(*) FROM [S$]").substr(0, 39),
+              "The workbook \"PATH\" cannot be read: the");
+}
+
 }  // namespace
 
 }  // namespace intake

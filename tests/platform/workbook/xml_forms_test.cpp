@@ -188,6 +188,31 @@ TEST_F(WorkbookXml, OfARowThatIsLargerThanAChunkIsRead) {
               "A\n'" + longText + "'\n");
 }
 
+TEST_F(WorkbookXml, InUtf16WithAMarkMayNameItsByteOrder) {
+    for (const std::string encoding : {"UTF-16", "UTF-16LE", "UTF-16BE", "utf-16"}) {
+        const std::string xml =
+            "<?xml version='1.0' encoding='" + encoding + "'?>" + worksheet(ROWS);
+        EXPECT_EQ(rows(book(utf16(xml)), ALL), EXPECTED) << encoding;
+    }
+}
+
+TEST_F(WorkbookXml, IsRefusedWhereItIsNestedToNoEnd) {
+    const auto nested = [](size_t depth) {
+        std::string xml;
+        for (size_t i = 0; i < depth; ++i) {
+            xml += "<a>";
+        }
+        for (size_t i = 0; i < depth; ++i) {
+            xml += "</a>";
+        }
+        return xml;
+    };
+    EXPECT_EQ(rows(book(worksheet(ROWS + nested(998))), ALL), EXPECTED);
+    EXPECT_EQ(queryError(book(worksheet(ROWS + nested(999))), ALL),
+              "The workbook \"PATH\" cannot be read: the sheet \"S\" is nested deeper than 1000 "
+              "elements");
+}
+
 }  // namespace
 
 }  // namespace intake
