@@ -133,6 +133,8 @@ void ReadFramedValue(std::istream& in, std::string& target) {
 }
 
 void ParseCommand(RequestRecord& record, std::istream& in) {
+    // A stream would keep want of memory to itself, and all keys that follow would be lost.
+    in.exceptions(std::ios::badbit);
     record.mode = "EXCEL";
     for (std::string word; in >> word;) {
         const auto key = std::find_if(COMMAND_KEYS.begin(), COMMAND_KEYS.end(),

@@ -27,7 +27,8 @@ void appendTextPair(std::string& command, std::string_view key, std::string_view
 void ReadFramedValue(std::istream& in, std::string& target);
 
 /// Fills `record` from a command text. Reports nothing: a value that cannot be read fails the
-/// stream and ends the parsing, words that are no keys are skipped, and what was read stays.
+/// stream and ends the parsing, words that are no keys are skipped, and what was read stays. Throws
+/// std::bad_alloc.
 void ParseCommand(RequestRecord& record, std::istream& in);
 
 }  // namespace intake

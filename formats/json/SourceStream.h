@@ -1,9 +1,11 @@
 #pragma once
 
+#include <rapidjson/allocators.h>
 #include <rapidjson/encodings.h>
 #include <rapidjson/reader.h>
 
 #include <cstddef>
+#include <new>
 
 #include "formats/text/utf16.h"
 
@@ -39,6 +41,22 @@ struct SourceStream : rapidjson::InsituStringStream {
 
 private:
     static constexpr size_t ESCAPE_LENGTH = 6;  // of \uDC00
+};
+
+/// Gives the parser's stack its memory. The library itself does not look whether it got any.
+struct ThrowingAllocator : rapidjson::CrtAllocator {
+    void* Malloc(size_t size) { return checked(CrtAllocator::Malloc(size), size); }
+    void* Realloc(void* memory, size_t size, size_t newSize) {
+        return checked(CrtAllocator::Realloc(memory, size, newSize), newSize);
+    }
+
+private:
+    static void* checked(void* memory, size_t size) {
+        if (memory == nullptr && size != 0) {
+            throw std::bad_alloc();
+        }
+        return memory;
+    }
 };
 
 /// UTF-8, in which half a surrogate pair is no character. The parser refuses a first half without

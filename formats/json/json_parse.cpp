@@ -16,7 +16,7 @@ namespace intake {
 
 namespace {
 
-using Parser = rapidjson::GenericReader<SourceEncoding, SourceEncoding>;
+using Parser = rapidjson::GenericReader<SourceEncoding, SourceEncoding, ThrowingAllocator>;
 
 // Iterative, so that deep nesting cannot overflow the stack.
 constexpr unsigned PARSE_FLAGS = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |

@@ -1,7 +1,12 @@
 // What becomes of requests for which there is no memory.
 
+#include <cstdint>
+#include <istream>
 #include <new>
+#include <streambuf>
 
+#include "formats/json/SourceStream.h"
+#include "pipeline/command_text.h"
 #include "tests/pipeline/IntakeThreadFixture.h"
 #include "tests/pipeline/allocation_limit.h"
 
@@ -86,6 +91,35 @@ TEST_F(WantOfMemory, AnAnswerThatCannotBeKeptFailsAndNamesItsSource) {
     thread_->PostCommand(client_, load("a"));
     post("b");
     EXPECT_EQ(nextTwo(), (Deliveries{"failed: Not enough memory to load a.\n", "ok: b"}));
+}
+
+TEST_F(WantOfMemory, AWordOfACommandThatCannotBeKeptIsNoEndOfIt) {
+    /// One long word and then keys, without a text of that length anywhere.
+    struct LongWord final : std::streambuf {
+        int underflow() override {
+            if (left_ == 0) {
+                return traits_type::eof();
+            }
+            --left_;
+            setg(&letter_, &letter_, &letter_ + 1);
+            return letter_;
+        }
+        size_t left_ = LONG;
+        char letter_ = 'x';
+    } source;
+    std::istream in(&source);
+    RequestRecord record;
+    runShort();
+    EXPECT_THROW(ParseCommand(record, in), std::bad_alloc);
+}
+
+TEST_F(WantOfMemory, TheStackOfTheJsonParserThrowsWhereTheLibraryWouldNotLook) {
+    ThrowingAllocator allocator;
+    EXPECT_THROW(allocator.Malloc(SIZE_MAX / 2), std::bad_alloc);
+    void* const memory = allocator.Malloc(16);
+    EXPECT_THROW(allocator.Realloc(memory, 16, SIZE_MAX / 2), std::bad_alloc);
+    ThrowingAllocator::Free(memory);
+    EXPECT_EQ(allocator.Malloc(0), nullptr);
 }
 
 }  // namespace intake

@@ -129,6 +129,7 @@ const std::set<std::string> HEADERS_OF_FORMATS{
     "libxml/SAX2.h",
     "libxml/parser.h",
     "libxml/tree.h",
+    "rapidjson/allocators.h",
     "rapidjson/encodings.h",
     "rapidjson/error/en.h",
     "rapidjson/reader.h",
