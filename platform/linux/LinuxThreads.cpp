@@ -52,11 +52,15 @@ void allowLateWakeUps() {
     prctl(PR_SET_TIMERSLACK, SLACK_NANOSECONDS, 0, 0, 0);
 }
 
-/// A peer that closes its connection must not end the host.
-void blockBrokenPipeSignal() {
+/// Signals are the host's: its handlers do not expect to run on a worker, and a peer that closes
+/// its connection must not end the host. Those that tell of a fault come to the thread that commits
+/// it.
+void blockSignals() {
     sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
+    sigfillset(&signals);
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) {
+        sigdelset(&signals, fault);
+    }
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
@@ -74,7 +78,7 @@ std::unique_ptr<ThreadHandle> LinuxThreads::start(std::function<void()> body) {
 
 void LinuxThreads::enterWorker() {
     allowLateWakeUps();
-    blockBrokenPipeSignal();
+    blockSignals();
 }
 
 void LinuxThreads::leaveWorker() {}

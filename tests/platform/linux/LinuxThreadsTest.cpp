@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
 
+#include <csignal>
 #include <thread>
 
 #include "platform/Platform.h"
@@ -27,6 +28,20 @@ TEST(LinuxThreads, AWorkerLetsItsWakeUpsBeTenMillisecondsLate) {
         slackNanoseconds = prctl(PR_GET_TIMERSLACK, 0, 0, 0, 0);
     }).join();
     EXPECT_EQ(slackNanoseconds, 10'000'000);
+}
+
+TEST(LinuxThreads, AWorkerLeavesAllSignalsToTheHostButThoseOfItsOwnFaults) {
+    sigset_t blocked;
+    std::thread([&] {
+        systemPlatform().threads.enterWorker();
+        pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    }).join();
+    for (const int signal : {SIGPIPE, SIGTERM, SIGINT, SIGUSR1, SIGALRM, SIGCHLD, SIGPROF}) {
+        EXPECT_EQ(sigismember(&blocked, signal), 1) << signal;
+    }
+    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) {
+        EXPECT_EQ(sigismember(&blocked, signal), 0) << signal;
+    }
 }
 
 TEST(LinuxThreads, TheLibraryCanBeUnloadedBeforeItsFirstWorkerAndNeverAfterIt) {
