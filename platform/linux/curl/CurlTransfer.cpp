@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "formats/text/ascii.h"
+#include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/curl/media_type.h"
 
 namespace intake {
@@ -84,6 +85,7 @@ void CurlTransfer::restart() {
 }
 
 void CurlTransfer::step() {
+    const NeutralLocale locale;  // names of hosts are in UTF-8
     int running = 0;
     if (curl_multi_perform(driver_.get(), &running) != CURLM_OK) {
         return end(CURLE_FAILED_INIT);

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "formats/text/utf16.h"
-#include "platform/linux/odbc/NeutralLocale.h"
+#include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/odbc/loose_value.h"
 #include "platform/linux/odbc/odbc_errors.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/base/com_failures.h"
-#include "platform/linux/odbc/NeutralLocale.h"
 #include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/odbc_calls.h"
 #include "platform/linux/odbc/odbc_errors.h"

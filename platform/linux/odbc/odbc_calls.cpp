@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "formats/text/utf16.h"
-#include "platform/linux/odbc/NeutralLocale.h"
+#include "platform/linux/base/NeutralLocale.h"
 
 namespace intake {
 

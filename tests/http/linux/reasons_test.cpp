@@ -24,6 +24,12 @@ TEST_F(HttpReasonTest, OfANameThatIsNotResolvedNamesIt) {
               "ERROR: RDR_HTTP: Could not resolve host: no-such-host.invalid\n");
 }
 
+TEST_F(HttpReasonTest, OfANameBeyondAsciiNamesItAsNameServersKnowIt) {
+    const Fetched fetched = fetch("http://b\u00FCcher.invalid/");
+    EXPECT_EQ(fetched.out, error(12007));
+    EXPECT_EQ(fetched.err, "ERROR: RDR_HTTP: Could not resolve host: xn--bcher-kva.invalid\n");
+}
+
 TEST_F(HttpReasonTest, OfAConnectionThatIsCutSaysSo) {
     ScriptedServer server({{"", Then::CLOSE}, {"", Then::CLOSE}});
 

@@ -5,8 +5,8 @@
 namespace intake {
 
 /// Lets the calling thread's narrow texts be UTF-8, and its numbers have a decimal point, while it
-/// lives. Drivers look at the locale for both. That of the process, which is the host's, is not
-/// touched.
+/// lives. Drivers look at the locale for both, and libcurl for names of hosts. That of the process,
+/// which is the host's, is not touched.
 class NeutralLocale {
 public:
     NeutralLocale() : former_(uselocale(neutral())) {}
