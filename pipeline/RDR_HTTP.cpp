@@ -1,6 +1,7 @@
 #include "pipeline/RDR_HTTP.h"
 
 #include <array>
+#include <stdexcept>
 
 #include "pipeline/messages.h"
 #include "pipeline/url.h"
@@ -31,7 +32,8 @@ constexpr std::array SCHEME_ORDER{HTTP_BASIC, HTTP_NEGOTIATE, HTTP_NTLM, HTTP_PA
 
 }  // namespace
 
-bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body) {
+bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body,
+                     size_t maxBytes) {
     const HttpAddress address = splitUrl(url);
     const std::unique_ptr<HttpRequest> http = client_.open(address, USER_AGENT);
     if (http == nullptr) {
@@ -41,7 +43,7 @@ bool RDR_HTTP::Fetch(const std::string& url, const RequestRecord& request, ByteB
     if (!setUpProxy(*http, address, request)) {
         return fail(FAILED_STEP, *http);
     }
-    return runAttempts(*http, request) && readBody(*http, body);
+    return runAttempts(*http, request) && readBody(*http, body, maxBytes);
 }
 
 bool RDR_HTTP::fail(const char* message, const HttpRequest& http) {
@@ -212,7 +214,7 @@ void RDR_HTTP::useSystemProxy(HttpRequest& http, const std::string& url) {
     }
 }
 
-bool RDR_HTTP::readBody(HttpRequest& http, ByteBuffer& body) {
+bool RDR_HTTP::readBody(HttpRequest& http, ByteBuffer& body, size_t maxBytes) {
     for (;;) {
         size_t bytes = 0;
         if (!http.available(bytes)) {
@@ -220,6 +222,10 @@ bool RDR_HTTP::readBody(HttpRequest& http, ByteBuffer& body) {
         }
         if (bytes == 0) {
             return true;
+        }
+        if (bytes > maxBytes - body.size()) {
+            throw std::length_error("The response is larger than " + std::to_string(maxBytes) +
+                                    " bytes.\n");
         }
         size_t bytesRead = 0;
         if (!http.read(body.prepare(bytes), bytes, bytesRead)) {

@@ -18,11 +18,15 @@ public:
     RDR_HTTP(HttpClient& client, ReaderLogger& logger, Diagnostics& diagnostics)
         : client_(client), logger_(logger), diagnostics_(diagnostics) {}
 
+    /// A body of more is refused, before memory ends.
+    static constexpr size_t MAX_BODY = size_t{1} << 30;
+
     /// Appends the body to `body`, whatever the response's status. The credentials, the proxy and
     /// the custom headers are the request's. False when there was no whole response; the reason was
     /// printed, unless the load was given up. Throws std::invalid_argument or std::out_of_range for
-    /// a URL whose port is no number.
-    bool Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body);
+    /// a URL whose port is no number, std::length_error for a body of more than `maxBytes`.
+    bool Fetch(const std::string& url, const RequestRecord& request, ByteBuffer& body,
+               size_t maxBytes = MAX_BODY);
 
 private:
     /// What one attempt leads to.
@@ -49,7 +53,7 @@ private:
     void useDetectedProxy(HttpRequest& http, const std::string& url);
     void useSystemProxy(HttpRequest& http, const std::string& url);
 
-    bool readBody(HttpRequest& http, ByteBuffer& body);
+    bool readBody(HttpRequest& http, ByteBuffer& body, size_t maxBytes);
 
     HttpClient& client_;
     ReaderLogger& logger_;

@@ -41,8 +41,13 @@ bool JSONHandler::fetch(const RequestRecord& request, ByteBuffer& text, std::str
 }
 
 bool JSONHandler::fetchUrl(const RequestRecord& request, ByteBuffer& text, std::string& error) {
-    if (!http_.Fetch(uniqueUrl(request.filename), request, text)) {
-        error += "Failed to load JSON file from " + request.filename + ".\n";
+    try {
+        if (!http_.Fetch(uniqueUrl(request.filename), request, text)) {
+            error += "Failed to load JSON file from " + request.filename + ".\n";
+            return false;
+        }
+    } catch (const std::length_error& tooLarge) {
+        error += "Failed to load JSON file from " + request.filename + ".\n" + tooLarge.what();
         return false;
     }
     *text.prepare(1) = 0;

@@ -1,3 +1,5 @@
+#include <stdexcept>
+
 #include "tests/pipeline/http/FetchTest.h"
 
 namespace intake {
@@ -55,6 +57,23 @@ TEST_F(Body, OfManyMegabytesInUnevenChunksIsWhole) {
     EXPECT_TRUE(fetched.succeeded);
     EXPECT_TRUE(fetched.body == whole);  // compared apart: nobody wants to read the difference
     EXPECT_EQ(fetched.output, RETRIEVED);
+}
+
+TEST_F(Body, OfMoreThanTheLimitIsRefused) {
+    ByteBuffer body;
+    client_.respond({.chunks = {"abc", "de"}});
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(transport_.Fetch("http://a/", request_, body, 5));
+    client_.respond({.chunks = {"abc", "def"}});
+    ByteBuffer next;
+    try {
+        transport_.Fetch("http://a/", request_, next, 5);
+        ADD_FAILURE() << "no refusal";
+    } catch (const std::length_error& error) {
+        EXPECT_STREQ(error.what(), "The response is larger than 5 bytes.\n");
+    }
+    testing::internal::GetCapturedStdout();
+    EXPECT_TRUE(client_.calls().ends_with("close\n"));
 }
 
 TEST_F(Body, ThatBreaksOffBetweenChunksIsAFailure) {
