@@ -19,6 +19,7 @@ public:
 
     /// Whether the page was refused for its size.
     bool isTooLarge() const { return body_.isTooLarge(); }
+    bool isBomb() const { return body_.isBomb(); }
 
     /// What was fetched, and the charset that the server names for it; empty when it names none.
     std::string takeBody() { return std::move(body_.bytes()); }

@@ -4,7 +4,8 @@
 
 namespace intake {
 
-ReceivedBody::ReceivedBody(CurlTransfer& transfer, size_t maxBytes) : maxBytes_(maxBytes) {
+ReceivedBody::ReceivedBody(CurlTransfer& transfer, size_t maxBytes)
+    : transfer_(transfer), maxBytes_(maxBytes) {
     curl_easy_setopt(transfer.handle(), CURLOPT_WRITEFUNCTION, onBody);
     curl_easy_setopt(transfer.handle(), CURLOPT_WRITEDATA, this);
 }
@@ -12,6 +13,7 @@ ReceivedBody::ReceivedBody(CurlTransfer& transfer, size_t maxBytes) : maxBytes_(
 void ReceivedBody::restart() {
     bytes_.clear();
     isTooLarge_ = false;
+    isBomb_ = false;
     isOutOfMemory_ = false;
 }
 
@@ -21,9 +23,18 @@ void ReceivedBody::throwIfOutOfMemory() const {
     }
 }
 
+bool ReceivedBody::unpacksToFarMore() const {
+    constexpr size_t HARMLESS_SIZE = 16 << 20;
+    curl_off_t received = 0;
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_SIZE_DOWNLOAD_T, &received);
+    return bytes_.size() > HARMLESS_SIZE &&
+           bytes_.size() / HIGHEST_RATIO > static_cast<size_t>(received);
+}
+
 bool ReceivedBody::take(const char* data, size_t length) {
     isTooLarge_ = length > maxBytes_ - bytes_.size();
-    if (isTooLarge_) {
+    isBomb_ = unpacksToFarMore();
+    if (isTooLarge_ || isBomb_) {
         return false;
     }
     try {

@@ -21,6 +21,10 @@ bool fetch(const std::string& url, const EndMark& endMark, PageSource& page, std
     if (request.isTooLarge()) {
         html::throwPageTooLarge();
     }
+    if (request.isBomb()) {
+        throw html::PageError("The page unpacks to more than " +
+                              std::to_string(ReceivedBody::HIGHEST_RATIO) + " times its size");
+    }
     page.bytes = request.takeBody();
     page.charset = request.charset();
     return isFetched;

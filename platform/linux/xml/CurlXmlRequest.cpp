@@ -63,6 +63,7 @@ CurlXmlRequest::CurlXmlRequest(const EndMark& endMark)
     CURL* const transfer = transfer_.handle();
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
+    curl_easy_setopt(transfer, CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
 }
 
 void CurlXmlRequest::open(const std::string& url, const std::string* user,
@@ -121,6 +122,11 @@ void CurlXmlRequest::failUnlessComplete() const {
     }
     if (body_.isTooLarge()) {
         fail(CURLE_WRITE_ERROR, "The response is larger than 2 GB");
+    }
+    if (body_.isBomb()) {
+        fail(CURLE_WRITE_ERROR, "The response unpacks to more than " +
+                                    std::to_string(ReceivedBody::HIGHEST_RATIO) +
+                                    " times its size");
     }
     if (transfer_.refusedRedirect()) {  // the code alone does not tell it from a foreign response
         fail(CURLE_TOO_MANY_REDIRECTS, transfer_.reason());

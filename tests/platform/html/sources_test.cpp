@@ -1,11 +1,12 @@
 // Where pages come from.
 
-#include <zlib.h>
-
+#include <algorithm>
 #include <functional>
+#include <random>
 
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/linux/packed.h"
 #include "tests/http/support/linux/tls.h"
 #include "tests/platform/html/HtmlTest.h"
 #include "tests/platform/xml/FtpServer.h"
@@ -152,24 +153,6 @@ TEST_F(HtmlSources, OfMoreThan100MegabytesAreRefused) {
     EXPECT_EQ(refusalOf([&] { open(server.url("/")); }), "The page is larger than 100 MB");
 }
 
-/// What gzip makes of a text.
-std::string packed(std::string text) {
-    constexpr int GZIP = 16 + MAX_WBITS;
-    constexpr int MEMORY = 8;
-    z_stream stream{};
-    EXPECT_EQ(deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, GZIP, MEMORY, Z_DEFAULT_STRATEGY),
-              Z_OK);
-    std::string bytes(deflateBound(&stream, text.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(text.data());
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
-    stream.avail_out = static_cast<uInt>(bytes.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    bytes.resize(stream.total_out);
-    deflateEnd(&stream);
-    return bytes;
-}
-
 TEST_F(HtmlSources, MayComePacked) {
     ScriptedServer server({reply("200 OK", packed(PAGE), "Content-Encoding: gzip\r\n")});
     open(server.url("/"));
@@ -177,9 +160,24 @@ TEST_F(HtmlSources, MayComePacked) {
 }
 
 TEST_F(HtmlSources, ThatUnpackToMoreThan100MegabytesAreRefused) {
-    ScriptedServer server(
-        {reply("200 OK", packed(std::string(101'000'000, ' ')), "Content-Encoding: gzip\r\n")});
+    std::string block(1'000'000, ' ');
+    std::minstd_rand random(1);
+    std::generate(block.begin(), block.end(),
+                  [&] { return static_cast<char>('a' + random() % 4); });
+    std::string page;
+    for (int blocks = 0; blocks < 101; ++blocks) {
+        page += block;
+    }
+    ScriptedServer server({reply("200 OK", packed(page), "Content-Encoding: gzip\r\n")});
     EXPECT_EQ(refusalOf([&] { open(server.url("/")); }), "The page is larger than 100 MB");
+}
+
+TEST_F(HtmlSources, ThatUnpackToFarMoreThanTheyAreAreRefused) {
+    const std::string blanks(20'000'000, ' ');
+    ScriptedServer server(
+        {reply("200 OK", packed(blanks, true, Z_BEST_COMPRESSION), "Content-Encoding: gzip\r\n")});
+    EXPECT_EQ(refusalOf([&] { open(server.url("/")); }),
+              "The page unpacks to more than 250 times its size");
 }
 
 TEST_F(HtmlSources, ThatRedirectInACircleDoNotOpen) {
