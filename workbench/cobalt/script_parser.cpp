@@ -124,8 +124,8 @@ private:
         ++depth_;
         cursor_.advance();
         cursor_.skipBlanksAnd(';');
-        Value value = startsMember() ? Value::structure(readMembers(opening))
-                                     : Value::array(readElements(opening));
+        Value value =
+            startsMember() ? Value::structure(readMembers(opening, {})) : readElements(opening);
         --depth_;
         return value;
     }
@@ -146,10 +146,14 @@ private:
         return contains("=[", ahead.peek());
     }
 
-    Entries readMembers(std::size_t opening) {
-        Entries members;
+    // Those without a name are one member, of which the last value counts.
+    Entries readMembers(std::size_t opening, Entries members) {
         for (; !cursor_.take('}'); cursor_.skipBlanksAnd(';')) {
             failAtEnd(opening);
+            if (cursor_.peek() == '=') {
+                members.define("") = readElement();
+                continue;
+            }
             Assignment member = readAssignment();
             assign(members.define(member.target.name), member.target, std::move(member.value));
         }
@@ -157,15 +161,23 @@ private:
         return members;
     }
 
-    Entries readElements(std::size_t opening) {
+    // A list, or a structure whose first members have no name.
+    Value readElements(std::size_t opening) {
         Entries elements;
+        bool nameless = true;  // each so far is =value;
         while (!cursor_.take('}')) {
             failAtEnd(opening);
+            if (nameless && !elements.empty() && startsMember()) {
+                Entries members;
+                members.define("") = (elements.end() - 1)->value;
+                return Value::structure(readMembers(opening, std::move(members)));
+            }
+            nameless = nameless && cursor_.peek() == '=';
             elements.define(std::to_string(elements.size())) = readElement();
             cursor_.skipBlanks();
         }
         elements.shrinkToFit();
-        return elements;
+        return Value::array(std::move(elements));
     }
 
     // value, or =value; or [a-b]=values;

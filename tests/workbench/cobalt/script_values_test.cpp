@@ -129,4 +129,15 @@ TEST(Script, AnElementMayBeARangeWhichIsAListOfItsOwn) {
 }
 
 }  // namespace
+TEST(StructuresInScripts, MayBeginWithMembersWithoutANameOfWhichTheLastCounts) {
+    EXPECT_EQ(execute(R"(T[0]={{=""1"";P=""Holm"";W=""9"";};};)"),
+              "T = [0: [0: {: \"1\", P: \"Holm\", W: \"9\"}]]\n");
+    EXPECT_EQ(execute(R"(T={=""1"";=""2"";P=""Holm"";=""3"";};)"), "T = {: \"3\", P: \"Holm\"}\n");
+    EXPECT_EQ(execute(R"(T={P=""Holm"";=""3"";=4;};)"), "T = {P: \"Holm\", : 4}\n");
+}
+
+TEST(StructuresInScripts, HaveAMemberWithAName) {
+    EXPECT_EQ(execute(R"(T={=""1"";=""2"";};)"), "T = [0: \"1\", 1: \"2\"]\n");
+}
+
 }  // namespace cobalt
