@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
         for (const intake::TreeCase& each : intake::readTreeCases(file)) {
             judge(each, showFailures, score);
         }
-        std::printf("%-45s %4d of %4d\n", file.filename().c_str(), score.right,
+        std::printf("%-45s %4d of %4d\n", file.filename().string().c_str(), score.right,
                     score.right + score.wrong);
         total.right += score.right;
         total.wrong += score.wrong;
