@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     try {
         const JsonDocument document(terminated(input.rest()));
         std::string script;
-        JsonWalker(document, script).walk(JsonDocument::ROOT, "T", JsonWalker::Place::MEMBER);
+        JsonWalker(document, script).walk(JsonDocument::ROOT, "T", JsonWalker::Role::MEMBER);
         const auto nodes = selectNodes(document, parsePath(request.xpath));
         for (request.targetMode = DATA_TABLE; request.targetMode <= SHARED_MEMORY;
              ++request.targetMode) {
