@@ -14,6 +14,7 @@ constexpr std::string_view WHITE_SPACE = "\t\n\f\r ";
 constexpr bool isSpace(char c) {
     return c == ' ' || c == '\n' || c == '\t' || c == '\f' || c == '\r';
 }
+
 /// The value of a digit in base 10 or 16; -1 when it is none.
 constexpr int digitOf(char c, bool hexadecimal) {
     if (isDigit(c)) {

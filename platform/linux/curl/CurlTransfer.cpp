@@ -15,7 +15,6 @@ namespace {
 constexpr long CONNECT_SECONDS = 60;
 constexpr long SILENCE_SECONDS = 30;
 constexpr long MAX_REDIRECTS = 10;
-constexpr long RECEIVE_BUFFER = 128 * 1024;
 constexpr int POLL_MILLISECONDS = 100;
 
 /// OpenSSL would take itself down when the process ends, under workers that may still be inside a
@@ -54,7 +53,7 @@ void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name server
     curl_easy_setopt(handle(), CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(handle(), CURLOPT_COOKIEFILE, "");  // kept from response to response only
-    curl_easy_setopt(handle(), CURLOPT_BUFFERSIZE, RECEIVE_BUFFER);
+    curl_easy_setopt(handle(), CURLOPT_BUFFERSIZE, static_cast<long>(RECEIVE_BUFFER));
 
     curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, MAX_REDIRECTS);

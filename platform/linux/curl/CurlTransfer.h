@@ -17,6 +17,9 @@ namespace intake {
 /// keeps its address.
 class CurlTransfer {
 public:
+    /// How many bytes libcurl takes off the network at a time, at most.
+    static constexpr size_t RECEIVE_BUFFER = 128 * 1024;
+
     /// `endMark` outlives this object.
     explicit CurlTransfer(const EndMark& endMark);
     ~CurlTransfer();

@@ -23,12 +23,12 @@ void ReceivedBody::throwIfOutOfMemory() const {
     }
 }
 
+/// Of a body in chunks, libcurl counts what it took only when all of that was handed over.
 bool ReceivedBody::unpacksToFarMore() const {
-    constexpr size_t HARMLESS_SIZE = 16 << 20;
-    curl_off_t received = 0;
-    curl_easy_getinfo(transfer_.handle(), CURLINFO_SIZE_DOWNLOAD_T, &received);
-    return bytes_.size() > HARMLESS_SIZE &&
-           bytes_.size() / HIGHEST_RATIO > static_cast<size_t>(received);
+    curl_off_t counted = 0;
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_SIZE_DOWNLOAD_T, &counted);
+    const size_t received = static_cast<size_t>(counted) + CurlTransfer::RECEIVE_BUFFER;
+    return bytes_.size() / HIGHEST_RATIO > received;
 }
 
 bool ReceivedBody::take(const char* data, size_t length) {

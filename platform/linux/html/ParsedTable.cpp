@@ -1,4 +1,3 @@
-
 #include "formats/html/characters.h"
 #include "formats/html/inner_text.h"
 #include "platform/linux/html/ParsedPage.h"

@@ -173,7 +173,7 @@ TEST_F(HtmlSources, ThatUnpackToMoreThan100MegabytesAreRefused) {
 }
 
 TEST_F(HtmlSources, ThatUnpackToFarMoreThanTheyAreAreRefused) {
-    const std::string blanks(20'000'000, ' ');
+    const std::string blanks(60'000'000, ' ');
     ScriptedServer server(
         {reply("200 OK", packed(blanks, true, Z_BEST_COMPRESSION), "Content-Encoding: gzip\r\n")});
     EXPECT_EQ(refusalOf([&] { open(server.url("/")); }),
