@@ -71,7 +71,7 @@ void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
 
 bool LibxmlDocument::selectNodes(const std::string& expression) {
     const XPathExpression compiled = xpath_.compile(expression);
-    LibxmlXPath::numberElements(document_.get());
+    LibxmlXPath::numberElements(document_.get(), expression);
     selection_ = select(compiled, reinterpret_cast<xmlNode*>(document_.get()));
     return true;
 }
@@ -93,6 +93,7 @@ XmlDocument::Node LibxmlDocument::selected(size_t position) {
 
 void LibxmlDocument::setKeyExpression(const std::string& expression) {
     key_ = xpath_.compile(expression);
+    LibxmlXPath::numberElements(document_.get(), expression);
 }
 
 bool LibxmlDocument::appendKeyText(Node row, std::string& out) {

@@ -2,6 +2,8 @@
 
 #include <libxml/xpathInternals.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
 #include <string_view>
 
@@ -52,6 +54,28 @@ std::string withAxes(const std::string& expression) {
     return text;
 }
 
+bool hasBehind(std::string_view text, size_t at, char sign) {
+    at = text.find_first_not_of(XML_SPACE, at);
+    return at != std::string_view::npos && text[at] == sign;
+}
+
+/// Whether an expression may find anything but elements and attributes: by one of the tests for
+/// other nodes, or by a dot behind a slash.
+bool mayFindText(std::string_view expression) {
+    constexpr std::array<std::string_view, 4> TESTS{"text", "node", "comment",
+                                                    "processing-instruction"};
+    const auto occurs = [expression](std::string_view word, char next) {
+        size_t at = expression.find(word);
+        while (at != std::string_view::npos && !hasBehind(expression, at + word.size(), next)) {
+            at = expression.find(word, at + 1);
+        }
+        return at != std::string_view::npos;
+    };
+    return occurs("/", '.') || std::any_of(TESTS.begin(), TESTS.end(), [&](std::string_view test) {
+               return occurs(test, '(');
+           });
+}
+
 const xmlNode* nextNode(const xmlNode* node) {
     if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
         return node->children;
@@ -62,19 +86,25 @@ const xmlNode* nextNode(const xmlNode* node) {
     return node->next;
 }
 
-}  // namespace
-
 /// The library takes a text for its place to be that of the element before it, and so to stand
 /// before all that is inside of that. Such an element gets no number, and what is compared with it
-/// is compared step by step.
-void LibxmlXPath::numberElements(xmlDoc* document) {
-    xmlXPathOrderDocElems(document);
+/// is compared step by step, which takes long.
+void takeNumbersBeforeTexts(xmlDoc* document) {
     for (const xmlNode* node = document->children; node != nullptr; node = nextNode(node)) {
         xmlNode* const before = node->prev;
         if (before != nullptr && node->type != XML_ELEMENT_NODE &&
             before->type == XML_ELEMENT_NODE && xmlFirstElementChild(before) != nullptr) {
             before->content = nullptr;
         }
+    }
+}
+
+}  // namespace
+
+void LibxmlXPath::numberElements(xmlDoc* document, const std::string& expression) {
+    xmlXPathOrderDocElems(document);
+    if (mayFindText(expression)) {
+        takeNumbersBeforeTexts(document);
     }
 }
 

@@ -33,8 +33,8 @@ public:
     /// Replaces the prefixes by those of a sequence of xmlns declarations.
     void setNamespaces(const std::string& declarations);
 
-    /// Lets nodes of a document that is as it will be be put into order fast.
-    static void numberElements(xmlDoc* document);
+    /// Lets what an expression finds in a document that is as it will be be put into order fast.
+    static void numberElements(xmlDoc* document, const std::string& expression);
 
     XPathExpression compile(const std::string& expression);
 

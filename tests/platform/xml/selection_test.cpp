@@ -155,7 +155,10 @@ TEST_F(XmlSelection, IsInDocumentOrderWhereTextStandsBesideElements) {
     load("<r>0<a>1<b>2<c>3</c><!--4--></b>5</a><![CDATA[6]]><d><e>7</e></d><?p 8?>9<f>10</f></r>");
     EXPECT_EQ(texts("//c | //text() | //comment() | //processing-instruction() | //e | //f"),
               "0|1|2|3|3|4|5|6|7|7|8|9|10|10|");
-    EXPECT_EQ(names("//* | //comment() | //processing-instruction()"), "r|a|b|c|#comment|d|e|p|f|");
+    EXPECT_EQ(names("//* | //comment () | //processing-instruction()"),
+              "r|a|b|c|#comment|d|e|p|f|");
+    EXPECT_EQ(texts("/r/d | //c/text() | //b/ . | (//.)[. = '10']"), "23|3|7|10|10|");
+    EXPECT_EQ(names("//f | //*[1 = 1] | //c"), "r|a|b|c|d|e|f|");
 }
 
 }  // namespace
