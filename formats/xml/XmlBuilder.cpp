@@ -85,15 +85,28 @@ bool XmlBuilder::wantsMore() {
         refuse("An element has more than " + std::to_string(MAX_ATTRIBUTES) +
                " attributes or namespaces");
     }
-    return error_.empty();
+    return error_.empty() && !isOutOfMemory_;
 }
 
 void XmlBuilder::refuse(std::string_view reason) {
     const xmlParserInput* const input = context_.input;
-    if (error_.empty()) {
-        error_ =
-            placed(reason, input == nullptr ? 0 : input->line, input == nullptr ? 0 : input->col);
+    setError(reason, input == nullptr ? 0 : input->line, input == nullptr ? 0 : input->col);
+}
+
+/// Nothing may fly through the library.
+void XmlBuilder::setError(std::string_view reason, int line, int column) {
+    try {
+        if (error_.empty()) {
+            error_ = placed(reason, line, column);
+        }
+    } catch (const std::bad_alloc&) {
+        stopForWantOfMemory();
     }
+}
+
+void XmlBuilder::stopForWantOfMemory() {
+    isOutOfMemory_ = true;
+    xmlStopParser(&context_);
 }
 
 void XmlBuilder::endText() {
@@ -125,8 +138,7 @@ void XmlBuilder::keepBlank(std::string_view text) {
     try {
         blank_.append(text);
     } catch (const std::bad_alloc&) {
-        isOutOfMemory_ = true;
-        xmlStopParser(&context_);
+        stopForWantOfMemory();
     }
 }
 
@@ -136,9 +148,12 @@ void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
     XmlBuilder& self = of(context);
     self.endText();
     xmlNode* const section = xmlNewCDataBlock(self.context_.myDoc, text, length);
-    if (section == nullptr || xmlAddChild(self.context_.node, section) == nullptr) {
+    // The library gives a section without its text when there is no room for that.
+    if (section == nullptr || (length > 0 && section->content == nullptr)) {
+        self.stopForWantOfMemory();
+    }
+    if (xmlAddChild(self.context_.node, section) == nullptr) {
         xmlFreeNode(section);
-        self.isOutOfMemory_ = self.isOutOfMemory_ || section == nullptr;
     }
 }
 
@@ -175,9 +190,8 @@ void XmlBuilder::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlC
 void XmlBuilder::onError(void* context, xmlError* error) {
     XmlBuilder& self = of(context);
     self.isOutOfMemory_ = self.isOutOfMemory_ || error->code == XML_ERR_NO_MEMORY;
-    std::string& first = self.error_;
-    if (first.empty() && isFatal(*error) && error->message != nullptr) {
-        first = placed(error->message, error->line, error->int2);
+    if (isFatal(*error) && error->message != nullptr) {
+        self.setError(error->message, error->line, error->int2);
     }
 }
 

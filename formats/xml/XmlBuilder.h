@@ -46,6 +46,8 @@ private:
     void endText();
     void keepBlank(std::string_view text);
     void refuse(std::string_view reason);
+    void setError(std::string_view reason, int line, int column);
+    void stopForWantOfMemory();
 
     xmlParserCtxt& context_;
     const EndMark& endMark_;

@@ -56,10 +56,10 @@ int XmlInput::onRead(void* input, char* buffer, int capacity) {
 }
 
 int XmlInput::read(char* buffer, int capacity) {
-    if (!builder_.wantsMore()) {
-        return -1;
-    }
     try {
+        if (!builder_.wantsMore()) {
+            return -1;
+        }
         const size_t length = source_.read(offset_, buffer, static_cast<size_t>(capacity));
         offset_ += length;
         return static_cast<int>(length);
