@@ -15,12 +15,14 @@ struct BuiltIn {
     DateFormat format;
 };
 
-// 27 to 36 and 50 to 58 are dates in the East Asian languages, and nothing in the others.
-constexpr std::array<BuiltIn, 6> BUILT_IN_DATES{{
+// 27 to 36 and 50 to 58 are dates and times in the East Asian languages, and nothing in the others.
+constexpr std::array<BuiltIn, 8> BUILT_IN_DATES{{
     {14, 17, DateFormat::DAY},
     {18, 21, DateFormat::TIME},
     {22, 22, DateFormat::DAY},
-    {27, 36, DateFormat::DAY},
+    {27, 31, DateFormat::DAY},
+    {32, 33, DateFormat::TIME},
+    {34, 36, DateFormat::DAY},
     {45, 47, DateFormat::TIME},
     {50, 58, DateFormat::DAY},
 }};
@@ -53,7 +55,7 @@ DateFormat dateFormatOf(std::string_view code) {
             case '[':
                 close = std::min(code.find(']', at), code.size());
                 if (isDuration(code.substr(at + 1, close - at - 1))) {
-                    return DateFormat::TIME;
+                    format = DateFormat::TIME;
                 }
                 at = close;
                 break;
@@ -64,6 +66,9 @@ DateFormat dateFormatOf(std::string_view code) {
                 return DateFormat::DAY;
             case 'm':
             case 'M':
+                if (startsWithIgnoringCase(code.substr(at), "mmm")) {
+                    return DateFormat::DAY;
+                }
                 hasMonthOrMinute = true;
                 break;
             case 'h':

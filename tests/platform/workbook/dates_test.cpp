@@ -90,7 +90,8 @@ TEST_F(WorkbookDates, CountFrom1904OnlyWhereTheirFormatShowsADay) {
                   "A\ndate 0.0625\n")
             << code;
     }
-    for (const char* const code : {"yyyy", "d hh:mm", "mmm", "yyyy-mm-dd"}) {
+    for (const char* const code :
+         {"yyyy", "d hh:mm", "mmm", "yyyy-mm-dd", "[h]:mm dd/mm/yyyy", "h:mm mmmm"}) {
         EXPECT_EQ(rows(book(code, "<row><c s='2'><v>0.5</v></c></row>").from1904(), ALL),
                   "A\ndate 1462.5\n")
             << code;
@@ -122,6 +123,14 @@ TEST(DateFormats, ThatAreBuiltInHaveTheseNumbers) {
     EXPECT_EQ(dates,
               "14 15 16 17 18 19 20 21 22 27 28 29 30 31 32 33 34 35 36 45 46 47 50 51 52 53 "
               "54 55 56 57 58 ");
+}
+
+TEST(DateFormats, ThatAreBuiltInShowTimesOfDayByTheseNumbers) {
+    std::string times;
+    for (size_t number = 0; number < 100; ++number) {
+        times += builtInDateFormat(number) == DateFormat::TIME ? std::to_string(number) + " " : "";
+    }
+    EXPECT_EQ(times, "18 19 20 21 32 33 45 46 47 ");
 }
 
 TEST(IsoDates, AreReadAndWritten) {
