@@ -19,6 +19,10 @@ const SheetModule* findModule(const std::vector<std::unique_ptr<SheetModule>>& m
     return found == modules.end() ? nullptr : found->get();
 }
 
+// A value in a far corner makes many blank ones of a sheet that holds next to nothing.
+constexpr uint64_t MOST_BLANKS = uint64_t{8} << 20;
+constexpr uint64_t BLANKS_BESIDE_A_VALUE = 100;  // beyond those
+
 /// Whether an integer can be a boolean. A column of booleans goes on with counts after a UNION.
 bool isTruth(int64_t integer) {
     return integer == 0 || integer == 1;
@@ -112,7 +116,18 @@ bool WorkbookRecordset::value(size_t field, FieldValue& value) {
             value.type = VT_NULL;
             break;
     }
+    count(value);
     return true;
+}
+
+void WorkbookRecordset::count(const FieldValue& value) {
+    ++(value.type == VT_NULL ? blanks_ : values_);
+    if (blanks_ > MOST_BLANKS + BLANKS_BESIDE_A_VALUE * values_) {
+        throwQueryError("The records hold " + std::to_string(values_) + " values and more than " +
+                        std::to_string(MOST_BLANKS) +
+                        " blank ones; look for a value far below or beside the others, or load "
+                        "fewer rows or columns");
+    }
 }
 
 }  // namespace intake

@@ -43,12 +43,15 @@ private:
 
     Field describe(int number, const std::vector<std::unique_ptr<SheetModule>>& modules) const;
     void step();
+    void count(const FieldValue& value);
 
     Statement statement_;
     const EndMark& endMark_;
     std::vector<Field> fields_;
     bool ended_ = false;
-    bool moved_ = false;  // beyond the first record
+    bool moved_ = false;   // beyond the first record
+    uint64_t values_ = 0;  // given so far
+    uint64_t blanks_ = 0;
 };
 
 }  // namespace intake

@@ -15,9 +15,6 @@ namespace intake {
 
 namespace {
 
-// Blank ones included, for they are written too.
-constexpr uint64_t MOST_VALUES = uint64_t{64} << 20;
-
 struct Table : sqlite3_vtab {
     const SheetTable* rows = nullptr;
     std::vector<int> columns;  // of the sheet's table, by those of SQLite's
@@ -90,14 +87,6 @@ void readTable(sqlite3* database, SheetModule& module) {
         throw WorkbookFault("the sheet \"" + sheet + "\" has " + std::to_string(columns) +
                             " columns, of which at most " + std::to_string(most) +
                             " can be read at once; name a range, such as [" + sheet + "$A1:Z100]");
-    }
-    const uint64_t rows = module.table->endRow() - module.table->firstRow();
-    if (rows * columns > MOST_VALUES) {
-        const std::string& sheet = module.workbook.index().sheets()[module.place.sheet].name;
-        throw WorkbookFault("the sheet \"" + sheet + "\" has " + std::to_string(rows) +
-                            " rows of " + std::to_string(columns) + " columns, more than " +
-                            std::to_string(MOST_VALUES) + " values; name a range, such as [" +
-                            sheet + "$A1:Z100]");
     }
 }
 
