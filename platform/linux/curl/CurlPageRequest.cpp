@@ -8,17 +8,17 @@ namespace {
 
 // Servers turn away what does not call itself a browser.
 constexpr const char* USER_AGENT = "Mozilla/5.0 (compatible; NXR/1.0)";
+constexpr const char* WHATEVER_LIBCURL_UNPACKS = "";
 
 }  // namespace
 
 CurlPageRequest::CurlPageRequest(const EndMark& endMark, size_t maxBytes)
-    : transfer_(endMark), body_(transfer_, maxBytes) {
+    : transfer_(endMark), body_(transfer_, maxBytes, WHATEVER_LIBCURL_UNPACKS) {
     if (!transfer_.isReady()) {
         throw std::bad_alloc();
     }
     CURL* const transfer = transfer_.handle();
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
-    curl_easy_setopt(transfer, CURLOPT_ACCEPT_ENCODING, "");  // whatever libcurl can unpack
     curl_easy_setopt(transfer, CURLOPT_FAILONERROR, 1L);
     curl_easy_setopt(transfer, CURLOPT_PROTOCOLS_STR, "http,https,ftp");
 }
@@ -31,12 +31,10 @@ bool CurlPageRequest::fetch(const std::string& url, std::string& reason) {
         return false;
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_CURLU, url_.get());
-    transfer_.restart();
-    if (!transfer_.drive([] { return false; })) {
+    if (!body_.receive()) {
         reason = "The load was given up";
         return false;
     }
-    body_.throwIfOutOfMemory();
     reason = transfer_.result() == CURLE_OK ? "" : transfer_.reason();
     return transfer_.result() == CURLE_OK;
 }

@@ -4,23 +4,29 @@
 
 namespace intake {
 
-ReceivedBody::ReceivedBody(CurlTransfer& transfer, size_t maxBytes)
-    : transfer_(transfer), maxBytes_(maxBytes) {
+ReceivedBody::ReceivedBody(CurlTransfer& transfer, size_t maxBytes, const char* packings)
+    : transfer_(transfer), maxBytes_(maxBytes), packings_(packings) {
     curl_easy_setopt(transfer.handle(), CURLOPT_WRITEFUNCTION, onBody);
     curl_easy_setopt(transfer.handle(), CURLOPT_WRITEDATA, this);
 }
 
-void ReceivedBody::restart() {
+bool ReceivedBody::receive() {
+    const bool ended = run(packings_);
+    return ended && transfer_.result() == CURLE_BAD_CONTENT_ENCODING ? run(nullptr) : ended;
+}
+
+bool ReceivedBody::run(const char* packings) {
     bytes_.clear();
     isTooLarge_ = false;
     isBomb_ = false;
     isOutOfMemory_ = false;
-}
-
-void ReceivedBody::throwIfOutOfMemory() const {
+    curl_easy_setopt(transfer_.handle(), CURLOPT_ACCEPT_ENCODING, packings);
+    transfer_.restart();
+    const bool ended = transfer_.drive([] { return false; });
     if (isOutOfMemory_) {
         throw std::bad_alloc();
     }
+    return ended;
 }
 
 /// Of a body in chunks, libcurl counts what it took only when all of that was handed over.

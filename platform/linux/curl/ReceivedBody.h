@@ -12,11 +12,16 @@ namespace intake {
 /// Worker thread.
 class ReceivedBody {
 public:
-    ReceivedBody(CurlTransfer& transfer, size_t maxBytes);
+    /// `transfer` outlives this object; its options, but for what it does with the body, are its
+    /// owner's. `packings` are those that the server is told of, in libcurl's form.
+    ReceivedBody(CurlTransfer& transfer, size_t maxBytes, const char* packings);
     ReceivedBody(const ReceivedBody&) = delete;
     ReceivedBody& operator=(const ReceivedBody&) = delete;
 
-    void restart();
+    /// Runs the transfer from start to end. What cannot be unpacked is asked for once more, to be
+    /// taken as it comes: some servers name as a packing what is none. False when it was given up.
+    /// Throws std::bad_alloc when there was no memory for all that came.
+    bool receive();
 
     std::string& bytes() { return bytes_; }
     bool isTooLarge() const { return isTooLarge_; }
@@ -25,16 +30,15 @@ public:
     bool isBomb() const { return isBomb_; }
     static constexpr size_t HIGHEST_RATIO = 250;
 
-    /// Throws std::bad_alloc when there was no memory for all that came.
-    void throwIfOutOfMemory() const;
-
 private:
+    bool run(const char* packings);
     bool take(const char* data, size_t length);
     bool unpacksToFarMore() const;
     static size_t onBody(char* data, size_t size, size_t count, void* self);
 
-    const CurlTransfer& transfer_;
+    CurlTransfer& transfer_;
     const size_t maxBytes_;
+    const char* const packings_;
     std::string bytes_;
     bool isTooLarge_ = false;
     bool isBomb_ = false;

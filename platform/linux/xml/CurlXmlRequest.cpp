@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* LIBRARY = "libcurl";
 constexpr const char* USER_AGENT = "NXR/1.0";
+constexpr const char* PACKINGS = "gzip, deflate";
 constexpr std::array<std::string_view, 3> SCHEMES{"http://", "https://", "ftp://"};
 constexpr size_t MAX_BODY = 0x7FFFFFFF;  // no larger document is parsed
 
@@ -56,14 +57,13 @@ std::string toLine(const std::string& name, const std::string& value) {
 }  // namespace
 
 CurlXmlRequest::CurlXmlRequest(const EndMark& endMark)
-    : transfer_(endMark), body_(transfer_, MAX_BODY) {
+    : transfer_(endMark), body_(transfer_, MAX_BODY, PACKINGS) {
     if (!transfer_.isReady()) {
         fail(CURLE_FAILED_INIT, "libcurl could not be set up");
     }
     CURL* const transfer = transfer_.handle();
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, USER_AGENT);
-    curl_easy_setopt(transfer, CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
 }
 
 void CurlXmlRequest::open(const std::string& url, const std::string* user,
@@ -106,9 +106,7 @@ void CurlXmlRequest::send() {
         list.reset(curl_slist_append(list.release(), toLine(each.name, each.value).c_str()));
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list.get());
-    body_.restart();
-    transfer_.restart();
-    if (!transfer_.drive([] { return false; })) {
+    if (!body_.receive()) {
         raiseGivenUp(LIBRARY);
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, nullptr);
@@ -116,7 +114,6 @@ void CurlXmlRequest::send() {
 }
 
 void CurlXmlRequest::failUnlessComplete() const {
-    body_.throwIfOutOfMemory();
     if (transfer_.result() == CURLE_OK && transfer_.isWithinHeader()) {
         fail(CURLE_PARTIAL_FILE, "The connection was closed within the header of the response");
     }

@@ -35,6 +35,22 @@ TEST_F(XmlPackedRequests, AreAskedForAndUnpacked) {
               std::string::npos);
 }
 
+TEST_F(XmlPackedRequests, ThatAreNotPackedAsTheyClaimAreTakenAsTheyCome) {
+    const auto claimed = [](const std::string& body, const std::string& packing) {
+        return reply("200 OK", body, "Content-Encoding: " + packing + "\r\n");
+    };
+    ScriptedServer server({claimed("<a>1</a>", "UTF-8"), claimed("<a>1</a>", "UTF-8"),
+                           claimed("<a>2</a>", "gzip"), reply("200 OK", "<a>2</a>"),
+                           packedReply("<a>3</a>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(texts("/a"), "1|");
+    fetch(server.url("/"));
+    EXPECT_EQ(texts("/a"), "2|");
+    fetch(server.url("/"));
+    EXPECT_EQ(texts("/a"), "3|");
+    EXPECT_EQ(server.requests().at(3).find("Accept-Encoding"), std::string::npos);
+}
+
 TEST_F(XmlPackedRequests, ThatUnpackToFarMoreThanTheyAreAreRefused) {
     ScriptedServer server({packedReply("<a>" + std::string(60'000'000, ' ') + "</a>"),
                            packedReply("<a>" + std::string(30'000'000, ' ') + "</a>")});
