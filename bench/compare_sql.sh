@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Runs one load of a large SQLite table through ODBC side by side with sqlite3, isql, SQLite's own
-# interface, and a bare ODBC fetch. See README.md for what the figures mean.
+# Runs one load of a large SQLite table side by side with sqlite3, and SQLite's own interface. See README.md for what the figures mean.
 #
 # usage: bench/compare_sql.sh
 #   RUNS=5         how often each is run; they take turns
@@ -17,7 +16,6 @@ document=$data/rows-$ROWS.db
 query='SELECT id, name, price, sold, active, note FROM items'
 
 need sqlite3 sqlite3
-need isql unixodbc
 needPrograms
 if [[ ! -e $document ]]; then
     rm -f "$document.new"
@@ -32,8 +30,8 @@ if [[ ! -e $document ]]; then
     mv "$document.new" "$document"
 fi
 
-connection="Driver=SQLite3;Database=$PWD/$document"
-[[ $document == /* ]] && connection="Driver=SQLite3;Database=$document"
+[[ $document == /* ]] || document=$PWD/$document
+connection="Provider=SQLite;Data Source=$document"
 command="MODE |SQL| CONNSTR |$connection| QUERY |$query| NUM_ROWS |$ROWS| TABLE |T| TGT_MODE 1 "
 script=$data/script-sql.txt
 
@@ -50,18 +48,13 @@ writeAndCompare() {
 }
 writeAndCompare
 
-echo "$query" >"$results/query"
 for ((run = 1; run <= RUNS; ++run)); do
     measure intake "$programs/run_command" --stats "$command"
-    measure odbc "$programs/odbc_fetch" "$connection" "$query"
     measure api "$programs/sqlite_fetch" "$document" "$query"
     measure sqlite3 sqlite3 -csv "$document" "$query"
-    measure isql isql -b -k "$connection" <"$results/query"
 done
 
 wholeProcessHead
 wholeProcess intake "Intake, table to script"
-wholeProcess odbc "ODBC, bound columns, no more"
 wholeProcess api "SQLite's own interface, no more"
 wholeProcess sqlite3 "sqlite3 -csv"
-wholeProcess isql "isql -b"

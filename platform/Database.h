@@ -101,6 +101,9 @@ public:
 
     /// What the database itself reported about the last failure, in its order; may be empty.
     virtual std::vector<Error> errors() = 0;
+
+    /// What the log should say of a connection that is open, as whole sentences.
+    virtual std::vector<std::string> warnings() { return {}; }
 };
 
 /// Makes connections. Process-wide; any thread.

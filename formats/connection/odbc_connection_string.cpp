@@ -19,22 +19,19 @@ enum class Quoting {
 };
 
 /// The kinds of databases, in the order of DRIVERS.
-enum Kind { ODBC, SQL_SERVER, POSTGRESQL, MARIADB, SQLITE, KINDS, ANY };
+enum Kind { ODBC, SQL_SERVER, POSTGRESQL, MARIADB, KINDS, ANY };
 
 struct Driver {
     const char* name;  // as Debian registers it; null where the connection string names it itself
     Quoting quoting;
     Quoting passwordQuoting;
-    bool needsDatabase;  // otherwise the driver opens something else
-    bool createsFiles;   // unless it is told not to; loading creates none
 };
 
 constexpr std::array<Driver, KINDS> DRIVERS{{
-    {nullptr, Quoting::AS_WRITTEN, Quoting::AS_WRITTEN, false, false},
-    {"FreeTDS", Quoting::BARE_BRACES, Quoting::BARE_BRACES, false, false},
-    {"PostgreSQL Unicode", Quoting::PLAIN, Quoting::BRACES, false, false},
-    {"MariaDB Unicode", Quoting::BRACES, Quoting::BRACES, false, false},
-    {"SQLite3", Quoting::PLAIN, Quoting::PLAIN, true, true},
+    {nullptr, Quoting::AS_WRITTEN, Quoting::AS_WRITTEN},
+    {"FreeTDS", Quoting::BARE_BRACES, Quoting::BARE_BRACES},
+    {"PostgreSQL Unicode", Quoting::PLAIN, Quoting::BRACES},
+    {"MariaDB Unicode", Quoting::BRACES, Quoting::BRACES},
 }};
 
 struct Provider {
@@ -42,7 +39,7 @@ struct Provider {
     Kind kind;
 };
 
-constexpr std::array<Provider, 9> PROVIDERS{{
+constexpr std::array<Provider, 8> PROVIDERS{{
     {"MSDASQL", ODBC},
     {"SQLOLEDB", SQL_SERVER},
     {"MSOLEDBSQL", SQL_SERVER},
@@ -51,7 +48,6 @@ constexpr std::array<Provider, 9> PROVIDERS{{
     {"PGNP", POSTGRESQL},
     {"MySQL", MARIADB},
     {"MariaDB", MARIADB},
-    {"SQLite", SQLITE},
 }};
 
 constexpr std::string_view LEFT_OUT{};
@@ -67,12 +63,11 @@ struct KeyName {
 };
 
 /// A key that is not here keeps its name, for the driver may know it.
-constexpr std::array<KeyName, 17> KEYS{{
+constexpr std::array<KeyName, 16> KEYS{{
     {"Provider", LEFT_OUT},
     {"Persist Security Info", LEFT_OUT},
     {"OLE DB Services", LEFT_OUT},
     {"Data Source", "DSN", ODBC},
-    {"Data Source", DATABASE, SQLITE},
     {"Data Source", "Server"},
     {"Server", "Server"},
     {"Port", "Port"},
@@ -188,14 +183,6 @@ void addTranslated(const ConnectionProperty& property, Kind kind, ConnectionStri
     add(known->name, quoted(property, quoting, driver.name));
 }
 
-bool namesDatabase(const ConnectionString& connection, Kind kind) {
-    const auto& properties = connection.properties();
-    return std::any_of(properties.begin(), properties.end(), [kind](const auto& property) {
-        const KeyName* known = findKey(property.key, kind);
-        return known != nullptr && known->name == DATABASE && !property.value.empty();
-    });
-}
-
 }  // namespace
 
 ProviderNotFound::ProviderNotFound(const std::string& provider)
@@ -208,18 +195,12 @@ ProviderNotFound::ProviderNotFound(const std::string& provider)
 ConnectionString toOdbc(const ConnectionString& connection) {
     const Kind kind = kindOf(connection);
     const Driver& driver = DRIVERS[kind];
-    if (driver.needsDatabase && !namesDatabase(connection, kind)) {
-        throw ConnectionStringError("The connection string names no \"Data Source\"");
-    }
     ConnectionString result;
     if (driver.name != nullptr) {
         result.add({"Driver", driver.name, inBraces(driver.name)});
     }
     for (const ConnectionProperty& property : connection.properties()) {
         addTranslated(property, kind, result);
-    }
-    if (driver.createsFiles) {
-        result.add({"NoCreat", "Yes", "Yes"});
     }
     return result;
 }

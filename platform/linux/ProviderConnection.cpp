@@ -2,9 +2,11 @@
 
 #include "formats/connection/connection_string.h"
 #include "formats/connection/odbc_connection_string.h"
+#include "formats/connection/sqlite_connection_string.h"
 #include "formats/text/ascii.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcConnection.h"
+#include "platform/linux/sqlite/SqliteConnection.h"
 #include "platform/linux/workbook/WorkbookConnection.h"
 
 namespace intake {
@@ -30,6 +32,9 @@ std::unique_ptr<OpenConnection> openConnection(const std::string& text, const En
         const auto connection = ConnectionString::parse(text);
         if (isWorkbook(connection)) {
             return std::make_unique<WorkbookConnection>(connection, endMark);
+        }
+        if (const auto settings = sqliteSettings(connection)) {
+            return std::make_unique<SqliteConnection>(*settings, endMark);
         }
         return std::make_unique<OdbcConnection>(connection, endMark);
     } catch (const ProviderNotFound& error) {
@@ -60,6 +65,10 @@ std::unique_ptr<Recordset> ProviderConnection::openRecordset(const std::string& 
     std::unique_ptr<Recordset> records;
     keepErrors([&] { records = connection_->openRecordset(query); });
     return records;
+}
+
+std::vector<std::string> ProviderConnection::warnings() {
+    return connection_->warnings();
 }
 
 std::unique_ptr<Connection> LinuxDatabases::createConnection(const EndMark& endMark) {

@@ -6,7 +6,7 @@
 namespace intake {
 
 /// A connection by the provider that its connection string names: Microsoft.ACE.OLEDB for a
-/// workbook, or one that has an ODBC driver.
+/// workbook, SQLite's, or one that has an ODBC driver.
 class ProviderConnection final : public Connection {
 public:
     /// The mark is borrowed and outlives this object.
@@ -15,6 +15,7 @@ public:
     void open(const std::string& connectionString) override;
     std::unique_ptr<Recordset> openRecordset(const std::string& query) override;
     std::vector<Error> errors() override { return errors_; }
+    std::vector<std::string> warnings() override;
 
 private:
     template <class Step>
@@ -25,8 +26,8 @@ private:
     std::unique_ptr<OpenConnection> connection_;
 };
 
-/// Databases by way of the drivers that the user has, and workbooks. The connection string decides
-/// when a connection is opened.
+/// SQLite databases, workbooks, and databases by way of the drivers that the user has. The
+/// connection string decides when a connection is opened.
 class LinuxDatabases final : public DatabaseServices {
 public:
     std::unique_ptr<Connection> createConnection(const EndMark& endMark) override;

@@ -19,6 +19,9 @@ bool SQLHandler::open(const RequestRecord& request, Connection& connection, std:
     logger_.Write(LOG_DEBUG, "Before connection open\n");
     try {
         connection.open(request.connStr);
+        for (const std::string& warning : connection.warnings()) {
+            logger_.Write(LOG_WARNING, {"SQL: ", warning, "\n"});
+        }
         return true;
     } catch (const PlatformError& failure) {
         error.append("Failed to open the connection string ").append(request.connStr);

@@ -1,8 +1,16 @@
 #include "readers/sql/SqlRecords.h"
 
+#include <new>
+
 #include "pipeline/script_text.h"
 
 namespace intake {
+
+namespace {
+
+constexpr size_t LARGE = size_t{1} << 20;  // of a script; from there on its growth is looked after
+
+}  // namespace
 
 SqlRecords::SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
                        std::string& script, std::string& error)
@@ -73,12 +81,31 @@ bool SqlRecords::walk(WriteRecord writeRecord) {
             return false;
         }
         ++written_;
+        if (!reserved_ && script_.size() - start_ >= LARGE) {
+            reserveForTheRest();
+        }
         recordset_.moveNext();
         if (request_.targetMode == SHARED_MEMORY && !recordset_.atEnd()) {
             script_.append(request_.rowsDelimiter);
         }
     }
     return true;
+}
+
+/// A text that doubles its room holds up to three times itself while it is copied. Room that is
+/// never written to costs next to nothing.
+void SqlRecords::reserveForTheRest() {
+    constexpr size_t MOST = size_t{1} << 32;
+    reserved_ = true;
+    const size_t perRecord = (script_.size() - start_) / static_cast<size_t>(written_) + 1;
+    const auto records = static_cast<size_t>(end_ - from_);
+    if (records < MOST / perRecord) {
+        try {
+            script_.reserve(script_.size() + perRecord * records / 2 * 3);
+        } catch (const std::bad_alloc&) {
+            return;  // it may never be needed
+        }
+    }
 }
 
 bool SqlRecords::writeTableRecord() {

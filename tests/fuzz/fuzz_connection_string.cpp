@@ -6,6 +6,7 @@
 #include <string>
 
 #include "formats/connection/odbc_connection_string.h"
+#include "formats/connection/sqlite_connection_string.h"
 #include "tests/fuzz/FuzzInput.h"
 
 namespace {
@@ -24,7 +25,6 @@ constexpr DriverKind KINDS[] = {
     {"SQLOLEDB", Braces::UNTIL_SEMICOLON, Braces::UNTIL_SEMICOLON},
     {"PostgreSQL", Braces::NONE, Braces::DOUBLED},
     {"MariaDB", Braces::DOUBLED, Braces::DOUBLED},
-    {"SQLite", Braces::NONE, Braces::NONE},
 };
 
 /// Takes a value and the semicolon behind it off the text.
@@ -77,7 +77,7 @@ void translate(const DriverKind& kind, const std::string& user, const std::strin
     rest.remove_prefix(rest.find("UID="));
     expectPair(rest, "UID", user, kind.user);
     expectPair(rest, "PWD", password, kind.password);
-    expect(rest.empty() || rest == "NoCreat=Yes;");
+    expect(rest.empty());
 }
 
 }  // namespace
@@ -94,7 +94,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     try {
         ConnectionString::parseExtendedProperties(input.rest());
-        toOdbc(ConnectionString::parse(input.rest()));
+        const auto connection = ConnectionString::parse(input.rest());
+        sqliteSettings(connection);
+        toOdbc(connection);
     } catch (const ConnectionStringError&) {
         // It is none.
     }

@@ -17,9 +17,11 @@ struct SqlFailure : SqlWorkbench {
 };
 
 TEST_F(SqlFailure, OfAMissingFileNamesTheConnectionAndCreatesNothing) {
-    EXPECT_EQ(error("SELECT * FROM team", {"connStr=Provider=SQLite;Data Source=typo.db"}),
-              "Failed to open the connection string Provider=SQLite;Data Source=typo.db"
-              "Error number: 0x80004005    [SQLite]connect failed\n");
+    EXPECT_EQ(
+        error("SELECT * FROM team", {"connStr=Provider=SQLite;Data Source=typo.db"}),
+        "Failed to open the connection string Provider=SQLite;Data Source=typo.db"
+        "Error number: 0x80004005    The database \"typo.db\" cannot be opened: No such file or "
+        "directory\n");
     EXPECT_FALSE(std::filesystem::exists(folder / "typo.db"));
 }
 
@@ -41,7 +43,7 @@ TEST_F(SqlFailure, OfAMalformedConnectionStringSaysWhereItIsWrong) {
 TEST_F(SqlFailure, OfAQueryNamesIt) {
     EXPECT_EQ(error("SELECT * FROM teams", {}),
               "Failed to open recordset with query SELECT * FROM teams\n"
-              "Error number: 0x80004005    [SQLite]no such table: teams (1)\n");
+              "Error number: 0x80040e37    no such table: teams\n");
 }
 
 TEST_F(SqlFailure, OfAKeyThatIsNoColumnNamesIt) {

@@ -7,6 +7,7 @@
 
 #include "platform/Database.h"
 #include "platform/PlatformError.h"
+#include "platform/linux/base/com_failures.h"
 
 namespace intake {
 
@@ -17,6 +18,9 @@ public:
 
     /// Runs a query. Throws PlatformError, also for a statement that has no result set.
     virtual std::unique_ptr<Recordset> openRecordset(const std::string& query) = 0;
+
+    /// What of the connection string was ignored, as whole sentences.
+    virtual std::vector<std::string> warnings() { return {}; }
 };
 
 /// A failed step of a database, with all that the database reported about it.
@@ -30,5 +34,12 @@ public:
 private:
     std::vector<Connection::Error> errors_;
 };
+
+/// Throws what a database reported as its only error.
+[[noreturn]] inline void throwReported(const ComFailure& failure, const char* source,
+                                       const std::string& description) {
+    throw ConnectionFailure(PlatformError(failure.code, failure.meaning, source, description),
+                            {{failure.code, description}});
+}
 
 }  // namespace intake

@@ -15,8 +15,6 @@ namespace {
 
 constexpr std::chrono::seconds CONNECT_TIME(15);
 
-constexpr ComFailure NO_COMMAND{0x80040E0C, "A command has not been set for the command object."};
-
 /// Otherwise SQLite's driver takes what stands before a dot for the name of a table, even in an
 /// alias, and waits 100 seconds for a locked database. It keeps all records in memory; StepAPI=1
 /// would not, but then it does not know the types of expressions.

@@ -8,13 +8,6 @@
 
 namespace intake {
 
-namespace {
-
-constexpr ComFailure OBJECT_CLOSED{0x800A0E78,
-                                   "Operation is not allowed when the object is closed."};
-
-}  // namespace
-
 OdbcRecordset::OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver,
                              const std::string& query, const EndMark& endMark)
     : statement_(session, driver, endMark) {

@@ -1,11 +1,10 @@
 #include "platform/linux/odbc/loose_value.h"
 
-#include <algorithm>
 #include <array>
 #include <limits>
 
-#include "formats/text/ascii.h"
 #include "formats/text/number_text.h"
+#include "platform/linux/base/truth_words.h"
 
 namespace intake {
 
@@ -62,33 +61,13 @@ bool readDouble(VariantType type, FieldValue& value) {
     return true;
 }
 
-struct WordRow {
-    std::string_view word;
-    bool truth;
-};
-
-constexpr std::array<WordRow, 8> WORDS{{
-    {"true", true},
-    {"t", true},
-    {"yes", true},
-    {"y", true},
-    {"false", false},
-    {"f", false},
-    {"no", false},
-    {"n", false},
-}};
-
 bool readBoolean(FieldValue& value) {
     if (const auto integer = parseWhole<int64_t>(value.text)) {
         value.integer = *integer != 0;
+    } else if (const auto truth = truthOf(value.text)) {
+        value.integer = *truth;
     } else {
-        const auto word = std::find_if(WORDS.begin(), WORDS.end(), [&](const WordRow& row) {
-            return equalIgnoringCase(row.word, value.text);
-        });
-        if (word == WORDS.end()) {
-            return false;
-        }
-        value.integer = word->truth;
+        return false;
     }
     value.type = VT_BOOL;
     return true;

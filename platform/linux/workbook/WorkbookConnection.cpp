@@ -20,11 +20,7 @@ namespace intake {
 
 namespace {
 
-constexpr int STEPS_BETWEEN_CHECKS = 10000;
-
-int isEnded(void* endMark) {
-    return static_cast<const EndMark*>(endMark)->isSet() ? 1 : 0;
-}
+constexpr SqliteTimes TIMES{std::chrono::milliseconds(0)};  // nothing locks what is in memory
 
 /// Lets a query read tables, and nothing else: no other file, no setting, no change.
 int authorize(void* rights, int action, const char*, const char* name, const char*, const char*) {
@@ -89,28 +85,19 @@ WorkbookConnection::WorkbookConnection(const ConnectionString& connection, const
       workbook_(reported(path_, [&] { return std::make_unique<Workbook>(*file_, endMark); })),
       database_(openDatabase()) {}
 
-WorkbookConnection::Database WorkbookConnection::openDatabase() {
-    sqlite3* database = nullptr;
-    const int result =
-        sqlite3_open_v2(":memory:", &database,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr);
-    Database owner(database);
+std::unique_ptr<SqliteSession> WorkbookConnection::openDatabase() {
+    auto database = std::make_unique<SqliteSession>(
+        ":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY, TIMES, endMark_);
     // What is sorted stays in memory too.
-    if (result != SQLITE_OK || sqlite3_exec(database, "PRAGMA temp_store=MEMORY", nullptr, nullptr,
-                                            nullptr) != SQLITE_OK) {
-        throw std::bad_alloc();
-    }
-    sqlite3_set_authorizer(database, authorize, &rights_);
-    sqlite3_progress_handler(database, STEPS_BETWEEN_CHECKS, isEnded,
-                             const_cast<EndMark*>(&endMark_));
-    return owner;
+    SqliteStatement(*database, "PRAGMA temp_store=MEMORY").step();
+    sqlite3_set_authorizer(database->get(), authorize, &rights_);
+    return database;
 }
 
 std::unique_ptr<Recordset> WorkbookConnection::openRecordset(const std::string& query) {
     return reported(path_, [&]() -> std::unique_ptr<Recordset> {
         registerTables(query);
-        Statement statement(prepare(query));
-        return std::make_unique<WorkbookRecordset>(std::move(statement), modules_, endMark_);
+        return std::make_unique<WorkbookRecordset>(prepare(query), modules_, endMark_);
     });
 }
 
@@ -125,33 +112,31 @@ void WorkbookConnection::registerTables(const std::string& query) {
         if (place && !known) {
             modules_.push_back(std::make_unique<SheetModule>(
                 SheetModule{*workbook_, rights_, name, *place, header_, names}));
-            registerSheetModule(database_.get(), *modules_.back());
+            registerSheetModule(database_->get(), *modules_.back());
         }
     }
 }
 
-sqlite3_stmt* WorkbookConnection::prepare(const std::string& query) {
-    sqlite3_stmt* statement = nullptr;
-    const char* rest = nullptr;
-    const int result = sqlite3_prepare_v2(database_.get(), query.c_str(),
-                                          static_cast<int>(query.size() + 1), &statement, &rest);
-    Statement owner(statement);
-    if (result != SQLITE_OK) {
-        throwRefused(query);
+SqliteStatement WorkbookConnection::prepare(const std::string& query) {
+    try {
+        SqliteStatement statement(*database_, query);
+        if (statement.columnCount() == 0) {
+            throwQueryError("The query has no result; only SELECT can be run on a workbook");
+        }
+        return statement;
+    } catch (const SqliteError& error) {
+        throwRefused(query, error);
     }
-    refuseOtherStatements(statement, rest);
-    return owner.release();
 }
 
 /// Throws why SQLite would not prepare the query: the table's own failure where one failed.
-void WorkbookConnection::throwRefused(const std::string& query) {
-    const std::string message = sqlite3_errmsg(database_.get());
+void WorkbookConnection::throwRefused(const std::string& query, const SqliteError& error) {
     for (const auto& module : modules_) {
         if (module->failure != nullptr) {
             std::rethrow_exception(std::exchange(module->failure, nullptr));
         }
     }
-    throwQueryRefused(path_, workbook_->index(), modules_, query, message);
+    throwQueryRefused(path_, workbook_->index(), modules_, query, error);
 }
 
 }  // namespace intake

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +9,9 @@
 #include "formats/workbook/Workbook.h"
 #include "platform/linux/base/OpenConnection.h"
 #include "platform/linux/base/RegularFile.h"
+#include "platform/linux/sqlite/SqliteError.h"
+#include "platform/linux/sqlite/SqliteSession.h"
+#include "platform/linux/sqlite/SqliteStatement.h"
 #include "platform/linux/workbook/sheet_module.h"
 
 namespace intake {
@@ -29,15 +30,10 @@ public:
     std::unique_ptr<Recordset> openRecordset(const std::string& query) override;
 
 private:
-    struct CloseDatabase {
-        void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
-    };
-    using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-
-    Database openDatabase();
+    std::unique_ptr<SqliteSession> openDatabase();
     void registerTables(const std::string& query);
-    sqlite3_stmt* prepare(const std::string& query);
-    [[noreturn]] void throwRefused(const std::string& query);
+    SqliteStatement prepare(const std::string& query);
+    [[noreturn]] void throwRefused(const std::string& query, const SqliteError& error);
 
     const EndMark& endMark_;
     const std::string path_;
@@ -46,7 +42,7 @@ private:
     const std::unique_ptr<RegularFile> file_;
     const std::unique_ptr<Workbook> workbook_;
     std::vector<std::unique_ptr<SheetModule>> modules_;
-    const Database database_;  // goes first
+    const std::unique_ptr<SqliteSession> database_;  // goes first
 };
 
 }  // namespace intake

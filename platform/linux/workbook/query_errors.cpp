@@ -1,5 +1,7 @@
 #include "platform/linux/workbook/query_errors.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <string_view>
 
@@ -52,12 +54,6 @@ std::string listed(const Items& items, NameOf nameOf) {
     throwQueryError(description);
 }
 
-/// The name of the first; those written as a question mark have none.
-const char* parameterName(sqlite3_stmt* statement) {
-    const char* const name = sqlite3_bind_parameter_name(statement, 1);
-    return name == nullptr ? "?" : name;
-}
-
 }  // namespace
 
 void throwQueryError(const std::string& description) {
@@ -66,7 +62,11 @@ void throwQueryError(const std::string& description) {
 
 void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
                        const std::vector<std::unique_ptr<SheetModule>>& modules,
-                       const std::string& query, const std::string& message) {
+                       const std::string& query, const SqliteError& error) {
+    const std::string message = error.what();
+    if (error.code() == SQLITE_EMPTY || error.code() == SQLITE_MISUSE) {
+        throwQueryError(message);
+    }
     if (message.starts_with(MISSING_TABLE)) {
         throwNoTable(path, index, message.substr(MISSING_TABLE.size()));
     }
@@ -74,22 +74,6 @@ void throwQueryRefused(const std::string& path, const WorkbookIndex& index,
         throwNoColumn(path, modules, query, message.substr(MISSING_COLUMN.size()));
     }
     throwQueryError("The query cannot be run on the workbook \"" + path + "\": " + message);
-}
-
-void refuseOtherStatements(sqlite3_stmt* statement, const char* rest) {
-    if (statement == nullptr) {
-        throwQueryError("The query is empty");
-    }
-    if (sqlite3_column_count(statement) == 0) {
-        throwQueryError("The query has no result; only SELECT can be run on a workbook");
-    }
-    if (sqlite3_bind_parameter_count(statement) > 0) {
-        throwQueryError(std::string("The query has a parameter without a value: ") +
-                        parameterName(statement));
-    }
-    if (std::string_view(rest).find_first_not_of(" \t\r\n;") != std::string_view::npos) {
-        throwQueryError(std::string("Something follows the end of the query: ") + rest);
-    }
 }
 
 }  // namespace intake

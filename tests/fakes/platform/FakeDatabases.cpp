@@ -87,6 +87,7 @@ public:
         databases_.note("errors");
         return databases_.errors;
     }
+    std::vector<std::string> warnings() override { return databases_.warnings; }
 
 private:
     FakeDatabases& databases_;

@@ -44,6 +44,7 @@ public:
     std::vector<std::string> names;         // of the fields
     std::vector<FakeRow> rows;              // each with a value for every field
     std::vector<Connection::Error> errors;  // what connections report
+    std::vector<std::string> warnings;      // what they have to say when they are open
 
     /// Makes the `occurrence`th call of that name throw failure().
     void failAt(const std::string& call, int occurrence = 1);

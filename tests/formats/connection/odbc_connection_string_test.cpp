@@ -20,8 +20,7 @@ TEST(OdbcWithoutAProvider, TakesTheStringAsItIs) {
     EXPECT_EQ(odbc("DSN=league;UID=desk;PWD=s3cret"), "DSN=league;UID=desk;PWD=s3cret;");
     EXPECT_EQ(odbc("Driver={PostgreSQL Unicode};Server=db;PWD={a;b}}c};Foo=1"),
               "Driver={PostgreSQL Unicode};Server=db;PWD={a;b}}c};Foo=1;");
-    EXPECT_EQ(odbc("Driver=SQLite3;Database=/data/a b,c.db"),
-              "Driver=SQLite3;Database=/data/a b,c.db;");
+    EXPECT_EQ(odbc("Driver=MDBTools;DBQ=/data/a b,c.mdb"), "Driver=MDBTools;DBQ=/data/a b,c.mdb;");
     EXPECT_EQ(odbc(""), "");
 }
 
@@ -35,8 +34,8 @@ TEST(OdbcWithoutAProvider, HasTheKeysOfAdoToo) {
     EXPECT_EQ(odbc("Provider=MSDASQL.1;Persist Security Info=False;Data Source=league;"
                    "User ID=desk;Password=s3cret;Initial Catalog=cup"),
               "DSN=league;UID=desk;PWD=s3cret;Database=cup;");
-    EXPECT_EQ(odbc("Provider=MSDASQL;Extended Properties=\"Driver=SQLite3;Database=a.db\";UID=x"),
-              "Driver=SQLite3;Database=a.db;UID=x;");
+    EXPECT_EQ(odbc("Provider=MSDASQL;Extended Properties=\"Driver=MDBTools;DBQ=a.mdb\";UID=x"),
+              "Driver=MDBTools;DBQ=a.mdb;UID=x;");
 }
 
 TEST(OdbcWithoutAProvider, TurnsQuotesIntoBracesWhereThereIsNeed) {
@@ -101,28 +100,6 @@ TEST(OdbcForMariaDb, NamesTheUnicodeDriver) {
                   "Driver={MariaDB Unicode};Server={db1};Port={3307};Database={league};UID={desk};"
                   "PWD={a;b}}c};");
     }
-}
-
-TEST(OdbcForSqlite, NamesTheFileAndCreatesNone) {
-    for (const std::string provider : {"SQLite", "SQLite3", "sqlite"}) {
-        EXPECT_EQ(odbc("Provider=" + provider + ";Data Source=samples/a b.db"),
-                  "Driver={SQLite3};Database=samples/a b.db;NoCreat=Yes;");
-    }
-    EXPECT_EQ(odbc("Provider=SQLite;Database=a.db;Timeout=500"),
-              "Driver={SQLite3};Database=a.db;Timeout=500;NoCreat=Yes;");
-}
-
-TEST(OdbcForSqlite, NeedsAFile) {
-    for (const char* text : {"Provider=SQLite", "Provider=SQLite;Data Source=",
-                             "Provider=SQLite;Server=a.db", "Provider=SQLite;DSN=a.db"}) {
-        EXPECT_EQ(odbc(text), "The connection string names no \"Data Source\"");
-    }
-}
-
-TEST(OdbcForSqlite, HasNoFileWhoseNameWouldGoOnAsAKey) {
-    EXPECT_EQ(odbc("Provider=SQLite;Data Source=\"a.db;LoadExt=x.so\""),
-              "The ODBC driver \"SQLite3\" cannot be given the value of \"Data Source\", because "
-              "it holds a semicolon or begins with a brace");
 }
 
 TEST(OdbcForAKnownProvider, PassesKeysOnThatTheDriverMayKnow) {

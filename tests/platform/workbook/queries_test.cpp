@@ -129,7 +129,7 @@ TEST_F(WorkbookQueries, ThatNameAMissingColumnFail) {
 TEST_F(WorkbookQueries, ThatAreNoSqlFail) {
     EXPECT_EQ(queryError(league(), "SELECT Name, FROM [S$];"),
               "The query cannot be run on the workbook \"PATH\": near \"FROM\": syntax error");
-    EXPECT_EQ(queryError(league(), " "), "The query is empty");
+    EXPECT_EQ(queryError(league(), " "), "The query is empty.");
     EXPECT_EQ(queryError(league(), "SELECT 1; SELECT 2"),
               "Something follows the end of the query:  SELECT 2");
 }

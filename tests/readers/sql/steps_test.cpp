@@ -115,5 +115,18 @@ TEST_F(SqlSteps, AreTracedInTheLogWithoutTheConnectionString) {
                   "Before DATAFIELDARRAY\n" + steps + prefix + "Before SHAREDMEM\n");
 }
 
+TEST_F(SqlSteps, LogWhatAnOpenConnectionIgnores) {
+    const TempWorkingDirectory directory;
+    databases_.warnings = {"There is no option \"A\".", "There is no option \"B\"."};
+    logger_.setLevel(LOG_WARNING);
+
+    script(DATA_ARRAY);
+
+    std::ifstream log("2026-03-05-0907-Intake.log");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}),
+              "5/3 9:7 WARNING: \t\t\tSQL: There is no option \"A\".\n"
+              "5/3 9:7 WARNING: \t\t\tSQL: There is no option \"B\".\n");
+}
+
 }  // namespace
 }  // namespace intake

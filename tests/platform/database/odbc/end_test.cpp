@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "platform/linux/odbc/abandonable_call.h"
-#include "tests/platform/database/odbc/SqliteTest.h"
+#include "tests/platform/database/odbc/OdbcSqliteTest.h"
 #include "tests/support/eventually.h"
 
 namespace intake {
@@ -17,7 +17,7 @@ constexpr const char* ENDLESS =
 
 constexpr uint32_t GIVEN_UP = 0x80004004;
 
-class OdbcEnd : public SqliteTest {};
+using OdbcEnd = OdbcSqliteTest;
 
 TEST_F(OdbcEnd, AQueryThatNeverEndsIsGivenUp) {
     std::thread host([&] {

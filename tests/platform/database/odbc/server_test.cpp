@@ -4,9 +4,9 @@
 #include <thread>
 
 #include "platform/linux/odbc/OdbcRecordset.h"
+#include "tests/platform/database/DatabaseTest.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
 #include "tests/platform/database/odbc/DecimalComma.h"
-#include "tests/platform/database/odbc/OdbcTest.h"
 #include "tests/support/eventually.h"
 
 namespace intake {
@@ -77,7 +77,7 @@ DatabaseServer& sharedServer(const ServerKind& kind) {
     return *server;
 }
 
-class Server : public OdbcTest, public testing::WithParamInterface<ServerKind> {
+class Server : public DatabaseTest, public testing::WithParamInterface<ServerKind> {
 protected:
     void connect() { connectTo(sharedServer(kind_)); }
 

@@ -1,22 +1,21 @@
-// Connections and records, by the driver that is always there.
+// Connections and records, by SQLite's ODBC driver, which needs no server.
 
 #include <clocale>
 
-#include "tests/http/support/EnvironmentVariable.h"
-#include "tests/platform/database/odbc/SqliteTest.h"
+#include "tests/platform/database/odbc/OdbcSqliteTest.h"
 #include "tests/support/linux/next_handle.h"
 
 namespace intake {
 
 namespace {
 
-class Sqlite : public SqliteTest {};
+using OdbcSqlite = OdbcSqliteTest;
 
 std::string message(const std::string& what) {
     return "80004005 " + what + "\n";
 }
 
-TEST_F(Sqlite, RecordsAreReadInTheirOrder) {
+TEST_F(OdbcSqlite, RecordsAreReadInTheirOrder) {
     run("CREATE TABLE clubs (name TEXT, points INTEGER)");
     run("INSERT INTO clubs VALUES ('Rovers', 9), ('City', 12), ('United', NULL)");
 
@@ -27,7 +26,7 @@ TEST_F(Sqlite, RecordsAreReadInTheirOrder) {
     EXPECT_TRUE(connection_->errors().empty());
 }
 
-TEST_F(Sqlite, AConnectionThatGoesClosesItsDatabase) {
+TEST_F(OdbcSqlite, AConnectionThatGoesClosesItsDatabase) {
     run("CREATE TABLE clubs (name TEXT)");
     const int whileOpen = nextHandle();
 
@@ -36,7 +35,7 @@ TEST_F(Sqlite, AConnectionThatGoesClosesItsDatabase) {
     EXPECT_LT(nextHandle(), whileOpen);
 }
 
-TEST_F(Sqlite, AValueCanBeAskedForAgainAndInAnyOrder) {
+TEST_F(OdbcSqlite, AValueCanBeAskedForAgainAndInAnyOrder) {
     const auto records = connection_->openRecordset("SELECT 'a' AS x, 'b' AS y");
     FieldValue value;
 
@@ -48,7 +47,7 @@ TEST_F(Sqlite, AValueCanBeAskedForAgainAndInAnyOrder) {
     EXPECT_FALSE(records->value(2, value));
 }
 
-TEST_F(Sqlite, AResultWithoutRecordsHasItsFields) {
+TEST_F(OdbcSqlite, AResultWithoutRecordsHasItsFields) {
     run("CREATE TABLE clubs (name TEXT, points INTEGER)");
 
     const auto records = connection_->openRecordset("SELECT * FROM clubs");
@@ -57,7 +56,7 @@ TEST_F(Sqlite, AResultWithoutRecordsHasItsFields) {
     EXPECT_EQ(namesOf(*records), "name|points|");
 }
 
-TEST_F(Sqlite, FieldsAreFoundByNameWithoutRegardToCase) {
+TEST_F(OdbcSqlite, FieldsAreFoundByNameWithoutRegardToCase) {
     const auto records = connection_->openRecordset("SELECT 1 AS Name, 2 AS Ünï, 3 AS NAME");
 
     EXPECT_EQ(records->findField("naME"), 0U);
@@ -67,7 +66,7 @@ TEST_F(Sqlite, FieldsAreFoundByNameWithoutRegardToCase) {
     EXPECT_EQ(records->findField(""), std::nullopt);
 }
 
-TEST_F(Sqlite, FieldNamesAreThoseOfTheQuery) {
+TEST_F(OdbcSqlite, FieldNamesAreThoseOfTheQuery) {
     run("CREATE TABLE clubs (name TEXT, points INTEGER)");
 
     EXPECT_EQ(namesOfQuery("SELECT name AS \"Goals p.90\", clubs.points, name, 1.5, count(*), "
@@ -76,13 +75,13 @@ TEST_F(Sqlite, FieldNamesAreThoseOfTheQuery) {
     EXPECT_EQ(namesOfQuery("SELECT a.name, b.name FROM clubs a, clubs b"), "name|name|");
 }
 
-TEST_F(Sqlite, ALongFieldNameIsWhole) {
+TEST_F(OdbcSqlite, ALongFieldNameIsWhole) {
     const std::string name(500, 'n');
 
     EXPECT_EQ(namesOfQuery("SELECT 1 AS " + name), name + "|");
 }
 
-TEST_F(Sqlite, TextsOfAnyLengthAreWhole) {
+TEST_F(OdbcSqlite, TextsOfAnyLengthAreWhole) {
     const std::string unit = "ä🏆x";  // 7 bytes
     std::string query;
     std::string expected;
@@ -98,7 +97,7 @@ TEST_F(Sqlite, TextsOfAnyLengthAreWhole) {
     EXPECT_EQ(recordsOfQuery(query), expected);
 }
 
-TEST_F(Sqlite, ATextAroundTheSizeOfABufferIsWhole) {
+TEST_F(OdbcSqlite, ATextAroundTheSizeOfABufferIsWhole) {
     for (const size_t length : {127, 128, 129, 8191, 8192, 8193}) {
         const std::string text(length, 't');
 
@@ -106,13 +105,13 @@ TEST_F(Sqlite, ATextAroundTheSizeOfABufferIsWhole) {
     }
 }
 
-TEST_F(Sqlite, ATextOf10MillionBytesIsWhole) {
+TEST_F(OdbcSqlite, ATextOf10MillionBytesIsWhole) {
     EXPECT_EQ(recordsOfQuery("SELECT printf('%.*c', 10000000, 'x') AS v, 'next' AS w "
                              "UNION ALL SELECT 'short', 'last'"),
               "BSTR " + std::string(10'000'000, 'x') + "|BSTR next|\nBSTR short|BSTR last|\n");
 }
 
-TEST_F(Sqlite, ManyFieldsAreRead) {
+TEST_F(OdbcSqlite, ManyFieldsAreRead) {
     std::string query = "SELECT 0";
     std::string expected = "I4 0|";
     for (int field = 1; field < 500; ++field) {
@@ -123,12 +122,12 @@ TEST_F(Sqlite, ManyFieldsAreRead) {
     EXPECT_EQ(recordsOfQuery(query), expected + "\n");
 }
 
-TEST_F(Sqlite, OneConnectionHasSeveralResultsOneAfterTheOther) {
+TEST_F(OdbcSqlite, OneConnectionHasSeveralResultsOneAfterTheOther) {
     EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
     EXPECT_EQ(recordsOfQuery("SELECT 2"), "I4 2|\n");
 }
 
-TEST_F(Sqlite, TheQueryMayBeOfAnyLanguage) {
+TEST_F(OdbcSqlite, TheQueryMayBeOfAnyLanguage) {
     run("CREATE TABLE \"Größen 🏆\" (v TEXT)");
     run("INSERT INTO \"Größen 🏆\" VALUES ('größer'), ('日本'), ('🏆')");
 
@@ -136,14 +135,14 @@ TEST_F(Sqlite, TheQueryMayBeOfAnyLanguage) {
               "BSTR 日本|\nBSTR 🏆|\n");
 }
 
-TEST_F(Sqlite, TheFileMayHaveAnyName) {
-    open("Driver=SQLite3;Database=Übertragung 🏆.db");
+TEST_F(OdbcSqlite, TheFileMayHaveAnyName) {
+    open("DSN=test;Database=Übertragung 🏆.db");
     run("CREATE TABLE t (v)");
 
     EXPECT_TRUE(std::filesystem::exists("Übertragung 🏆.db"));
 }
 
-TEST_F(Sqlite, AStatementWithoutRecordsFailsButIsRun) {
+TEST_F(OdbcSqlite, AStatementWithoutRecordsFailsButIsRun) {
     const PlatformError error =
         errorOf([&] { connection_->openRecordset("CREATE TABLE t AS SELECT 7 AS v"); });
 
@@ -155,7 +154,7 @@ TEST_F(Sqlite, AStatementWithoutRecordsFailsButIsRun) {
     EXPECT_EQ(recordsOfQuery("SELECT v FROM t"), "I4 7|\n");
 }
 
-TEST_F(Sqlite, AWrongQueryFailsWithWhatTheDatabaseSays) {
+TEST_F(OdbcSqlite, AWrongQueryFailsWithWhatTheDatabaseSays) {
     const PlatformError error = errorOf([&] { connection_->openRecordset("SELEC 1"); });
 
     EXPECT_EQ(error.code(), 0x80004005);
@@ -165,7 +164,7 @@ TEST_F(Sqlite, AWrongQueryFailsWithWhatTheDatabaseSays) {
     EXPECT_EQ(errorLines(), message("[SQLite]near \"SELEC\": syntax error (1)"));
 }
 
-TEST_F(Sqlite, AnEmptyQueryFails) {
+TEST_F(OdbcSqlite, AnEmptyQueryFails) {
     for (const char* const query : {"", " \r\n", ";"}) {
         const PlatformError error = errorOf([&] { connection_->openRecordset(query); });
         EXPECT_EQ(error.code(), 0x80040E0C);
@@ -174,13 +173,13 @@ TEST_F(Sqlite, AnEmptyQueryFails) {
     }
 }
 
-TEST_F(Sqlite, AnUnknownTableIsNamed) {
+TEST_F(OdbcSqlite, AnUnknownTableIsNamed) {
     errorOf([&] { connection_->openRecordset("SELECT * FROM Größen"); });
 
     EXPECT_EQ(errorLines(), message("[SQLite]no such table: Größen (1)"));
 }
 
-TEST_F(Sqlite, ALongErrorIsWhole) {
+TEST_F(OdbcSqlite, ALongErrorIsWhole) {
     const std::string table(400, 't');
 
     errorOf([&] { connection_->openRecordset("SELECT * FROM " + table); });
@@ -188,30 +187,30 @@ TEST_F(Sqlite, ALongErrorIsWhole) {
     EXPECT_EQ(errorLines(), message("[SQLite]no such table: " + table + " (1)"));
 }
 
-TEST_F(Sqlite, AFailureOfTheFirstRecordIsTheQuerys) {
-    open("Driver=SQLite3;Database=test.db;StepAPI=1");
+TEST_F(OdbcSqlite, AFailureOfTheFirstRecordIsTheQuerys) {
+    open("DSN=test;StepAPI=1");
 
     errorOf([&] { connection_->openRecordset("SELECT abs(-9223372036854775808)"); });
 
     EXPECT_EQ(errorLines(), message("[SQLite]integer overflow (1)"));
 }
 
-TEST_F(Sqlite, AFailureOfALaterRecordEndsTheRecords) {
-    open("Driver=SQLite3;Database=test.db;StepAPI=1");
+TEST_F(OdbcSqlite, AFailureOfALaterRecordEndsTheRecords) {
+    open("DSN=test;StepAPI=1");
     const auto records =
         connection_->openRecordset("SELECT 7 AS v UNION ALL SELECT abs(-9223372036854775808)");
 
     EXPECT_EQ(errorOf([&] { records->moveNext(); }).description(), "[SQLite]integer overflow (1)");
 }
 
-TEST_F(Sqlite, AQueryAfterAFailureHasNoErrors) {
+TEST_F(OdbcSqlite, AQueryAfterAFailureHasNoErrors) {
     errorOf([&] { connection_->openRecordset("SELEC 1"); });
 
     EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
     EXPECT_EQ(errorLines(), "");
 }
 
-TEST_F(Sqlite, AMissingDriverIsNamedAndNoPasswordIs) {
+TEST_F(OdbcSqlite, AMissingDriverIsNamedAndNoPasswordIs) {
     const PlatformError error =
         errorOf([&] { open("Server=db;DRIVER = {Nobody's} ;Uid=designer;Pwd=s3cret"); });
 
@@ -222,22 +221,20 @@ TEST_F(Sqlite, AMissingDriverIsNamedAndNoPasswordIs) {
     EXPECT_EQ(errorLines(), "");
 }
 
-TEST_F(Sqlite, ADataSourceOfTheUserIsOpened) {
+TEST_F(OdbcSqlite, ADataSourceOfTheUserIsOpened) {
     run("CREATE TABLE t AS SELECT 7 AS v");
     directory_.write("odbc.ini", "[league]\nDriver=SQLite3\nDatabase=test.db\n");
-    const EnvironmentVariable file("ODBCINI", "odbc.ini");
 
     open("dsn=league");
 
     EXPECT_EQ(recordsOfQuery("SELECT v FROM t"), "I4 7|\n");
 }
 
-TEST_F(Sqlite, FieldNamesOfADataSourceAreThoseOfTheQueryUnlessItWantsOthers) {
+TEST_F(OdbcSqlite, FieldNamesOfADataSourceAreThoseOfTheQueryUnlessItWantsOthers) {
     run("CREATE TABLE clubs (name TEXT)");
     const std::string league = "[league]\nDriver=SQLite3\nDatabase=test.db\n";
     directory_.write("odbc.ini",
                      league + "[short]\nDriver=SQLite3\nDatabase=test.db\nLongNames=0\n");
-    const EnvironmentVariable file("ODBCINI", "odbc.ini");
     const std::string query = "SELECT a.name AS \"Goals p.90\" FROM clubs a, clubs b";
 
     open("DSN=league");
@@ -248,27 +245,27 @@ TEST_F(Sqlite, FieldNamesOfADataSourceAreThoseOfTheQueryUnlessItWantsOthers) {
     }
 }
 
-TEST_F(Sqlite, AnUnknownDataSourceFails) {
+TEST_F(OdbcSqlite, AnUnknownDataSourceFails) {
     errorOf([&] { open("DSN=nowhere;PWD=s3cret"); });
 
     EXPECT_EQ(errorLines(), message("[unixODBC][Driver Manager]Data source name not found and no "
                                     "default driver specified"));
 }
 
-TEST_F(Sqlite, ADatabaseInAFolderThatIsMissingFails) {
-    errorOf([&] { open("Driver=SQLite3;Database=missing/test.db"); });
+TEST_F(OdbcSqlite, ADatabaseInAFolderThatIsMissingFails) {
+    errorOf([&] { open("DSN=test;Database=missing/test.db"); });
 
     EXPECT_EQ(errorLines(), message("[SQLite]connect failed"));
 }
 
-TEST_F(Sqlite, AConnectionThatFailedCanBeOpenedAgain) {
-    errorOf([&] { open("Driver=SQLite3;Database=missing/test.db"); });
-    connection_->open("Driver=SQLite3;Database=test.db");
+TEST_F(OdbcSqlite, AConnectionThatFailedCanBeOpenedAgain) {
+    errorOf([&] { open("DSN=test;Database=missing/test.db"); });
+    connection_->open("DSN=test");
 
     EXPECT_EQ(recordsOfQuery("SELECT 1"), "I4 1|\n");
 }
 
-TEST_F(Sqlite, NothingIsPrintedAndTheLocaleStays) {
+TEST_F(OdbcSqlite, NothingIsPrintedAndTheLocaleStays) {
     const std::string locale = std::setlocale(LC_ALL, nullptr);
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();

@@ -3,7 +3,7 @@
 #include <array>
 #include <thread>
 
-#include "tests/platform/database/odbc/OdbcTest.h"
+#include "tests/platform/database/odbc/OdbcSqliteTest.h"
 
 namespace intake {
 
@@ -18,7 +18,7 @@ std::string work(int worker) {
     std::string all;
     for (int round = 0; round < ROUNDS; ++round) {
         ProviderConnection connection(endMark);
-        connection.open("Driver=SQLite3;Database=test.db");
+        connection.open("DSN=test");
         all += recordsOf(
             *connection.openRecordset("SELECT v, 'ä', 1.5, " + std::to_string(worker) + " FROM t"));
         errorOf([&] { connection.openRecordset("SELEC"); });
@@ -36,10 +36,9 @@ std::string expected(int worker) {
     return all;
 }
 
-class OdbcThreads : public OdbcTest {};
+using OdbcThreads = OdbcSqliteTest;
 
 TEST_F(OdbcThreads, EachReadsItsOwnRecords) {
-    open("Driver=SQLite3;Database=test.db");
     run("CREATE TABLE t (v INTEGER)");
     run("INSERT INTO t VALUES (1), ('two')");
     std::array<std::string, THREADS> results;

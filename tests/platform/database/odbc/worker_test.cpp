@@ -6,8 +6,8 @@
 
 #include "pipeline/IntakeThread.h"
 #include "readers/Readers.h"
+#include "tests/platform/database/DatabaseTest.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
-#include "tests/platform/database/odbc/OdbcTest.h"
 #include "tests/support/eventually.h"
 
 namespace intake {
@@ -34,7 +34,7 @@ private:
     int connection_ = -1;
 };
 
-class OdbcWorkerEnd : public OdbcTest {
+class OdbcWorkerEnd : public DatabaseTest {
 protected:
     void load(const std::string& connectionString, const std::string& query) {
         thread_->PostCommand(client_, "MODE |SQL| CONNSTR |" + connectionString + "| QUERY |" +

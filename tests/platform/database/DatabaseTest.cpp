@@ -1,4 +1,4 @@
-#include "tests/platform/database/odbc/OdbcTest.h"
+#include "tests/platform/database/DatabaseTest.h"
 
 #include <algorithm>
 #include <array>
@@ -89,25 +89,25 @@ std::string recordsOf(Recordset& records) {
     return lines.str();
 }
 
-void OdbcTest::open(const std::string& connectionString) {
+void DatabaseTest::open(const std::string& connectionString) {
     connection_ = std::make_unique<ProviderConnection>(endMark_);
     connection_->open(connectionString);
 }
 
-void OdbcTest::run(const std::string& statement) {
+void DatabaseTest::run(const std::string& statement) {
     const PlatformError error = errorOf([&] { connection_->openRecordset(statement); });
     EXPECT_EQ(error.code(), NO_RECORDS) << statement << "\n" << error.description();
 }
 
-std::string OdbcTest::recordsOfQuery(const std::string& query) {
+std::string DatabaseTest::recordsOfQuery(const std::string& query) {
     return recordsOf(*connection_->openRecordset(query));
 }
 
-std::string OdbcTest::namesOfQuery(const std::string& query) {
+std::string DatabaseTest::namesOfQuery(const std::string& query) {
     return namesOf(*connection_->openRecordset(query));
 }
 
-std::string OdbcTest::errorLines() {
+std::string DatabaseTest::errorLines() {
     std::ostringstream lines;
     for (const Connection::Error& error : connection_->errors()) {
         lines << std::hex << error.number << ' ' << error.description << '\n';

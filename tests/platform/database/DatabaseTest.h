@@ -29,7 +29,7 @@ PlatformError errorOf(Operation operation) {
 }
 
 /// A connection of our own to a database that the test chooses.
-class OdbcTest : public testing::Test {
+class DatabaseTest : public testing::Test {
 protected:
     static constexpr uint32_t NO_RECORDS = 0x800A0E78;
 
