@@ -5,6 +5,7 @@
 
 #include "formats/text/utf16.h"
 #include "platform/linux/base/NeutralLocale.h"
+#include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/loose_value.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
@@ -14,12 +15,14 @@ namespace {
 
 constexpr size_t FIRST_ROOM = 128;
 constexpr size_t MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
+constexpr size_t MOST_OF_A_TEXT = size_t{1} << 30;
 constexpr size_t NUMBER_SIZE =
     8;  // of every C type but texts; values in an array stand so far apart
 
 SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
-    if (driver.looselyTyped) {
-        return SQL_C_CHAR;
+    const SQLSMALLINT text = driver.givesUtf8 ? SQL_C_CHAR : SQL_C_WCHAR;
+    if (driver.asTexts) {
+        return text;
     }
     switch (fetch) {
         case OdbcFetch::BOOLEAN:  // as a bit, MariaDB's driver does not say that it is not null
@@ -30,7 +33,7 @@ SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
         case OdbcFetch::NUMBER:
             return SQL_C_DOUBLE;
         default:
-            return driver.givesUtf8 ? SQL_C_CHAR : SQL_C_WCHAR;
+            return text;
     }
 }
 
@@ -44,7 +47,7 @@ Value valueIn(const char* bytes) {
 }  // namespace
 
 OdbcColumn::OdbcColumn(const OdbcStatement& statement, SQLUSMALLINT number)
-    : statement_(statement), number_(number), asked_{std::vector<char>(FIRST_ROOM)} {
+    : statement_(statement), number_(number), asked_{} {
     describe();
 }
 
@@ -85,58 +88,78 @@ void OdbcColumn::widenBinding() {
 }
 
 void OdbcColumn::read() {
-    if (type_.fetch == OdbcFetch::NOTHING) {
-        return;
+    if (type_.fetch != OdbcFetch::NOTHING) {
+        readText(FIRST_ROOM);
     }
-    if (isText()) {
-        return readText();
-    }
-    check(getData(0));
 }
 
-/// Puts the value, or its next part, behind the bytes that are filled.
-SQLRETURN OdbcColumn::getData(size_t filled) {
-    const NeutralLocale locale;
-    return SQLGetData(statement_.handle().get(), number_, cType_, asked_.bytes.data() + filled,
-                      static_cast<SQLLEN>(asked_.bytes.size() - filled), &asked_.length);
-}
-
-bool OdbcColumn::isCut(SQLLEN length, SQLLEN room) const {
-    return length == SQL_NO_TOTAL || length > room - unit();
+bool OdbcColumn::isCut(SQLLEN length, size_t room) const {
+    return length == SQL_NO_TOTAL || length > static_cast<SQLLEN>(room) - unit();
 }
 
 /// The parts are joined before anything is made of them: they end anywhere, also within a
 /// character.
-void OdbcColumn::readText() {
+void OdbcColumn::readText(size_t room) {
     size_t filled = 0;
-    while (readPart(filled)) {
+    while (room > 0) {
+        room = readPart(filled, room);
     }
     if (asked_.length != SQL_NULL_DATA) {
         asked_.length = static_cast<SQLLEN>(filled);
     }
 }
 
-/// False when this was the last part.
-bool OdbcColumn::readPart(size_t& filled) {
-    const SQLLEN room = static_cast<SQLLEN>(asked_.bytes.size() - filled);
-    const SQLRETURN result = getData(filled);
+/// Puts the next part behind the bytes that are filled; how much room the one after it needs, 0
+/// behind the last. A part ends at its zero, whatever length the driver says.
+size_t OdbcColumn::readPart(size_t& filled, size_t room) {
+    const SQLRETURN result = getData(filled, room);
     if (result == SQL_NO_DATA) {
-        return false;
+        return 0;
     }
     check(result);
-    const SQLLEN length = asked_.length;
-    if (length == SQL_NULL_DATA) {
-        return false;
+    if (asked_.length == SQL_NULL_DATA) {
+        return 0;
     }
-    if (!isCut(length, room)) {
-        filled += static_cast<size_t>(length);
-        return false;
+    const size_t given = lengthToZero(asked_.bytes.data() + filled, room);
+    filled += given;
+    const bool isFull = given + static_cast<size_t>(unit()) == room;
+    const bool isCut = result == SQL_SUCCESS_WITH_INFO || this->isCut(asked_.length, room);
+    if (!isFull || !isCut) {
+        return 0;
     }
-    const SQLLEN whole = length == SQL_NO_TOTAL ? 0 : length + unit();
-    const size_t needed = std::max(filled + static_cast<size_t>(whole), 2 * asked_.bytes.size());
-    filled += static_cast<size_t>(room - unit());
-    asked_.bytes.resize(needed);
-    return true;
+    const auto rest = static_cast<size_t>(std::max<SQLLEN>(asked_.length + unit(), 0));
+    return std::clamp(rest, 2 * room, 4 * room);
+}
+
+/// Asks for the value, or its next part. A driver may turn texts that are wide down.
+SQLRETURN OdbcColumn::getData(size_t filled, size_t room) {
+    if (filled + room > MOST_OF_A_TEXT) {
+        UNSPECIFIED.raise(ODBC_SOURCE,
+                          "A value of the column \"" + name() + "\" is longer than 1 GiB.");
+    }
+    asked_.bytes.resize(std::max(asked_.bytes.size(), filled + room));
+    char* const place = asked_.bytes.data() + filled;
+    std::memset(place, 0, room);
+    const NeutralLocale locale;
+    const auto ask = [&] {
+        return SQLGetData(statement_.handle().get(), number_, cType_, place,
+                          static_cast<SQLLEN>(room), &asked_.length);
+    };
+    const SQLRETURN result = ask();
+    if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA && cType_ == SQL_C_WCHAR && filled == 0) {
+        cType_ = SQL_C_CHAR;
+        return ask();
+    }
+    return result;
+}
+
+size_t OdbcColumn::lengthToZero(const char* text, size_t room) const {
+    if (cType_ == SQL_C_CHAR) {
+        return strnlen(text, room);
+    }
+    const auto* const units = reinterpret_cast<const char16_t*>(text);
+    const std::u16string_view all(units, room / sizeof(char16_t));
+    return std::min(all.find(u'\0'), all.size()) * sizeof(char16_t);
 }
 
 OdbcColumn::Cell OdbcColumn::cell(SQLULEN place) const {
@@ -149,7 +172,7 @@ OdbcColumn::Cell OdbcColumn::cell(SQLULEN place) const {
 /// The text, asked for again when it was longer than what is bound.
 OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
     const Cell fetched = cell(place);
-    if (!isBound() || !isCut(fetched.length, static_cast<SQLLEN>(bound_.room))) {
+    if (!isBound() || !isCut(fetched.length, bound_.room)) {
         return fetched;
     }
     if (askedRecord_ != record) {
@@ -157,8 +180,7 @@ OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
             statement_.goTo(place);
         }
         const auto expected = static_cast<size_t>(std::max<SQLLEN>(fetched.length + unit(), 0));
-        asked_.bytes.resize(std::max({asked_.bytes.size(), expected, MOST_BOUND}));
-        readText();
+        readText(std::max(expected, MOST_BOUND));
         askedRecord_ = record;
         const auto needed = static_cast<size_t>(asked_.length + unit());
         if (needed <= MOST_BOUND) {
@@ -192,7 +214,8 @@ void OdbcColumn::value(uint64_t record, SQLULEN place, FieldValue& value) {
     } else if (!isText()) {
         numberIn(fetched, value);
     } else {
-        value.text = utf8Of(wholeText(record, place));
+        const std::string_view text = utf8Of(wholeText(record, place));
+        value.text = text.substr(0, text.find('\0'));  // at which a script would end
         if (type_.fetch != OdbcFetch::TEXT) {
             readLooseValue(type_, value);
         }

@@ -48,7 +48,7 @@ private:
         std::vector<SQLLEN> lengths;
     };
 
-    /// A value that was asked for alone, as long as it may be.
+    /// A text that was asked for alone, as long as it may be.
     struct Asked {
         std::vector<char> bytes;
         SQLLEN length = SQL_NULL_DATA;
@@ -58,13 +58,14 @@ private:
     void describe();
     bool isText() const { return cType_ == SQL_C_CHAR || cType_ == SQL_C_WCHAR; }
     SQLLEN unit() const { return cType_ == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 1; }
-    bool isCut(SQLLEN length, SQLLEN room) const;
+    bool isCut(SQLLEN length, size_t room) const;
 
     bool isBound() const { return !bound_.lengths.empty(); }
 
-    SQLRETURN getData(size_t filled);
-    void readText();
-    bool readPart(size_t& filled);
+    void readText(size_t room);
+    size_t readPart(size_t& filled, size_t room);
+    SQLRETURN getData(size_t filled, size_t room);
+    size_t lengthToZero(const char* text, size_t room) const;
     Cell cell(SQLULEN place) const;
     Cell wholeText(uint64_t record, SQLULEN place);
 

@@ -42,12 +42,12 @@ bool isBlank(const std::string& query) {
     return query.find_first_not_of(" \t\r\n;") == std::string::npos;
 }
 
-/// Not every driver can be told how long it may take, and none gives up when it is asked to.
+/// Not every driver keeps to the time that it is given, and none gives up when it is asked to.
 std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const EndMark& endMark) {
     const auto session = std::make_shared<OdbcSession>();
     const auto connected = std::make_shared<bool>(false);
     const auto call = [session, connected, connectionString] {
-        *connected = session->connect(connectionString);
+        *connected = session->connect(connectionString, CONNECT_TIME);
     };
     switch (makeAbandonableCall(call, endMark, CONNECT_TIME)) {
         case CallOutcome::ENDED:

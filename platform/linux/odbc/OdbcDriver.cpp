@@ -15,11 +15,12 @@ struct DriverRow {
 
 // SQLite's and MariaDB's lose records when they fetch several at a time and a text is asked for
 // again.
-constexpr std::array<DriverRow, 3> DRIVERS{{
-    {"sqlite3odbc", {.narrow = true, .givesUtf8 = true, .looselyTyped = true, .boundRecords = 1}},
-    {"psqlodbcw", {.givesUtf8 = true, .boundRecords = 64}},
+constexpr std::array<DriverRow, 4> DRIVERS{{
+    {"sqlite3odbc", {.narrow = true, .givesUtf8 = true, .boundRecords = 1}},
+    {"psqlodbcw", {.givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
+    {"psqlodbca", {.narrow = true, .givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
     // Its wide texts fail when their buffer ends within a character.
-    {"libmaodbc", {.givesUtf8 = true, .boundRecords = 1}},
+    {"libmaodbc", {.givesUtf8 = true, .asTexts = false, .boundRecords = 1}},
 }};
 
 }  // namespace

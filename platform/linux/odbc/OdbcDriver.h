@@ -12,9 +12,9 @@ struct OdbcDriver {
     /// The narrow texts of values are in UTF-8, whatever the locale is.
     bool givesUtf8 = false;
 
-    /// Its database has no types but those of the values: a column may hold anything whatever its
-    /// type says, so every value is fetched as text.
-    bool looselyTyped = false;
+    /// Every value is fetched as text, which all drivers can give: because a column may hold
+    /// anything whatever its type says, or because what the driver makes of numbers is not known.
+    bool asTexts = true;
 
     /// So many records at a time it fetches into bound columns rightly, and gives a text that was
     /// longer than its buffer again in full. 0: it is asked for every value.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <vector>
 
@@ -12,10 +13,12 @@ namespace intake {
 /// The records of a query, fetched from the driver.
 class OdbcRecordset final : public Recordset {
 public:
-    /// Runs the query. Throws PlatformError, also when it returns no records. The session outlives
-    /// the recordset.
+    static constexpr std::chrono::seconds FIRST_RECORD_TIME{30};
+
+    /// Runs the query, which is cancelled when its first record is not there within `limit`. Throws
+    /// PlatformError, also when it returns no records. The session outlives the recordset.
     OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver, const std::string& query,
-                  const EndMark& endMark);
+                  const EndMark& endMark, std::chrono::milliseconds limit = FIRST_RECORD_TIME);
 
     size_t fieldCount() override { return columns_.size(); }
     std::string_view fieldName(size_t field) override { return columns_[field].name(); }
@@ -26,6 +29,7 @@ public:
     bool value(size_t field, FieldValue& value) override;
 
 private:
+    void open(const std::string& query);
     void describeColumns();
     void bindColumns(SQLULEN records);
     void fetchMore();

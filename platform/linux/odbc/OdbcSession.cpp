@@ -7,13 +7,13 @@ namespace intake {
 namespace {
 
 /// ODBC passes numbers as pointers.
-SQLPOINTER odbcVersion() {
-    return reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3);  // NOLINT(performance-no-int-to-ptr)
+SQLPOINTER asPointer(uintptr_t number) {
+    return reinterpret_cast<SQLPOINTER>(number);  // NOLINT(performance-no-int-to-ptr)
 }
 
 OdbcHandle makeEnvironment() {
     OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
-    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, odbcVersion(), 0);
+    SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, asPointer(SQL_OV_ODBC3), 0);
     return environment;
 }
 
@@ -28,7 +28,9 @@ OdbcSession::~OdbcSession() {
     }
 }
 
-bool OdbcSession::connect(const std::string& connectionString) {
+bool OdbcSession::connect(const std::string& connectionString, std::chrono::seconds limit) {
+    SQLSetConnectAttr(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT,
+                      asPointer(static_cast<uintptr_t>(limit.count())), SQL_IS_UINTEGER);
     connected_ = SQL_SUCCEEDED(connectWithString(connection_.get(), connectionString));
     return connected_;
 }

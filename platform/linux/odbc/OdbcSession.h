@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "platform/linux/odbc/OdbcHandle.h"
@@ -14,8 +15,8 @@ public:
     OdbcSession(const OdbcSession&) = delete;
     OdbcSession& operator=(const OdbcSession&) = delete;
 
-    /// May take as long as it likes.
-    bool connect(const std::string& connectionString);
+    /// Not every driver keeps to the limit.
+    bool connect(const std::string& connectionString, std::chrono::seconds limit);
 
     const OdbcHandle& connection() const { return connection_; }
 

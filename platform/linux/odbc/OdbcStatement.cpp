@@ -5,7 +5,6 @@
 
 #include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/base/com_failures.h"
-#include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/odbc_calls.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
@@ -16,12 +15,7 @@ OdbcStatement::OdbcStatement(const OdbcSession& session, const OdbcDriver& drive
     : endMark_(endMark), driver_(driver), handle_(SQL_HANDLE_STMT, session.connection().get()) {}
 
 void OdbcStatement::execute(const std::string& query) {
-    SQLRETURN result = SQL_ERROR;
-    {
-        const QueryCanceller canceller(handle_.get(), endMark_);
-        result = executeQuery(handle_.get(), query, driver_.narrow);
-    }
-    raiseIfEnded(endMark_, ODBC_SOURCE);
+    const SQLRETURN result = executeQuery(handle_.get(), query, driver_.narrow);
     if (result != SQL_NO_DATA) {
         check(result);
     }

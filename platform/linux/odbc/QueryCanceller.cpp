@@ -1,11 +1,13 @@
 #include "platform/linux/odbc/QueryCanceller.h"
 
-#include <chrono>
-
 namespace intake {
 
-QueryCanceller::QueryCanceller(SQLHSTMT statement, const EndMark& endMark)
-    : statement_(statement), endMark_(endMark), watcher_([this] { watch(); }) {}
+QueryCanceller::QueryCanceller(SQLHSTMT statement, const EndMark& endMark,
+                               std::chrono::milliseconds limit)
+    : statement_(statement),
+      endMark_(endMark),
+      deadline_(std::chrono::steady_clock::now() + limit),
+      watcher_([this] { watch(); }) {}
 
 QueryCanceller::~QueryCanceller() {
     {
@@ -24,7 +26,8 @@ void QueryCanceller::watch() {
     std::unique_lock lock(mutex_);
     std::chrono::milliseconds wait = INTERVAL;
     while (!finished_.wait_for(lock, wait, [this] { return done_; })) {
-        if (endMark_.isSet()) {
+        late_ = late_ || std::chrono::steady_clock::now() >= deadline_;
+        if (late_ || endMark_.isSet()) {
             SQLCancel(statement_);
             wait = PATIENCE;
         }

@@ -8,13 +8,10 @@ namespace {
 
 constexpr std::chrono::milliseconds INTERVAL(50);
 
-}  // namespace
+using Deadline = std::chrono::steady_clock::time_point;
 
-CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
-                                std::chrono::milliseconds limit) {
-    const std::shared_ptr<Completion> completion = startDetached(std::move(call)).end;
-    const auto deadline = std::chrono::steady_clock::now() + limit;
-    while (!completion->waitFor(INTERVAL)) {
+CallOutcome waitFor(Completion& call, const EndMark& endMark, Deadline deadline) {
+    while (!call.waitFor(INTERVAL)) {
         if (endMark.isSet()) {
             return CallOutcome::ENDED;
         }
@@ -23,6 +20,22 @@ CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMa
         }
     }
     return CallOutcome::DONE;
+}
+
+}  // namespace
+
+CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
+                                std::chrono::milliseconds limit) {
+    thread_local std::shared_ptr<Completion> former;
+    const Deadline deadline = std::chrono::steady_clock::now() + limit;
+    if (former != nullptr) {
+        const CallOutcome outcome = waitFor(*former, endMark, deadline);
+        if (outcome != CallOutcome::DONE) {
+            return outcome;
+        }
+    }
+    former = startDetached(std::move(call)).end;
+    return waitFor(*former, endMark, deadline);
 }
 
 }  // namespace intake

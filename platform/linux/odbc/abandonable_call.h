@@ -15,6 +15,7 @@ enum class CallOutcome {
 
 /// Makes a call that may block on a thread of its own, and waits for it: until the end mark is set,
 /// or for `limit`. A call that is not waited for goes on by itself; what it needs it must own.
+/// Until it ends, the thread makes no other: that would pile them up where nothing ever answers.
 CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
                                 std::chrono::milliseconds limit);
 

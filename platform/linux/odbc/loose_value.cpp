@@ -42,6 +42,11 @@ VariantType typeWideEnough(VariantType type, int64_t integer) {
 }
 
 bool readInteger(VariantType type, FieldValue& value) {
+    if (const auto natural = parseWhole<uint64_t>(value.text); natural && type == VT_UI8) {
+        value.type = VT_UI8;
+        value.natural = *natural;
+        return true;
+    }
     const auto integer = parseWhole<int64_t>(value.text);
     if (!integer) {
         return false;

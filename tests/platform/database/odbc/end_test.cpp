@@ -91,6 +91,35 @@ TEST(AbandonableCall, IsLeftToItselfWhenItsTimeIsOver) {
     EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
 }
 
+TEST(AbandonableCall, IsTheOnlyOneOfItsThread) {
+    const EndMark endMark;
+    const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
+    second->open = true;
+    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
+
+    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::milliseconds(1)),
+              CallOutcome::LATE);
+    EXPECT_FALSE(second->passed);
+
+    gate->open = true;
+    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
+              CallOutcome::DONE);
+    EXPECT_TRUE(second->passed);
+}
+
+TEST(AbandonableCall, OfOneThreadLeavesThoseOfOthersAlone) {
+    const EndMark endMark;
+    const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
+    second->open = true;
+    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
+
+    std::thread([&] {
+        EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
+                  CallOutcome::DONE);
+    }).join();
+    gate->open = true;
+}
+
 }  // namespace
 
 }  // namespace intake

@@ -19,7 +19,8 @@ constexpr uint32_t GIVEN_UP = 0x80004004;
 struct ServerKind {
     const char* name;
     std::unique_ptr<DatabaseServer> (*start)();
-    const char* sleep;  // a query that takes a thousand seconds
+    const char* sleep;     // a query that takes a thousand seconds
+    const char* sleeping;  // how many of those are running
     const char* values;
     const char* valuesRead;
     uint32_t wrongPassword;
@@ -34,6 +35,8 @@ const ServerKind POSTGRES{
     "Postgres",
     startPostgres,
     "SELECT pg_sleep(1000)",
+    "SELECT count(*) FROM pg_stat_activity WHERE query = 'SELECT pg_sleep(1000)' AND state = "
+    "'active'",
     "SELECT (-32768)::smallint, (-2147483648)::int, (-9223372036854775808)::bigint, "
     "4294967295::oid, "
     "1.5::real, -1e300::float8, 12345.678::numeric(10,3), true, false, 'Ünï 🏆', ''::varchar(20), "
@@ -52,6 +55,7 @@ const ServerKind MARIADB{
     "MariaDb",
     startMariaDb,
     "SELECT sleep(1000)",
+    "SELECT count(*) FROM information_schema.processlist WHERE info = 'SELECT sleep(1000)'",
     "SELECT * FROM (SELECT CAST(-9223372036854775807 AS SIGNED) a, 18446744073709551615 b, 7 c, "
     "1.5e0 d, 12345.678 e, b'1' f, 'Ünï 🏆' g, '' h, DATE '2026-11-20' i, TIME '20:15' j, now() k, "
     "x'00ff' l) v",
@@ -206,6 +210,21 @@ TEST_P(Server, AQueryThatNeverEndsIsGivenUp) {
     host.join();
 }
 
+TEST_P(Server, AQueryWithoutARecordInTimeIsCancelled) {
+    connect();
+    OdbcSession session;
+    ASSERT_TRUE(session.connect(connectionString(sharedServer(kind_)), std::chrono::seconds(15)));
+
+    const PlatformError error = errorOf([&] {
+        OdbcRecordset(session, describeDriver(session.connection().get()), kind_.sleep, endMark_,
+                      std::chrono::milliseconds(200));
+    });
+
+    EXPECT_EQ(error.code(), 0x80040E31);
+    EXPECT_EQ(error.description(), "The query was cancelled: no record came within 0 seconds.");
+    EXPECT_EQ(recordsOfQuery(kind_.sleeping), "I8 0|\n");
+}
+
 TEST_P(Server, AServerThatDiesWithinAQueryFailsIt) {
     const auto server = kind_.start();
     connectTo(*server);
@@ -227,7 +246,7 @@ TEST_P(Postgres, IsReadValueByValueByADriverThatIsNotKnown) {
     connect();
     const LongTexts texts({0, 63, 64, 65, 1, 500'000, 2});
     OdbcSession session;
-    ASSERT_TRUE(session.connect(connectionString(sharedServer(kind_))));
+    ASSERT_TRUE(session.connect(connectionString(sharedServer(kind_)), std::chrono::seconds(15)));
     const auto read = [&](const std::string& query) {
         OdbcRecordset records(session, OdbcDriver{}, query, endMark_);
         return recordsOf(records);
@@ -253,6 +272,17 @@ TEST_P(Postgres, SaysBooleansAsBooleansWhereTheConnectionAsksForIt) {
     open(connectionString(sharedServer(kind_)) + ";BoolsAsChar=0");
 
     EXPECT_EQ(recordsOfQuery("SELECT true, false, NULL::boolean"), "BOOL 1|BOOL 0|NULL|\n");
+}
+
+TEST_P(Postgres, ByItsNarrowDriverGivesTextsOfAnyLanguage) {
+    connect();
+    std::string narrow = connectionString(sharedServer(kind_));
+    narrow.replace(narrow.find("Unicode"), 7, "ANSI");
+    open(narrow);
+
+    EXPECT_EQ(recordsOfQuery("SELECT 'Ünï 🏆', 7, 1.5::float8, 18446744073709551615::numeric"),
+              "BSTR Ünï 🏆|I4 7|R8 1.5|DECIMAL 1.84467e+19|\n");
+    EXPECT_EQ(namesOfQuery("SELECT 1 AS größe"), "größe|");
 }
 
 TEST_P(Postgres, SaysAllOfALongError) {
