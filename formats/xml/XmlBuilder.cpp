@@ -58,8 +58,8 @@ std::string placed(std::string_view message, int line, int column) {
 
 }  // namespace
 
-XmlBuilder::XmlBuilder(xmlParserCtxt* context, const EndMark& endMark)
-    : context_(*context), endMark_(endMark) {
+XmlBuilder::XmlBuilder(xmlParserCtxt* context, const EndMark& endMark, uint64_t mostNodes)
+    : context_(*context), endMark_(endMark), mostNodes_(mostNodes) {
     xmlSAXHandler& handler = *context->sax;
     xmlSAXVersion(&handler, 2);
     handler.characters = onText;
@@ -109,9 +109,14 @@ void XmlBuilder::stopForWantOfMemory() {
     xmlStopParser(&context_);
 }
 
-void XmlBuilder::endText() {
+/// Any node, or the end of one, ends a text.
+void XmlBuilder::beginNode(int count) {
     blank_.clear();
     inText_ = false;
+    nodes_ += static_cast<uint64_t>(count);
+    if (hasTooManyNodes()) {
+        xmlStopParser(&context_);
+    }
 }
 
 void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
@@ -126,6 +131,7 @@ void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
                           static_cast<int>(self.blank_.size()));
         self.blank_.clear();
     }
+    self.nodes_ += self.inText_ ? 0 : 1;
     self.inText_ = true;
     xmlSAX2Characters(context, text, length);
     if (preserved) {
@@ -142,43 +148,56 @@ void XmlBuilder::keepBlank(std::string_view text) {
     }
 }
 
+/// The library gives a node without its text when there is no room for that.
+void XmlBuilder::add(xmlNode* node, bool isWhole) {
+    if (node == nullptr || !isWhole) {
+        stopForWantOfMemory();
+    }
+    xmlNode* const parent = context_.node;
+    if (xmlAddChild(parent != nullptr ? parent : reinterpret_cast<xmlNode*>(context_.myDoc),
+                    node) == nullptr) {
+        xmlFreeNode(node);
+    }
+}
+
 /// The library's own function would join sections that stand side by side, and what they hold
 /// together may not stand in one.
 void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
     XmlBuilder& self = of(context);
-    self.endText();
+    self.beginNode();
     xmlNode* const section = xmlNewCDataBlock(self.context_.myDoc, text, length);
-    // The library gives a section without its text when there is no room for that.
-    if (section == nullptr || (length > 0 && section->content == nullptr)) {
-        self.stopForWantOfMemory();
-    }
-    if (xmlAddChild(self.context_.node, section) == nullptr) {
-        xmlFreeNode(section);
-    }
+    self.add(section, section != nullptr && (length == 0 || section->content != nullptr));
 }
 
+/// The library's own functions leave out a comment or an instruction that there is no room for.
 void XmlBuilder::onComment(void* context, const xmlChar* text) {
-    of(context).endText();
-    xmlSAX2Comment(context, text);
+    XmlBuilder& self = of(context);
+    self.beginNode();
+    xmlNode* const comment = xmlNewDocComment(self.context_.myDoc, text);
+    self.add(comment, comment != nullptr && (text == nullptr || comment->content != nullptr));
 }
 
 void XmlBuilder::onInstruction(void* context, const xmlChar* target, const xmlChar* data) {
-    of(context).endText();
-    xmlSAX2ProcessingInstruction(context, target, data);
+    XmlBuilder& self = of(context);
+    self.beginNode();
+    xmlNode* const instruction = xmlNewDocPI(self.context_.myDoc, target, data);
+    self.add(instruction, instruction != nullptr && instruction->name != nullptr &&
+                              (data == nullptr || instruction->content != nullptr));
 }
 
 void XmlBuilder::onStartElement(void* context, const xmlChar* name, const xmlChar* prefix,
                                 const xmlChar* uri, int namespaceCount, const xmlChar** namespaces,
                                 int attributeCount, int defaultedCount,
                                 const xmlChar** attributes) {
-    of(context).endText();
+    constexpr int NODES_OF_AN_ATTRIBUTE = 2;  // itself and its text
+    of(context).beginNode(1 + NODES_OF_AN_ATTRIBUTE * attributeCount);
     xmlSAX2StartElementNs(context, name, prefix, uri, namespaceCount, namespaces, attributeCount,
                           defaultedCount, attributes);
 }
 
 void XmlBuilder::onEndElement(void* context, const xmlChar* name, const xmlChar* prefix,
                               const xmlChar* uri) {
-    of(context).endText();
+    of(context).beginNode(0);
     xmlSAX2EndElementNs(context, name, prefix, uri);
 }
 

@@ -2,6 +2,7 @@
 
 #include <libxml/parser.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,13 +16,16 @@ namespace intake {
 class XmlBuilder {
 public:
     /// Both are borrowed and outlive this object.
-    XmlBuilder(xmlParserCtxt* context, const EndMark& endMark);
+    XmlBuilder(xmlParserCtxt* context, const EndMark& endMark, uint64_t mostNodes);
 
     /// What is wrong with the document, with its place; empty when nothing is.
     const std::string& error() const { return error_; }
 
     /// Whether there was no memory for all of the document.
     bool isOutOfMemory() const { return isOutOfMemory_; }
+
+    /// Whether the parser was stopped because there are more nodes than there may be.
+    bool hasTooManyNodes() const { return nodes_ > mostNodes_; }
 
     /// False, which is an error, when nobody waits for the document any more, or when it would take
     /// hours.
@@ -43,7 +47,8 @@ private:
                       const xmlChar* systemId);
     static void onError(void* context, xmlError* error);
 
-    void endText();
+    void beginNode(int count = 1);
+    void add(xmlNode* node, bool isWhole);
     void keepBlank(std::string_view text);
     void refuse(std::string_view reason);
     void setError(std::string_view reason, int line, int column);
@@ -51,6 +56,8 @@ private:
 
     xmlParserCtxt& context_;
     const EndMark& endMark_;
+    const uint64_t mostNodes_;
+    uint64_t nodes_ = 0;
     std::string blank_;  // white space that may turn out to begin a text
     bool inText_ = false;
     bool isOutOfMemory_ = false;

@@ -77,13 +77,13 @@ void XmlInput::throwFailure() const {
 
 /// `encoding` is null when the document itself says it.
 LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
-                const EndMark& endMark) {
+                const EndMark& endMark, uint64_t mostNodes) {
     LoadedXml loaded;
     const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
     if (context == nullptr) {
         throw std::bad_alloc();
     }
-    XmlBuilder builder(context.get(), endMark);
+    XmlBuilder builder(context.get(), endMark, mostNodes);
     XmlInput input(source, offset, builder);
     const int options = encoding == nullptr ? OPTIONS : OPTIONS | XML_PARSE_IGNORE_ENC;
     XmlDoc document(xmlCtxtReadIO(context.get(), XmlInput::onRead, nullptr, &input, nullptr,
@@ -91,6 +91,9 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
     input.throwFailure();
     if (builder.isOutOfMemory()) {
         throw std::bad_alloc();
+    }
+    if (builder.hasTooManyNodes()) {
+        throw TooManyNodes(mostNodes);
     }
     if (document != nullptr && context->wellFormed != 0 && builder.error().empty()) {
         loaded.document = std::move(document);
@@ -103,7 +106,8 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
 
 }  // namespace
 
-LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset) {
+LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset,
+                  uint64_t mostNodes) {
     if (source.size() > MAX_SIZE) {
         return {nullptr, "The document is larger than 2 GB"};
     }
@@ -111,7 +115,8 @@ LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::s
     const size_t length = source.read(0, start.data(), start.size());
     const ByteOrderMark mark = byteOrderMarkOf({start.data(), length});
     const bool isTold = mark.encoding == nullptr && isKnown(charset);
-    return parse(source, mark.bytes.size(), isTold ? charset.c_str() : mark.encoding, endMark);
+    return parse(source, mark.bytes.size(), isTold ? charset.c_str() : mark.encoding, endMark,
+                 mostNodes);
 }
 
 }  // namespace intake

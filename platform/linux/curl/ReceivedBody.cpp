@@ -29,12 +29,15 @@ bool ReceivedBody::run(const char* packings) {
     return ended;
 }
 
-/// Of a body in chunks, libcurl counts what it took only when all of that was handed over.
-bool ReceivedBody::unpacksToFarMore() const {
+size_t ReceivedBody::received() const {
     curl_off_t counted = 0;
     curl_easy_getinfo(transfer_.handle(), CURLINFO_SIZE_DOWNLOAD_T, &counted);
-    const size_t received = static_cast<size_t>(counted) + CurlTransfer::RECEIVE_BUFFER;
-    return bytes_.size() / HIGHEST_RATIO > received;
+    return static_cast<size_t>(counted);
+}
+
+/// Of a body in chunks, libcurl counts what it took only when all of that was handed over.
+bool ReceivedBody::unpacksToFarMore() const {
+    return bytes_.size() / HIGHEST_RATIO > received() + CurlTransfer::RECEIVE_BUFFER;
 }
 
 bool ReceivedBody::take(const char* data, size_t length) {

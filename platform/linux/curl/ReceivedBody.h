@@ -24,6 +24,10 @@ public:
     bool receive();
 
     std::string& bytes() { return bytes_; }
+    size_t size() const { return bytes_.size(); }
+
+    /// So many bytes came, packed or not.
+    size_t received() const;
     bool isTooLarge() const { return isTooLarge_; }
 
     /// Whether it unpacks to more than HIGHEST_RATIO times its size.

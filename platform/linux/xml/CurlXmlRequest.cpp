@@ -133,8 +133,18 @@ void CurlXmlRequest::failUnlessComplete() const {
     }
 }
 
+/// What came packed must not become a tree that is out of all proportion to it.
+uint64_t CurlXmlRequest::mostNodes() const {
+    constexpr uint64_t NODES_OF_A_SMALL_BODY = 3'000'000;
+    constexpr uint64_t NODES_PER_BYTE = 3;
+    const uint64_t received = body_.received();
+    return body_.size() > received ? std::max(NODES_OF_A_SMALL_BODY, NODES_PER_BYTE * received)
+                                   : ANY_NUMBER_OF_NODES;
+}
+
 void CurlXmlRequest::loadInto(XmlDocument& document) {
-    static_cast<LibxmlDocument&>(document).loadText(body_.bytes(), transfer_.charset());
+    static_cast<LibxmlDocument&>(document).loadText(body_.bytes(), transfer_.charset(),
+                                                    mostNodes());
 }
 
 }  // namespace intake

@@ -34,6 +34,7 @@ private:
 
     void setCredentials(const std::string* user, const std::string* password);
     void failUnlessComplete() const;
+    uint64_t mostNodes() const;
 
     CurlTransfer transfer_;
     ReceivedBody body_;

@@ -31,7 +31,7 @@ XmlDoc emptyDocument() {
 }  // namespace
 
 LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
-    : encoding_(encoding), endMark_(endMark), document_(emptyDocument()) {}
+    : encoding_(encoding), endMark_(endMark), document_(emptyDocument()), xpath_(endMark) {}
 
 bool LibxmlDocument::replace(LoadedXml loaded) {
     selection_.reset();
@@ -52,11 +52,16 @@ bool LibxmlDocument::loadFile(const std::string& path) {
 }
 
 bool LibxmlDocument::loadText(std::string_view text) {
-    return loadText(text, "");
+    return loadText(text, "", ANY_NUMBER_OF_NODES);
 }
 
-bool LibxmlDocument::loadText(std::string_view text, const std::string& charset) {
-    return replace(loadXml(TextSource(text), endMark_, charset));
+bool LibxmlDocument::loadText(std::string_view text, const std::string& charset,
+                              uint64_t mostNodes) {
+    try {
+        return replace(loadXml(TextSource(text), endMark_, charset, mostNodes));
+    } catch (const TooManyNodes& error) {
+        UNSPECIFIED.raise(LIBXML2, error.what());
+    }
 }
 
 std::string LibxmlDocument::parseErrorReason() {
@@ -71,7 +76,7 @@ void LibxmlDocument::setSelectionNamespaces(const std::string& declarations) {
 
 bool LibxmlDocument::selectNodes(const std::string& expression) {
     const XPathExpression compiled = xpath_.compile(expression);
-    LibxmlXPath::numberElements(document_.get(), expression);
+    xpath_.prepareOrder(document_.get(), expression);
     selection_ = select(compiled, reinterpret_cast<xmlNode*>(document_.get()));
     return true;
 }
@@ -93,7 +98,7 @@ XmlDocument::Node LibxmlDocument::selected(size_t position) {
 
 void LibxmlDocument::setKeyExpression(const std::string& expression) {
     key_ = xpath_.compile(expression);
-    LibxmlXPath::numberElements(document_.get(), expression);
+    xpath_.prepareOrder(document_.get(), expression);
 }
 
 bool LibxmlDocument::appendKeyText(Node row, std::string& out) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,9 @@ public:
     bool loadFile(const std::string& path) override;
     bool loadText(std::string_view text) override;
 
-    /// As loadText, of a text whose charset was told beside it, unless that is empty.
-    bool loadText(std::string_view text, const std::string& charset);
+    /// As loadText, of a text whose charset was told beside it, unless that is empty. Throws
+    /// PlatformError when it has more nodes than it may have.
+    bool loadText(std::string_view text, const std::string& charset, uint64_t mostNodes);
 
     std::string parseErrorReason() override;
 

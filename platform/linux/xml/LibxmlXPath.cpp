@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <new>
 #include <string_view>
 
@@ -11,12 +12,18 @@
 #include "formats/text/trim.h"
 #include "formats/xml/xml_load.h"
 #include "platform/linux/base/com_failures.h"
+#include "platform/linux/xml/xpath_functions.h"
+#include "platform/linux/xml/xpath_rewriting.h"
 
 namespace intake {
 
 namespace {
 
-constexpr unsigned long MAX_STEPS = 500'000'000;
+/// In its unit, the library's step; there must be a limit for the watch to change it.
+constexpr unsigned long NO_LIMIT = ULONG_MAX;
+
+/// Where the library stops to let a set of nodes grow.
+constexpr int MOST_NODES = 10'485'760;
 
 /// A document whose root element bears the declarations, and nothing else.
 XmlDoc parseDeclarations(const std::string& declarations) {
@@ -29,29 +36,6 @@ XmlDoc parseDeclarations(const std::string& declarations) {
             LIBXML2, "The namespaces are not a sequence of xmlns declarations: " + declarations);
     }
     return std::move(loaded.document);
-}
-
-/// The expression with the axis written out before names that begin beyond ASCII: the library does
-/// not know an absolute path by such a name.
-std::string withAxes(const std::string& expression) {
-    constexpr std::string_view AXIS = "child::";
-    std::string text;
-    char quote = 0;
-    bool isStep = false;  // behind a slash
-    for (const char character : expression) {
-        if (quote == 0 && isStep && !isAscii(character)) {
-            text.append(AXIS);
-        }
-        if (quote == 0 && (character == '"' || character == '\'')) {
-            quote = character;
-        } else if (character == quote) {
-            quote = 0;
-        }
-        isStep = quote == 0 && (character == '/' ||
-                                (isStep && XML_SPACE.find(character) != std::string_view::npos));
-        text += character;
-    }
-    return text;
 }
 
 bool hasBehind(std::string_view text, size_t at, char sign) {
@@ -87,32 +71,72 @@ const xmlNode* nextNode(const xmlNode* node) {
 }
 
 /// The library takes a text for its place to be that of the element before it, and so to stand
-/// before all that is inside of that. Such an element gets no number, and what is compared with it
-/// is compared step by step, which takes long.
-void takeNumbersBeforeTexts(xmlDoc* document) {
-    for (const xmlNode* node = document->children; node != nullptr; node = nextNode(node)) {
-        xmlNode* const before = node->prev;
-        if (before != nullptr && node->type != XML_ELEMENT_NODE &&
-            before->type == XML_ELEMENT_NODE && xmlFirstElementChild(before) != nullptr) {
-            before->content = nullptr;
+/// before all that is inside of that.
+bool isMisplaced(const xmlNode* node) {
+    const xmlNode* const before = node->prev;
+    return before != nullptr && node->type != XML_ELEMENT_NODE &&
+           before->type == XML_ELEMENT_NODE &&
+           xmlFirstElementChild(const_cast<xmlNode*>(before)) != nullptr;
+}
+
+/// The node that ends last among a node and all below it.
+xmlNode* lastInside(xmlNode* node) {
+    while (node->type == XML_ELEMENT_NODE && node->last != nullptr) {
+        node = node->last;
+    }
+    return node;
+}
+
+/// Gives a misplaced text the last node inside of the element before it for its neighbour, which
+/// gives it its place. Nothing but the axes that lead back looks at that.
+void linkBehindInside(xmlNode* node) {
+    if (isMisplaced(node)) {
+        node->prev = lastInside(node->prev);
+    }
+}
+
+/// Takes its number from the element before a misplaced text: what is compared with it is compared
+/// step by step, which takes long.
+void takeNumberBefore(xmlNode* node) {
+    if (isMisplaced(node)) {
+        node->prev->content = nullptr;
+    }
+}
+
+void leaveAsItIs(xmlNode*) {}
+
+/// Gives each node its real neighbour again, and calls `place` for it.
+void forEachNode(xmlDoc* document, void (*place)(xmlNode*)) {
+    for (xmlNode* node = document->children; node != nullptr;
+         node = const_cast<xmlNode*>(nextNode(node))) {
+        if (node->next != nullptr) {
+            node->next->prev = node;
         }
+        place(node);
     }
 }
 
 }  // namespace
 
-void LibxmlXPath::numberElements(xmlDoc* document, const std::string& expression) {
+void LibxmlXPath::prepareOrder(xmlDoc* document, const std::string& expression) {
     xmlXPathOrderDocElems(document);
-    if (mayFindText(expression)) {
-        takeNumbersBeforeTexts(document);
+    const bool findsText = mayFindText(expression);
+    const bool leadsBack = expression.find("preceding") != std::string::npos;
+    if (findsText || isLinked_) {
+        forEachNode(document, !findsText  ? leaveAsItIs
+                              : leadsBack ? takeNumberBefore
+                                          : linkBehindInside);
     }
+    isLinked_ = findsText && !leadsBack;
 }
 
-LibxmlXPath::LibxmlXPath() : context_(xmlXPathNewContext(nullptr)) {
+LibxmlXPath::LibxmlXPath(const EndMark& endMark, std::chrono::milliseconds limit)
+    : context_(xmlXPathNewContext(nullptr)), endMark_(endMark), limit_(limit) {
     if (context_ == nullptr) {
         throw std::bad_alloc();
     }
-    context_->opLimit = MAX_STEPS;
+    context_->opLimit = NO_LIMIT;
+    registerXPathFunctions(*context_);
 }
 
 void LibxmlXPath::setNamespaces(const std::string& declarations) {
@@ -129,7 +153,7 @@ void LibxmlXPath::setNamespaces(const std::string& declarations) {
 XPathExpression LibxmlXPath::compile(const std::string& expression) {
     expression_ = expression;
     xmlResetLastError();
-    const std::string text = withAxes(expression);
+    const std::string text = rewrittenXPath(expression);
     XPathExpression compiled(
         xmlXPathCtxtCompile(context_.get(), reinterpret_cast<const xmlChar*>(text.c_str())));
     if (compiled == nullptr) {
@@ -142,9 +166,8 @@ XPathSelection LibxmlXPath::select(const XPathExpression& expression, xmlDoc* do
                                    xmlNode* from) {
     context_->doc = document;
     context_->node = from;
-    context_->opCount = 0;
-    xmlResetLastError();
-    XPathSelection selection(xmlXPathCompiledEval(expression.get(), context_.get()));
+    XPathSelection selection = evaluate(expression);
+    throwIfIncomplete();
     if (selection == nullptr) {
         fail("The expression could not be evaluated");
     }
@@ -154,12 +177,50 @@ XPathSelection LibxmlXPath::select(const XPathExpression& expression, xmlDoc* do
     return selection;
 }
 
+XPathSelection LibxmlXPath::evaluate(const XPathExpression& expression) {
+    if (!watch_) {
+        watch_.emplace(*context_, endMark_, limit_);
+    }
+    context_->opCount = 0;
+    xmlResetLastError();
+    xmlResetError(&context_->lastError);
+    watch_->begin();
+    XPathSelection selection(xmlXPathCompiledEval(expression.get(), context_.get()));
+    watch_->end();
+    return selection;
+}
+
+/// Throws when the evaluation was ended, or when there was no room for what it found: the library
+/// goes on without that.
+void LibxmlXPath::throwIfIncomplete() const {
+    raiseIfEnded(endMark_, LIBXML2);
+    if (watch_->isLate()) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit_);
+        failFor("Looking for nodes takes more than " + std::to_string(seconds.count()) +
+                " seconds of the processor's time");
+    }
+    for (const xmlError* const error :
+         std::array<const xmlError*, 2>{xmlGetLastError(), &context_->lastError}) {
+        if (error == nullptr || error->code != XML_ERR_NO_MEMORY) {
+            continue;
+        }
+        const std::string_view message = error->message == nullptr ? "" : error->message;
+        if (message.find("hit limit") == std::string_view::npos) {
+            throw std::bad_alloc();
+        }
+        failFor("There are more than " + std::to_string(MOST_NODES) + " nodes to be found");
+    }
+}
+
 void LibxmlXPath::fail(const std::string& otherwise) const {
     const xmlError* const error = xmlGetLastError();
     std::string_view reason = error == nullptr || error->message == nullptr ? "" : error->message;
     reason = reason.substr(0, reason.find_last_not_of('\n') + 1);
-    UNSPECIFIED.raise(LIBXML2,
-                      (reason.empty() ? otherwise : std::string(reason)) + ": " + expression_);
+    failFor(reason.empty() ? otherwise : std::string(reason));
+}
+
+void LibxmlXPath::failFor(const std::string& reason) const {
+    UNSPECIFIED.raise(LIBXML2, reason + ": " + expression_);
 }
 
 }  // namespace intake

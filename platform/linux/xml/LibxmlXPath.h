@@ -2,8 +2,13 @@
 
 #include <libxml/xpath.h>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "formats/source/EndMark.h"
+#include "platform/linux/xml/XPathWatch.h"
 
 namespace intake {
 
@@ -28,25 +33,36 @@ using XPathSelection = std::unique_ptr<xmlXPathObject, XPathSelectionDeleter>;
 /// PlatformError with the expression and the reason.
 class LibxmlXPath {
 public:
-    LibxmlXPath();
+    static constexpr std::chrono::milliseconds TIME{8000};
+
+    /// All evaluations together may take so much of the processor's time. `endMark` outlives this
+    /// object.
+    explicit LibxmlXPath(const EndMark& endMark, std::chrono::milliseconds limit = TIME);
 
     /// Replaces the prefixes by those of a sequence of xmlns declarations.
     void setNamespaces(const std::string& declarations);
 
-    /// Lets what an expression finds in a document that is as it will be be put into order fast.
-    static void numberElements(xmlDoc* document, const std::string& expression);
+    /// Lets what an expression finds in a document be put into the document's order. The document
+    /// stays as it is from then on, but for the next of these calls.
+    void prepareOrder(xmlDoc* document, const std::string& expression);
 
     XPathExpression compile(const std::string& expression);
 
-    /// Selects the nodes that an expression finds from `from`. Gives up an expression that would
-    /// need more than some seconds.
+    /// Selects the nodes that an expression finds from `from`.
     XPathSelection select(const XPathExpression& expression, xmlDoc* document, xmlNode* from);
 
 private:
+    XPathSelection evaluate(const XPathExpression& expression);
+    void throwIfIncomplete() const;
     [[noreturn]] void fail(const std::string& otherwise) const;
+    [[noreturn]] void failFor(const std::string& reason) const;
 
     std::unique_ptr<xmlXPathContext, XPathContextDeleter> context_;
     std::string expression_;
+    bool isLinked_ = false;  // the document has neighbours that are none
+    const EndMark& endMark_;
+    const std::chrono::milliseconds limit_;
+    std::optional<XPathWatch> watch_;  // from the first evaluation on; goes before the context
 };
 
 }  // namespace intake

@@ -55,7 +55,6 @@ TEST_F(XmlLarge, AnExpressionThatExplodesIsGivenUp) {
     const PlatformError error =
         errorOf([&] { document_->selectNodes("//e[count(//e[count(//e) > 0]) > 0]"); });
     EXPECT_EQ(error.code(), 0x80004005);
-    EXPECT_EQ(count("//e"), 3000U);  // each expression may take its time
 }
 
 }  // namespace

@@ -73,6 +73,19 @@ TEST_F(XmlPackedRequests, InChunksMayUnpackToAsMuchAsOthers) {
     EXPECT_EQ(texts("/a/r[140000]/n"), "3499|");
 }
 
+TEST_F(XmlPackedRequests, ThatUnpackToFarMoreNodesThanTheyAreBytesAreRefused) {
+    std::string elements;
+    for (int i = 0; i < 3'000'000; ++i) {
+        elements += "<a/>";
+    }
+    ScriptedServer server(
+        {packedReply("<r>" + elements + "</r>"), reply("200 OK", "<r>" + elements + "</r>")});
+    const PlatformError error = errorOf([&] { fetch(server.url("/")); });
+    EXPECT_EQ(error.description(), "The document has more than 3000000 nodes");
+    fetch(server.url("/"));
+    EXPECT_EQ(count("/r/a"), 3'000'000U);
+}
+
 }  // namespace
 
 }  // namespace intake

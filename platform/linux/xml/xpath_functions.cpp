@@ -1,0 +1,127 @@
+#include "platform/linux/xml/xpath_functions.h"
+
+#include <libxml/xpathInternals.h>
+
+#include <memory>
+#include <new>
+#include <unordered_set>
+#include <vector>
+
+namespace intake {
+
+namespace {
+
+struct ObjectDeleter {
+    void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
+};
+using Object = std::unique_ptr<xmlXPathObject, ObjectDeleter>;
+
+/// A set of nodes that grows; each is in it once.
+class NodeSet {
+public:
+    /// What is added cannot repeat when it is all below one node.
+    explicit NodeSet(bool mayRepeat) : object_(xmlXPathNewNodeSet(nullptr)), mayRepeat_(mayRepeat) {
+        if (object_ == nullptr || object_->nodesetval == nullptr) {
+            throw std::bad_alloc();
+        }
+    }
+
+    /// False when it is there already. Nodes of namespaces are copies, of which there are few.
+    bool add(xmlNode* node) {
+        const bool isNew = node->type == XML_NAMESPACE_DECL
+                               ? xmlXPathNodeSetContains(object_->nodesetval, node) == 0
+                               : !mayRepeat_ || seen_.insert(node).second;
+        if (isNew) {
+            xmlXPathNodeSetAddUnique(object_->nodesetval, node);
+        }
+        return isNew;
+    }
+
+    void addWithDescendants(xmlNode* root) {
+        for (xmlNode* node = root; node != nullptr;) {
+            // What is there already is so with all below it.
+            node = add(node) && hasChildren(node) ? node->children : nodeBehind(node, root);
+        }
+    }
+
+    Object release() { return std::move(object_); }
+
+private:
+    static bool hasChildren(const xmlNode* node) {
+        return (node->type == XML_ELEMENT_NODE || node->type == XML_DOCUMENT_NODE) &&
+               node->children != nullptr;
+    }
+
+    static xmlNode* nodeBehind(xmlNode* node, const xmlNode* root) {
+        while (node != root && node->next == nullptr) {
+            node = node->parent;
+        }
+        return node == root ? nullptr : node->next;
+    }
+
+    Object object_;
+    const bool mayRepeat_;
+    std::unordered_set<const xmlNode*> seen_;
+};
+
+/// The arguments, from the first on; empty when one of them is no set of nodes.
+std::vector<Object> takeArguments(xmlXPathParserContext* context, int count) {
+    std::vector<Object> arguments(static_cast<size_t>(count));
+    bool areSets = true;
+    for (auto place = arguments.rbegin(); place != arguments.rend(); ++place) {
+        place->reset(valuePop(context));
+        areSets = areSets && *place != nullptr && (*place)->type == XPATH_NODESET;
+    }
+    if (!areSets) {
+        arguments.clear();
+    }
+    return arguments;
+}
+
+/// Calls `add` for each node of all arguments and gives what the set holds then. Nothing may fly
+/// through the library.
+template <class Add>
+void give(xmlXPathParserContext* context, int count, Add add) {
+    try {
+        const std::vector<Object> arguments = takeArguments(context, count);
+        if (arguments.empty()) {
+            xmlXPathErr(context, XPATH_INVALID_TYPE);
+            return;
+        }
+        const bool isOne =
+            count == 1 && xmlXPathNodeSetGetLength(arguments.front()->nodesetval) == 1;
+        NodeSet all(!isOne);
+        for (const Object& argument : arguments) {
+            const xmlNodeSet* const nodes = argument->nodesetval;
+            for (int i = 0; i < xmlXPathNodeSetGetLength(nodes); ++i) {
+                add(all, nodes->nodeTab[i]);
+            }
+        }
+        valuePush(context, all.release().release());
+    } catch (const std::bad_alloc&) {
+        context->error = XPATH_MEMORY_ERROR;
+        context->context->lastError.code = XML_ERR_NO_MEMORY;
+    }
+}
+
+void unite(xmlXPathParserContext* context, int count) {
+    give(context, count, [](NodeSet& all, xmlNode* node) { all.add(node); });
+}
+
+void descend(xmlXPathParserContext* context, int count) {
+    give(context, count, [](NodeSet& all, xmlNode* node) { all.addWithDescendants(node); });
+}
+
+}  // namespace
+
+void registerXPathFunctions(xmlXPathContext& context) {
+    const auto add = [&](const char* name, xmlXPathFunction function) {
+        if (xmlXPathRegisterFunc(&context, reinterpret_cast<const xmlChar*>(name), function) != 0) {
+            throw std::bad_alloc();
+        }
+    };
+    add(UNION_FUNCTION, unite);
+    add(DESCENDANTS_FUNCTION, descend);
+}
+
+}  // namespace intake

@@ -1,0 +1,219 @@
+#include "platform/linux/xml/xpath_rewriting.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+#include "platform/linux/xml/xpath_functions.h"
+
+namespace intake {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> OPERATOR_NAMES{"and", "or", "div", "mod"};
+constexpr std::string_view OPERATOR_SIGNS = "=!<>+-";
+
+bool isNameStart(char character) {
+    return isLetter(character) || character == '_' || !isAscii(character);
+}
+
+bool isNameCharacter(char character) {
+    return isNameStart(character) || isDigit(character) || character == '-' || character == '.';
+}
+
+bool isBlank(std::string_view text) {
+    return trimmed(text, XML_SPACE).empty();
+}
+
+std::string joined(const std::vector<std::string>& parts, std::string_view sign) {
+    std::string text = parts.front();
+    for (size_t i = 1; i < parts.size(); ++i) {
+        text.append(sign).append(parts[i]);
+    }
+    return text;
+}
+
+/// The blank keeps an operator before it apart.
+std::string call(const char* function, const std::string& arguments) {
+    return std::string(" ") + function + "(" + arguments + ")";
+}
+
+/// Goes through an expression token by token, level by level of its brackets.
+class Rewriter {
+public:
+    explicit Rewriter(std::string_view text) : text_(text) {}
+
+    /// Rewrites all up to the end or to a closing bracket that was not opened.
+    std::string rewriteLevel();
+
+    bool isAtEnd() const { return at_ == text_.size(); }
+    std::string_view rest() const { return text_.substr(at_); }
+
+private:
+    /// What stands between two operators or commas of one level.
+    struct Operand {
+        std::vector<std::string> paths;  // of a union, but for the last
+        std::string path;
+        bool isComplete = false;  // what follows can only be an operator, or go on with a slash
+
+        std::string take();
+    };
+
+    bool takeOperator(Operand& operand, std::string& level);
+    void takeSlashes(Operand& operand);
+    void takeBrackets(Operand& operand);
+    void takeToken(Operand& operand);
+    std::string_view takeName();
+    std::string_view takeWhile(bool (*belongs)(char));
+    std::string_view takeLiteral();
+    std::string_view take(size_t length);
+    bool startsWith(std::string_view sign) const { return rest().starts_with(sign); }
+
+    std::string_view text_;
+    size_t at_ = 0;
+};
+
+std::string Rewriter::Operand::take() {
+    std::vector<std::string> all = std::move(paths);
+    all.push_back(std::move(path));
+    *this = {};
+    // The library would take an argument that is missing for none.
+    const bool isWhole = std::none_of(all.begin(), all.end(), isBlank);
+    const std::string united = joined(all, isWhole ? "," : "|");
+    return all.size() > 1 && isWhole ? call(UNION_FUNCTION, united) : united;
+}
+
+std::string_view Rewriter::take(size_t length) {
+    const std::string_view taken = rest().substr(0, length);
+    at_ += taken.size();
+    return taken;
+}
+
+std::string_view Rewriter::takeWhile(bool (*belongs)(char)) {
+    const auto end =
+        std::find_if_not(text_.begin() + static_cast<std::ptrdiff_t>(at_), text_.end(), belongs);
+    return take(static_cast<size_t>(end - text_.begin()) - at_);
+}
+
+std::string_view Rewriter::takeLiteral() {
+    const size_t end = text_.find(text_[at_], at_ + 1);
+    return take(end == std::string_view::npos ? end : end + 1 - at_);
+}
+
+/// With its prefix; the name behind that may be a star.
+std::string_view Rewriter::takeName() {
+    const size_t start = at_;
+    takeWhile(isNameCharacter);
+    if (startsWith(":") && !startsWith("::")) {
+        take(1);
+        startsWith("*") ? take(1) : takeWhile(isNameCharacter);
+    }
+    return text_.substr(start, at_ - start);
+}
+
+std::string Rewriter::rewriteLevel() {
+    std::string level;
+    Operand operand;
+    while (!isAtEnd() && !startsWith(")") && !startsWith("]")) {
+        if (takeOperator(operand, level)) {
+            continue;
+        }
+        if (startsWith("/")) {
+            takeSlashes(operand);
+        } else if (startsWith("(") || startsWith("[")) {
+            takeBrackets(operand);
+        } else {
+            takeToken(operand);
+        }
+    }
+    return level + operand.take();
+}
+
+/// Takes a comma or an operator, if one stands here. A star and the operators' names are such only
+/// behind what is complete.
+bool Rewriter::takeOperator(Operand& operand, std::string& level) {
+    if (startsWith("|")) {
+        take(1);
+        operand.paths.push_back(std::move(operand.path));
+        operand.path.clear();
+        operand.isComplete = false;
+        return true;
+    }
+    std::string_view sign;
+    if (startsWith(",") || OPERATOR_SIGNS.find(text_[at_]) != std::string_view::npos ||
+        (operand.isComplete && startsWith("*"))) {
+        sign = take(1);
+    } else if (operand.isComplete && isNameStart(text_[at_])) {
+        const size_t start = at_;
+        const std::string_view name = takeName();
+        if (std::find(OPERATOR_NAMES.begin(), OPERATOR_NAMES.end(), name) == OPERATOR_NAMES.end()) {
+            at_ = start;
+            return false;
+        }
+        sign = name;
+    } else {
+        return false;
+    }
+    level.append(operand.take()).append(sign);
+    return true;
+}
+
+void Rewriter::takeSlashes(Operand& operand) {
+    const std::string_view slashes = takeWhile([](char character) { return character == '/'; });
+    if (slashes == "//" && operand.isComplete) {
+        operand.path = call(DESCENDANTS_FUNCTION, operand.path) + "/";
+    } else {
+        operand.path.append(slashes);
+    }
+    operand.path.append(takeWhile(
+        [](char character) { return XML_SPACE.find(character) != std::string_view::npos; }));
+    if (!isAtEnd() && !isAscii(text_[at_])) {
+        operand.path.append("child::");
+    }
+    operand.isComplete = false;
+}
+
+void Rewriter::takeBrackets(Operand& operand) {
+    operand.path.append(take(1)).append(rewriteLevel()).append(take(1));
+    operand.isComplete = true;
+}
+
+void Rewriter::takeToken(Operand& operand) {
+    const char first = text_[at_];
+    if (XML_SPACE.find(first) != std::string_view::npos) {
+        operand.path.append(take(1));
+        return;
+    }
+    operand.isComplete = true;
+    if (first == '"' || first == '\'') {
+        operand.path.append(takeLiteral());
+    } else if (isNameStart(first)) {
+        operand.path.append(takeName());
+    } else if (startsWith("::") || first == '@' || first == '$') {
+        operand.path.append(take(startsWith("::") ? 2 : 1));
+        operand.isComplete = false;
+    } else {
+        operand.path.append(take(1));  // of a number, dots, a star
+    }
+}
+
+/// The library goes through a document once for a plain expression, also for a union of such.
+bool isPlain(std::string_view expression) {
+    return expression.find_first_of("[(@:") == std::string_view::npos &&
+           std::all_of(expression.begin(), expression.end(), isAscii);
+}
+
+}  // namespace
+
+std::string rewrittenXPath(std::string_view expression) {
+    if (isPlain(expression)) {
+        return std::string(expression);
+    }
+    Rewriter rewriter(expression);
+    std::string all = rewriter.rewriteLevel();
+    return all.append(rewriter.rest());  // is empty unless a bracket is closed too often
+}
+
+}  // namespace intake
