@@ -86,7 +86,7 @@ double timeRapidJson(const std::string& text) {
 
 double timeWholeJob(const intake::RequestRecord& request) {
     const intake::Platform& platform = intake::systemPlatform();
-    intake::ReaderLogger logger(platform.clock);
+    intake::ReaderLogger logger(platform.clock, intake::systemPlatform().textFiles);
     logger.setLevel(intake::LOG_FATAL);
     const intake::EndMark endMark;
     const auto client = platform.http.create(endMark);

@@ -109,7 +109,7 @@ void run(const std::string& path, const std::string& xpath, int times) {
         makeRows(path);
     }
     const intake::RequestRecord job = request(path, xpath);
-    intake::ReaderLogger logger(intake::systemPlatform().clock);
+    intake::ReaderLogger logger(intake::systemPlatform().clock, intake::systemPlatform().textFiles);
     logger.setLevel(intake::LOG_FATAL);
     double reader = 0;
     double library = 0;

@@ -63,7 +63,7 @@ bool IntakeThread::DeliverOneAnswer() {
         client->deliver(answer.success, answer.text, answer.error);
     }
     if (!overflowed) {
-        const IntakeCommand released = std::move(answer);  // assigning would keep the memory
+        state->discard(std::move(answer));
     }
     return true;
 }

@@ -26,12 +26,23 @@ std::string logFileName(const LocalTime& time) {
     return name.str();
 }
 
+std::string headOf(LogLevel level, const LocalTime& now) {
+    std::string head;
+    const auto add = [&head](auto number, char sign) {
+        head.append(std::to_string(number)) += sign;
+    };
+    add(now.day, '/');
+    add(now.month, ' ');
+    add(now.hour, ':');
+    add(now.minute, ' ');
+    return head.append(LEVEL_NAMES[static_cast<size_t>(level)]).append(": \t\t\t");
+}
+
 }  // namespace
 
 void ReaderLogger::open(const LocalTime& now) {
-    file_.close();
-    file_.imbue(std::locale::classic());
-    file_.open(logFileName(now), std::ios::out | std::ios::trunc);
+    file_.reset();
+    file_ = files_.create(logFileName(now));
     opened_ = true;
     lines_ = 0;
 }
@@ -44,12 +55,12 @@ void ReaderLogger::Write(LogLevel level, std::initializer_list<std::string_view>
     if (!opened_) {
         open(now);
     }
-    file_ << now.day << '/' << now.month << ' ' << now.hour << ':' << now.minute << ' '
-          << LEVEL_NAMES[static_cast<size_t>(level)] << ": \t\t\t";
-    for (const std::string_view part : parts) {
-        file_ << part;
+    if (file_ != nullptr) {
+        file_->append(headOf(level, now));
+        for (const std::string_view part : parts) {
+            file_->append(part);
+        }
     }
-    file_ << std::flush;
     if (lines_++ >= LINES_PER_FILE) {
         open(now);
     }

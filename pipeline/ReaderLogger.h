@@ -1,23 +1,26 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
 #include <initializer_list>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include "platform/Clock.h"
+#include "platform/TextFiles.h"
 
 namespace intake {
 
 enum LogLevel : int32_t { LOG_FATAL, LOG_ERROR, LOG_WARNING, LOG_INFO, LOG_DEBUG };
 
 /// The levelled log of one worker and its readers, all on the worker's thread. The file is made in
-/// the current directory by the first message that passes the level, is named after that minute,
-/// and gives way to a new one after 5001 messages. A file that cannot be written loses its messages
-/// in silence.
+/// the current directory by the first message that passes the level, is named after that minute, is
+/// for its owner's eyes, and gives way to a new one after 5001 messages. A file that cannot be
+/// written loses its messages in silence.
 class ReaderLogger {
 public:
-    explicit ReaderLogger(Clock& clock) : clock_(clock) {}
+    /// Both are borrowed and outlive this object.
+    ReaderLogger(Clock& clock, TextFiles& files) : clock_(clock), files_(files) {}
     virtual ~ReaderLogger() = default;
 
     /// Messages above this level are left out.
@@ -33,7 +36,8 @@ private:
     void open(const LocalTime& now);
 
     Clock& clock_;
-    std::ofstream file_;
+    TextFiles& files_;
+    std::unique_ptr<TextFile> file_;
     bool opened_ = false;  // or tried to: a failed open is tried again only with the next file
     int32_t level_ = LOG_DEBUG;
     int32_t lines_ = 0;

@@ -32,13 +32,14 @@ WorkerState::WorkerState(const Platform& platform, const ReaderMaker& makeReader
       clock(platform.clock),
       requests(platform.threads.createMutex()),
       results(platform.threads.createMutex()),
-      logger_(platform.clock),
+      logger_(platform.clock, platform.textFiles),
       reader_(makeReader(logger_, endMark)) {}
 
 void WorkerState::run() {
     threads.enterWorker();
     while (stopRequested == 0 && !endMark.isSet()) {
         answerNextRequest();
+        freeDiscarded();
         clock.sleep(POLL_INTERVAL);
     }
     threads.leaveWorker();
@@ -68,6 +69,21 @@ void WorkerState::answerNextRequest() {
         result.client = client;
         put(results, ANSWER_RETRY, std::move(result));
     }
+}
+
+void WorkerState::discard(IntakeCommand&& delivered) {
+    const std::lock_guard lock(discardedMutex_);
+    try {
+        discarded_.push_back(std::move(delivered));
+    } catch (const std::bad_alloc&) {
+        const IntakeCommand freedHere = std::move(delivered);
+    }
+}
+
+void WorkerState::freeDiscarded() {
+    std::vector<IntakeCommand> discarded;
+    const std::lock_guard lock(discardedMutex_);
+    discarded_.swap(discarded);
 }
 
 bool WorkerState::takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command) {

@@ -4,7 +4,9 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <vector>
 
 #include "pipeline/CircBuffer.h"
 #include "pipeline/IntakeCommand.h"
@@ -33,6 +35,10 @@ public:
     void put(CircBuffer<IntakeCommand>& ring, std::chrono::milliseconds retryAfter,
              IntakeCommand&& entry);
 
+    /// Leaves what is of no use any more to the worker: freeing a large text takes milliseconds.
+    /// Host's thread.
+    void discard(IntakeCommand&& delivered);
+
     Threads& threads;
     Clock& clock;
     CircBuffer<IntakeCommand> requests;
@@ -44,9 +50,12 @@ public:
 
 private:
     void answerNextRequest();
+    void freeDiscarded();
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
 
+    std::mutex discardedMutex_;
+    std::vector<IntakeCommand> discarded_;
     ReaderLogger logger_;
     const std::unique_ptr<ReaderHandler> reader_;
 };

@@ -6,6 +6,7 @@
 #include "platform/Files.h"
 #include "platform/HtmlDocument.h"
 #include "platform/HttpClient.h"
+#include "platform/TextFiles.h"
 #include "platform/Threads.h"
 #include "platform/XmlDocument.h"
 
@@ -17,6 +18,7 @@ struct Platform {
     Clock& clock;
     Threads& threads;
     Files& files;
+    TextFiles& textFiles;
     Diagnostics& diagnostics;
     HttpClients& http;
     XmlServices& xml;

@@ -54,15 +54,28 @@ void allowLateWakeUps() {
 
 /// Signals are the host's: its handlers do not expect to run on a worker, and a peer that closes
 /// its connection must not end the host. Those that tell of a fault come to the thread that commits
-/// it.
-void blockSignals() {
-    sigset_t signals;
+/// it. The former mask.
+sigset_t blockSignals() {
+    sigset_t signals, former;
     sigfillset(&signals);
     for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) {
         sigdelset(&signals, fault);
     }
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    pthread_sigmask(SIG_BLOCK, &signals, &former);
+    return former;
 }
+
+/// Blocks them in the calling thread for as long as it lives.
+class SignalsBlocked {
+public:
+    SignalsBlocked() : former_(blockSignals()) {}
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+    SignalsBlocked(const SignalsBlocked&) = delete;
+    SignalsBlocked& operator=(const SignalsBlocked&) = delete;
+
+private:
+    const sigset_t former_;
+};
 
 }  // namespace
 
@@ -73,6 +86,7 @@ std::unique_ptr<Mutex> LinuxThreads::createMutex() {
 std::unique_ptr<ThreadHandle> LinuxThreads::start(std::function<void()> body) {
     static std::once_flag pinned;
     std::call_once(pinned, keepLibraryLoaded);
+    const SignalsBlocked forTheNewThread;  // which has the mask of its maker from the start
     return std::make_unique<WorkerHandle>(startDetached(std::move(body)));
 }
 

@@ -2,6 +2,7 @@
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/WindowsDiagnostics.h"
 #include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsTextFiles.h"
 #include "platform/windows/WindowsThreads.h"
 #include "platform/windows/ado/AdoDatabases.h"
 #include "platform/windows/mshtml/MshtmlServices.h"
@@ -11,9 +12,10 @@
 namespace intake {
 
 const Platform& systemPlatform() {
-    static const Platform* const platform = new Platform{
-        *new WindowsClock,   *new WindowsThreads, *new WindowsFiles,   *new WindowsDiagnostics,
-        *new WinHttpClients, *new MsxmlServices,  *new MshtmlServices, *new AdoDatabases};
+    static const Platform* const platform =
+        new Platform{*new WindowsClock,     *new WindowsThreads,     *new WindowsFiles,
+                     *new WindowsTextFiles, *new WindowsDiagnostics, *new WinHttpClients,
+                     *new MsxmlServices,    *new MshtmlServices,     *new AdoDatabases};
     return *platform;
 }
 

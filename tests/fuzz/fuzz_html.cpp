@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     RequestRecord request;
     request.sheet = input.line();
     FuzzedPages pages(charset, std::string(input.rest()));
-    ReaderLogger logger(systemPlatform().clock);
+    ReaderLogger logger(systemPlatform().clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     const EndMark endMark;
     HTMLHandler handler(logger, pages, endMark);

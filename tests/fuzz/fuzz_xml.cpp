@@ -41,7 +41,7 @@ void select(const intake::RequestRecord& request, std::string_view text) {
 
 void read(const intake::RequestRecord& request, std::string_view text) {
     const intake::EndMark endMark;
-    intake::ReaderLogger logger(intake::systemPlatform().clock);
+    intake::ReaderLogger logger(intake::systemPlatform().clock, intake::systemPlatform().textFiles);
     logger.setLevel(-1);
     intake::ServedXml served{std::string(text)};
     std::string script, error;

@@ -1,4 +1,5 @@
 #include "pipeline/ReaderLogger.h"
+#include "platform/Platform.h"
 
 #include <gtest/gtest.h>
 
@@ -43,7 +44,7 @@ protected:
 
     TempWorkingDirectory directory_;
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
 };
 
 using Names = std::set<std::string>;
@@ -177,7 +178,7 @@ TEST_F(ReaderLoggerTest, NumbersAreWrittenTheSameWayInEveryLocale) {
         std::string do_grouping() const override { return "\1"; }
     };
     const std::locale before = std::locale::global(std::locale(std::locale(), new Grouping));
-    ReaderLogger logger(clock_);
+    ReaderLogger logger(clock_, systemPlatform().textFiles);
     clock_.setLocalTime({2026, 12, 31, 23, 59});
     logger.Write(LOG_INFO, "x\n");
     std::locale::global(before);

@@ -6,6 +6,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/Platform.h"
 #include "readers/json/JSONHandler.h"
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
@@ -34,7 +35,7 @@ void load(ReaderHandler& reader) {
 /// What one worker asks for, call by call.
 std::string askedForJson() {
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(LOG_FATAL);
     FakeDiagnostics diagnostics;
     diagnostics.setHasConsole(false);
@@ -47,7 +48,7 @@ std::string askedForJson() {
 
 std::string askedForXml() {
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(LOG_FATAL);
     FakeXml xml;
     const EndMark endMark;

@@ -129,8 +129,9 @@ TEST_F(ProcessCommandTest, AQueryThatRunsOutOfMemoryIsNamed) {
         }
     } databases;
     const Platform& services = platform_.services;
-    const Platform platform{services.clock, services.threads, services.files, services.diagnostics,
-                            services.http,  services.xml,     services.html,  databases};
+    const Platform platform{services.clock,     services.threads,     services.files,
+                            services.textFiles, services.diagnostics, services.http,
+                            services.xml,       services.html,        databases};
     WorkerState worker(platform, makerOfReaders(platform));
     Outcome outcome;
     worker.ProcessCommand("MODE |SQL| QUERY |SELECT 1| ", outcome.success, outcome.answer,

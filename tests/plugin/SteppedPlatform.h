@@ -9,6 +9,7 @@
 #include "tests/fakes/platform/FakeFiles.h"
 #include "tests/fakes/platform/FakeHtml.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
+#include "tests/fakes/platform/FakeTextFiles.h"
 #include "tests/fakes/platform/FakeXml.h"
 
 namespace intake {
@@ -58,11 +59,13 @@ public:
     SteppedThreads threads;
     FakeDiagnostics diagnostics;
     FakeFiles files{diagnostics};
+    FakeTextFiles textFiles;
     FakeHttpClients http;
     FakeXml xml;
     FakeHtml html;
     FakeDatabases databases;
-    const Platform services{clock, threads, files, diagnostics, http, xml, html, databases};
+    const Platform services{clock, threads, files, textFiles, diagnostics,
+                            http,  xml,     html,  databases};
 
 private:
     const Platform* previous_;

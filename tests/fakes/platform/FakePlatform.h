@@ -7,6 +7,7 @@
 #include "tests/fakes/platform/FakeFiles.h"
 #include "tests/fakes/platform/FakeHtml.h"
 #include "tests/fakes/platform/FakeHttpClients.h"
+#include "tests/fakes/platform/FakeTextFiles.h"
 #include "tests/fakes/platform/FakeThreads.h"
 #include "tests/fakes/platform/FakeXml.h"
 
@@ -27,6 +28,7 @@ public:
     FakeClock clock;
     FakeDiagnostics diagnostics;
     FakeFiles files{diagnostics};
+    FakeTextFiles textFiles;
     FakeThreads threads;
     FakeHttpClients http;
     FakeXml xml;
@@ -34,7 +36,8 @@ public:
     FakeDatabases databases;
 
     /// What the code under test takes.
-    const Platform services{clock, threads, files, diagnostics, http, xml, html, databases};
+    const Platform services{clock, threads, files, textFiles, diagnostics,
+                            http,  xml,     html,  databases};
 };
 
 }  // namespace intake

@@ -30,7 +30,7 @@ Fetched HttpTest::fetch(const std::string& url) {
     testing::internal::CaptureStderr();
     std::thread([&] {
         platform.threads.enterWorker();
-        ReaderLogger logger(platform.clock);
+        ReaderLogger logger(platform.clock, systemPlatform().textFiles);
         const std::unique_ptr<HttpClient> client = platform.http.create(endMark_);
         RDR_HTTP http(*client, logger, platform.diagnostics);
         ByteBuffer body;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "pipeline/RDR_HTTP.h"
+#include "platform/Platform.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeHttpClient.h"
@@ -44,7 +45,7 @@ protected:
 
     TempWorkingDirectory directory_;
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     FakeDiagnostics diagnostics_;
     FakeHttpClient client_;
     RequestRecord request_;

@@ -31,17 +31,19 @@ TEST(LinuxThreads, AWorkerLetsItsWakeUpsBeTenMillisecondsLate) {
 }
 
 TEST(LinuxThreads, AWorkerLeavesAllSignalsToTheHostButThoseOfItsOwnFaults) {
-    sigset_t blocked;
-    std::thread([&] {
-        systemPlatform().threads.enterWorker();
-        pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-    }).join();
+    sigset_t before, blocked, after;
+    pthread_sigmask(SIG_BLOCK, nullptr, &before);
+    const auto worker = systemPlatform().threads.start(
+        [&blocked] { pthread_sigmask(SIG_BLOCK, nullptr, &blocked); });
+    ASSERT_TRUE(worker->waitFor(std::chrono::minutes(1)));
     for (const int signal : {SIGPIPE, SIGTERM, SIGINT, SIGUSR1, SIGALRM, SIGCHLD, SIGPROF}) {
         EXPECT_EQ(sigismember(&blocked, signal), 1) << signal;
     }
     for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) {
         EXPECT_EQ(sigismember(&blocked, signal), 0) << signal;
     }
+    pthread_sigmask(SIG_BLOCK, nullptr, &after);
+    EXPECT_EQ(sigismember(&before, SIGTERM), sigismember(&after, SIGTERM));
 }
 
 TEST(LinuxThreads, TheLibraryCanBeUnloadedBeforeItsFirstWorkerAndNeverAfterIt) {

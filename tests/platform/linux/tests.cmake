@@ -11,6 +11,7 @@ intake_add_test(platform_linux_test
         linux/LinuxClockTest.cpp
         linux/LinuxDiagnosticsTest.cpp
         linux/LinuxFilesTest.cpp
+        linux/LinuxTextFilesTest.cpp
         linux/LinuxThreadsTest.cpp
         linux/make_pipe.cpp
     LINKS intake_platform ${CMAKE_DL_LIBS}

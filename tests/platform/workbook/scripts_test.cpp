@@ -37,7 +37,7 @@ protected:
         return withoutPath(error);
     }
 
-    ReaderLogger logger_{systemPlatform().clock};
+    ReaderLogger logger_{systemPlatform().clock, systemPlatform().textFiles};
     SQLHandler handler_{logger_, systemPlatform().databases, endMark_};
     RequestRecord request_;
 };

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/Platform.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeHtml.h"
@@ -54,7 +55,7 @@ protected:
     FakeClock clock_;
     FakeHtml html_;
     EndMark endMark_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     HTMLHandler handler_{logger_, html_, endMark_};
     RequestRecord request_;
     std::string script_, error_;

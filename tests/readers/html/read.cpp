@@ -42,7 +42,7 @@ std::string carriedOut(const std::string& script, int32_t targetMode) {
 
 std::string sourceScript(const std::string& source, const HtmlQuery& query) {
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
     HTMLHandler handler(logger, systemPlatform().html, endMark);

@@ -1,4 +1,5 @@
 #include "readers/json/JSONHandler.h"
+#include "platform/Platform.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ protected:
     void putSource(const std::string& text) { platform_.files.put(request_.filename, text); }
 
     FakePlatform platform_;
-    ReaderLogger logger_{platform_.clock};
+    ReaderLogger logger_{platform_.clock, systemPlatform().textFiles};
     FakeHttpClient client_;
     JSONHandler handler_{logger_, platform_.files, client_, platform_.diagnostics};
     RequestRecord request_;

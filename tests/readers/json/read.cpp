@@ -1,4 +1,5 @@
 #include "tests/readers/json/read.h"
+#include "platform/Platform.h"
 
 #include "readers/json/JSONHandler.h"
 #include "tests/fakes/platform/FakePlatform.h"
@@ -25,7 +26,7 @@ RequestRecord requestOf(const Query& query) {
 Outcome read(std::string_view source, const RequestRecord& request) {
     FakePlatform platform;
     platform.files.put(request.filename, std::string(source));
-    ReaderLogger logger(platform.clock);
+    ReaderLogger logger(platform.clock, systemPlatform().textFiles);
     logger.setLevel(LOG_FATAL);
     FakeHttpClient client;
     JSONHandler handler(logger, platform.files, client, platform.diagnostics);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/Platform.h"
 #include "readers/sql/SQLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeDatabases.h"
@@ -34,7 +35,7 @@ protected:
     FakeClock clock_;
     FakeDatabases databases_;
     EndMark endMark_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     SQLHandler handler_{logger_, databases_, endMark_};
     RequestRecord request_;
     std::string script_, error_;

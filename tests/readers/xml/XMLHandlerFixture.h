@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/Platform.h"
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeXml.h"
@@ -20,7 +21,7 @@ protected:
     FakeClock clock_;
     FakeXml xml_;
     EndMark endMark_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     XMLHandler handler_{logger_, xml_, endMark_};
     RequestRecord request_;
     std::string script_, error_;

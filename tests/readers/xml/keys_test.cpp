@@ -92,7 +92,7 @@ std::string warnings(const XmlQuery& query) {
     request.numRows = query.numRows;
     const AsWorker worker;
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(LOG_WARNING);
     EndMark endMark;
     std::string script, error;

@@ -34,7 +34,7 @@ protected:
 
     const AsWorker worker_;
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     EndMark endMark_;
     RequestRecord request_;
     std::string script_, error_;

@@ -40,7 +40,7 @@ RequestRecord requestOf(const std::string& source, const XmlQuery& query) {
 std::string read(XmlServices& services, const RequestRecord& request) {
     const AsWorker worker;
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
     XMLHandler handler(logger, services, endMark);

@@ -111,7 +111,7 @@ Refusal refusalOf(const std::string& path) {
     request.filename = path;
     request.xpath = "//*";
     FakeClock clock;
-    ReaderLogger logger(clock);
+    ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
     Refusal refusal;

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/Platform.h"
 #include "platform/windows/ado/AdoDatabases.h"
 #include "readers/sql/SQLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
@@ -28,7 +29,7 @@ protected:
 private:
     const AsWorker worker_;
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     EndMark endMark_;
 };
 

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/Platform.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/platform/windows/mshtml/PageDouble.h"
@@ -41,7 +42,7 @@ protected:
 private:
     MshtmlServices services_{page_.factory(), page_.openStream()};
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     EndMark endMark_;
 };
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "pipeline/RDR_HTTP.h"
+#include "platform/Platform.h"
 #include "platform/windows/winhttp/WinHttpClient.h"
 #include "tests/fakes/platform/FakeClock.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
@@ -59,7 +60,7 @@ protected:
 
     WinHttpDouble system_;
     FakeClock clock_;
-    ReaderLogger logger_{clock_};
+    ReaderLogger logger_{clock_, systemPlatform().textFiles};
     FakeDiagnostics diagnostics_;
     WinHttpClient client_;
     RDR_HTTP http_{client_, logger_, diagnostics_};
