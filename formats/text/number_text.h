@@ -27,20 +27,8 @@ inline std::string shortestNumber(double number) {
     return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
 }
 
-/// A number as a worksheet shows it that says nothing of its form: 100000, 0.0001, 1E+11.
-inline std::string generalNumber(double number) {
-    const double size = number < 0 ? -number : number;
-    if (size != 0 && (size < 1e-9 || size >= 1e11)) {
-        std::string text = shortestNumber(number);
-        for (char& character : text) {
-            character = character == 'e' ? 'E' : character;
-        }
-        return text;
-    }
-    std::array<char, 64> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                                   std::chars_format::fixed);
-    return {digits.data(), end.ptr};
-}
+/// A number as a worksheet shows it that says nothing of its form, in up to eleven signs: 100000,
+/// 0.333333333, 1.23457E+11.
+std::string generalNumber(double number);
 
 }  // namespace intake

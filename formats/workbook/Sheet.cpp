@@ -1,7 +1,9 @@
 #include "formats/workbook/Sheet.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string>
+#include <utility>
 
 #include "formats/workbook/WorkbookFault.h"
 
@@ -24,25 +26,25 @@ void Sheet::restart(size_t cells) {
     tags_.reserve(cells);
     values_.reserve(cells);
     row_ = 0;
+    last_ = 0;
+    rowsSorted_ = true;
     used_ = NOTHING;
 }
 
 void Sheet::beginRow(uint32_t number) {
-    if (number <= row_) {
-        throw WorkbookFault("has row " + std::to_string(number) + " after row " +
-                            std::to_string(row_));
-    }
     if (number > MOST_ROWS) {
         throw WorkbookFault("has a row " + std::to_string(number) + ", beyond the last there is");
     }
     row_ = number;
+    rowsSorted_ = rowsSorted_ && number > last_;
+    last_ = std::max(last_, number);
     rows_.push_back({number, static_cast<uint32_t>(tags_.size())});
     sorted_ = true;
 }
 
 void Sheet::use(uint32_t column) {
     used_.firstRow = std::min(used_.firstRow, row_);
-    used_.lastRow = row_;
+    used_.lastRow = std::max(used_.lastRow, row_);
     used_.firstColumn = std::min(used_.firstColumn, column);
     used_.lastColumn = std::max(used_.lastColumn, column);
 }
@@ -79,11 +81,43 @@ void Sheet::addSharedText(uint32_t column, size_t number) {
 }
 
 void Sheet::endRow() {
-    if (rows_.back().firstCell == tags_.size()) {
+    // One of a number that was there before takes the other's place also when it is empty.
+    if (rows_.back().firstCell == tags_.size() && rowsSorted_) {
         rows_.pop_back();
     } else if (!sorted_) {
         sortRow();
     }
+}
+
+void Sheet::end() {
+    if (rowsSorted_) {
+        return;
+    }
+    std::vector<size_t> order(rows_.size());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::stable_sort(order.begin(), order.end(), [this](size_t one, size_t other) {
+        return rows_[one].number < rows_[other].number;
+    });
+    Sheet sorted(*shared_);
+    sorted.restart(tags_.size());
+    for (size_t i = 0; i < order.size(); ++i) {
+        const bool isLast =
+            i + 1 == order.size() || rows_[order[i + 1]].number != rows_[order[i]].number;
+        if (isLast) {
+            sorted.append(*this, order[i]);
+        }
+    }
+    std::swap(sorted.own_, own_);
+    *this = std::move(sorted);
+}
+
+void Sheet::append(const Sheet& other, size_t row) {
+    beginRow(other.rows_[row].number);
+    for (size_t cell = other.rows_[row].firstCell; cell < other.endOf(row); ++cell) {
+        const Tag tag = other.tags_[cell];
+        add(tag.column, static_cast<CellKind>(tag.kind), other.values_[cell]);
+    }
+    endRow();
 }
 
 /// Puts the row's cells in order. Of two in one column the first remains.

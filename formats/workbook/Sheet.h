@@ -20,8 +20,8 @@ struct Cell {
     std::string_view text;  // in UTF-8, lent by the sheet
 };
 
-/// The cells of a sheet that hold a value; ten bytes each, row by row. Filled by one thread in the
-/// order of rows, then only read.
+/// The cells of a sheet that hold a value; ten bytes each, row by row. Filled by one thread, mostly
+/// in the order of rows, then only read.
 class Sheet {
 public:
     /// A row that holds values.
@@ -36,7 +36,7 @@ public:
     /// Forgets all cells, and makes room for about so many.
     void restart(size_t cells);
 
-    /// Begins a row. Throws WorkbookFault unless it lies below the last one.
+    /// Begins a row; of several with one number the last counts.
     void beginRow(uint32_t number);
 
     /// Each adds a cell to the row that was begun last.
@@ -51,6 +51,9 @@ public:
 
     /// Ends the row that was begun last.
     void endRow();
+
+    /// Ends the sheet: puts its rows in order.
+    void end();
 
     /// The rectangle that holds all cells; nothing where there is none.
     std::optional<CellRange> usedRange() const;
@@ -83,6 +86,7 @@ private:
     void add(uint32_t column, CellKind kind, Value value);
     void use(uint32_t column);
     void sortRow();
+    void append(const Sheet& other, size_t row);
     size_t endOf(size_t row) const {
         return row + 1 < rows_.size() ? rows_[row + 1].firstCell : tags_.size();
     }
@@ -92,8 +96,10 @@ private:
     std::vector<Row> rows_;
     std::vector<Tag> tags_;
     std::vector<Value> values_;
-    uint32_t row_ = 0;  // begun last
-    bool sorted_ = true;
+    uint32_t row_ = 0;    // begun last
+    uint32_t last_ = 0;   // the lowest one of the sheet so far
+    bool sorted_ = true;  // the cells of the row
+    bool rowsSorted_ = true;
     CellRange used_ = NOTHING;
 };
 

@@ -218,6 +218,7 @@ void SheetReader::addDate() {
 // In this file, so that the compiler can inline the functions above into the scanner.
 bool SheetReader::read(const ZipArchive& archive, const ZipEntry& part, const EndMark& endMark) {
     readLargePart(archive, part, "</row>", *this, endMark);
+    sheet_.end();
     return worksheet_;
 }
 

@@ -213,6 +213,37 @@ TEST_F(WorkbookXml, IsRefusedWhereItIsNestedToNoEnd) {
               "elements");
 }
 
+TEST_F(WorkbookXml, CanHaveItsRowsInAnyOrder) {
+    const std::string first = ROWS.substr(0, ROWS.find("<row r='2'"));
+    const std::string second = ROWS.substr(first.size(), ROWS.find("<row r='3'") - first.size());
+    const std::string third = ROWS.substr(first.size() + second.size());
+
+    for (const std::string& rowsOfAll :
+         {third + first + second, second + third + first, third + second + first}) {
+        EXPECT_EQ(rows(book(worksheet(rowsOfAll)), ALL), EXPECTED);
+    }
+}
+
+TEST_F(WorkbookXml, CanRepeatARowOfWhichTheLastCounts) {
+    const auto row = [](const std::string& number, const std::string& cells) {
+        return "<row r='" + number + "'>" + cells + "</row>";
+    };
+    const auto cell = [](const std::string& column, const std::string& value) {
+        return "<c r='" + column + "'><v>" + value + "</v></c>";
+    };
+    header_ = "NO";
+
+    EXPECT_EQ(rows(book(worksheet(row("1", cell("A1", "1") + cell("C1", "3")) +
+                                  row("2", cell("A2", "4")) +
+                                  row("1", cell("A1", "5") + cell("B1", "6")))),
+                   ALL),
+              "F1|F2\n5|6\n4|-\n");
+    EXPECT_EQ(rows(book(worksheet(row("1", cell("A1", "1")) + row("2", cell("A2", "2")) +
+                                  row("3", cell("A3", "3")) + row("2", ""))),
+                   ALL),
+              "F1\n1\n-\n3\n");
+}
+
 }  // namespace
 
 }  // namespace intake
