@@ -1,5 +1,7 @@
 #include "pipeline/RDR_FILE.h"
 
+#include <stdexcept>
+
 #include "pipeline/messages.h"
 
 namespace intake {
@@ -17,6 +19,10 @@ bool RDR_FILE::Read(const std::string& path, ByteBuffer& buffer) {
     uint64_t fileSize = 0;
     if (!files_.size(file, fileSize)) {
         return fail("RDR_FILE::Read(): GetFileSizeEx(): ");
+    }
+    if (fileSize >= MOST_BYTES) {
+        files_.close(file);
+        throw std::length_error("The file has 4 GiB or more.");
     }
     const auto capacity = static_cast<size_t>(fileSize);
     buffer = ByteBuffer();

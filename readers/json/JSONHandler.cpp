@@ -36,18 +36,18 @@ void writeScript(const JsonDocument& document, const RequestRecord& request, std
 }  // namespace
 
 bool JSONHandler::fetch(const RequestRecord& request, ByteBuffer& text, std::string& error) {
-    return isHttpUrl(request.filename) ? fetchUrl(request, text, error)
-                                       : file_.Read(request.filename, text);
+    try {
+        return isHttpUrl(request.filename) ? fetchUrl(request, text, error)
+                                           : file_.Read(request.filename, text);
+    } catch (const std::length_error& tooLarge) {
+        error += "Failed to load JSON file from " + request.filename + ".\n" + tooLarge.what();
+        return false;
+    }
 }
 
 bool JSONHandler::fetchUrl(const RequestRecord& request, ByteBuffer& text, std::string& error) {
-    try {
-        if (!http_.Fetch(uniqueUrl(request.filename), request, text)) {
-            error += "Failed to load JSON file from " + request.filename + ".\n";
-            return false;
-        }
-    } catch (const std::length_error& tooLarge) {
-        error += "Failed to load JSON file from " + request.filename + ".\n" + tooLarge.what();
+    if (!http_.Fetch(uniqueUrl(request.filename), request, text)) {
+        error += "Failed to load JSON file from " + request.filename + ".\n";
         return false;
     }
     *text.prepare(1) = 0;

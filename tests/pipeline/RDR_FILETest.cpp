@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "tests/fakes/platform/FakeFiles.h"
 
 namespace intake {
@@ -91,6 +93,14 @@ TEST_F(RdrFileTest, AFileThatGrewAfterTheSizeQueryIsReadUpToItsFormerSize) {
     files_.reportSize("a.json", 3);
     EXPECT_TRUE(read("a.json"));
     EXPECT_EQ(bytes(), std::string("[1]\0", 4));
+}
+
+TEST_F(RdrFileTest, AFileOf4GibibytesIsRefusedBeforeThereIsRoomForIt) {
+    files_.put("a.json", "[1]");
+    files_.reportSize("a.json", RDR_FILE::MOST_BYTES);
+    EXPECT_THROW(read("a.json"), std::length_error);
+    EXPECT_EQ(buffer_.data(), nullptr);
+    EXPECT_EQ(files_.openHandles(), 0U);
 }
 
 TEST_F(RdrFileTest, ABlockOfTheLastReadGivesWayToTheNext) {

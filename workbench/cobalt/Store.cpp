@@ -1,6 +1,9 @@
 #include "workbench/cobalt/Store.h"
 
+#include <new>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "workbench/cobalt/script_parser.h"
 
@@ -23,15 +26,57 @@ Field& Store::define(std::string_view name) {
     return field;
 }
 
-std::optional<ScriptError> Store::execute(std::string_view script) {
-    auto parsed = parseScript(script);
-    if (auto* error = std::get_if<ScriptError>(&parsed)) return std::move(*error);
-    auto& assignments = std::get<Assignments>(parsed);
-    for (; !assignments.empty(); assignments.pop_front()) {
-        Assignment& next = assignments.front();
-        assign(define(next.target.name).value(), next.target, std::move(next.value));
+/// What a script has changed so far, which is taken back unless it was all.
+class Store::Change {
+public:
+    explicit Change(Store& store) : store_(store), fieldsBefore_(store.fields_.size()) {}
+    ~Change() {
+        if (isWhole_) return;
+        for (auto& [field, value] : former_)
+            field->value() = std::move(value);
+        while (store_.fields_.size() > fieldsBefore_) {
+            store_.byName_.erase(store_.fields_.back().name());
+            store_.fields_.pop_back();
+        }
     }
-    return std::nullopt;
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+
+    /// The value of a field that is about to be changed; the field is made where there is none.
+    Value& valueOf(std::string_view name) {
+        Field* const known = store_.find(name);
+        Field& field = known != nullptr ? *known : store_.define(name);
+        if (touched_.insert(&field).second && known != nullptr) {
+            former_.emplace_back(known, known->value());
+        }
+        return field.value();
+    }
+
+    void keep() { isWhole_ = true; }
+
+private:
+    Store& store_;
+    const std::size_t fieldsBefore_;
+    std::unordered_set<const Field*> touched_;
+    std::vector<std::pair<Field*, Value>> former_;
+    bool isWhole_ = false;
+};
+
+std::optional<ScriptError> Store::execute(std::string_view script) {
+    try {
+        auto parsed = parseScript(script);
+        if (auto* error = std::get_if<ScriptError>(&parsed)) return std::move(*error);
+        Change change(*this);
+        auto& assignments = std::get<Assignments>(parsed);
+        for (; !assignments.empty(); assignments.pop_front()) {
+            Assignment& next = assignments.front();
+            assign(change.valueOf(next.target.name), next.target, std::move(next.value));
+        }
+        change.keep();
+        return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return ScriptError{1, 1, "not enough memory for it"};
+    }
 }
 
 }  // namespace cobalt

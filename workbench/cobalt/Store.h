@@ -46,7 +46,7 @@ public:
     Field& define(std::string_view name);
 
     /// Carries out the assignments of `script`, making the fields that they name. A script that
-    /// does not parse changes nothing and gives its first error.
+    /// does not parse, or that there is no memory for, changes nothing and gives its first error.
     std::optional<ScriptError> execute(std::string_view script);
 
     std::size_t size() const { return fields_.size(); }
@@ -55,6 +55,8 @@ public:
     auto end() const { return fields_.end(); }
 
 private:
+    class Change;
+
     std::deque<Field> fields_;                             // a deque, so that fields stay in place
     std::unordered_map<std::string_view, Field*> byName_;  // names belong to the fields
 };

@@ -47,6 +47,13 @@ TEST_F(JSONHandlerTest, ALoadThatSucceedsLeavesNoErrorAndNoOpenFile) {
     EXPECT_EQ(platform_.files.openHandles(), 0U);
 }
 
+TEST_F(JSONHandlerTest, AFileThatIsTooLargeIsNamed) {
+    putSource("[]");
+    platform_.files.reportSize(request_.filename, uint64_t{1} << 32);
+    EXPECT_FALSE(read());
+    EXPECT_EQ(error_, "Failed to load JSON file from feed.json.\nThe file has 4 GiB or more.");
+}
+
 TEST_F(JSONHandlerTest, TheScriptIsAppendedToWhatStandsThere) {
     putSource("7");
     script_ = "before;";
