@@ -68,6 +68,20 @@ TEST_F(HttpRedirectTest, CredentialsAreNotSentToAnotherHostThatARedirectNames) {
     EXPECT_EQ(other.requests().front().find("Authorization"), std::string::npos);
 }
 
+TEST_F(HttpRedirectTest, CredentialsAreNotSentToAnotherPortThatARedirectNames) {
+    ScriptedServer other({reply("401 Unauthorized", "no", "WWW-Authenticate: Basic\r\n")});
+    ScriptedServer first({redirectTo(other.url("/"))});
+    request_.useAuth = true;
+    request_.userName = "designer";
+    request_.password = "secret";
+
+    const Fetched fetched = fetch(first.url("/"));
+
+    EXPECT_EQ(fetched.body, "no");
+    ASSERT_EQ(other.requests().size(), 1U);
+    EXPECT_EQ(other.requests().front().find("Authorization"), std::string::npos);
+}
+
 TEST_F(HttpRedirectTest, ARedirectToAServerThatBreaksOffIsNotTakenForAResponse) {
     ScriptedServer broken({Reply{"", Then::CUT}});
     ScriptedServer first({redirectTo(broken.url("/"))});

@@ -76,15 +76,6 @@ TEST_F(WantOfMemory, AWorkerThatHadTooLittleIsIdleAgain) {
     EXPECT_EQ(platform_.threads.terminated(), 0);
 }
 
-TEST_F(WantOfMemory, AFileThatDoesNotFitIsClosedAndNamed) {
-    platform_.files.put("a", "{}");
-    platform_.files.reportSize("a", SIZE_MAX / 2);
-    thread_->PostCommand(client_, load("a"));
-    ASSERT_TRUE(deliverNext());
-    EXPECT_EQ(client_->deliveries(), Deliveries{"failed: Not enough memory to load a.\n"});
-    EXPECT_EQ(platform_.files.openHandles(), 0U);
-}
-
 TEST_F(WantOfMemory, AnAnswerThatCannotBeKeptFailsAndNamesItsSource) {
     platform_.files.put("a", R"({"v":")" + std::string(LONG, 'x') + R"("})");
     platform_.files.runAt(Step::READ, "a", runShort);

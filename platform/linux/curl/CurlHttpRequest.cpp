@@ -7,6 +7,7 @@
 
 #include "formats/text/ascii.h"
 #include "platform/linux/curl/curl_errors.h"
+#include "platform/linux/curl/origin.h"
 
 namespace intake {
 
@@ -66,13 +67,6 @@ std::string toUrl(const HttpAddress& address) {
            std::to_string(address.port) + escapePath(address.path);
 }
 
-std::string hostOf(const char* url) {
-    const CurlUrl parsed(curl_url());
-    curl_url_set(parsed.get(), CURLUPART_URL, url, 0);
-    const CurlText host = partOf(parsed, CURLUPART_HOST);
-    return host == nullptr ? "" : host.get();
-}
-
 /// Whether two header lines have the same name.
 bool isSameHeader(std::string_view line, std::string_view other) {
     return startsWithIgnoringCase(other, line.substr(0, line.find(':') + 1));
@@ -82,16 +76,16 @@ bool isSameHeader(std::string_view line, std::string_view other) {
 
 CurlHttpRequest::CurlHttpRequest(const HttpAddress& address, const std::string& userAgent,
                                  const EndMark& endMark)
-    : endMark_(endMark), host_(address.host), transfer_(endMark) {
+    : endMark_(endMark), host_(address.host), url_(toUrl(address)), transfer_(endMark) {
     if (isOpen()) {
-        setOptions(address, userAgent);
+        setOptions(userAgent);
         addHeader("Accept:");  // none is sent
     }
 }
 
-void CurlHttpRequest::setOptions(const HttpAddress& address, const std::string& userAgent) {
+void CurlHttpRequest::setOptions(const std::string& userAgent) {
     CURL* const transfer = transfer_.handle();
-    curl_easy_setopt(transfer, CURLOPT_URL, toUrl(address).c_str());
+    curl_easy_setopt(transfer, CURLOPT_URL, url_.c_str());
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, userAgent.c_str());
     // Nothing is proved before it is asked for.
@@ -170,7 +164,7 @@ bool CurlHttpRequest::setCredentials(HttpTarget target, HttpScheme scheme, const
     CURL* const transfer = transfer_.handle();
     const bool server = target == HttpTarget::SERVER;
     if (server && transfer_.redirects() > 0) {  // the one who asks is the one to be answered
-        curl_easy_setopt(transfer, CURLOPT_URL, std::string(effectiveUrl()).c_str());
+        curl_easy_setopt(transfer, CURLOPT_URL, transfer_.effectiveUrl().c_str());
     }
     curl_easy_setopt(transfer, server ? CURLOPT_USERNAME : CURLOPT_PROXYUSERNAME, user.c_str());
     curl_easy_setopt(transfer, server ? CURLOPT_PASSWORD : CURLOPT_PROXYPASSWORD, password.c_str());
@@ -194,13 +188,6 @@ void CurlHttpRequest::restart() {
     taken_ = 0;
     outOfMemory_ = false;
     transfer_.restart();
-}
-
-/// Where the latest request went.
-const char* CurlHttpRequest::effectiveUrl() const {
-    const char* url = nullptr;
-    curl_easy_getinfo(transfer_.handle(), CURLINFO_EFFECTIVE_URL, &url);
-    return url == nullptr ? "" : url;
 }
 
 /// Runs the transfer until some of the body has come or it has ended. False when it was given up.
@@ -266,9 +253,10 @@ bool CurlHttpRequest::offeredSchemes(uint32_t& schemes, HttpTarget& target) {
     long offered = 0;
     curl_easy_getinfo(transfer_.handle(),
                       proxy ? CURLINFO_PROXYAUTH_AVAIL : CURLINFO_HTTPAUTH_AVAIL, &offered);
-    // A password is for the host that it was entered for.
-    schemes = proxy || equalIgnoringCase(hostOf(effectiveUrl()), host_) ? toSchemes(offered)
-                                                                        : HTTP_NO_SCHEME;
+    // A password is for the server that it was entered for.
+    schemes = proxy || mayBeToldToo(url_.c_str(), transfer_.effectiveUrl().c_str())
+                  ? toSchemes(offered)
+                  : HTTP_NO_SCHEME;
     target = proxy ? HttpTarget::PROXY : HttpTarget::SERVER;
     return true;
 }

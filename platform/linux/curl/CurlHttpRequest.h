@@ -35,7 +35,7 @@ public:
     std::string lastErrorText() const override { return lastErrorText_; }
 
 private:
-    void setOptions(const HttpAddress& address, const std::string& userAgent);
+    void setOptions(const std::string& userAgent);
     void addHeader(std::string_view line);
     bool fail(uint32_t error, const std::string& text);
 
@@ -46,11 +46,11 @@ private:
     bool failTransfer();
     bool isProxyRefusal() const;
 
-    const char* effectiveUrl() const;
     static size_t onBody(char* data, size_t size, size_t count, void* self);
 
     const EndMark& endMark_;
     std::string host_;
+    const std::string url_;  // that was asked for first
     CurlList headers_;
     CurlTransfer transfer_;
 

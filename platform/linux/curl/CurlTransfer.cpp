@@ -1,6 +1,8 @@
 #include "platform/linux/curl/CurlTransfer.h"
 
 #include <openssl/crypto.h>
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <mutex>
 
@@ -13,9 +15,11 @@ namespace intake {
 namespace {
 
 constexpr long CONNECT_SECONDS = 60;
-constexpr long SILENCE_SECONDS = 30;
+constexpr long FTP_ANSWER_SECONDS = 30;
 constexpr long MAX_REDIRECTS = 10;
 constexpr int POLL_MILLISECONDS = 100;
+constexpr std::chrono::milliseconds LOOK_INTERVAL(POLL_MILLISECONDS);
+constexpr long FIRST_FINAL_STATUS = 200;  // those below announce another response
 
 /// OpenSSL would take itself down when the process ends, under workers that may still be inside a
 /// transfer.
@@ -32,8 +36,8 @@ CURL* makeHandle() {
 
 }  // namespace
 
-CurlTransfer::CurlTransfer(const EndMark& endMark)
-    : endMark_(endMark), handle_(makeHandle()), driver_(curl_multi_init()) {
+CurlTransfer::CurlTransfer(const EndMark& endMark, Times times)
+    : endMark_(endMark), times_(times), handle_(makeHandle()), driver_(curl_multi_init()) {
     if (isReady()) {
         setCommonOptions();
     }
@@ -58,9 +62,8 @@ void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, MAX_REDIRECTS);
     curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
-    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_TIME, SILENCE_SECONDS);
-    curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, SILENCE_SECONDS);  // of FTP
+    curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, FTP_ANSWER_SECONDS);
+    sockets_.watch(handle());
 
     curl_easy_setopt(handle(), CURLOPT_PROXY, "");
     curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
@@ -77,6 +80,7 @@ void CurlTransfer::restart() {
     reason_[0] = 0;
     respondedAfter_ = NEVER;
     isWithinHeader_ = false;
+    beginTimes();
     curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     if (curl_multi_add_handle(driver_.get(), handle_.get()) != CURLM_OK) {
         end(CURLE_FAILED_INIT);
@@ -105,6 +109,60 @@ void CurlTransfer::wait() {
     curl_multi_poll(driver_.get(), nullptr, 0, POLL_MILLISECONDS, nullptr);
 }
 
+void CurlTransfer::beginTimes() {
+    lastLook_ = lastByte_ = headerStart_ = Clock::now();
+    bytes_ = 0;
+    headerOf_ = 0;
+}
+
+/// The library's own limit of speed counts the bytes of a body only. A connection that is being
+/// made has a limit of its own.
+void CurlTransfer::endIfLate() {
+    const auto now = Clock::now();
+    if (now - lastLook_ < std::min<Clock::duration>(LOOK_INTERVAL, times_.silence)) {
+        return;
+    }
+    lastLook_ = now;
+    if (isSilent(now)) {
+        endLate("Nothing came for %g seconds", times_.silence);
+    } else if (isHeaderLate(now)) {
+        endLate("The header of the response took more than %g seconds", times_.header);
+    }
+}
+
+bool CurlTransfer::isSilent(Clock::time_point now) {
+    curl_off_t untilTransfer = 0;
+    curl_easy_getinfo(handle(), CURLINFO_PRETRANSFER_TIME_T, &untilTransfer);
+    const SocketWatch::Traffic traffic = sockets_.traffic();
+    if (untilTransfer == 0 || !traffic.isConnected || traffic.bytes != bytes_) {
+        bytes_ = traffic.bytes;
+        lastByte_ = now;
+        headerStart_ = untilTransfer == 0 ? now : headerStart_;
+    }
+    return now - lastByte_ >= times_.silence;
+}
+
+bool CurlTransfer::isHeaderLate(Clock::time_point now) {
+    const char* scheme = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_SCHEME, &scheme);
+    long status = 0;
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
+    const bool isHttp = scheme != nullptr && startsWithIgnoringCase(scheme, "http");
+    const bool isComplete = hasResponded() && status >= FIRST_FINAL_STATUS;
+    if (!isHttp || isComplete || headerOf_ != redirects()) {
+        headerOf_ = redirects();
+        headerStart_ = now;
+    }
+    return now - headerStart_ >= times_.header;
+}
+
+void CurlTransfer::endLate(const char* reason, std::chrono::milliseconds limit) {
+    curl_multi_remove_handle(driver_.get(), handle_.get());
+    std::snprintf(reason_.data(), reason_.size(), reason,
+                  std::chrono::duration<double>(limit).count());
+    end(CURLE_OPERATION_TIMEDOUT);
+}
+
 size_t CurlTransfer::onHeader(char* data, size_t size, size_t count, void* self) {
     static_cast<CurlTransfer*>(self)->noteHeader({data, size * count});
     return size * count;
@@ -130,6 +188,12 @@ void CurlTransfer::stayOnHttps() {
     if (scheme != nullptr && equalIgnoringCase(scheme, "https")) {
         curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "https");
     }
+}
+
+std::string CurlTransfer::effectiveUrl() const {
+    const char* url = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_EFFECTIVE_URL, &url);
+    return url == nullptr ? "" : url;
 }
 
 long CurlTransfer::redirects() const {

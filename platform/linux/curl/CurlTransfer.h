@@ -3,10 +3,12 @@
 #include <curl/curl.h>
 
 #include <array>
+#include <chrono>
 #include <string>
 #include <string_view>
 
 #include "formats/source/EndMark.h"
+#include "platform/linux/curl/SocketWatch.h"
 #include "platform/linux/curl/curl_handles.h"
 
 namespace intake {
@@ -20,8 +22,14 @@ public:
     /// How many bytes libcurl takes off the network at a time, at most.
     static constexpr size_t RECEIVE_BUFFER = 128 * 1024;
 
+    struct Times {
+        std::chrono::milliseconds silence = std::chrono::seconds(30);  // without a byte either way
+        std::chrono::milliseconds header = std::chrono::seconds(90);   // of one response of HTTP
+    };
+
     /// `endMark` outlives this object.
-    explicit CurlTransfer(const EndMark& endMark);
+    explicit CurlTransfer(const EndMark& endMark, Times times);
+    explicit CurlTransfer(const EndMark& endMark) : CurlTransfer(endMark, Times()) {}
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -45,6 +53,7 @@ public:
             step();
             if (!enough() && !done_) {
                 wait();
+                endIfLate();
             }
         }
         return true;
@@ -55,6 +64,9 @@ public:
 
     /// Whether what came last belongs to the header of an HTTP response.
     bool isWithinHeader() const { return isWithinHeader_; }
+
+    /// Where the latest request went.
+    std::string effectiveUrl() const;
 
     /// How many redirects were followed so far.
     long redirects() const;
@@ -81,13 +93,27 @@ private:
     void end(CURLcode result);
     void wait();
 
+    using Clock = std::chrono::steady_clock;
+    void beginTimes();
+    void endIfLate();
+    bool isSilent(Clock::time_point now);
+    bool isHeaderLate(Clock::time_point now);
+    void endLate(const char* reason, std::chrono::milliseconds limit);
+
     const EndMark& endMark_;
+    const Times times_;
     std::array<char, CURL_ERROR_SIZE> reason_{};
+    SocketWatch sockets_;  // goes after all connections
     CurlEasy handle_;
     CurlMulti driver_;
     static constexpr long NEVER = -1;
     long respondedAfter_ = NEVER;  // redirects, when the latest header was complete
     bool isWithinHeader_ = false;
+    Clock::time_point lastLook_;
+    Clock::time_point lastByte_;
+    Clock::time_point headerStart_;
+    uint64_t bytes_ = 0;  // that have passed when last looked at
+    long headerOf_ = 0;   // so many redirects were followed when the header's time began
     bool done_ = true;
     CURLcode result_ = CURLE_OK;
 };

@@ -6,6 +6,7 @@
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
 #include "platform/linux/curl/curl_errors.h"
+#include "platform/linux/curl/origin.h"
 #include "platform/linux/xml/LibxmlDocument.h"
 
 namespace intake {
@@ -68,12 +69,14 @@ CurlXmlRequest::CurlXmlRequest(const EndMark& endMark)
 
 void CurlXmlRequest::open(const std::string& url, const std::string* user,
                           const std::string* password) {
-    curl_easy_setopt(transfer_.handle(), CURLOPT_URL, checkedUrl(url).c_str());
+    url_ = checkedUrl(url);
+    curl_easy_setopt(transfer_.handle(), CURLOPT_URL, url_.c_str());
     setCredentials(user, password);
 }
 
 void CurlXmlRequest::setCredentials(const std::string* user, const std::string* password) {
-    if (user == nullptr) {
+    hasUser_ = user != nullptr;
+    if (!hasUser_) {
         return;
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPAUTH,
@@ -106,11 +109,26 @@ void CurlXmlRequest::send() {
         list.reset(curl_slist_append(list.release(), toLine(each.name, each.value).c_str()));
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, list.get());
-    if (!body_.receive()) {
+    bool isReceived = body_.receive();
+    if (isReceived && mustAnswerElsewhere()) {
+        curl_easy_setopt(transfer_.handle(), CURLOPT_URL, transfer_.effectiveUrl().c_str());
+        isReceived = body_.receive();
+    }
+    if (!isReceived) {
         raiseGivenUp(LIBRARY);
     }
     curl_easy_setopt(transfer_.handle(), CURLOPT_HTTPHEADER, nullptr);
     failUnlessComplete();
+}
+
+/// The library proves itself to the very origin that was asked, and to no other.
+bool CurlXmlRequest::mustAnswerElsewhere() const {
+    constexpr long UNAUTHORIZED = 401;
+    long status = 0;
+    curl_easy_getinfo(transfer_.handle(), CURLINFO_RESPONSE_CODE, &status);
+    const std::string answering = transfer_.effectiveUrl();
+    return hasUser_ && status == UNAUTHORIZED && url_.starts_with("http:") &&
+           answering.starts_with("https:") && mayBeToldToo(url_.c_str(), answering.c_str());
 }
 
 void CurlXmlRequest::failUnlessComplete() const {

@@ -33,9 +33,12 @@ private:
     };
 
     void setCredentials(const std::string* user, const std::string* password);
+    bool mustAnswerElsewhere() const;
     void failUnlessComplete() const;
     uint64_t mostNodes() const;
 
+    std::string url_;  // that was asked for first
+    bool hasUser_ = false;
     CurlTransfer transfer_;
     ReceivedBody body_;
     std::vector<Header> headers_;

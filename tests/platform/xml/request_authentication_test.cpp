@@ -38,6 +38,18 @@ TEST_F(XmlAuthentication, DigestProvesThePasswordWithoutShowingIt) {
     expectDigestProof(proofs(server).back(), "/data.xml?q=0");
 }
 
+TEST_F(XmlAuthentication, DigestThatIsRefusedIsNotSentAgain) {
+    int count = 0;
+    ScriptedServer server([&](const std::string&) {
+        std::string digest = DIGEST;
+        digest.insert(digest.find("nonce=\"") + 7, "n" + std::to_string(++count));
+        return challenge({digest}, "<refused/>");
+    });
+    fetch(server.url("/data.xml"));
+    EXPECT_EQ(names("/*"), "refused|");
+    EXPECT_EQ(proofs(server).size(), 2U);
+}
+
 TEST_F(XmlAuthentication, NtlmExchangesItsThreeMessages) {
     ScriptedServer server(
         {challenge({NTLM}), challenge({NTLM + " " + ntlmChallenge()}), reply("200 OK", "<a/>")});

@@ -1,0 +1,145 @@
+// How long a server may take: any byte counts, whatever it is part of, but a header has an end.
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+#include "platform/linux/curl/ReceivedBody.h"
+#include "platform/linux/curl/origin.h"
+#include "tests/http/support/loopback.h"
+
+namespace intake {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr CurlTransfer::Times TIMES{milliseconds(400), milliseconds(1500)};
+
+/// Answers one request with a text, byte by byte and with a pause before each, then says nothing.
+class SlowServer {
+public:
+    SlowServer(std::string text, milliseconds pause)
+        : text_(std::move(text)), pause_(pause), thread_([this] { serve(); }) {}
+    ~SlowServer() {
+        ended_ = true;
+        shutdown(listener_, SHUT_RDWR);
+        thread_.join();
+        close(listener_);
+    }
+
+    std::string url() const {
+        return "http://127.0.0.1:" + std::to_string(portOf(listener_)) + "/";
+    }
+
+private:
+    void serve() {
+        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        char request = 0;
+        recv(connection, &request, 1, 0);
+        for (const char byte : text_) {
+            std::this_thread::sleep_for(pause_);
+            if (ended_ || send(connection, &byte, 1, MSG_NOSIGNAL) != 1) {
+                break;
+            }
+        }
+        while (!ended_) {
+            std::this_thread::sleep_for(milliseconds(10));
+        }
+        close(connection);
+    }
+
+    const std::string text_;
+    const milliseconds pause_;
+    const int listener_ = listenOnLoopback(0);
+    std::atomic<bool> ended_ = false;
+    std::thread thread_;
+};
+
+class TransferTimes : public testing::Test {
+protected:
+    /// The body, or why there is none.
+    std::string fetch(const std::string& url) {
+        CurlTransfer transfer(endMark_, TIMES);
+        ReceivedBody body(transfer, 1'000'000, nullptr);
+        curl_easy_setopt(transfer.handle(), CURLOPT_URL, url.c_str());
+        body.receive();
+        result_ = transfer.result();
+        return result_ == CURLE_OK ? body.bytes() : transfer.reason();
+    }
+
+    EndMark endMark_;
+    CURLcode result_ = CURLE_OK;
+};
+
+const std::string OK = "HTTP/1.1 200 OK\r\n";
+
+TEST_F(TransferTimes, EndATransferInWhichNothingComes) {
+    const SlowServer server("", milliseconds(0));
+    EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
+    EXPECT_EQ(result_, CURLE_OPERATION_TIMEDOUT);
+}
+
+TEST_F(TransferTimes, EndATransferThatStopsWithinItsBody) {
+    const SlowServer server(OK + "Content-Length: 9\r\n\r\n1234", milliseconds(0));
+    EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
+}
+
+TEST_F(TransferTimes, LetAHeaderComeByteByByte) {
+    const SlowServer server(OK + "Content-Length: 1\r\n\r\n1", milliseconds(20));
+    EXPECT_EQ(fetch(server.url()), "1");
+}
+
+TEST_F(TransferTimes, EndAHeaderThatComesWithoutEnd) {
+    const SlowServer server(OK + "X: " + std::string(1000, 'x'), milliseconds(20));
+    EXPECT_EQ(fetch(server.url()), "The header of the response took more than 1.5 seconds");
+    EXPECT_EQ(result_, CURLE_OPERATION_TIMEDOUT);
+}
+
+TEST_F(TransferTimes, EndAnnouncementsOfAResponseThatNeverComes) {
+    std::string announcements;
+    for (int i = 0; i < 1000; ++i) {
+        announcements += "HTTP/1.1 102 Processing\r\n\r\n";
+    }
+    const SlowServer server(announcements, milliseconds(2));
+    EXPECT_EQ(fetch(server.url()), "The header of the response took more than 1.5 seconds");
+}
+
+TEST_F(TransferTimes, LetABodyComeByteByByteHoweverLongThatTakes) {
+    const SlowServer server(OK + "Content-Length: 100\r\n\r\n" + std::string(100, 'b'),
+                            milliseconds(20));
+    EXPECT_EQ(fetch(server.url()), std::string(100, 'b'));
+}
+
+TEST_F(TransferTimes, CountTheBytesThatAreNotOfTheBodyToo) {
+    const SlowServer server(
+        OK + "Transfer-Encoding: chunked\r\n\r\n1;" + std::string(60, 'e') + "\r\n1\r\n0\r\n\r\n",
+        milliseconds(15));
+    EXPECT_EQ(fetch(server.url()), "1");
+}
+
+TEST(Origin, IsTheSchemeTheHostAndThePort) {
+    EXPECT_TRUE(mayBeToldToo("http://a.example/x", "http://A.example:80/y?z"));
+    EXPECT_TRUE(mayBeToldToo("https://a.example:8443/", "https://a.example:8443/login"));
+    for (const char* const other :
+         {"http://a.example:8080/", "http://b.example/", "https://a.example:8443/",
+          "http://a.example.b/", "ftp://a.example/", "", "a.example"}) {
+        EXPECT_FALSE(mayBeToldToo("http://a.example/", other)) << other;
+    }
+    EXPECT_FALSE(mayBeToldToo("", ""));
+}
+
+TEST(Origin, MayBecomeSafeOnItsOwnPortAlone) {
+    EXPECT_TRUE(mayBeToldToo("http://a.example/", "https://a.example/"));
+    EXPECT_TRUE(mayBeToldToo("http://a.example:80/", "https://a.example:443/"));
+    EXPECT_FALSE(mayBeToldToo("https://a.example/", "http://a.example/"));
+    EXPECT_FALSE(mayBeToldToo("http://a.example:8080/", "https://a.example/"));
+    EXPECT_FALSE(mayBeToldToo("http://a.example/", "https://b.example/"));
+}
+
+}  // namespace
+
+}  // namespace intake
