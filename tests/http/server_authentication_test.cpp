@@ -64,6 +64,24 @@ TEST_F(HttpServerAuthenticationTest, DigestProvesThePasswordWithoutShowingIt) {
     expectDigestProof(proofs(server).back(), "/data.json?x=1");
 }
 
+/// Refuses every proof with a nonce of its own, as many servers do.
+Reply newDigestChallenge(int number) {
+    std::string digest = DIGEST;
+    const size_t nonce = digest.find("nonce=\"") + 7;
+    digest.insert(nonce, "n" + std::to_string(number));
+    return challenge({digest}, "refused");
+}
+
+TEST_F(HttpServerAuthenticationTest, DigestThatIsRefusedIsNotSentAgain) {
+    int count = 0;
+    ScriptedServer server([&](const std::string&) { return newDigestChallenge(++count); });
+
+    const Fetched fetched = fetch(server.url("/data.json"));
+
+    EXPECT_EQ(fetched.body, "refused");
+    EXPECT_EQ(proofs(server).size(), 2U);  // without one, and with the one
+}
+
 TEST_F(HttpServerAuthenticationTest, NtlmExchangesItsThreeMessagesOnOneConnection) {
     ScriptedServer server(
         {challenge({NTLM}), challenge({NTLM + " " + ntlmChallenge()}), reply("200 OK", "[1]")});

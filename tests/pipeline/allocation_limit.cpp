@@ -8,12 +8,19 @@ namespace intake {
 
 namespace {
 
+constexpr size_t LARGE = 1'000'000;
+
 std::atomic<size_t> largestAllocation = NO_LIMIT;
+thread_local size_t largeFreed = 0;
 
 }  // namespace
 
 void limitAllocations(size_t bytes) {
     largestAllocation = bytes;
+}
+
+size_t largeBlocksFreed() {
+    return largeFreed;
 }
 
 }  // namespace intake
@@ -30,6 +37,7 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, size_t) noexcept {
+void operator delete(void* block, size_t bytes) noexcept {
+    intake::largeFreed += bytes >= intake::LARGE ? 1 : 0;
     std::free(block);
 }

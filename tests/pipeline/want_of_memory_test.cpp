@@ -76,6 +76,14 @@ TEST_F(WantOfMemory, AWorkerThatHadTooLittleIsIdleAgain) {
     EXPECT_EQ(platform_.threads.terminated(), 0);
 }
 
+TEST_F(WantOfMemory, ALargeAnswerIsFreedByTheWorkerAndNotInTheHostsFrame) {
+    platform_.files.put("a", R"({"v":")" + std::string(2 * LONG, 'x') + R"("})");
+    thread_->PostCommand(client_, load("a"));
+    const size_t before = largeBlocksFreed();
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(largeBlocksFreed(), before);
+}
+
 TEST_F(WantOfMemory, AnAnswerThatCannotBeKeptFailsAndNamesItsSource) {
     platform_.files.put("a", R"({"v":")" + std::string(LONG, 'x') + R"("})");
     platform_.files.runAt(Step::READ, "a", runShort);

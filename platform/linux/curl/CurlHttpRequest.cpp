@@ -88,7 +88,9 @@ void CurlHttpRequest::setOptions(const std::string& userAgent) {
     curl_easy_setopt(transfer, CURLOPT_URL, url_.c_str());
     curl_easy_setopt(transfer, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(transfer, CURLOPT_USERAGENT, userAgent.c_str());
-    // Nothing is proved before it is asked for.
+    // Nothing is proved before it is asked for. Without any user the library would keep what the
+    // first response offers, take the next offer for a repetition, and prove the same once more.
+    curl_easy_setopt(transfer, CURLOPT_USERNAME, "");
     curl_easy_setopt(transfer, CURLOPT_HTTPAUTH, CURLAUTH_NONE);
     curl_easy_setopt(transfer, CURLOPT_PROXYAUTH, CURLAUTH_NONE);
 
