@@ -6,7 +6,7 @@ namespace intake {
 
 namespace {
 
-constexpr std::chrono::milliseconds INTERVAL(20);
+constexpr Watcher::Time INTERVAL(20);
 
 clockid_t clockOfThisThread() {
     clockid_t clock = CLOCK_MONOTONIC;
@@ -23,16 +23,7 @@ XPathWatch::XPathWatch(xmlXPathContext& context, const EndMark& endMark,
       limit_(limit),
       clock_(clockOfThisThread()),
       seen_(processorTime()),
-      watcher_([this] { watch(); }) {}
-
-XPathWatch::~XPathWatch() {
-    {
-        const std::lock_guard lock(mutex_);
-        done_ = true;
-    }
-    finished_.notify_one();
-    watcher_.join();
-}
+      watcher_(INTERVAL, [this] { return look(); }) {}
 
 XPathWatch::Time XPathWatch::processorTime() const {
     timespec time{};
@@ -42,14 +33,12 @@ XPathWatch::Time XPathWatch::processorTime() const {
 
 /// The library offers no other way in than the limit of its steps, at which it looks with every
 /// node. From then on every evaluation of this context fails.
-void XPathWatch::watch() {
-    std::unique_lock lock(mutex_);
-    while (!finished_.wait_for(lock, INTERVAL, [this] { return done_; })) {
-        if (mustEnd()) {
-            std::atomic_ref(context_.opLimit).store(1, std::memory_order_relaxed);
-            return;
-        }
+std::optional<Watcher::Time> XPathWatch::look() {
+    if (!mustEnd()) {
+        return INTERVAL;
     }
+    std::atomic_ref(context_.opLimit).store(1, std::memory_order_relaxed);
+    return std::nullopt;
 }
 
 /// What the worker uses between two looks counts when it evaluates at the second.

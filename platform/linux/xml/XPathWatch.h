@@ -5,25 +5,20 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
+#include <optional>
 
 #include "formats/source/EndMark.h"
+#include "platform/linux/base/Watcher.h"
 
 namespace intake {
 
 /// Ends evaluations of XPath expressions once they have taken too much of the processor's time, all
-/// together, or once nobody waits for them any more. Lives on the worker thread; its own thread
-/// ends with it.
+/// together, or once nobody waits for them any more. Lives on the worker thread.
 class XPathWatch {
 public:
     /// Both are borrowed and outlive this object. `limit` is counted to some hundredths of a
     /// second.
     XPathWatch(xmlXPathContext& context, const EndMark& endMark, std::chrono::milliseconds limit);
-    ~XPathWatch();
-    XPathWatch(const XPathWatch&) = delete;
-    XPathWatch& operator=(const XPathWatch&) = delete;
 
     /// To be told around each evaluation.
     void begin() { evaluating_.store(true, std::memory_order_relaxed); }
@@ -35,7 +30,7 @@ public:
 private:
     using Time = std::chrono::nanoseconds;
 
-    void watch();
+    std::optional<Watcher::Time> look();
     bool mustEnd();
     Time processorTime() const;
 
@@ -47,10 +42,7 @@ private:
     Time used_{0};     // by evaluations
     std::atomic<bool> evaluating_ = false;
     std::atomic<bool> late_ = false;
-    std::mutex mutex_;
-    std::condition_variable finished_;
-    bool done_ = false;
-    std::thread watcher_;
+    Watcher watcher_;  // goes first
 };
 
 }  // namespace intake
