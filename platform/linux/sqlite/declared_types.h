@@ -12,7 +12,7 @@ enum class DeclaredType {
     DATE,     // whatever is there is a date or time
 };
 
-/// By the beginning of its name, in upper or lower case.
+/// By the first word of its name, in upper or lower case.
 DeclaredType declaredType(std::string_view name);
 
 }  // namespace intake

@@ -84,6 +84,13 @@ TEST_F(SqliteValues, OfDateColumnsHaveTheirTypeAlone) {
     EXPECT_EQ(stored("DATE", "NULL"), "NULL|\n");
 }
 
+TEST_F(SqliteValues, OfColumnsWhoseTypeMerelyBeginsSoAreTheirOwn) {
+    EXPECT_EQ(stored("BITMASK", "5"), "I8 5|\n");
+    EXPECT_EQ(stored("DATELINE", "'London'"), "BSTR London|\n");
+    EXPECT_EQ(stored("TIMEZONE", "'CET'"), "BSTR CET|\n");
+    EXPECT_EQ(stored("DATETIME(3)", "'x'"), "DATE|\n");
+}
+
 TEST_F(SqliteValues, ThatAreTextsAreWhole) {
     EXPECT_EQ(stored("TEXT", "'Ünï 🏆'"), "BSTR Ünï 🏆|\n");
     EXPECT_EQ(stored("VARCHAR(3)", "'longer'"), "BSTR longer|\n");
