@@ -4,6 +4,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <iterator>
+
 #include "pipeline/IntakeThread.h"
 #include "readers/Readers.h"
 #include "tests/platform/database/DatabaseTest.h"
@@ -90,7 +93,13 @@ TEST_F(OdbcWorkerEnd, AQueryOfMariaDbEndsWithItsWorker) {
               "'SELECT sleep(1000)'");
 }
 
+size_t threads() {
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return static_cast<size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
 TEST_F(OdbcWorkerEnd, AServerThatSaysNothingIsNotWaitedFor) {
+    const size_t before = threads();
     for (const std::string driver : {"PostgreSQL Unicode", "MariaDB Unicode"}) {
         SilentServer server;
         load("Driver=" + driver + ";Server=127.0.0.1;Port=" + std::to_string(server.port()) +
@@ -104,6 +113,8 @@ TEST_F(OdbcWorkerEnd, AServerThatSaysNothingIsNotWaitedFor) {
         thread_ =
             std::make_unique<IntakeThread>(systemPlatform(), makerOfReaders(systemPlatform()));
     }
+    // Once the servers have gone, the attempts end by themselves, with all that they hold.
+    EXPECT_TRUE(eventually([before] { return threads() <= before; }));
 }
 
 }  // namespace
