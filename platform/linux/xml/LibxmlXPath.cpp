@@ -11,9 +11,9 @@
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
 #include "formats/xml/xml_load.h"
+#include "formats/xml/xpath_rewriting.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/xml/xpath_functions.h"
-#include "platform/linux/xml/xpath_rewriting.h"
 
 namespace intake {
 

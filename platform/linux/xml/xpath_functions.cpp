@@ -7,6 +7,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "formats/xml/xpath_rewriting.h"
+
 namespace intake {
 
 namespace {

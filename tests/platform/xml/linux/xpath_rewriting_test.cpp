@@ -1,6 +1,6 @@
 // Expressions in the form in which they are evaluated: what they find stays the same.
 
-#include "platform/linux/xml/xpath_rewriting.h"
+#include "formats/xml/xpath_rewriting.h"
 
 #include <gtest/gtest.h>
 #include <libxml/xpath.h>

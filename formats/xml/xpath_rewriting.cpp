@@ -1,4 +1,4 @@
-#include "platform/linux/xml/xpath_rewriting.h"
+#include "formats/xml/xpath_rewriting.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,6 @@
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
-#include "platform/linux/xml/xpath_functions.h"
 
 namespace intake {
 
