@@ -109,14 +109,21 @@ void XmlBuilder::stopForWantOfMemory() {
     xmlStopParser(&context_);
 }
 
-/// Any node, or the end of one, ends a text.
-void XmlBuilder::beginNode(int count) {
+void XmlBuilder::endText() {
     blank_.clear();
     inText_ = false;
+}
+
+/// False when there is one node too many: then the parser has
+/// been stopped, and what it lends is gone.
+bool XmlBuilder::beginNode(int count) {
+    endText();
     nodes_ += static_cast<uint64_t>(count);
     if (hasTooManyNodes()) {
         xmlStopParser(&context_);
+        return false;
     }
+    return true;
 }
 
 void XmlBuilder::onText(void* context, const xmlChar* text, int length) {
@@ -164,7 +171,9 @@ void XmlBuilder::add(xmlNode* node, bool isWhole) {
 /// together may not stand in one.
 void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
     XmlBuilder& self = of(context);
-    self.beginNode();
+    if (!self.beginNode()) {
+        return;
+    }
     xmlNode* const section = xmlNewCDataBlock(self.context_.myDoc, text, length);
     self.add(section, section != nullptr && (length == 0 || section->content != nullptr));
 }
@@ -172,14 +181,18 @@ void XmlBuilder::onCData(void* context, const xmlChar* text, int length) {
 /// The library's own functions leave out a comment or an instruction that there is no room for.
 void XmlBuilder::onComment(void* context, const xmlChar* text) {
     XmlBuilder& self = of(context);
-    self.beginNode();
+    if (!self.beginNode()) {
+        return;
+    }
     xmlNode* const comment = xmlNewDocComment(self.context_.myDoc, text);
     self.add(comment, comment != nullptr && (text == nullptr || comment->content != nullptr));
 }
 
 void XmlBuilder::onInstruction(void* context, const xmlChar* target, const xmlChar* data) {
     XmlBuilder& self = of(context);
-    self.beginNode();
+    if (!self.beginNode()) {
+        return;
+    }
     xmlNode* const instruction = xmlNewDocPI(self.context_.myDoc, target, data);
     self.add(instruction, instruction != nullptr && instruction->name != nullptr &&
                               (data == nullptr || instruction->content != nullptr));
@@ -190,14 +203,15 @@ void XmlBuilder::onStartElement(void* context, const xmlChar* name, const xmlCha
                                 int attributeCount, int defaultedCount,
                                 const xmlChar** attributes) {
     constexpr int NODES_OF_AN_ATTRIBUTE = 2;  // itself and its text
-    of(context).beginNode(1 + NODES_OF_AN_ATTRIBUTE * attributeCount);
-    xmlSAX2StartElementNs(context, name, prefix, uri, namespaceCount, namespaces, attributeCount,
-                          defaultedCount, attributes);
+    if (of(context).beginNode(1 + NODES_OF_AN_ATTRIBUTE * attributeCount)) {
+        xmlSAX2StartElementNs(context, name, prefix, uri, namespaceCount, namespaces,
+                              attributeCount, defaultedCount, attributes);
+    }
 }
 
 void XmlBuilder::onEndElement(void* context, const xmlChar* name, const xmlChar* prefix,
                               const xmlChar* uri) {
-    of(context).beginNode(0);
+    of(context).endText();
     xmlSAX2EndElementNs(context, name, prefix, uri);
 }
 

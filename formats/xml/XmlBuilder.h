@@ -47,7 +47,8 @@ private:
                       const xmlChar* systemId);
     static void onError(void* context, xmlError* error);
 
-    void beginNode(int count = 1);
+    void endText();
+    bool beginNode(int count = 1);
     void add(xmlNode* node, bool isWhole);
     void keepBlank(std::string_view text);
     void refuse(std::string_view reason);

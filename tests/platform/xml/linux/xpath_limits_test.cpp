@@ -110,7 +110,16 @@ TEST(XPathNodes, MayBeAsManyAsTheDocumentIsAllowed) {
     constexpr uint64_t NODES = 8;  // with an attribute and its text
 
     EXPECT_NE(loadXml(TextSource(text), endMark, "", NODES).document, nullptr);
-    EXPECT_THROW(loadXml(TextSource(text), endMark, "", NODES - 1), TooManyNodes);
+    for (uint64_t fewer = 0; fewer < NODES; ++fewer) {
+        EXPECT_THROW(loadXml(TextSource(text), endMark, "", fewer), TooManyNodes) << fewer;
+    }
+}
+
+TEST(XPathNodes, OfWhichThereAreTooManyAreNotMadeOfWhatTheParserHasLetGo) {
+    const EndMark endMark;
+    const std::string text = "<r><a x='" + std::string(10'000'000, 'x') + "'/></r>";
+
+    EXPECT_THROW(loadXml(TextSource(text), endMark, "", 1), TooManyNodes);
 }
 
 }  // namespace
