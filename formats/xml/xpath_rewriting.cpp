@@ -22,6 +22,16 @@ bool isNameCharacter(char character) {
     return isNameStart(character) || isDigit(character) || character == '-' || character == '.';
 }
 
+bool isSpace(char character) {
+    return XML_SPACE.find(character) != std::string_view::npos;
+}
+
+/// Whether a path cannot lead to more than one element: then the library has nothing to compare.
+bool isOneNode(std::string_view path) {
+    path = trimmed(path, XML_SPACE);
+    return path == "." || path == ".." || (path.starts_with('/') && path.rfind('/') == 0);
+}
+
 bool isBlank(std::string_view text) {
     return trimmed(text, XML_SPACE).empty();
 }
@@ -60,6 +70,7 @@ private:
         std::string take();
     };
 
+    bool isAtChild();
     bool takeOperator(Operand& operand, std::string& level);
     void takeSlashes(Operand& operand);
     void takeBrackets(Operand& operand);
@@ -159,15 +170,29 @@ bool Rewriter::takeOperator(Operand& operand, std::string& level) {
     return true;
 }
 
+/// Whether a step along the axis of children stands here, which need not be named.
+bool Rewriter::isAtChild() {
+    const size_t start = at_;
+    bool isChild = startsWith("*");
+    if (!isAtEnd() && isNameStart(text_[at_])) {
+        takeName();
+        takeWhile(isSpace);
+        isChild = !startsWith("::");
+    }
+    at_ = start;
+    return isChild;
+}
+
 void Rewriter::takeSlashes(Operand& operand) {
     const std::string_view slashes = takeWhile([](char character) { return character == '/'; });
-    if (slashes == "//" && operand.isComplete) {
-        operand.path = call(DESCENDANTS_FUNCTION, operand.path) + "/";
+    const std::string_view blanks = takeWhile(isSpace);
+    if (slashes == "//" && operand.isComplete && !isOneNode(operand.path)) {
+        operand.path =
+            call(isAtChild() ? PARENTS_FUNCTION : DESCENDANTS_FUNCTION, operand.path) + "/";
     } else {
         operand.path.append(slashes);
     }
-    operand.path.append(takeWhile(
-        [](char character) { return XML_SPACE.find(character) != std::string_view::npos; }));
+    operand.path.append(blanks);
     if (!isAtEnd() && !isAscii(text_[at_])) {
         operand.path.append("child::");
     }
@@ -181,7 +206,7 @@ void Rewriter::takeBrackets(Operand& operand) {
 
 void Rewriter::takeToken(Operand& operand) {
     const char first = text_[at_];
-    if (XML_SPACE.find(first) != std::string_view::npos) {
+    if (isSpace(first)) {
         operand.path.append(take(1));
         return;
     }

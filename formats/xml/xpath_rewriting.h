@@ -7,7 +7,8 @@ namespace intake {
 
 // The functions that are called instead of unions and of double slashes within a path.
 constexpr const char* UNION_FUNCTION = "_union";
-constexpr const char* DESCENDANTS_FUNCTION = "_descendants";
+constexpr const char* DESCENDANTS_FUNCTION = "_descendants";  // with the nodes themselves
+constexpr const char* PARENTS_FUNCTION = "_parents";          // those of them that have children
 
 /// The expression in a form that libxml2 evaluates rightly and soon. Unions, and double slashes
 /// within a path, call functions that whoever evaluates it supplies: the library compares each node

@@ -33,16 +33,17 @@ public:
         const bool isNew = node->type == XML_NAMESPACE_DECL
                                ? xmlXPathNodeSetContains(object_->nodesetval, node) == 0
                                : !mayRepeat_ || seen_.insert(node).second;
-        if (isNew) {
-            xmlXPathNodeSetAddUnique(object_->nodesetval, node);
+        if (isNew && xmlXPathNodeSetAddUnique(object_->nodesetval, node) < 0) {
+            throw std::bad_alloc();  // or there are too many, which the library has said
         }
         return isNew;
     }
 
-    void addWithDescendants(xmlNode* root) {
+    void addDescendants(xmlNode* root, bool onlyParents) {
         for (xmlNode* node = root; node != nullptr;) {
             // What is there already is so with all below it.
-            node = add(node) && hasChildren(node) ? node->children : nodeBehind(node, root);
+            const bool isNew = (onlyParents && !hasChildren(node)) || add(node);
+            node = isNew && hasChildren(node) ? node->children : nodeBehind(node, root);
         }
     }
 
@@ -111,7 +112,11 @@ void unite(xmlXPathParserContext* context, int count) {
 }
 
 void descend(xmlXPathParserContext* context, int count) {
-    give(context, count, [](NodeSet& all, xmlNode* node) { all.addWithDescendants(node); });
+    give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, false); });
+}
+
+void descendToParents(xmlXPathParserContext* context, int count) {
+    give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, true); });
 }
 
 }  // namespace
@@ -124,6 +129,7 @@ void registerXPathFunctions(xmlXPathContext& context) {
     };
     add(UNION_FUNCTION, unite);
     add(DESCENDANTS_FUNCTION, descend);
+    add(PARENTS_FUNCTION, descendToParents);
 }
 
 }  // namespace intake

@@ -32,10 +32,19 @@ TEST(XPathRewriting, CallsAFunctionForAUnion) {
 }
 
 TEST(XPathRewriting, CallsAFunctionForTwoSlashesWithinAPath) {
-    EXPECT_EQ(rewrittenXPath("a//b[1]//c"), " _descendants( _descendants(a)/b[1])/c");
-    EXPECT_EQ(rewrittenXPath("//a[.//b]"), "//a[ _descendants(.)/b]");
-    EXPECT_EQ(rewrittenXPath("a[x]//b|//c"), " _union( _descendants(a[x])/b,//c)");
-    EXPECT_EQ(rewrittenXPath("(//a)//text()"), " _descendants((//a))/text()");
+    EXPECT_EQ(rewrittenXPath("a//b[1]//@c"), " _descendants( _parents(a)/b[1])/@c");
+    EXPECT_EQ(rewrittenXPath("a[x]//b|//c"), " _union( _parents(a[x])/b,//c)");
+    EXPECT_EQ(rewrittenXPath("(//a)//text()"), " _parents((//a))/text()");
+    EXPECT_EQ(rewrittenXPath("a[1]//* // .."), " _descendants( _parents(a[1])/* )/ ..");
+    EXPECT_EQ(rewrittenXPath("a//self::b"), " _descendants(a)/self::b");
+    EXPECT_EQ(rewrittenXPath("a//self :: b"), " _descendants(a)/self :: b");
+}
+
+TEST(XPathRewriting, LeavesTwoSlashesToTheLibraryBehindWhatIsOneNode) {
+    for (const char* const one : {"//a[.//b]", "/r//a/@x", "/*//a[1]", "..//a[1]", " . //@x"}) {
+        EXPECT_EQ(rewrittenXPath(one), one);
+    }
+    EXPECT_EQ(rewrittenXPath("/r/s//a[1]"), " _parents(/r/s)/a[1]");
 }
 
 TEST(XPathRewriting, KnowsOperatorsFromNames) {
