@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "formats/text/utf16.h"
-#include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/loose_value.h"
 #include "platform/linux/odbc/odbc_errors.h"
@@ -15,6 +14,7 @@ namespace {
 
 constexpr size_t FIRST_ROOM = 128;
 constexpr size_t MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
+constexpr size_t LONGEST_REST = 3;   // bytes of a character but its last
 constexpr size_t MOST_OF_A_TEXT = size_t{1} << 30;
 constexpr size_t NUMBER_SIZE =
     8;  // of every C type but texts; values in an array stand so far apart
@@ -122,7 +122,8 @@ size_t OdbcColumn::readPart(size_t& filled, size_t room) {
     }
     const size_t given = lengthToZero(asked_.bytes.data() + filled, room);
     filled += given;
-    const bool isFull = given + static_cast<size_t>(unit()) == room;
+    // Some drivers do not split a character, whose first bytes there was room for.
+    const bool isFull = given + static_cast<size_t>(unit()) + LONGEST_REST >= room;
     const bool isCut = result == SQL_SUCCESS_WITH_INFO || this->isCut(asked_.length, room);
     if (!isFull || !isCut) {
         return 0;
@@ -140,10 +141,8 @@ SQLRETURN OdbcColumn::getData(size_t filled, size_t room) {
     asked_.bytes.resize(std::max(asked_.bytes.size(), filled + room));
     char* const place = asked_.bytes.data() + filled;
     std::memset(place, 0, room);
-    const NeutralLocale locale;
     const auto ask = [&] {
-        return SQLGetData(statement_.handle().get(), number_, cType_, place,
-                          static_cast<SQLLEN>(room), &asked_.length);
+        return statement_.getData(number_, cType_, place, room, asked_.length);
     };
     const SQLRETURN result = ask();
     if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA && cType_ == SQL_C_WCHAR && filled == 0) {

@@ -15,9 +15,9 @@ namespace {
 
 constexpr std::chrono::seconds CONNECT_TIME(15);
 
-/// Otherwise SQLite's driver takes what stands before a dot for the name of a table, even in an
-/// alias, and waits 100 seconds for a locked database. It keeps all records in memory; StepAPI=1
-/// would not, but then it does not know the types of expressions.
+/// For a data source. Otherwise SQLite's driver takes what stands before a dot for the name of a
+/// table, even in an alias, and waits 100 seconds for a locked database. It keeps all records in
+/// memory; StepAPI=1 would not, but then it does not know the types of expressions.
 constexpr std::array<std::array<const char*, 2>, 3> SQLITE_SETTINGS{{
     {"LongNames", "1"},
     {"ShortNames", "1"},
@@ -54,6 +54,8 @@ std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const 
             raiseGivenUp(ODBC_SOURCE);
         case CallOutcome::LATE:
             UNSPECIFIED.raise(ODBC_SOURCE, "The database server does not answer.");
+        case CallOutcome::BUSY:
+            UNSPECIFIED.raise(ODBC_SOURCE, "An earlier attempt to connect has not ended yet.");
         case CallOutcome::DONE:
             break;
     }

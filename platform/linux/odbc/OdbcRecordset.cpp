@@ -4,42 +4,14 @@
 
 #include "formats/text/fold_case.h"
 #include "platform/linux/base/com_failures.h"
-#include "platform/linux/odbc/QueryCanceller.h"
 #include "platform/linux/odbc/odbc_errors.h"
 
 namespace intake {
 
-namespace {
-
-constexpr ComFailure LIMIT_REACHED{0x80040E31,
-                                   "Execution aborted because a resource limit has been reached."};
-
-}  // namespace
-
 OdbcRecordset::OdbcRecordset(const OdbcSession& session, const OdbcDriver& driver,
                              const std::string& query, const EndMark& endMark,
                              std::chrono::milliseconds limit)
-    : statement_(session, driver, endMark) {
-    const QueryCanceller canceller(statement_.handle().get(), endMark, limit);
-    const auto raiseIfCancelled = [&] {
-        raiseIfEnded(endMark, ODBC_SOURCE);
-        if (canceller.isLate()) {
-            const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
-            throwReported(LIMIT_REACHED, ODBC_SOURCE,
-                          "The query was cancelled: no record came within " +
-                              std::to_string(seconds.count()) + " seconds.");
-        }
-    };
-    try {
-        open(query);
-    } catch (const PlatformError&) {
-        raiseIfCancelled();
-        throw;
-    }
-    raiseIfCancelled();
-}
-
-void OdbcRecordset::open(const std::string& query) {
+    : statement_(session, driver, endMark, limit) {
     statement_.execute(query);
     describeColumns();
     moveNext();

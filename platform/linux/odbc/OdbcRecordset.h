@@ -29,7 +29,6 @@ public:
     bool value(size_t field, FieldValue& value) override;
 
 private:
-    void open(const std::string& query);
     void describeColumns();
     void bindColumns(SQLULEN records);
     void fetchMore();

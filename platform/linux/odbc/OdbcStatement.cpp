@@ -10,12 +10,38 @@
 
 namespace intake {
 
+namespace {
+
+constexpr ComFailure LIMIT_REACHED{0x80040E31,
+                                   "Execution aborted because a resource limit has been reached."};
+
+}  // namespace
+
 OdbcStatement::OdbcStatement(const OdbcSession& session, const OdbcDriver& driver,
-                             const EndMark& endMark)
-    : endMark_(endMark), driver_(driver), handle_(SQL_HANDLE_STMT, session.connection().get()) {}
+                             const EndMark& endMark, std::chrono::milliseconds limit)
+    : endMark_(endMark),
+      driver_(driver),
+      limit_(limit),
+      handle_(SQL_HANDLE_STMT, session.connection().get()),
+      canceller_(handle_.get(), endMark, limit) {}
+
+/// Runs a call that may block. What a cancelled one returns differs from driver to driver.
+template <class Call>
+SQLRETURN OdbcStatement::run(Call call) const {
+    const SQLRETURN result = canceller_.run(call);
+    raiseIfEnded(endMark_, ODBC_SOURCE);
+    if (canceller_.isLate()) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit_);
+        throwReported(LIMIT_REACHED, ODBC_SOURCE,
+                      "The query was cancelled: no record came within " +
+                          std::to_string(seconds.count()) + " seconds.");
+    }
+    return result;
+}
 
 void OdbcStatement::execute(const std::string& query) {
-    const SQLRETURN result = executeQuery(handle_.get(), query, driver_.narrow);
+    const SQLRETURN result =
+        run([&] { return executeQuery(handle_.get(), query, driver_.narrow); });
     if (result != SQL_NO_DATA) {
         check(result);
     }
@@ -35,7 +61,8 @@ void OdbcStatement::setAttribute(SQLINTEGER attribute, SQLPOINTER value) const {
 SQLULEN OdbcStatement::fetch() {
     raiseIfEnded(endMark_, ODBC_SOURCE);
     const NeutralLocale locale;
-    const SQLRETURN result = SQLFetch(handle_.get());
+    const SQLRETURN result = run([this] { return SQLFetch(handle_.get()); });
+    canceller_.forgetTime();
     if (result == SQL_NO_DATA) {
         return 0;
     }
@@ -44,6 +71,14 @@ SQLULEN OdbcStatement::fetch() {
         checkRecords();
     }
     return fetched_;
+}
+
+SQLRETURN OdbcStatement::getData(SQLUSMALLINT column, SQLSMALLINT cType, char* out, size_t room,
+                                 SQLLEN& length) const {
+    const NeutralLocale locale;
+    return run([&] {
+        return SQLGetData(handle_.get(), column, cType, out, static_cast<SQLLEN>(room), &length);
+    });
 }
 
 /// A fetch of several records succeeds even if one of them failed.

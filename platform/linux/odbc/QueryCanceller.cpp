@@ -16,10 +16,16 @@ QueryCanceller::QueryCanceller(SQLHSTMT statement, const EndMark& endMark,
       deadline_(std::chrono::steady_clock::now() + limit),
       watcher_(INTERVAL, [this] { return look(); }) {}
 
+void QueryCanceller::setRunning(bool running) {
+    const std::lock_guard lock(mutex_);
+    isRunning_ = running;
+}
+
 /// Cancels again when the call goes on: it may not have come to the query yet.
 Watcher::Time QueryCanceller::look() {
-    late_ = late_ || std::chrono::steady_clock::now() >= deadline_;
-    if (!late_ && !endMark_.isSet()) {
+    const std::lock_guard lock(mutex_);
+    late_ = late_ || (isTimed_ && std::chrono::steady_clock::now() >= deadline_);
+    if (!isRunning_ || (!late_ && !endMark_.isSet())) {
         return INTERVAL;
     }
     SQLCancel(statement_);

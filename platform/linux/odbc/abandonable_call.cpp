@@ -8,9 +8,8 @@ namespace {
 
 constexpr std::chrono::milliseconds INTERVAL(50);
 
-using Deadline = std::chrono::steady_clock::time_point;
-
-CallOutcome waitFor(Completion& call, const EndMark& endMark, Deadline deadline) {
+CallOutcome waitFor(Completion& call, const EndMark& endMark, std::chrono::milliseconds limit) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
     while (!call.waitFor(INTERVAL)) {
         if (endMark.isSet()) {
             return CallOutcome::ENDED;
@@ -27,15 +26,13 @@ CallOutcome waitFor(Completion& call, const EndMark& endMark, Deadline deadline)
 CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
                                 std::chrono::milliseconds limit) {
     thread_local std::shared_ptr<Completion> former;
-    const Deadline deadline = std::chrono::steady_clock::now() + limit;
-    if (former != nullptr) {
-        const CallOutcome outcome = waitFor(*former, endMark, deadline);
-        if (outcome != CallOutcome::DONE) {
-            return outcome;
-        }
+    const CallOutcome before =
+        former == nullptr ? CallOutcome::DONE : waitFor(*former, endMark, limit);
+    if (before != CallOutcome::DONE) {
+        return before == CallOutcome::LATE ? CallOutcome::BUSY : before;
     }
     former = startDetached(std::move(call)).end;
-    return waitFor(*former, endMark, deadline);
+    return waitFor(*former, endMark, limit);
 }
 
 }  // namespace intake

@@ -98,7 +98,7 @@ TEST(AbandonableCall, IsTheOnlyOneOfItsThread) {
     makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
 
     EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::milliseconds(1)),
-              CallOutcome::LATE);
+              CallOutcome::BUSY);
     EXPECT_FALSE(second->passed);
 
     gate->open = true;

@@ -46,7 +46,10 @@ SQLRETURN giveText(Statement& statement, size_t unit, char* out, SQLLEN room, SQ
         return SQL_NO_DATA;
     }
     const size_t rest = statement.value.size() - statement.given;
-    const size_t count = std::min(rest, static_cast<size_t>(room) / unit - 1);
+    size_t count = std::min(rest, static_cast<size_t>(room) / unit - 1);
+    if (count < rest && statement.behaviour.starts_with("whole-characters")) {
+        count -= unit == 1 ? 3 : 1;  // as if the next one did not fit
+    }
     for (size_t i = 0; i < count; ++i) {
         std::memset(out + i * unit, 0, unit);
         out[i * unit] = statement.value[statement.given + i];
@@ -151,7 +154,7 @@ SQLRETURN SQLGetData(SQLHSTMT handle, SQLUSMALLINT, SQLSMALLINT cType, SQLPOINTE
         *said = static_cast<SQLLEN>(statement.value.size());
         return SQL_SUCCESS;
     }
-    if (cType == SQL_C_WCHAR && statement.behaviour == "narrow") {
+    if (cType == SQL_C_WCHAR && statement.behaviour.ends_with("narrow")) {
         return SQL_ERROR;
     }
     return giveText(statement, cType == SQL_C_WCHAR ? 2 : 1, static_cast<char*>(out), room, said);

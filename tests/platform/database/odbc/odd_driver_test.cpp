@@ -47,7 +47,8 @@ TEST_F(OddDriver, ThatGivesWhatIsNoNumberLeavesItAText) {
 
 TEST_F(OddDriver, ThatLiesAboutLengthsIsNotBelieved) {
     for (const char* const behaviour :
-         {"too-long", "huge", "too-short", "in-characters", "no-total", "narrow", "plain"}) {
+         {"too-long", "huge", "too-short", "in-characters", "no-total", "narrow",
+          "whole-characters", "whole-characters-narrow", "plain"}) {
         EXPECT_EQ(valueOf(SQL_VARCHAR, behaviour, "Holm"), "BSTR Holm|\n") << behaviour;
         EXPECT_EQ(valueOf(SQL_VARCHAR, behaviour, LONG), "BSTR " + LONG + "|\n") << behaviour;
         EXPECT_EQ(valueOf(SQL_DOUBLE, behaviour, "2.5"), "R8 2.5|\n") << behaviour;
@@ -55,7 +56,8 @@ TEST_F(OddDriver, ThatLiesAboutLengthsIsNotBelieved) {
 }
 
 TEST_F(OddDriver, TextsThatJustFitARoomAreWhole) {
-    for (const char* const behaviour : {"too-long", "no-total", "narrow", "plain"}) {
+    for (const char* const behaviour : {"too-long", "no-total", "narrow", "whole-characters",
+                                        "whole-characters-narrow", "plain"}) {
         for (const size_t length : {0, 62, 63, 64, 126, 127, 128, 319, 320}) {
             const std::string text(length, 't');
             EXPECT_EQ(valueOf(SQL_VARCHAR, behaviour, text), "BSTR " + text + "|\n")
