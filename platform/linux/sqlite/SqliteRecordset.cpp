@@ -1,6 +1,7 @@
 #include "platform/linux/sqlite/SqliteRecordset.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "formats/text/fold_case.h"
@@ -15,6 +16,9 @@ namespace {
 std::string_view textOf(sqlite3_value* value) {
     const bool isUtf8 = sqlite3_value_encoding(value) == SQLITE_UTF8;
     const void* const text = isUtf8 ? sqlite3_value_blob(value) : sqlite3_value_text(value);
+    if (text == nullptr && !isUtf8) {
+        throw std::bad_alloc();  // it was to be converted
+    }
     const std::string_view whole(static_cast<const char*>(text),
                                  static_cast<size_t>(sqlite3_value_bytes(value)));
     return whole.substr(0, whole.find('\0'));  // at which a script would end
@@ -25,12 +29,12 @@ std::string_view textOf(sqlite3_value* value) {
 SqliteRecordset::SqliteRecordset(SqliteStatement statement, const char* source,
                                  const EndMark& endMark)
     : statement_(std::move(statement)), source_(source), endMark_(endMark) {
+    step();  // may prepare the statement anew, with other columns
     const int count = statement_.columnCount();
     for (int column = 0; column < count; ++column) {
         const char* const name = sqlite3_column_name(statement_.get(), column);
         names_.emplace_back(name == nullptr ? "" : name);
     }
-    step();
 }
 
 std::optional<size_t> SqliteRecordset::findField(const std::string& name) {

@@ -10,8 +10,8 @@ namespace intake {
 
 namespace {
 
-constexpr int OPERATIONS_BETWEEN_CHECKS = 10000;
 constexpr std::chrono::milliseconds LOCK_POLL(10);
+constexpr Watcher::Time LOOK_INTERVAL(20);
 
 }  // namespace
 
@@ -28,8 +28,8 @@ SqliteSession::SqliteSession(const std::string& name, int flags, SqliteTimes tim
     if (result != SQLITE_OK) {
         throwFailure(result);
     }
-    sqlite3_progress_handler(database, OPERATIONS_BETWEEN_CHECKS, onProgress, this);
     sqlite3_busy_handler(database, onLocked, this);
+    watcher_.emplace(LOOK_INTERVAL, [this] { return look(); });
 }
 
 void SqliteSession::throwFailure(int code) const {
@@ -45,23 +45,34 @@ void SqliteSession::throwFailure(int code) const {
     throw SqliteError(code, sqlite3_errmsg(database_.get()));
 }
 
-int SqliteSession::onProgress(void* session) {
-    return static_cast<SqliteSession*>(session)->isOver() ? 1 : 0;
+int SqliteSession::step(sqlite3_stmt* statement) {
+    ++count_;
+    const int result = sqlite3_step(statement);
+    ++count_;
+    return result;
 }
 
 int SqliteSession::onLocked(void* session, int before) {
     return static_cast<SqliteSession*>(session)->waitForLock(before) ? 1 : 0;
 }
 
-/// The clock is read here and not with each record, of which there may be millions a second.
-bool SqliteSession::isOver() {
+/// On the watcher's thread. An interruption ends the statements that run; it is made again and
+/// again, as one that comes between two of them is forgotten.
+std::optional<Watcher::Time> SqliteSession::look() {
     const auto now = Clock::now();
-    if (stepStarts_) {
-        stepStarts_ = false;
+    const uint64_t count = count_;
+    if (count != seen_) {
+        seen_ = count;
         stepEnd_ = now + times_.record;
     }
-    late_ = now >= stepEnd_;
-    return late_ || endMark_.isSet();
+    const bool isInStep = count % 2 == 1;
+    if (isInStep && now >= stepEnd_) {
+        late_ = true;
+    }
+    if (late_ || endMark_.isSet()) {
+        sqlite3_interrupt(database_.get());
+    }
+    return LOOK_INTERVAL;
 }
 
 /// Waits a little; false when it was enough. SQLite has asked `before` times for the same lock.
@@ -74,7 +85,7 @@ bool SqliteSession::waitForLock(int before) {
         return false;
     }
     std::this_thread::sleep_for(std::min<Clock::duration>(LOCK_POLL, lockEnd_ - now));
-    stepStarts_ = true;
+    count_ += 2;  // the time for a record begins anew
     return true;
 }
 

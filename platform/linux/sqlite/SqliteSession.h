@@ -2,11 +2,14 @@
 
 #include <sqlite3.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "formats/source/EndMark.h"
+#include "platform/linux/base/Watcher.h"
 
 namespace intake {
 
@@ -27,8 +30,8 @@ public:
 
     sqlite3* get() const { return database_.get(); }
 
-    /// To be said before each step of a query: the time for a record begins.
-    void startStep() { stepStarts_ = true; }
+    /// Runs a statement to its next record; what SQLite says.
+    int step(sqlite3_stmt* statement);
 
     /// What SQLite says about its last failure; GivenUp when it was the end mark.
     [[noreturn]] void throwFailure(int code) const;
@@ -40,18 +43,20 @@ private:
         void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
     };
 
-    static int onProgress(void* session);
     static int onLocked(void* session, int before);
-    bool isOver();
     bool waitForLock(int before);
+    std::optional<Watcher::Time> look();
 
     const SqliteTimes times_;
     const EndMark& endMark_;
-    bool stepStarts_ = true;
-    bool late_ = false;
-    Clock::time_point stepEnd_;
     Clock::time_point lockEnd_;
-    std::unique_ptr<sqlite3, Close> database_;  // goes first
+    std::unique_ptr<sqlite3, Close> database_;  // goes behind the watcher only
+
+    std::atomic<uint64_t> count_ = 0;  // of beginnings and ends of steps: odd within one
+    std::atomic<bool> late_ = false;
+    uint64_t seen_ = 0;  // of the count, by the watcher
+    Clock::time_point stepEnd_;
+    std::optional<Watcher> watcher_;
 };
 
 }  // namespace intake

@@ -41,8 +41,7 @@ void SqliteStatement::refuseParameters() const {
 }
 
 bool SqliteStatement::step() {
-    session_.startStep();
-    const int result = sqlite3_step(get());
+    const int result = session_.step(get());
     if (result != SQLITE_ROW && result != SQLITE_DONE) {
         session_.throwFailure(result);
     }

@@ -1,5 +1,6 @@
 // What queries can do, and what they say when they cannot.
 
+#include "platform/linux/sqlite/SqliteRecordset.h"
 #include "tests/platform/database/sqlite/SqliteTest.h"
 
 namespace intake {
@@ -158,6 +159,18 @@ TEST_F(SqliteQueries, ThatFailAtALaterRecordEndThere) {
 
     EXPECT_EQ(errorOf([&] { records->moveNext(); }).description(),
               "The query failed: integer overflow");
+}
+
+TEST_F(SqliteQueries, HaveTheColumnsOfTheTimeWhenTheyRun) {
+    run("CREATE TABLE t AS SELECT 1 AS a, 2 AS b, 3 AS c");
+    SqliteSession session("test.db", SQLITE_OPEN_READONLY, {}, endMark_);
+    SqliteStatement statement(session, "SELECT * FROM t");
+    run("ALTER TABLE t DROP COLUMN a");
+
+    SqliteRecordset records(std::move(statement), "", endMark_);
+
+    EXPECT_EQ(namesOf(records), "b|c|");
+    EXPECT_EQ(recordsOf(records), "I8 2|I8 3|\n");
 }
 
 TEST_F(SqliteQueries, AfterOneThatFailedHaveNoErrors) {
