@@ -131,15 +131,28 @@ void CurlTransfer::endIfLate() {
 }
 
 bool CurlTransfer::isSilent(Clock::time_point now) {
-    curl_off_t untilTransfer = 0;
-    curl_easy_getinfo(handle(), CURLINFO_PRETRANSFER_TIME_T, &untilTransfer);
-    const SocketWatch::Traffic traffic = sockets_.traffic();
-    if (untilTransfer == 0 || !traffic.isConnected || traffic.bytes != bytes_) {
-        bytes_ = traffic.bytes;
+    const bool connects = isConnecting();
+    const uint64_t bytes = sockets_.bytes();
+    if (connects || bytes != bytes_) {
+        bytes_ = bytes;
         lastByte_ = now;
-        headerStart_ = untilTransfer == 0 ? now : headerStart_;
+        headerStart_ = connects ? now : headerStart_;
     }
     return now - lastByte_ >= times_.silence;
+}
+
+/// To the first server, or to where a redirect leads: a connection to the former may still stand.
+bool CurlTransfer::isConnecting() const {
+    const bool isRedirected = respondedAfter_ != NEVER && redirects() > respondedAfter_;
+    const curl_off_t time = timeToConnect();
+    return time == 0 || (isRedirected && time == connectedBefore_);
+}
+
+/// In microseconds, of all connections so far together.
+curl_off_t CurlTransfer::timeToConnect() const {
+    curl_off_t time = 0;
+    curl_easy_getinfo(handle(), CURLINFO_PRETRANSFER_TIME_T, &time);
+    return time;
 }
 
 bool CurlTransfer::isHeaderLate(Clock::time_point now) {
@@ -176,6 +189,7 @@ void CurlTransfer::noteHeader(std::string_view line) {
         isWithinHeader_ = true;
     } else if (line.find_first_not_of("\r\n") == std::string_view::npos) {
         respondedAfter_ = redirects();
+        connectedBefore_ = timeToConnect();
         isWithinHeader_ = false;
         stayOnHttps();
     }

@@ -97,6 +97,8 @@ private:
     void beginTimes();
     void endIfLate();
     bool isSilent(Clock::time_point now);
+    bool isConnecting() const;
+    curl_off_t timeToConnect() const;
     bool isHeaderLate(Clock::time_point now);
     void endLate(const char* reason, std::chrono::milliseconds limit);
 
@@ -107,7 +109,8 @@ private:
     CurlEasy handle_;
     CurlMulti driver_;
     static constexpr long NEVER = -1;
-    long respondedAfter_ = NEVER;  // redirects, when the latest header was complete
+    long respondedAfter_ = NEVER;     // redirects, when the latest header was complete
+    curl_off_t connectedBefore_ = 0;  // then
     bool isWithinHeader_ = false;
     Clock::time_point lastLook_;
     Clock::time_point lastByte_;

@@ -9,12 +9,6 @@
 
 namespace intake {
 
-namespace {
-
-constexpr uint8_t ESTABLISHED = 1;  // as the kernel numbers the states of TCP
-
-}  // namespace
-
 void SocketWatch::watch(CURL* transfer) {
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETFUNCTION, onOpen);
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETDATA, this);
@@ -22,17 +16,16 @@ void SocketWatch::watch(CURL* transfer) {
     curl_easy_setopt(transfer, CURLOPT_CLOSESOCKETDATA, this);
 }
 
-SocketWatch::Traffic SocketWatch::traffic() const {
-    Traffic traffic;
+uint64_t SocketWatch::bytes() const {
+    uint64_t bytes = 0;
     for (const curl_socket_t socket : sockets_) {
         tcp_info info{};
         socklen_t size = sizeof info;
         if (getsockopt(socket, IPPROTO_TCP, TCP_INFO, &info, &size) == 0) {
-            traffic.isConnected = traffic.isConnected || info.tcpi_state == ESTABLISHED;
-            traffic.bytes += info.tcpi_bytes_received + info.tcpi_bytes_acked;
+            bytes += info.tcpi_bytes_received + info.tcpi_bytes_acked;
         }
     }
-    return traffic;
+    return bytes;
 }
 
 /// Nothing may fly through the library.

@@ -17,11 +17,8 @@ public:
 
     void watch(CURL* transfer);
 
-    struct Traffic {
-        bool isConnected = false;  // by one of them at least
-        uint64_t bytes = 0;        // received, and sent and acknowledged, whatever they mean
-    };
-    Traffic traffic() const;
+    /// Received, and sent and acknowledged, whatever they mean.
+    uint64_t bytes() const;
 
 private:
     static curl_socket_t onOpen(void* self, curlsocktype purpose, curl_sockaddr* address);

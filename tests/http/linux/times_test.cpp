@@ -1,6 +1,7 @@
 // How long a server may take: any byte counts, whatever it is part of, but a header has an end.
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -56,6 +57,49 @@ private:
     const milliseconds pause_;
     const int listener_ = listenOnLoopback(0);
     std::atomic<bool> ended_ = false;
+    std::thread thread_;
+};
+
+/// A server that is too busy to let anyone connect for a while, then answers.
+class BusyServer {
+public:
+    explicit BusyServer(milliseconds busy) : busy_(busy) {
+        connect();  // takes the one place of those who wait
+        thread_ = std::thread([this] { serve(); });
+    }
+    ~BusyServer() {
+        thread_.join();
+        close(waiting_);
+        close(listener_);
+    }
+
+    std::string url() const {
+        return "http://127.0.0.1:" + std::to_string(portOf(listener_)) + "/";
+    }
+
+private:
+    void connect() {
+        EXPECT_EQ(listen(listener_, 0), 0);
+        sockaddr_in address = {};
+        socklen_t size = sizeof address;
+        getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        EXPECT_EQ(::connect(waiting_, reinterpret_cast<sockaddr*>(&address), size), 0);
+    }
+
+    void serve() {
+        std::this_thread::sleep_for(busy_);
+        close(accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));
+        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        char request = 0;
+        recv(connection, &request, 1, 0);
+        const std::string answer = "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbusy";
+        send(connection, answer.data(), answer.size(), MSG_NOSIGNAL);
+        close(connection);
+    }
+
+    const milliseconds busy_;
+    const int listener_ = listenOnLoopback(0);
+    const int waiting_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     std::thread thread_;
 };
 
@@ -119,6 +163,22 @@ TEST_F(TransferTimes, CountTheBytesThatAreNotOfTheBodyToo) {
         OK + "Transfer-Encoding: chunked\r\n\r\n1;" + std::string(60, 'e') + "\r\n1\r\n0\r\n\r\n",
         milliseconds(15));
     EXPECT_EQ(fetch(server.url()), "1");
+}
+
+TEST_F(TransferTimes, LeaveTheTargetOfARedirectItsOwnTimeToConnect) {
+    const BusyServer target(milliseconds(700));
+    const SlowServer server(
+        "HTTP/1.1 302 Found\r\nLocation: " + target.url() + "\r\nContent-Length: 0\r\n\r\n",
+        milliseconds(0));
+    EXPECT_EQ(fetch(server.url()), "busy");
+}
+
+TEST_F(TransferTimes, EndATransferInWhichTheTargetOfARedirectSaysNothing) {
+    const SlowServer target("", milliseconds(0));
+    const SlowServer server(
+        "HTTP/1.1 302 Found\r\nLocation: " + target.url() + "\r\nContent-Length: 0\r\n\r\n",
+        milliseconds(0));
+    EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
 }
 
 TEST(Origin, IsTheSchemeTheHostAndThePort) {
