@@ -1,5 +1,6 @@
 #include "readers/sql/SqlRecords.h"
 
+#include <algorithm>
 #include <new>
 
 #include "pipeline/script_text.h"
@@ -81,9 +82,7 @@ bool SqlRecords::walk(WriteRecord writeRecord) {
             return false;
         }
         ++written_;
-        if (!reserved_ && script_.size() - start_ >= LARGE) {
-            reserveForTheRest();
-        }
+        reserveForTheRest();
         recordset_.moveNext();
         if (request_.targetMode == SHARED_MEMORY && !recordset_.atEnd()) {
             script_.append(request_.rowsDelimiter);
@@ -92,19 +91,23 @@ bool SqlRecords::walk(WriteRecord writeRecord) {
     return true;
 }
 
-/// A text that doubles its room holds up to three times itself while it is copied. Room that is
-/// never written to costs next to nothing.
+/// A text that doubles its room is copied when it is long, and then lies in memory twice. Before
+/// that, this makes room for the records to come, as they have been so far, but not for many times
+/// what is there: a range may reach far beyond the last record.
 void SqlRecords::reserveForTheRest() {
-    constexpr size_t MOST = size_t{1} << 32;
-    reserved_ = true;
-    const size_t perRecord = (script_.size() - start_) / static_cast<size_t>(written_) + 1;
-    const auto records = static_cast<size_t>(end_ - from_);
-    if (records < MOST / perRecord) {
-        try {
-            script_.reserve(script_.size() + perRecord * records / 2 * 3);
-        } catch (const std::bad_alloc&) {
-            return;  // it may never be needed
-        }
+    constexpr double MOST_TIMES = 16;
+    constexpr double LEAST_TIMES = 0.125;
+    constexpr double MARGIN = 1.5;
+    const size_t length = script_.size() - start_;
+    if (length < LARGE || script_.capacity() - script_.size() >= length / 16) {
+        return;
+    }
+    const double rest = static_cast<double>(end_ - walked_) / static_cast<double>(written_);
+    const double times = std::clamp(rest * MARGIN, LEAST_TIMES, MOST_TIMES);
+    try {
+        script_.reserve(script_.size() + static_cast<size_t>(static_cast<double>(length) * times));
+    } catch (const std::bad_alloc&) {
+        return;  // it may never be needed
     }
 }
 

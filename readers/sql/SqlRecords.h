@@ -66,7 +66,6 @@ private:
     int64_t walked_ = 0;   // records so far, the skipped ones included
     int64_t written_ = 0;  // of them
     bool succeeded_ = true;
-    bool reserved_ = false;
     std::vector<std::string_view> names_;
     std::optional<size_t> key_;
 };

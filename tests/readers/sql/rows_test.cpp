@@ -68,6 +68,14 @@ TEST_F(SqlRows, OfTheLargestNumberAreAll) {
     EXPECT_EQ(rows(DATA_ARRAY, most, most), "READER_NUM_RECORDS=4;");
 }
 
+TEST_F(SqlRows, OfARangeFarBeyondTheLastTakeLittleMoreMemoryThanTheirScript) {
+    databases_.rows.assign(40'000, FakeRow{{VT_BSTR, std::string(50, 'x')}});
+    request_.numRows = 1'000'000;
+    const std::string all = scriptAlone(DATA_ARRAY);
+    EXPECT_GT(all.size(), 2U << 20U);
+    EXPECT_LT(script_.capacity(), 20 * all.size());
+}
+
 TEST_F(SqlRows, CutOffBeforeTheEndLeaveARowsDelimiterInSharedMemory) {
     EXPECT_EQ(rows(SHARED_MEMORY, 0, 2), "a/b/");
     EXPECT_EQ(rows(SHARED_MEMORY, 1, 2), "b/c/");
