@@ -16,6 +16,8 @@ constexpr uint64_t OWN_TEXT = uint64_t{1} << 63;  // the text is the sheet's own
 // Beyond it a host would run out of memory: as many as a sheet of all rows and 64 columns holds.
 constexpr size_t MOST_CELLS = size_t{64} << 20;
 
+constexpr size_t MOST_ROW_ENTRIES = size_t{2} * MOST_ROWS;  // where they are out of order
+
 }  // namespace
 
 void Sheet::restart(size_t cells) {
@@ -34,6 +36,9 @@ void Sheet::restart(size_t cells) {
 void Sheet::beginRow(uint32_t number) {
     if (number > MOST_ROWS) {
         throw WorkbookFault("has a row " + std::to_string(number) + ", beyond the last there is");
+    }
+    if (rows_.size() == MOST_ROW_ENTRIES) {
+        throw WorkbookFault("names its rows more than twice");
     }
     row_ = number;
     rowsSorted_ = rowsSorted_ && number > last_;

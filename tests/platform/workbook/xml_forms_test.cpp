@@ -224,6 +224,19 @@ TEST_F(WorkbookXml, CanHaveItsRowsInAnyOrder) {
     }
 }
 
+TEST_F(WorkbookXml, MayNotRepeatRowsWithoutEnd) {
+    constexpr size_t MOST = 2 * 1048576;
+    std::string rows = "<row r='2'><c r='A2' t='str'><v>A</v></c></row>";
+    for (size_t i = 0; i < MOST - 2; ++i) {
+        rows += "<row r='1'/>";
+    }
+    const std::string last = "<row r='3'><c r='A3'><v>1</v></c></row>";
+
+    EXPECT_EQ(this->rows(book(worksheet(rows + last)), ALL), "A\n1\n");
+    EXPECT_EQ(queryError(book(worksheet(rows + "<row r='1'/>" + last)), ALL),
+              "The workbook \"PATH\" cannot be read: the sheet \"S\" names its rows more than twice");
+}
+
 TEST_F(WorkbookXml, CanRepeatARowOfWhichTheLastCounts) {
     const auto row = [](const std::string& number, const std::string& cells) {
         return "<row r='" + number + "'>" + cells + "</row>";
