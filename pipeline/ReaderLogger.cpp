@@ -9,6 +9,7 @@ namespace intake {
 namespace {
 
 constexpr int32_t LINES_PER_FILE = 5000;
+constexpr size_t LONGEST_COPIED = 65536;
 
 constexpr std::array<std::string_view, 5> LEVEL_NAMES{"FATAL", "ERROR", "WARNING", "INFO", "DEBUG"};
 
@@ -47,6 +48,21 @@ void ReaderLogger::open(const LocalTime& now) {
     lines_ = 0;
 }
 
+/// In as few writes as can be: instances share the file, and a line should not be cut by another's.
+/// Whole scripts are not copied for that.
+void ReaderLogger::append(std::string line, std::initializer_list<std::string_view> parts) {
+    for (const std::string_view part : parts) {
+        if (part.size() <= LONGEST_COPIED) {
+            line.append(part);
+            continue;
+        }
+        file_->append(line);
+        file_->append(part);
+        line.clear();
+    }
+    file_->append(line);
+}
+
 void ReaderLogger::Write(LogLevel level, std::initializer_list<std::string_view> parts) {
     if (level > level_) {
         return;
@@ -56,10 +72,7 @@ void ReaderLogger::Write(LogLevel level, std::initializer_list<std::string_view>
         open(now);
     }
     if (file_ != nullptr) {
-        file_->append(headOf(level, now));
-        for (const std::string_view part : parts) {
-            file_->append(part);
-        }
+        append(headOf(level, now), parts);
     }
     if (lines_++ >= LINES_PER_FILE) {
         open(now);

@@ -34,6 +34,7 @@ public:
 
 private:
     void open(const LocalTime& now);
+    void append(std::string line, std::initializer_list<std::string_view> parts);
 
     Clock& clock_;
     TextFiles& files_;

@@ -186,4 +186,34 @@ TEST_F(ReaderLoggerTest, NumbersAreWrittenTheSameWayInEveryLocale) {
     EXPECT_EQ(contentOf("2026-12-31-2359-Intake.log"), "31/12 23:59 INFO: \t\t\tx\n");
 }
 
+/// Each text that is written at once.
+class WrittenTexts final : public TextFiles {
+public:
+    std::unique_ptr<TextFile> create(const std::string&) override {
+        return std::make_unique<File>(*this);
+    }
+    std::vector<std::string> texts;
+
+private:
+    struct File final : TextFile {
+        explicit File(WrittenTexts& written) : all(written) {}
+        void append(std::string_view text) override { all.texts.emplace_back(text); }
+        WrittenTexts& all;
+    };
+};
+
+TEST_F(ReaderLoggerTest, AMessageIsWrittenAtOnceUnlessAPartOfItIsLong) {
+    WrittenTexts written;
+    ReaderLogger logger(clock_, written);
+    clock_.setLocalTime({2026, 3, 5, 9, 7});
+    const std::string script(100'000, 's');
+
+    logger.Write(LOG_INFO, {"Loaded ", "T", "\n"});
+    logger.Write(LOG_INFO, {"Script: ", script, "\n"});
+
+    EXPECT_EQ(written.texts,
+              (std::vector<std::string>{"5/3 9:7 INFO: \t\t\tLoaded T\n",
+                                        "5/3 9:7 INFO: \t\t\tScript: ", script, "\n"}));
+}
+
 }  // namespace intake
