@@ -64,7 +64,7 @@ SqliteSettings settingsOf(const ConnectionString& connection) {
     SqliteSettings settings{{}, lockTimeOf(connection), {}};
     for (const ConnectionProperty& property : connection.properties()) {
         if (isOneOf(FILES, property.key)) {
-            settings.path = property.value;
+            settings.path = settings.path.empty() ? property.value : settings.path;
         } else if (!isOneOf(TAKEN, property.key)) {
             settings.ignored.push_back(property.key);
         }

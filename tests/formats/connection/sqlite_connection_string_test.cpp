@@ -51,6 +51,11 @@ TEST(SqliteConnectionString, NamesTheFileInTheWordsOfAdoOrOdbc) {
               "a.db;LoadExt=x.so|15000");
 }
 
+TEST(SqliteConnectionString, MeansTheFirstFileOfSeveral) {
+    EXPECT_EQ(sqlite("Provider=SQLite;Data Source=a.db;Initial Catalog=main"), "a.db|15000");
+    EXPECT_EQ(sqlite("Provider=SQLite;Data Source=;Database=b.db"), "b.db|15000");
+}
+
 TEST(SqliteConnectionString, MayStandInThePropertiesForOdbc) {
     EXPECT_EQ(sqlite("Provider=MSDASQL;Extended Properties=\"Driver=SQLite3;Database=a.db\";UID=x"),
               "a.db|15000|UID");

@@ -107,6 +107,14 @@ std::string DatabaseTest::namesOfQuery(const std::string& query) {
     return namesOf(*connection_->openRecordset(query));
 }
 
+std::string DatabaseTest::stored(const std::string& type, const std::string& literal) {
+    run("CREATE TABLE t (v " + type + ")");
+    run("INSERT INTO t VALUES (" + literal + ")");
+    const std::string records = recordsOfQuery("SELECT v FROM t");
+    run("DROP TABLE t");
+    return records;
+}
+
 std::string DatabaseTest::errorLines() {
     std::ostringstream lines;
     for (const Connection::Error& error : connection_->errors()) {

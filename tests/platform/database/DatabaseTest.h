@@ -5,28 +5,15 @@
 #include <memory>
 #include <string>
 
-#include "platform/PlatformError.h"
 #include "platform/linux/ProviderConnection.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/error_of.h"
 
 namespace intake {
 
 /// The names of the fields, and the records, as lines; every value with its type: `I4 7|BSTR a|`.
 std::string namesOf(Recordset& records);
 std::string recordsOf(Recordset& records);
-
-/// The error that `operation` throws; fails the test, and returns one of code 0, when it throws
-/// none.
-template <class Operation>
-PlatformError errorOf(Operation operation) {
-    try {
-        operation();
-    } catch (const PlatformError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was thrown";
-    return PlatformError(0, "", "", "");
-}
 
 /// A connection of our own to a database that the test chooses.
 class DatabaseTest : public testing::Test {
@@ -41,6 +28,9 @@ protected:
 
     std::string recordsOfQuery(const std::string& query);
     std::string namesOfQuery(const std::string& query);
+
+    /// The value that a column of a declared type gives for a literal.
+    std::string stored(const std::string& type, const std::string& literal);
 
     /// The errors of the connection: `80004005 text` and a line end each.
     std::string errorLines();

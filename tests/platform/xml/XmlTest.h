@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "platform/Platform.h"
-#include "platform/PlatformError.h"
 #include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/error_of.h"
 
 namespace intake {
 
@@ -45,18 +45,5 @@ private:
     using Append = void (XmlDocument::*)(Node, std::string&);
     std::string join(const std::string& expression, Append append);
 };
-
-/// The error that `operation` throws; fails the test, and returns one of code 0, when it throws
-/// none.
-template <class Operation>
-PlatformError errorOf(Operation operation) {
-    try {
-        operation();
-    } catch (const PlatformError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was thrown";
-    return PlatformError(0, "", "", "");
-}
 
 }  // namespace intake

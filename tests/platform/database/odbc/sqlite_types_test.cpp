@@ -6,17 +6,7 @@ namespace intake {
 
 namespace {
 
-class OdbcSqliteTypes : public OdbcSqliteTest {
-protected:
-    /// The value of a column that was declared so.
-    std::string stored(const std::string& type, const std::string& literal) {
-        run("CREATE TABLE t (v " + type + ")");
-        run("INSERT INTO t VALUES (" + literal + ")");
-        const std::string records = recordsOfQuery("SELECT v FROM t");
-        run("DROP TABLE t");
-        return records;
-    }
-};
+using OdbcSqliteTypes = OdbcSqliteTest;
 
 TEST_F(OdbcSqliteTypes, IntegersAreOfTheWidthThatTheColumnDeclares) {
     EXPECT_EQ(stored("TINYINT", "-128"), "I1 -128|\n");

@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fstream>
+#include <iterator>
+
 #include "tests/platform/database/sqlite/SqliteTest.h"
 #include "tests/support/linux/next_handle.h"
 
@@ -90,6 +93,9 @@ TEST_F(SqliteConnections, LeaveTheLocksOfOthersInTheSameProcessAlone) {
     errorOf([&] { other.open("Driver=SQLite3;Database=test.db;Timeout=0"); });
 
     EXPECT_NE(system("sqlite3 test.db 'INSERT INTO t VALUES (1)' 2>error.txt"), 0);
+    std::ifstream error("error.txt");
+    const std::string text{std::istreambuf_iterator(error), {}};
+    EXPECT_NE(text.find("locked"), std::string::npos) << text;
 }
 
 TEST_F(SqliteConnections, SayWhichOptionsMeanNothing) {

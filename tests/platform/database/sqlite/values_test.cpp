@@ -6,17 +6,7 @@ namespace intake {
 
 namespace {
 
-class SqliteValues : public SqliteTest {
-protected:
-    /// The value of a column that was declared so.
-    std::string stored(const std::string& type, const std::string& literal) {
-        run("CREATE TABLE t (v " + type + ")");
-        run("INSERT INTO t VALUES (" + literal + ")");
-        const std::string records = recordsOfQuery("SELECT v FROM t");
-        run("DROP TABLE t");
-        return records;
-    }
-};
+using SqliteValues = SqliteTest;
 
 TEST_F(SqliteValues, AreOfTheTypeInWhichTheyLie) {
     EXPECT_EQ(recordsOfQuery("SELECT 7, 2.5, 'text', NULL, x'00FF', -9223372036854775808, 9e999"),
