@@ -36,9 +36,15 @@ private:
 }  // namespace
 
 IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeReader)
-    : state_(std::make_shared<WorkerState>(platform, makeReader)),
-      handle_(platform.threads.start(
-          [worker = std::make_shared<LiveWorker>(state_)] { worker->run(); })) {}
+    : state_(std::make_shared<WorkerState>(platform, makeReader)) {
+    try {
+        handle_ = platform.threads.start(
+            [worker = std::make_shared<LiveWorker>(state_)] { worker->run(); });
+    } catch (...) {
+        state_->endMark.set();  // the thread may run, and there may be no memory for its handle
+        throw;
+    }
+}
 
 IntakeThread::~IntakeThread() {
     Terminate();

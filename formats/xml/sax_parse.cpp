@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "formats/text/byte_order_mark.h"
+#include "formats/xml/libxml_setup.h"
 
 namespace intake {
 
@@ -196,8 +197,7 @@ void SaxParser::onDtd(void* context, const xmlChar*, const xmlChar*, const xmlCh
 }  // namespace
 
 void saxParse(ByteStream& stream, XmlEvents& events, const EndMark& endMark) {
-    // The library's own state is not safe to be set up by two threads at once.
-    [[maybe_unused]] static const bool initialized = (xmlInitParser(), true);
+    setUpLibxml();
     SaxParser(events, endMark).parse(stream);
 }
 

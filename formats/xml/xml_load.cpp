@@ -1,6 +1,7 @@
 #include "formats/xml/xml_load.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <exception>
 #include <new>
@@ -19,10 +20,22 @@ constexpr int OPTIONS = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_COMPACT;
 constexpr uint64_t MAX_SIZE = 0x7FFFFFFF;  // the library counts in int
 
 bool isKnown(const std::string& charset) {
+    errno = 0;
     xmlCharEncodingHandler* const handler =
         charset.empty() ? nullptr : xmlFindCharEncodingHandler(charset.c_str());
     xmlCharEncCloseFunc(handler);
+    if (handler == nullptr && errno == ENOMEM) {
+        throw std::bad_alloc();
+    }
     return handler != nullptr;
+}
+
+/// Whether there was too little memory since both kinds of errors were cleared. The library does
+/// not always say so: it ends a document where its buffer cannot grow, and knows no encoding that
+/// it cannot set up.
+bool wasShortOfMemory() {
+    const xmlError* const last = xmlGetLastError();
+    return errno == ENOMEM || (last != nullptr && last->code == XML_ERR_NO_MEMORY);
 }
 
 struct ContextDeleter {
@@ -86,10 +99,12 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
     XmlBuilder builder(context.get(), endMark, mostNodes);
     XmlInput input(source, offset, builder);
     const int options = encoding == nullptr ? OPTIONS : OPTIONS | XML_PARSE_IGNORE_ENC;
+    xmlResetLastError();
+    errno = 0;
     XmlDoc document(xmlCtxtReadIO(context.get(), XmlInput::onRead, nullptr, &input, nullptr,
                                   encoding, options));
     input.throwFailure();
-    if (builder.isOutOfMemory()) {
+    if (builder.isOutOfMemory() || wasShortOfMemory()) {
         throw std::bad_alloc();
     }
     if (builder.hasTooManyNodes()) {

@@ -1,5 +1,6 @@
 #include "platform/linux/xml/LibxmlDocument.h"
 
+#include <new>
 #include <system_error>
 
 #include "formats/text/latin1.h"
@@ -25,7 +26,21 @@ xmlNode* firstChild(XmlDocument::Node node) {
 }
 
 XmlDoc emptyDocument() {
-    return XmlDoc(xmlNewDoc(nullptr));
+    XmlDoc document(xmlNewDoc(nullptr));
+    if (document == nullptr) {
+        throw std::bad_alloc();
+    }
+    return document;
+}
+
+/// Adds a node that was made. The library leaves out what it has no memory for, the name or the
+/// content of a node too.
+xmlNode* add(xmlNode* node, bool isWhole, XmlDocument::Node parent) {
+    if (!isWhole) {
+        xmlFreeNode(node);
+        throw std::bad_alloc();
+    }
+    return xmlAddChild(nodeOf(parent), node);
 }
 
 }  // namespace
@@ -175,8 +190,8 @@ XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& 
     if (xmlValidateQName(toXml(name), 0) != 0) {
         UNSPECIFIED.raise(LIBXML2, "An element cannot be named \"" + name + "\"");
     }
-    return xmlAddChild(nodeOf(parent),
-                       xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr));
+    xmlNode* const element = xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr);
+    return add(element, element != nullptr && element->name != nullptr, parent);
 }
 
 void LibxmlDocument::setText(Node element, const std::string& text) {
@@ -184,7 +199,8 @@ void LibxmlDocument::setText(Node element, const std::string& text) {
     xmlFreeNodeList(node->children);
     node->children = node->last = nullptr;
     if (!text.empty()) {
-        keepSpace(xmlAddChild(node, xmlNewDocText(document_.get(), toXml(text))));
+        xmlNode* const content = xmlNewDocText(document_.get(), toXml(text));
+        keepSpace(add(content, content != nullptr && content->content != nullptr, element));
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <new>
 #include <string_view>
@@ -185,8 +186,13 @@ XPathSelection LibxmlXPath::evaluate(const XPathExpression& expression) {
     xmlResetLastError();
     xmlResetError(&context_->lastError);
     watch_->begin();
+    errno = 0;
     XPathSelection selection(xmlXPathCompiledEval(expression.get(), context_.get()));
+    const bool wasShortOfMemory = errno == ENOMEM;  // of which the library does not always tell
     watch_->end();
+    if (wasShortOfMemory) {
+        throw std::bad_alloc();
+    }
     return selection;
 }
 

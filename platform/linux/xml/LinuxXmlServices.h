@@ -4,12 +4,9 @@
 
 namespace intake {
 
-/// Documents by libxml2, requests by libcurl. libxml2 is kept from printing on every thread that
-/// makes a document.
+/// Documents by libxml2, requests by libcurl.
 class LinuxXmlServices final : public XmlServices {
 public:
-    LinuxXmlServices();
-
     std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark& endMark) override;
     std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
