@@ -33,6 +33,13 @@ private:
     std::shared_ptr<WorkerState> state_;
 };
 
+/// An answer that came after the ring was full will be taken once more, from the same place.
+IntakeCommand takeAnswer(CircBuffer<IntakeCommand>& results) {
+    const bool overflowed = results.count() > CircBuffer<IntakeCommand>::CAPACITY;
+    IntakeCommand& answer = results.take();
+    return overflowed ? answer : std::move(answer);
+}
+
 }  // namespace
 
 IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeReader)
@@ -63,14 +70,11 @@ bool IntakeThread::DeliverOneAnswer() {
         return false;
     }
     const std::lock_guard held(results.mutex(), std::adopt_lock);
-    const bool overflowed = results.count() > CircBuffer<IntakeCommand>::CAPACITY;
-    IntakeCommand& answer = results.take();
+    IntakeCommand answer = takeAnswer(results);
     if (const std::shared_ptr<IntakeClient> client = answer.client.lock()) {
         client->deliver(answer.success, answer.text, answer.error);
     }
-    if (!overflowed) {
-        state->discard(std::move(answer));
-    }
+    state->discard(std::move(answer));
     return true;
 }
 

@@ -71,7 +71,7 @@ void Intake::registerParameters() {
 }
 
 void Intake::syncParameters() {
-    onParameterChanged(POST_ACTION);
+    callHost([this] { onParameterChanged(POST_ACTION); });
     ReaderParams& p = parameters();
     if (hostText(p.rowsDelimiter).empty()) {
         copyToHost(p.rowsDelimiter, SHORT_TEXT, hostText(p.delimiter));
@@ -80,7 +80,7 @@ void Intake::syncParameters() {
 
 void Intake::initialize() {
     worker_ = startWorker();
-    postExpression_.setVariableQuery(this);
+    callHost([this] { postExpression_.setVariableQuery(this); });
     syncParameters();
     if (parameters().mode == SHARED_MEMORY) {
         onParameterChanged(SHARED_MEMORY_TYPE);
@@ -104,13 +104,14 @@ void Intake::onParameterChanged(int32_t index) {
 }
 
 void Intake::parsePostAction() {
-    postExpression_.setHostField(getCobalt(), getField());
+    callHost([this] { postExpression_.setHostField(getCobalt(), getField()); });
     postExpression_.parse(std::string(hostText(parameters().postAction)).c_str());
 }
 
 void Intake::bindSharedMemory() {
-    shmBinding_.setMemory(parameters().shmtype);
-    shmBinding_.setName(std::string(hostText(parameters().shmvar)));
+    const std::shared_ptr<SharedMemoryBinding> binding = shmBinding_;
+    callHost([&] { binding->setMemory(parameters().shmtype); });
+    binding->setName(std::string(hostText(parameters().shmvar)));
 }
 
 void Intake::onExecAction(int32_t action, void*) {
@@ -147,27 +148,24 @@ void Intake::loadAutomatically() {
 }
 
 void Intake::BuildCommand() {
-    worker_->PostCommand(clientProxy_, buildCommandText(parameters()));
+    std::string command;
+    callHost([&] { command = buildCommandText(parameters()); });
+    worker_->PostCommand(clientProxy_, command);
 }
 
 void Intake::executeResult(bool success, const std::string& result, const std::string& error) {
-    // Each step tells others, which can lead the host to delete this instance.
-    const std::shared_ptr<IntakeClientProxy> proxy = clientProxy_;
     if (parameters().show_data != 0) {
-        writeConsoleVariable(success, result, error);
+        callHost([&] { writeConsoleVariable(success, result, error); });
     }
-    if (proxy->isAttached()) {
-        writeTarget(success, result);
-    }
-    if (proxy->isAttached()) {
-        runPostAction();
-    }
+    callHost([&] { writeTarget(success, result); });
+    runPostAction();
 }
 
 void Intake::writeConsoleVariable(bool success, const std::string& result,
                                   const std::string& error) {
     const ReaderParams& p = parameters();
-    DataField* const console = getCobalt()->findField(consoleName(p).c_str(), 0, 1);
+    DataField* console = nullptr;
+    callHost([&] { console = getCobalt()->findField(consoleName(p).c_str(), 0, 1); });
     if (console != nullptr) {
         console->setValue(success ? result.c_str() : (fallbackText(p) + error).c_str());
     }
@@ -176,7 +174,8 @@ void Intake::writeConsoleVariable(bool success, const std::string& result,
 void Intake::writeTarget(bool success, const std::string& result) {
     const ReaderParams& p = parameters();
     if (p.mode == SHARED_MEMORY) {
-        shmBinding_.write(result.c_str());
+        const std::shared_ptr<SharedMemoryBinding> binding = shmBinding_;
+        binding->write(result.c_str());
     } else if (success) {
         getCobalt()->executeScript(result.c_str(), 0);
     } else {
@@ -185,7 +184,8 @@ void Intake::writeTarget(bool success, const std::string& result) {
 }
 
 void Intake::runPostAction() {
-    Cobalt* const store = IDataHandlerImpl::getCobalt(_api__get_sceneid_local(), false);
+    Cobalt* store = nullptr;
+    callHost([&] { store = IDataHandlerImpl::getCobalt(_api__get_sceneid_local(), false); });
     postExpression_.executeExtended(store, _api__lumo_send_command, 0);
 }
 

@@ -7,6 +7,7 @@
 #include "pipeline/IntakeCallback.h"
 #include "pipeline/IntakeThread.h"
 #include "plugin/HostRecord.h"
+#include "plugin/InstanceGone.h"
 #include "plugin/IntakeClientProxy.h"
 #include "plugin/SharedMemoryBinding.h"
 
@@ -50,8 +51,18 @@ public:
     void onExecPerField() override;
 
     /// Executes one answer: console variable, script or fallback or shared memory, post-update
-    /// action. Ends early when one of them leads the host to delete the instance.
+    /// action. Throws InstanceGone when one of them leads the host to delete the instance.
     void executeResult(bool success, const std::string& result, const std::string& error);
+
+    /// Makes a call to the host, which may delete the instance meanwhile. Throws InstanceGone then.
+    template <class Call>
+    void callHost(Call call) {
+        const std::shared_ptr<IntakeClientProxy> proxy = clientProxy_;
+        call();
+        if (!proxy->isAttached()) {
+            throw InstanceGone();
+        }
+    }
 
     const char* queryVariable(const char* macro) override { return parseMacro(macro); }
     void onParameterUpdate(const char* text) override;
@@ -72,8 +83,19 @@ private:
     std::shared_ptr<IntakeThread> worker_;
     std::shared_ptr<IntakeClientProxy> clientProxy_;
     double lastLoadTime_ = 0;  // milliseconds; 0 makes the next automatic load due
-    SharedMemoryBinding shmBinding_;
+    std::shared_ptr<SharedMemoryBinding> shmBinding_ = std::make_shared<SharedMemoryBinding>();
     DataExpression& postExpression_;
 };
+
+/// Makes a call to the host for a record whose instance, if there is one, it may delete meanwhile.
+/// Throws InstanceGone then.
+template <class Call>
+void callHostFor(Intake* instance, Call call) {
+    if (instance != nullptr) {
+        instance->callHost(call);
+    } else {
+        call();
+    }
+}
 
 }  // namespace intake

@@ -5,8 +5,13 @@
 namespace intake {
 
 void IntakeClientProxy::deliver(bool success, const std::string& answer, const std::string& error) {
-    if (instance_ != nullptr) {
+    if (instance_ == nullptr) {
+        return;
+    }
+    try {
         instance_->executeResult(success, answer, error);
+    } catch (const InstanceGone&) {
+        return;  // it ended the delivery, and all is done
     }
 }
 

@@ -44,7 +44,7 @@ SharedMemoryBinding::Report SharedMemoryBinding::write(const char* text) const {
     if (name_.empty()) {
         return NO_NAME;
     }
-    const std::string name = name_;  // telling the watchers may be the end of this object
+    const std::string name = name_;  // telling the watchers may change it
     const LumoVariant value{LumoVariant::TEXT, text};
     _api__shared_script_memory_set_value(memory_, name.c_str(), &value);
     return DONE;

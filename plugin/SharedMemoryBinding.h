@@ -5,8 +5,9 @@
 
 namespace intake {
 
-/// The shared-memory variable that an instance writes its answers to. Owned by the instance; host's
-/// thread. Unset until a memory and a name are chosen.
+/// The shared-memory variable that an instance writes its answers to. Shared by the instance and
+/// whoever is inside of a call, which may be the end of the instance; host's thread. Unset until a
+/// memory and a name are chosen.
 class SharedMemoryBinding {
 public:
     enum Report : int32_t { DONE = 0, NO_MEMORY = -1, NO_NAME = -2 };

@@ -1,6 +1,7 @@
 #include "plugin/binding.h"
 
 #include <exception>
+#include <memory>
 
 #include "host/cobalt.h"
 #include "host/lumo.h"
@@ -25,10 +26,10 @@ Intake* makeInstance() {
 }
 
 void prepareHandler(Intake& instance, int32_t debugLevel) {
-    DataDebug(debugLevel);
-    instance.setLocalContainer();
-    instance.setLocalScene();
-    instance.IDataHandler::init(instance.container);
+    instance.callHost([&] { DataDebug(debugLevel); });
+    instance.callHost([&] { instance.setLocalContainer(); });
+    instance.callHost([&] { instance.setLocalScene(); });
+    instance.callHost([&] { instance.IDataHandler::init(instance.container); });
 }
 
 /// Carries the record's binding parameters into the instance.
@@ -38,16 +39,16 @@ void applyBindingParameters(HostRecord& record, Intake& instance) {
         record.WhichOther = OTHER_IS_REMOTE;
     }
     if (record.IsOther != 0 && record.WhichOther == OTHER_IS_REMOTE) {
-        instance.setRemoteContainer(record.RemoteContainer);
+        instance.callHost([&] { instance.setRemoteContainer(record.RemoteContainer); });
     }
-    instance.setNotifyOnValueChange(record.ValChangeNotify);
+    instance.callHost([&] { instance.setNotifyOnValueChange(record.ValChangeNotify); });
     instance.IsOther = record.IsOther;
     if (record.IsOther != 0) {
         instance.WhichOther = record.WhichOther;
     }
-    instance.setUseConvTable(record.UseConvTable);
+    instance.callHost([&] { instance.setUseConvTable(record.UseConvTable); });
     if (record.UseConvTable != 0) {
-        instance.setConvTableNmae(record.ConvTableName);
+        instance.callHost([&] { instance.setConvTableNmae(record.ConvTableName); });
     }
 }
 
@@ -61,14 +62,19 @@ void ensureStoreFunction(int32_t scene) {
 void bindInstance(HostRecord& record, Intake& instance) {
     prepareHandler(instance, 3);
     instance.params = &record.params;
-    instance.initialize();
+    instance.callHost([&] { instance.initialize(); });
     applyBindingParameters(record, instance);
-    instance.RegisterField(record.FieldName, 0);
+    instance.callHost([&] { instance.RegisterField(record.FieldName, 0); });
     instance.syncParameters();
 }
 
 void createAndRegister(HostRecord& record, int32_t flag) {
-    record.instance = makeInstance();
+    const Intake* const former = record.instance;
+    std::unique_ptr<Intake> made(makeInstance());
+    if (record.instance != former) {
+        return;  // the host has bound one meanwhile
+    }
+    record.instance = made.release();
     if (record.instance == nullptr) {
         return;
     }
@@ -76,9 +82,9 @@ void createAndRegister(HostRecord& record, int32_t flag) {
     prepareHandler(instance, 1);
     instance.params = &record.params;
     applyBindingParameters(record, instance);
-    instance.Register(record.FieldName, flag);
-    instance.initialize();
-    ensureStoreFunction(instance.scene);
+    instance.callHost([&] { instance.Register(record.FieldName, flag); });
+    instance.callHost([&] { instance.initialize(); });
+    instance.callHost([&] { ensureStoreFunction(instance.scene); });
 }
 
 }  // namespace
@@ -87,7 +93,10 @@ void bind(HostRecord& record) {
     record.Magic = MAGIC_BOUND;
     try {
         if (record.instance == nullptr) {
-            record.instance = makeInstance();
+            std::unique_ptr<Intake> instance(makeInstance());
+            if (record.instance == nullptr) {  // the host may have bound it meanwhile
+                record.instance = instance.release();
+            }
         }
         if (record.instance != nullptr) {
             bindInstance(record, *record.instance);
@@ -96,7 +105,7 @@ void bind(HostRecord& record) {
         setInitCB(1);
         throw;
     }
-    setInitCB(1);
+    callHostFor(record.instance, [] { setInitCB(1); });
 }
 
 void checkState(HostRecord& record) {
@@ -108,9 +117,8 @@ void checkState(HostRecord& record) {
     // another one with every frame.
     record.Magic = MAGIC_BOUND;
     createAndRegister(record, state == MAGIC_CREATED ? 1 : 0);
-    if (state == MAGIC_RECREATE && record.instance != nullptr) {
-        record.instance->params = &record.params;
-        record.instance->syncParameters();
+    if (Intake* const instance = instanceOf(record); state == MAGIC_RECREATE && instance) {
+        instance->callHost([=] { instance->syncParameters(); });
     }
 }
 
@@ -122,9 +130,12 @@ Intake* instanceOf(HostRecord& record) {
 }
 
 void finishInitialisation(const HostRecord& record) {
-    if (getInitCB() != 0 && record.instance != nullptr && record.instance->getType() != 1) {
-        initCobalt();
-        setInitCB(0);
+    int32_t pending = 0;
+    callHostFor(record.instance, [&] { pending = getInitCB(); });
+    Intake* const instance = record.instance;
+    if (pending != 0 && instance != nullptr && instance->getType() != 1) {
+        instance->callHost([] { initCobalt(); });
+        instance->callHost([] { setInitCB(0); });
     }
 }
 

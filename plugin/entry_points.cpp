@@ -29,6 +29,8 @@ template <class Body>
 void guarded(const char* entryPoint, Body body) noexcept {
     try {
         body();
+    } catch (const intake::InstanceGone&) {
+        return;
     } catch (const std::exception& failure) {
         report(entryPoint, ": ", failure.what());
     } catch (...) {
@@ -105,7 +107,7 @@ PLUGIN_API void PLUGIN_CHANGED_CALLBACK(HostRecord* record, int32_t hostIndex) {
 PLUGIN_API void PLUGIN_GUI_STATUS(HostRecord* record) {
     guarded("PLUGIN_GUI_STATUS", [=] {
         intake::checkState(*record);
-        intake::showBindingParameters(*record);
+        intake::callHostFor(record->instance, [=] { intake::showBindingParameters(*record); });
         withInstance(record, [](Intake& instance) { instance.onGuiStatus(); });
     });
 }

@@ -42,12 +42,12 @@ void chooseField(HostRecord& record, const char* name) {
         std::memmove(record.FieldName, name, std::strlen(name) + 1);
     }
     if (Intake* const instance = instanceOf(record)) {
-        instance->Register(record.FieldName, 1);
+        instance->callHost([&] { instance->Register(record.FieldName, 1); });
     } else {
         bind(record);
     }
     if (record.instance != nullptr && holdsFields(*record.instance)) {
-        record.instance->initContainer();
+        record.instance->callHost([&] { record.instance->initContainer(); });
     }
 }
 
@@ -58,8 +58,8 @@ void useRemoteContainer(HostRecord& record, Intake& instance) {
 }
 
 void fieldNameChanged(const HostRecord& record, Intake& instance) {
-    DataDebug(1);
-    instance.Register(record.FieldName, 1);
+    instance.callHost([] { DataDebug(1); });
+    instance.callHost([&] { instance.Register(record.FieldName, 1); });
     if (holdsFields(instance)) {
         instance.onDispatcher(FIELD_CHANGED, nullptr, nullptr);
     }
@@ -70,7 +70,7 @@ void instanceParameterChanged(HostRecord& record, Intake& instance, int32_t host
         case FIELD_NAME:
             return fieldNameChanged(record, instance);
         case VAL_CHANGE_NOTIFY:
-            instance.setNotifyOnValueChange(record.ValChangeNotify);
+            instance.callHost([&] { instance.setNotifyOnValueChange(record.ValChangeNotify); });
             return instance.refresh();
         case IS_REMOTE:
             return;

@@ -111,11 +111,11 @@ void apply(const Rules& rules, const Values& values) {
 
 }  // namespace
 
-void showBindingParameters(const HostRecord& record) {
+void showBindingParameters(HostRecord record) {
     apply(BINDING_RULES, record);
 }
 
-void showReaderParameters(const ReaderParams& params) {
+void showReaderParameters(ReaderParams params) {
     apply(READER_RULES, params);
 }
 

@@ -4,10 +4,10 @@
 
 namespace intake {
 
-// Both tell the editor, for every parameter that can be hidden, whether it is shown now. Host's
-// thread.
+// Both tell the editor, for every parameter that can be hidden, whether it is shown now. They take
+// copies: the editor may lead the host to give the record up. Host's thread.
 
-void showBindingParameters(const HostRecord& record);
-void showReaderParameters(const ReaderParams& params);
+void showBindingParameters(HostRecord record);
+void showReaderParameters(ReaderParams params);
 
 }  // namespace intake

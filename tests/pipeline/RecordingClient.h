@@ -21,7 +21,6 @@ public:
 
     void deliver(bool success, const std::string& answer, const std::string& error) override {
         deliveries_->push_back(success ? "ok: " + answer : "failed: " + error);
-        slotText_ = &answer;
         if (onDeliver) {
             onDeliver();
         }
@@ -29,15 +28,11 @@ public:
 
     const Deliveries& deliveries() const { return *deliveries_; }
 
-    /// The answer's text where the ring keeps it; valid as long as the ring.
-    const std::string* slotText() const { return slotText_; }
-
     /// What the host does with the answer.
     std::function<void()> onDeliver;
 
 private:
     std::shared_ptr<Deliveries> deliveries_;
-    const std::string* slotText_ = nullptr;
 };
 
 }  // namespace intake

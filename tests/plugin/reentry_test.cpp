@@ -128,6 +128,59 @@ TEST_F(ReEntry, AChangedPostUpdateActionRunsAlreadyForTheAnswerThatChangedIt) {
               R"("New=1;".executeExtended(sceneStore, _api__lumo_send_command, 0))");
 }
 
+/// Any other call that the plugin makes, and the entry point that makes it.
+struct Deletion {
+    const char* hostCall;
+    void (*enter)(HostRecord* record);
+};
+
+class DeletingTheInstanceWithin : public ReEntry, public testing::WithParamInterface<Deletion> {};
+
+void load(HostRecord* record) {
+    PLUGIN_LOAD(record);
+}
+void chooseField(HostRecord* record) {
+    PLUGIN_CHANGED_CALLBACK(record, 2);
+}
+void changeNotification(HostRecord* record) {
+    PLUGIN_CHANGED_CALLBACK(record, 3);
+}
+void startLoad(HostRecord* record) {
+    PLUGIN_EXEC_ACTION(record, 0);
+}
+void finish(HostRecord* record) {
+    PLUGIN_AFTER_LOAD(record);
+}
+
+TEST_P(DeletingTheInstanceWithin, EndsTheCallThere) {
+    host.initPending = 1;
+    host.takeCalls();
+    host.onNextCall(GetParam().hostCall, [&] { PLUGIN_CLEANUP_FUNCTION(record.get()); });
+    GetParam().enter(record.get());
+    EXPECT_EQ(record->instance, nullptr);
+    Calls calls = host.takeCalls();
+    if (calls.back() == "setInitCB(1)") {  // whatever becomes of binding
+        calls.pop_back();
+    }
+    EXPECT_EQ(calls.back(), "~IDataHandler()");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AnyHostCall, DeletingTheInstanceWithin,
+    testing::Values(Deletion{"DataDebug", load}, Deletion{"setLocalContainer", load},
+                    Deletion{"setLocalScene", load}, Deletion{"init", load},
+                    Deletion{"setVariableQuery", load}, Deletion{"setHostField", load},
+                    Deletion{"parse", load}, Deletion{"setNotifyOnValueChange", load},
+                    Deletion{"setUseConvTable", load}, Deletion{"RegisterField", load},
+                    Deletion{"setInitCB", load}, Deletion{"DataDebug", chooseField},
+                    Deletion{"Register", chooseField},
+                    Deletion{"setNotifyOnValueChange", changeNotification},
+                    Deletion{"_api__global_get_font_encoding", startLoad},
+                    Deletion{"initCobalt", finish}),
+    [](const auto& each) {
+        return std::to_string(each.index) + std::string(each.param.hostCall).substr(0, 1);
+    });
+
 TEST_F(ReEntry, AFrameWhileTheInstanceIsStillBeingMadeDoesNotMakeASecondOne) {
     PLUGIN_CLEANUP_FUNCTION(record.get());
     host.takeCalls();

@@ -45,4 +45,7 @@ void FakeHost::run(const std::string& name) {
         const Action action = found->second;
         action();
     }
+    if (onEveryCall) {
+        onEveryCall();
+    }
 }

@@ -45,6 +45,9 @@ public:
     /// The same, for the next call only.
     void onNextCall(const std::string& function, Action action);
 
+    /// Runs behind every call.
+    Action onEveryCall;
+
     /// The calls so far, of which it forgets.
     std::vector<std::string> takeCalls();
 

@@ -39,13 +39,13 @@ void IDataHandler::refresh() {
 }
 
 void lumoPluginData::setLocalContainer() {
-    fakeHost().called("setLocalContainer");
     container = fakeHost().localContainer;
+    fakeHost().called("setLocalContainer");
 }
 
 void lumoPluginData::setLocalScene() {
-    fakeHost().called("setLocalScene");
     scene = fakeHost().localScene;
+    fakeHost().called("setLocalScene");
 }
 
 void lumoPluginData::setRemoteContainer(const char* remote) {
