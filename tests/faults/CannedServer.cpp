@@ -7,8 +7,10 @@
 
 namespace intake {
 
-CannedServer::CannedServer(Bodies bodies)
-    : bodies_(std::move(bodies)), listener_(listenOnLoopback(0)), thread_([this] { serve(); }) {}
+CannedServer::CannedServer(Responses responses)
+    : responses_(std::move(responses)),
+      listener_(listenOnLoopback(0)),
+      thread_([this] { serve(); }) {}
 
 CannedServer::~CannedServer() {
     shutDown(listener_);
@@ -38,10 +40,8 @@ void CannedServer::answer(int connection) const {
         request.append(buffer.data(), static_cast<size_t>(received));
     }
     const size_t path = request.find(' ') + 1;
-    const std::string body =
-        bodies_(request.substr(path, request.find_first_of(" ?", path) - path));
-    sendBytes(connection, "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
-                              std::to_string(body.size()) + "\r\n\r\n" + body);
+    sendBytes(connection,
+              responses_(request.substr(path, request.find_first_of(" ?", path) - path)));
 }
 
 }  // namespace intake

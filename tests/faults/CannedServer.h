@@ -10,10 +10,10 @@ namespace intake {
 /// own. It keeps nothing, so that it can be asked a million times. Stops with its object.
 class CannedServer {
 public:
-    /// Gives the body of a path.
-    using Bodies = std::function<std::string(const std::string& path)>;
+    /// Gives all that is sent for a path, before the connection is closed.
+    using Responses = std::function<std::string(const std::string& path)>;
 
-    explicit CannedServer(Bodies bodies);
+    explicit CannedServer(Responses responses);
     ~CannedServer();
     CannedServer(const CannedServer&) = delete;
     CannedServer& operator=(const CannedServer&) = delete;
@@ -24,7 +24,7 @@ private:
     void serve();
     void answer(int connection) const;
 
-    const Bodies bodies_;
+    const Responses responses_;
     const int listener_;
     std::thread thread_;
 };

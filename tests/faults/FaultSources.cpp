@@ -79,6 +79,11 @@ std::string contentOf(const std::string& path) {
     return {std::istreambuf_iterator(file), {}};
 }
 
+std::string response(const std::string& body) {
+    return "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
+           std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
 FaultLoad document(const std::string& name, const std::string& mode, const std::string& source,
                    const std::string& path, const std::string& key) {
     return {name, "MODE |" + mode + "| FILENAME |" + source + "| XPATH |" + path + "| KEY |" + key +
@@ -88,7 +93,8 @@ FaultLoad document(const std::string& name, const std::string& mode, const std::
 }  // namespace
 
 FaultSources::FaultSources(int rows)
-    : server_([this](const std::string& name) { return contentOf(path(name.substr(1))); }) {
+    : server_(
+          [this](const std::string& name) { return response(contentOf(path(name.substr(1)))); }) {
     directory_.write("json", json(rows));
     directory_.write("xml", xml(rows));
     directory_.write("payload", payload(rows));

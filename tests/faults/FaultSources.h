@@ -24,9 +24,10 @@ public:
     std::vector<FaultLoad> overHttp() const;
     FaultLoad byOdbc() const;
 
-private:
+    /// The file of a load from one, by the load's name.
     std::string path(const std::string& name) const { return (directory_.path() / name).string(); }
 
+private:
     TempDirectory directory_;
     CannedServer server_;
 };

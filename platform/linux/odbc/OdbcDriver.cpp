@@ -20,7 +20,8 @@ constexpr std::array<DriverRow, 4> DRIVERS{{
     {"psqlodbcw", {.givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
     {"psqlodbca", {.narrow = true, .givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
     // Its wide texts fail when their buffer ends within a character.
-    {"libmaodbc", {.givesUtf8 = true, .asTexts = false, .boundRecords = 1}},
+    {"libmaodbc",
+     {.givesUtf8 = true, .asTexts = false, .preparesQueries = true, .boundRecords = 1}},
 }};
 
 }  // namespace

@@ -16,6 +16,10 @@ struct OdbcDriver {
     /// anything whatever its type says, or because what the driver makes of numbers is not known.
     bool asTexts = true;
 
+    /// A query is prepared before it runs: where the connection breaks while the driver hears of
+    /// the columns of one that is not, it crashes.
+    bool preparesQueries = false;
+
     /// So many records at a time it fetches into bound columns rightly, and gives a text that was
     /// longer than its buffer again in full. 0: it is asked for every value.
     SQLULEN boundRecords = 0;

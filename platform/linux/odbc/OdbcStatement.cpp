@@ -40,8 +40,8 @@ SQLRETURN OdbcStatement::run(Call call) const {
 }
 
 void OdbcStatement::execute(const std::string& query) {
-    const SQLRETURN result =
-        run([&] { return executeQuery(handle_.get(), query, driver_.narrow); });
+    const auto start = driver_.preparesQueries ? prepareAndExecute : executeQuery;
+    const SQLRETURN result = run([&] { return start(handle_.get(), query, driver_.narrow); });
     if (result != SQL_NO_DATA) {
         check(result);
     }

@@ -120,6 +120,13 @@ SQLRETURN executeQuery(SQLHSTMT statement, const std::string& query, bool narrow
                   : SQLExecDirectW(statement, odbcText(toUtf16(query)), SQL_NTS);
 }
 
+SQLRETURN prepareAndExecute(SQLHSTMT statement, const std::string& query, bool narrow) {
+    const NeutralLocale locale;
+    const SQLRETURN prepared = narrow ? SQLPrepare(statement, odbcText(query), SQL_NTS)
+                                      : SQLPrepareW(statement, odbcText(toUtf16(query)), SQL_NTS);
+    return SQL_SUCCEEDED(prepared) ? SQLExecute(statement) : executeQuery(statement, query, narrow);
+}
+
 SQLRETURN describeColumn(SQLHSTMT statement, SQLUSMALLINT number, bool narrow,
                          OdbcColumnDescription& description) {
     const NeutralLocale locale;

@@ -23,6 +23,9 @@ SQLRETURN connectWithString(SQLHDBC connection, const std::string& connectionStr
 
 SQLRETURN executeQuery(SQLHSTMT statement, const std::string& query, bool narrow);
 
+/// The same in two steps, where the query can be prepared.
+SQLRETURN prepareAndExecute(SQLHSTMT statement, const std::string& query, bool narrow);
+
 struct OdbcColumnDescription {
     std::string name;
     SQLSMALLINT type = 0;
