@@ -19,10 +19,13 @@ namespace {
 constexpr std::string_view UTF_8 = "UTF-8";
 constexpr std::string_view WINDOWS_1252 = "CP1252";
 
+constexpr std::string_view GB18030 = "GB18030";
+constexpr std::string_view EURO_SIGN = "\xE2\x82\xAC";
+
 class Converter {
 public:
     explicit Converter(const std::string& encoding)
-        : converter_(iconv_open("UTF-8", encoding.c_str())) {
+        : isGb18030_(encoding == GB18030), converter_(iconv_open("UTF-8", encoding.c_str())) {
         if (converter_ == reinterpret_cast<iconv_t>(-1)) {  // NOLINT(performance-no-int-to-ptr)
             throw PageError("The system cannot read the page's encoding, " + encoding);
         }
@@ -43,7 +46,7 @@ public:
             const int error = errno;
             text.append(buffer.data(), buffer.size() - outLeft);
             if (result == static_cast<size_t>(-1) && error != E2BIG) {
-                text.append(REPLACEMENT);  // what is no character, or the half of one at the end
+                text.append(replacementOf(*in));
                 ++in;
                 --inLeft;
             }
@@ -56,12 +59,19 @@ public:
     }
 
 private:
+    /// What stands for a byte that is no character, or the half of one at the end.
+    std::string_view replacementOf(char byte) const {
+        return isGb18030_ && byte == '\x80' ? EURO_SIGN : REPLACEMENT;  // as in windows-936
+    }
+
+    const bool isGb18030_;
     iconv_t converter_;
 };
 
-/// A meta element that can be read does not stand in UTF-16.
+/// A declaration that can be read does not stand in UTF-16.
 std::string_view declaredEncoding(std::string_view page) {
-    const std::string_view encoding = encodingOfMeta(page);
+    std::string_view encoding = encodingOfMeta(page);
+    encoding = encoding.empty() ? encodingOfXmlDeclaration(page) : encoding;
     return encoding.starts_with("UTF-16") ? UTF_8 : encoding;
 }
 
@@ -86,7 +96,7 @@ std::string fromUtf16(std::string_view bytes, bool bigEndian) {
 }
 
 /// Encodings of more than one byte for some characters.
-constexpr std::array<std::string_view, 6> MULTI_BYTE{"GB18030",     "BIG5-HKSCS", "EUC-JP",
+constexpr std::array<std::string_view, 6> MULTI_BYTE{GB18030,       "BIG5-HKSCS", "EUC-JP",
                                                      "ISO-2022-JP", "CP932",      "CP949"};
 
 /// What a byte means in an encoding of one byte a character. Browsers take those of the control

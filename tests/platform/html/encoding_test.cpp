@@ -139,6 +139,28 @@ TEST_F(HtmlEncoding, OfOneByteACharacterIsReadByteByByte) {
               std::string("\xC2\x81") + REPLACED + "\xCE\xB1");
 }
 
+TEST_F(HtmlEncoding, OfChinesePagesHasTheEuroSignInOneByte) {
+    EXPECT_EQ(read("<meta charset=gbk>", "a\x80 \xC8\xD5\x80"),
+              "a" + std::string(EURO) + " \xE6\x97\xA5" + EURO);
+    EXPECT_EQ(read("<meta charset=gbk>", "\xFFx"), std::string(REPLACED) + "x");
+}
+
+TEST_F(HtmlEncoding, IsThatOfAnXmlDeclarationBehindWhatAMetaElementSays) {
+    EXPECT_EQ(read("<?xml version='1.0' encoding = \"windows-1251\" ?>", "\xE0"), "\xD0\xB0");
+    EXPECT_EQ(read("<?xml encoding='koi8-r'?>", "\xC1"), "\xD0\xB0");
+    EXPECT_EQ(read("<?xml encoding='koi8-r'?><meta charset=windows-1251>", "\xE0"), "\xD0\xB0");
+    EXPECT_EQ(read("<?xml encoding='utf-16'?>", E_ACUTE), E_ACUTE);
+}
+
+TEST_F(HtmlEncoding, IsNotWhatOnlyLooksLikeAnXmlDeclaration) {
+    for (const char* start :
+         {" <?xml encoding='koi8-r'?>", "<?xml encoding='klingon'?>", "<?xml encoding=koi8-r?>",
+          "<?xml encoding'koi8-r'?>", "<?xml encoding='koi8-r?>", "<?xml version='1.0'?>",
+          "<?xml ?><p encoding='koi8-r'>"}) {
+        EXPECT_EQ(read(start, "\xE9"), E_ACUTE) << start;
+    }
+}
+
 TEST_F(HtmlEncoding, LeavesOutCharactersThatAreZero) {
     EXPECT_EQ(read("", std::string("a\0b", 3)), "ab");
 }
