@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 #include "formats/html/characters.h"
-#include "formats/text/trim.h"
+#include "formats/html/inline_style.h"
 
 namespace intake::html {
 
@@ -21,21 +22,10 @@ bool isAmong(const Names& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The keyword that a style gives a property, by its last declaration; empty when it has none.
-std::string_view keywordOf(std::string_view style, std::string_view property) {
-    std::string_view keyword;
-    while (!style.empty()) {
-        const std::string_view declaration = style.substr(0, style.find(';'));
-        style.remove_prefix(std::min(declaration.size() + 1, style.size()));
-        const size_t colon = declaration.find(':');
-        if (colon != std::string_view::npos &&
-            equalIgnoringCase(trimmed(declaration.substr(0, colon), WHITE_SPACE), property)) {
-            keyword = trimmed(declaration.substr(colon + 1), WHITE_SPACE);
-            keyword =
-                trimmed(keyword.substr(0, keyword.find('!')), WHITE_SPACE);  // of "!important"
-        }
-    }
-    return keyword;
+/// Where browsers never render a form: as a part of a table, between its cells or rows.
+bool isFormInTable(const Node& element) {
+    return element.tag == Tag::FORM && element.parent != nullptr &&
+           element.parent->space == Namespace::HTML && has(element.parent->tag, TABLE_PART);
 }
 
 bool isKindRendered(const Node& element) {
@@ -45,23 +35,24 @@ bool isKindRendered(const Node& element) {
         case Namespace::MATHML:
             return element.text != "annotation" && element.text != "annotation-xml";
         default:
-            return !has(element.tag, HIDDEN) &&
+            return !has(element.tag, HIDDEN) && !isFormInTable(element) &&
                    (element.tag != Tag::DIALOG || element.attribute("open") != nullptr);
     }
 }
 
+/// A style of its own counts before the attributes.
 bool isHiddenByAttribute(const Node& element) {
-    const auto hides = [](const Attribute& each) {
-        return each.name == "hidden" ||
-               (each.name == "style" &&
-                equalIgnoringCase(keywordOf(each.value, "display"), "none"));
-    };
+    bool isHidden = false;
     for (const Attribute* each = element.attributes; each != nullptr; each = each->next) {
-        if (hides(*each)) {
-            return true;
+        if (each->name == "style") {
+            const std::string display = keywordOf(each->value, "display");
+            if (!display.empty()) {
+                return equalIgnoringCase(display, "none");
+            }
         }
+        isHidden = isHidden || each->name == "hidden" || each->name == "popover";
     }
-    return false;
+    return isHidden;
 }
 
 bool isFirstSummary(const Node& node) {
@@ -81,8 +72,12 @@ bool isFoldedAway(const Node& node) {
 }
 
 bool isTextRendered(const Node& text) {
-    return text.parent == nullptr || text.parent->space != Namespace::SVG ||
-           isAmong(SVG_TEXT, text.parent->text);
+    if (text.parent == nullptr) {
+        return true;
+    }
+    return text.parent->space == Namespace::SVG
+               ? isAmong(SVG_TEXT, text.parent->text)
+               : !text.parent->isHtml(Tag::SELECT) && !text.parent->isHtml(Tag::OPTGROUP);
 }
 
 }  // namespace
@@ -101,7 +96,7 @@ Visibility visibilityOf(const Node& element) {
     if (style == nullptr) {
         return Visibility::INHERITED;
     }
-    const std::string_view keyword = keywordOf(*style, "visibility");
+    const std::string keyword = keywordOf(*style, "visibility");
     if (equalIgnoringCase(keyword, "hidden") || equalIgnoringCase(keyword, "collapse")) {
         return Visibility::HIDDEN;
     }

@@ -10,7 +10,8 @@ namespace intake::html {
 
 /// Whether a node is rendered where its parent is. Not so are scripts and styles, what stands in
 /// place of media (object, canvas, ...), what forms hold (textarea), closed details but for their
-/// summary, closed dialogs, all of SVG but its text, and elements with the attribute `hidden` or
+/// summary, closed dialogs, all of SVG but its text, what a list of options holds beside them,
+/// forms between the parts of a table, and elements with the attribute `hidden` or `popover` or
 /// with `display: none` in their own style.
 bool isRendered(const Node& node);
 

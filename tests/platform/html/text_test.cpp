@@ -72,6 +72,8 @@ TEST_F(HtmlText, HasItsReferencesReplaced) {
 
 TEST_F(HtmlText, OfOptionsIsThere) {
     EXPECT_EQ(cellOf("<select><option>a<option>b</select>"), "a\r\nb");
+    EXPECT_EQ(cellOf("<select>x<optgroup label=y>z<option>a<option>b</optgroup></select>"),
+              "a\r\nb");
 }
 
 TEST_F(HtmlText, LeavesOutWhatStandsInPlaceOfMediaAndWhatFieldsHold) {
@@ -150,6 +152,45 @@ TEST_F(HtmlText, FollowsTheLastDeclarationOfAStyle) {
     EXPECT_EQ(cellOf("a<b style='display:block;display:none;'>b</b>"), "a");
     EXPECT_EQ(cellOf("a<b style='visibility:hidden;visibility:visible'>b</b>"), "ab");
     EXPECT_EQ(cellOf("a<b style='display'>b</b><b style=';:none;display:'>c</b>"), "abc");
+}
+
+TEST_F(HtmlText, FollowsAnImportantDeclarationBeforeALaterOne) {
+    EXPECT_EQ(cellOf("a<b style='display:none!important;display:inline'>b</b>"), "a");
+    EXPECT_EQ(cellOf("a<b style='display:none !important;display:inline ! important'>b</b>"), "ab");
+    EXPECT_EQ(cellOf("a<b style='display:inline!important;display:none'>b</b>"), "ab");
+}
+
+TEST_F(HtmlText, OverlooksTheCommentsOfAStyle) {
+    EXPECT_EQ(cellOf("a<b style='/*c*/display:none'>b</b>"), "a");
+    EXPECT_EQ(cellOf("a<b style='/* ; */display/**/:/*x*/none/*y'>b</b>"), "a");
+    EXPECT_EQ(cellOf("a<b style='/*display:none'>b</b>"), "ab");
+    EXPECT_EQ(cellOf("a<b style='display:n/**/one'>b</b>"), "ab");
+}
+
+TEST_F(HtmlText, LeavesOutPopovers) {
+    EXPECT_EQ(cellOf("a<span popover>x</span><span popover=manual>y</span>b"), "ab");
+}
+
+TEST_F(HtmlText, HasWhatIsHiddenByAnAttributeWhereTheStyleShowsIt) {
+    EXPECT_EQ(cellOf("<i hidden style='display:inline'>a</i><i style='color:red' hidden>x</i>"),
+              "a");
+    EXPECT_EQ(cellOf("<i popover style='display:block'>a</i>"), "a");
+}
+
+TEST_F(HtmlText, OfRowsAndCellsThatAreHiddenThemselvesIsThere) {
+    load("<table><tr hidden><td>1<tr><td style='display:none'>2<td>3</table>");
+    EXPECT_EQ(table(), "1|\n2|3|\n");
+}
+
+TEST_F(HtmlText, TakesPicturesFieldsAndButtonsForNothing) {
+    EXPECT_EQ(cellOf("<img src=flag> Holm <input> (<button>N</button>)"), "Holm (N)");
+}
+
+TEST_F(HtmlText, LeavesOutFormsBetweenTheCellsOfATable) {
+    EXPECT_EQ(cellOf("<table><tr><td>1</td><form><td>2</td></form><td>3</td></tr></table>"),
+              "1\t2\t3");
+    EXPECT_EQ(cellOf("<table><form><tr><td>1</td></tr></form></table>"), "1");
+    EXPECT_EQ(cellOf("a<form>b</form>"), "a\r\nb");
 }
 
 TEST_F(HtmlText, InsideOfPreKeepsItsWhiteSpaceWhereverItIsAskedFor) {

@@ -51,6 +51,13 @@ TEST_F(LoadHtml, ATableThatIsNotThereFailsTheLoad) {
     EXPECT_EQ(result.err, "HTML: Could not find any TABLE under CLASS \"grid\"\n");
 }
 
+TEST_F(LoadHtml, ABarInASelectorStandsBehindABackslash) {
+    write("page.html", "<p>Men|Women</p><table><tr><td>Symbol<tr><td>KLDBY</table>");
+    EXPECT_EQ(loadTable({"sheet=TEXT Men\\|Women"}).out, R"(T[KLDBY]={{Symbol=""KLDBY"";};};)");
+    EXPECT_EQ(loadTable({"sheet=TEXT Men|Women"}).err,
+              "HTML: Could not find any TABLE close to text \"Men\"\n");
+}
+
 TEST_F(LoadHtml, APageThatIsNotThereFailsTheLoad) {
     const ChildResult result = loadTable({"filename=missing.html"});
     EXPECT_EQ(result.status, 1);
