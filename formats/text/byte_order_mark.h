@@ -13,8 +13,6 @@ struct ByteOrderMark {
     const char* encoding;
 };
 
-constexpr size_t LONGEST_MARK = 3;
-
 /// The mark that a text begins with; one of no bytes and without encoding when there is none.
 constexpr ByteOrderMark byteOrderMarkOf(std::string_view text) {
     constexpr std::array<ByteOrderMark, 3> MARKS{{

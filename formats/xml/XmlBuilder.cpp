@@ -51,6 +51,12 @@ void keepLastChild(const xmlNode* element) {
     }
 }
 
+/// The library reads documents of version 1.1 as such of 1.0, which have no such characters.
+bool isOfLaterVersion(const xmlParserCtxt& context, const xmlError& error) {
+    return error.code == XML_ERR_INVALID_CHAR && context.version != nullptr &&
+           !xmlStrEqual(context.version, reinterpret_cast<const xmlChar*>("1.0"));
+}
+
 std::string placed(std::string_view message, int line, int column) {
     return std::string(message.substr(0, message.find_last_not_of('\n') + 1)) + " (line " +
            std::to_string(line) + ", column " + std::to_string(column) + ")";
@@ -224,7 +230,10 @@ void XmlBuilder::onError(void* context, xmlError* error) {
     XmlBuilder& self = of(context);
     self.isOutOfMemory_ = self.isOutOfMemory_ || error->code == XML_ERR_NO_MEMORY;
     if (isFatal(*error) && error->message != nullptr) {
-        self.setError(error->message, error->line, error->int2);
+        self.setError(isOfLaterVersion(self.context_, *error)
+                          ? "Control characters as in XML 1.1 cannot be read"
+                          : error->message,
+                      error->line, error->int2);
     }
 }
 

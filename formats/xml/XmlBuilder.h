@@ -31,6 +31,9 @@ public:
     /// hours.
     bool wantsMore();
 
+    /// Makes this the error, at the place where the parser is, if there is none yet.
+    void refuse(std::string_view reason);
+
 private:
     static XmlBuilder& of(void* context);
 
@@ -51,7 +54,6 @@ private:
     bool beginNode(int count = 1);
     void add(xmlNode* node, bool isWhole);
     void keepBlank(std::string_view text);
-    void refuse(std::string_view reason);
     void setError(std::string_view reason, int line, int column);
     void stopForWantOfMemory();
 

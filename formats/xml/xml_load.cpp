@@ -38,6 +38,23 @@ bool wasShortOfMemory() {
     return errno == ENOMEM || (last != nullptr && last->code == XML_ERR_NO_MEMORY);
 }
 
+/// Only XML has marks of UTF-32, one of which begins like one of UTF-16.
+ByteOrderMark markOf(std::string_view start) {
+    using std::string_view_literals::operator""sv;
+    constexpr std::array<ByteOrderMark, 2> MARKS{{
+        {"\xFF\xFE\0\0"sv, "UTF-32LE"},
+        {"\0\0\xFE\xFF"sv, "UTF-32BE"},
+    }};
+    for (const ByteOrderMark& mark : MARKS) {
+        if (start.starts_with(mark.bytes)) {
+            return mark;
+        }
+    }
+    return byteOrderMarkOf(start);
+}
+
+constexpr size_t LONGEST_XML_MARK = 4;
+
 struct ContextDeleter {
     void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
 };
@@ -54,6 +71,8 @@ public:
 
     /// Throws again what the source threw, since nothing may fly through the library.
     void throwFailure() const;
+
+    bool isAtEnd() const { return offset_ == source_.size(); }
 
 private:
     int read(char* buffer, int capacity);
@@ -88,6 +107,16 @@ void XmlInput::throwFailure() const {
     }
 }
 
+/// The library takes a zero, and what cannot be half of a character, for the end of a document.
+/// Zeros at its end do no harm.
+bool endsInside(const xmlParserInput& parsed, const XmlInput& input) {
+    const std::string_view rest(reinterpret_cast<const char*>(parsed.cur),
+                                static_cast<size_t>(parsed.end - parsed.cur));
+    const bool isCut = parsed.buf->raw != nullptr && xmlBufUse(parsed.buf->raw) > 0;
+    return isCut || rest.find_first_not_of('\0') != std::string_view::npos ||
+           (!rest.empty() && !input.isAtEnd());
+}
+
 /// `encoding` is null when the document itself says it.
 LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
                 const EndMark& endMark, uint64_t mostNodes) {
@@ -111,8 +140,13 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
         throw TooManyNodes(mostNodes);
     }
     if (document != nullptr && context->wellFormed != 0 && builder.error().empty()) {
-        loaded.document = std::move(document);
-    } else {
+        if (endsInside(*context->input, input)) {
+            builder.refuse("Extra content at the end of the document");
+        } else {
+            loaded.document = std::move(document);
+        }
+    }
+    if (loaded.document == nullptr) {
         loaded.reason =
             builder.error().empty() ? "The document is not well-formed" : builder.error();
     }
@@ -126,9 +160,9 @@ LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::s
     if (source.size() > MAX_SIZE) {
         return {nullptr, "The document is larger than 2 GB"};
     }
-    std::array<char, LONGEST_MARK> start{};
+    std::array<char, LONGEST_XML_MARK> start{};
     const size_t length = source.read(0, start.data(), start.size());
-    const ByteOrderMark mark = byteOrderMarkOf({start.data(), length});
+    const ByteOrderMark mark = markOf({start.data(), length});
     const bool isTold = mark.encoding == nullptr && isKnown(charset);
     return parse(source, mark.bytes.size(), isTold ? charset.c_str() : mark.encoding, endMark,
                  mostNodes);

@@ -61,6 +61,25 @@ bool mayFindText(std::string_view expression) {
            });
 }
 
+/// Whether a step is missing between slashes, outside of literals: the library overlooks that where
+/// a path begins.
+bool lacksStep(std::string_view expression) {
+    size_t at = expression.find_first_of("'\"/");
+    while (at != std::string_view::npos) {
+        if (expression[at] == '/') {
+            expression.remove_prefix(at + (expression.substr(at).starts_with("//") ? 2 : 1));
+            if (hasBehind(expression, 0, '/')) {
+                return true;
+            }
+        } else {
+            const size_t end = expression.find(expression[at], at + 1);
+            expression.remove_prefix(std::min(end, expression.size() - 1) + 1);
+        }
+        at = expression.find_first_of("'\"/");
+    }
+    return false;
+}
+
 const xmlNode* nextNode(const xmlNode* node) {
     if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
         return node->children;
@@ -153,8 +172,17 @@ void LibxmlXPath::setNamespaces(const std::string& declarations) {
 
 XPathExpression LibxmlXPath::compile(const std::string& expression) {
     expression_ = expression;
-    xmlResetLastError();
     const std::string text = rewrittenXPath(expression);
+    XPathExpression compiled = compileText(text);
+    compileText("(" + text + ")");  // or the library would let `//a|` pass
+    if (lacksStep(expression)) {
+        failFor("Invalid expression");
+    }
+    return compiled;
+}
+
+XPathExpression LibxmlXPath::compileText(const std::string& text) {
+    xmlResetLastError();
     XPathExpression compiled(
         xmlXPathCtxtCompile(context_.get(), reinterpret_cast<const xmlChar*>(text.c_str())));
     if (compiled == nullptr) {
@@ -222,6 +250,9 @@ void LibxmlXPath::fail(const std::string& otherwise) const {
     const xmlError* const error = xmlGetLastError();
     std::string_view reason = error == nullptr || error->message == nullptr ? "" : error->message;
     reason = reason.substr(0, reason.find_last_not_of('\n') + 1);
+    if (error != nullptr && error->code == XML_XPATH_UNCLOSED_ERROR) {
+        reason = "Missing closing parenthesis";  // where the library speaks of a brace
+    }
     failFor(reason.empty() ? otherwise : std::string(reason));
 }
 

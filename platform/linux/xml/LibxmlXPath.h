@@ -52,6 +52,7 @@ public:
     XPathSelection select(const XPathExpression& expression, xmlDoc* document, xmlNode* from);
 
 private:
+    XPathExpression compileText(const std::string& text);
     XPathSelection evaluate(const XPathExpression& expression);
     void throwIfIncomplete() const;
     [[noreturn]] void fail(const std::string& otherwise) const;

@@ -63,7 +63,38 @@ TEST_F(XmlReason, OfAnExpressionIsTheLibrarysWithTheExpression) {
     EXPECT_EQ(descriptionOf("/a["), "Invalid expression: /a[");
     EXPECT_EQ(descriptionOf("//p:a"), "Undefined namespace prefix: //p:a");
     EXPECT_EQ(descriptionOf("/a[foo()]"), "Unregistered function: /a[foo()]");
+    EXPECT_EQ(descriptionOf("/a/text(]"), "Missing closing parenthesis: /a/text(]");
     EXPECT_EQ(descriptionOf("count(/a)"), "Expression must evaluate to a node-set: count(/a)");
+}
+
+TEST_F(XmlReason, NamesEveryExpressionThatLacksAPart) {
+    load("<a/>");
+    for (const std::string wrong : {"//a|", "///a", "|//a", "//a||//a", "/a///a", "a/", "//", "///",
+                                    "a| |a", "/a|///a", "/ /a", "//a['/'] | // /a"}) {
+        const PlatformError error = errorOf([&] { document_->selectNodes(wrong); });
+        EXPECT_EQ(error.description(), "Invalid expression: " + wrong);
+    }
+}
+
+TEST_F(XmlReason, IsNotThatSlashesOfALiteralLackAStep) {
+    load("<a>1</a>");
+    EXPECT_EQ(texts("/a['///' != \"//'/ /\"]"), "1|");
+    EXPECT_EQ(texts("/ a | / | // a"), "1|1|");
+}
+
+TEST_F(XmlReason, IsNoneForWhatFollowsAnAttributeInsideOfItsElement) {
+    load("<a i='1'><b>1</b></a>");
+    EXPECT_EQ(texts("/a/@i/following::b"), "");  // as the page on XML says
+}
+
+TEST_F(XmlReason, SaysThatControlCharactersOfVersion11AreNotRead) {
+    EXPECT_FALSE(document_->loadText("<?xml version='1.1'?>\n<a>&#1;</a>"));
+    EXPECT_EQ(document_->parseErrorReason(),
+              "Control characters as in XML 1.1 cannot be read (line 2, column 8)");
+    EXPECT_FALSE(document_->loadText("<a>&#1;</a>"));
+    EXPECT_EQ(document_->parseErrorReason(),
+              "xmlParseCharRef: invalid xmlChar value 1 (line 1, column 8)");
+    EXPECT_TRUE(document_->loadText("<?xml version='1.1'?><a>1</a>"));
 }
 
 }  // namespace
