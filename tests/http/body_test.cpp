@@ -37,6 +37,13 @@ TEST_F(HttpBodyTest, LinesBehindTheLastChunkDoNotCount) {
     expectBody(fetch(server.url("/")), "[]");
 }
 
+TEST_F(HttpBodyTest, LinesBehindTheLastChunkMayLookLikeAStatus) {
+    for (const char* line : {"HTTP/2: 1", "HTTP/1.1 200: OK"}) {
+        ScriptedServer server({{CHUNKED + std::string("2\r\n[]\r\n0\r\n") + line + "\r\n\r\n"}});
+        expectBody(fetch(server.url("/")), "[]");
+    }
+}
+
 TEST_F(HttpBodyTest, ChunkedBodiesMayBeEmpty) {
     ScriptedServer server({{CHUNKED + std::string("0\r\n\r\n")}});
 

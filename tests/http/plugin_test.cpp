@@ -62,6 +62,22 @@ TEST_F(HttpPluginTest, AnHttpsUrlIsLoadedFromAServerThatTheSystemTrusts) {
     EXPECT_EQ(loadUrl(server.secureUrl("/clubs.json")).out, SCRIPT);
 }
 
+TEST_F(HttpPluginTest, NoVersionOfTlsBefore12IsUsedWhateverTheSystemAllows) {
+    const CertificateAuthority authority;
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    write("openssl.cnf",
+          "openssl_conf = all\n[all]\nssl_conf = tls\n[tls]\nsystem_default = any\n"
+          "[any]\nMinProtocol = TLSv1\nCipherString = DEFAULT@SECLEVEL=0\n");
+    const EnvironmentVariable settings("OPENSSL_CONF", (folder / "openssl.cnf").string());
+    ScriptedServer server({reply("200 OK", CLUBS)}, overOldTls(authority.issue()));
+
+    const ChildResult result = loadUrl(server.url("/clubs.json?"));
+
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.err.starts_with("Error 12175 has occurred.\n")) << result.err;
+    EXPECT_EQ(server.requests().size(), 0U);
+}
+
 TEST_F(HttpPluginTest, AnHttpsUrlOfAServerThatNobodyVouchesForFails) {
     const CertificateAuthority authority;
     const TlsFiles tls = authority.issue();

@@ -66,6 +66,14 @@ TEST_F(HttpTlsTest, AListOfAuthoritiesThatCannotBeReadIsNamed) {
     EXPECT_NE(fetched.err.find("/no/such/file.pem"), std::string::npos) << fetched.err;
 }
 
+TEST_F(HttpTlsTest, AnEmptyNameOfAListOfAuthoritiesIsNone) {
+    const EnvironmentVariable trusted("SSL_CERT_FILE", "");
+    ScriptedServer server({reply("200 OK", "[1]")}, overTls(tls_));
+
+    EXPECT_EQ(fetch(server.url("/")).err,
+              "ERROR: RDR_HTTP: SSL certificate problem: unable to get local issuer certificate\n");
+}
+
 TEST_F(HttpTlsTest, AnHttpsUrlOfAPlainServerIsASecureFailure) {
     WebServer server("");
 

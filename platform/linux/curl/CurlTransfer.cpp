@@ -8,6 +8,7 @@
 
 #include "formats/text/ascii.h"
 #include "platform/linux/base/NeutralLocale.h"
+#include "platform/linux/curl/curl_errors.h"
 #include "platform/linux/curl/media_type.h"
 
 namespace intake {
@@ -20,6 +21,8 @@ constexpr long MAX_REDIRECTS = 10;
 constexpr int POLL_MILLISECONDS = 100;
 constexpr std::chrono::milliseconds LOOK_INTERVAL(POLL_MILLISECONDS);
 constexpr long FIRST_FINAL_STATUS = 200;  // those below announce another response
+constexpr long SERVER_AUTHENTICATION = 401;
+constexpr long PROXY_AUTHENTICATION = 407;
 
 /// OpenSSL would take itself down when the process ends, under workers that may still be inside a
 /// transfer.
@@ -67,7 +70,11 @@ void CurlTransfer::setCommonOptions() {
 
     curl_easy_setopt(handle(), CURLOPT_PROXY, "");
     curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
-    if (const char* const authorities = std::getenv("SSL_CERT_FILE")) {
+    curl_easy_setopt(handle(), CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    curl_easy_setopt(handle(), CURLOPT_PROXY_SSLVERSION,
+                     static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    const char* const authorities = std::getenv("SSL_CERT_FILE");
+    if (authorities != nullptr && authorities[0] != 0) {
         curl_easy_setopt(handle(), CURLOPT_CAINFO, authorities);
         curl_easy_setopt(handle(), CURLOPT_PROXY_CAINFO, authorities);
     }
@@ -103,6 +110,11 @@ void CurlTransfer::step() {
 void CurlTransfer::end(CURLcode result) {
     done_ = true;
     result_ = result;
+    if (result == CURLE_OUT_OF_MEMORY && !hasResponded()) {  // the library makes no difference
+        std::snprintf(reason_.data(), reason_.size(),
+                      "The header of the response has a line of more than 100 KB, or there is "
+                      "not enough memory");
+    }
 }
 
 void CurlTransfer::wait() {
@@ -184,15 +196,22 @@ size_t CurlTransfer::onHeader(char* data, size_t size, size_t count, void* self)
 /// Takes the lines of every response of a transfer, and those behind the last chunk of a body; of
 /// FTP all that the server says.
 void CurlTransfer::noteHeader(std::string_view line) {
-    if (line.starts_with("HTTP/")) {
+    if (line.starts_with("HTTP/") && !isBehindBody()) {
         respondedAfter_ = NEVER;
         isWithinHeader_ = true;
     } else if (line.find_first_not_of("\r\n") == std::string_view::npos) {
         respondedAfter_ = redirects();
+        curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &respondedStatus_);
         connectedBefore_ = timeToConnect();
         isWithinHeader_ = false;
         stayOnHttps();
     }
+}
+
+/// Whether no other response can follow the latest one, of which the header is complete.
+bool CurlTransfer::isBehindBody() const {
+    return hasResponded() && respondedStatus_ >= FIRST_FINAL_STATUS &&
+           respondedStatus_ != SERVER_AUTHENTICATION && respondedStatus_ != PROXY_AUTHENTICATION;
 }
 
 /// Lets no further redirect lead to HTTP when the latest response came over HTTPS.
@@ -221,7 +240,7 @@ bool CurlTransfer::refusedRedirect() const {
 }
 
 std::string CurlTransfer::reason() const {
-    return reason_[0] != 0 ? reason_.data() : curl_easy_strerror(result_);
+    return reason_[0] != 0 ? trueReason(reason_.data()) : curl_easy_strerror(result_);
 }
 
 std::string CurlTransfer::charset() const {

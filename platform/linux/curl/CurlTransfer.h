@@ -87,6 +87,7 @@ public:
 private:
     void setCommonOptions();
     void noteHeader(std::string_view line);
+    bool isBehindBody() const;
     void stayOnHttps();
     static size_t onHeader(char* data, size_t size, size_t count, void* self);
     void step();
@@ -111,6 +112,7 @@ private:
     static constexpr long NEVER = -1;
     long respondedAfter_ = NEVER;     // redirects, when the latest header was complete
     curl_off_t connectedBefore_ = 0;  // then
+    long respondedStatus_ = 0;        // then
     bool isWithinHeader_ = false;
     Clock::time_point lastLook_;
     Clock::time_point lastByte_;

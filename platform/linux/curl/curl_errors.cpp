@@ -83,6 +83,13 @@ const ComFailure& comFailureOf(CURLcode code) {
     return rowOf(code).com;
 }
 
+std::string trueReason(std::string_view reason) {
+    return reason.starts_with("getpeername()")
+               ? "The server ended the connection as soon as it was made; it may ask for a "
+                 "certificate of the client"
+               : std::string(reason);
+}
+
 bool isBrokenTransfer(CURLcode code) {
     return code == CURLE_PARTIAL_FILE || code == CURLE_RECV_ERROR ||
            code == CURLE_OPERATION_TIMEDOUT;

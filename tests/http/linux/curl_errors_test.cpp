@@ -44,6 +44,14 @@ TEST(CurlErrors, HaveTheNumbersOfTheMessages) {
     }
 }
 
+TEST(CurlErrors, SayOfAConnectionThatWasEndedAtOnceWhatThatMayMean) {
+    EXPECT_EQ(
+        trueReason("getpeername() failed with errno 107: Transport endpoint is not connected"),
+        "The server ended the connection as soon as it was made; it may ask for a "
+        "certificate of the client");
+    EXPECT_EQ(trueReason("Empty reply from server"), "Empty reply from server");
+}
+
 }  // namespace
 
 }  // namespace intake

@@ -36,6 +36,15 @@ TEST_F(HttpReasonTest, OfAConnectionThatIsCutSaysSo) {
     EXPECT_EQ(fetch(server.url("/")).err, "ERROR: RDR_HTTP: Empty reply from server\n");
 }
 
+TEST_F(HttpReasonTest, OfAResponseWithALineThatDoesNotEndSaysSo) {
+    const std::string line = "X-A: " + std::string(1'000'000, 'x');
+    ScriptedServer server({{"HTTP/1.1 200 OK\r\n" + line, Then::CLOSE}});
+
+    EXPECT_EQ(fetch(server.url("/")).err,
+              "ERROR: RDR_HTTP: The header of the response has a line of more than 100 KB, or "
+              "there is not enough memory\n");
+}
+
 TEST_F(HttpReasonTest, OfAHeaderLineWithoutAColonQuotesIt) {
     ScriptedServer server({reply("200 OK", "[1]")});
     request_.useCustomHeaders = 1;

@@ -46,6 +46,12 @@ public:
         SSL_CTX_use_PrivateKey_file(tls_.get(), files.key.c_str(), SSL_FILETYPE_PEM);
     }
 
+    void allowNothingLaterThanTls11() {
+        SSL_CTX_set_security_level(tls_.get(), 0);
+        SSL_CTX_set_min_proto_version(tls_.get(), TLS1_1_VERSION);
+        SSL_CTX_set_max_proto_version(tls_.get(), TLS1_1_VERSION);
+    }
+
     std::unique_ptr<TlsConnection> accept(int socket) const override {
         blockBrokenPipeSignal();
         return std::make_unique<OpenSslConnection>(tls_.get(), socket);
@@ -63,6 +69,12 @@ private:
 
 std::shared_ptr<TlsServer> overTls(const TlsFiles& files) {
     return std::make_shared<OpenSslServer>(files);
+}
+
+std::shared_ptr<TlsServer> overOldTls(const TlsFiles& files) {
+    auto server = std::make_shared<OpenSslServer>(files);
+    server->allowNothingLaterThanTls11();
+    return server;
 }
 
 }  // namespace intake

@@ -10,4 +10,7 @@ namespace intake {
 /// For a ScriptedServer that serves HTTPS.
 std::shared_ptr<TlsServer> overTls(const TlsFiles& files);
 
+/// For one that knows TLS 1.1 and nothing later.
+std::shared_ptr<TlsServer> overOldTls(const TlsFiles& files);
+
 }  // namespace intake
