@@ -64,15 +64,18 @@ bool Relationships::endElement() {
 
 /// A target's full name: it is relative to the source's folder unless a slash stands before it.
 std::string Relationships::resolve(std::string_view target) const {
-    if (target.starts_with('/')) {
-        return std::string(target.substr(1));
-    }
-    std::string folder = folder_;
-    while (target.starts_with("../") || target.starts_with("./")) {
-        if (target.starts_with("../")) {
+    const bool isAbsolute = target.starts_with('/');
+    std::string folder = isAbsolute ? "" : folder_;
+    target.remove_prefix(isAbsolute ? 1 : 0);
+    for (size_t slash = target.find('/'); slash != std::string_view::npos;
+         slash = target.find('/')) {
+        const std::string_view step = target.substr(0, slash);
+        if (step == "..") {
             folder.resize(folder.empty() ? 0 : folderLength({folder.data(), folder.size() - 1}));
+        } else if (step != ".") {
+            folder.append(step).append("/");
         }
-        target.remove_prefix(target.find('/') + 1);
+        target.remove_prefix(slash + 1);
     }
     return folder.append(target);
 }

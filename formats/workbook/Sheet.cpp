@@ -25,6 +25,7 @@ void Sheet::restart(size_t cells) {
     rows_.clear();
     tags_.clear();
     values_.clear();
+    blanks_.clear();
     tags_.reserve(cells);
     values_.reserve(cells);
     row_ = 0;
@@ -54,10 +55,30 @@ void Sheet::use(uint32_t column) {
     used_.lastColumn = std::max(used_.lastColumn, column);
 }
 
-void Sheet::add(uint32_t column, CellKind kind, Value value) {
-    if (tags_.size() == MOST_CELLS) {
+void Sheet::throwIfFull(size_t cells) const {
+    if (cells == MOST_CELLS) {
         throw WorkbookFault("holds more than " + std::to_string(MOST_CELLS) + " cells");
     }
+}
+
+void Sheet::addBlank(uint32_t column) {
+    throwIfFull(blanks_.size());
+    use(column);
+    blanks_.push_back({row_, column});
+}
+
+uint32_t Sheet::lastBlankIn(const CellRange& range) const {
+    uint32_t last = 0;
+    for (const Blank& each : blanks_) {
+        const bool isInside = each.row >= range.firstRow && each.row <= range.lastRow &&
+                              each.column >= range.firstColumn && each.column <= range.lastColumn;
+        last = isInside ? std::max(last, each.row) : last;
+    }
+    return last;
+}
+
+void Sheet::add(uint32_t column, CellKind kind, Value value) {
+    throwIfFull(tags_.size());
     use(column);
     const bool first = tags_.size() == rows_.back().firstCell;
     sorted_ = sorted_ && (first || tags_.back().column < column);
@@ -111,6 +132,10 @@ void Sheet::end() {
         if (isLast) {
             sorted.append(*this, order[i]);
         }
+    }
+    for (const Blank& each : blanks_) {
+        sorted.row_ = each.row;
+        sorted.addBlank(each.column);
     }
     std::swap(sorted.own_, own_);
     *this = std::move(sorted);

@@ -47,7 +47,7 @@ public:
     void addSharedText(uint32_t column, size_t number);
 
     /// An error value: blank, yet a part of what is used.
-    void addBlank(uint32_t column) { use(column); }
+    void addBlank(uint32_t column);
 
     /// Ends the row that was begun last.
     void endRow();
@@ -57,6 +57,9 @@ public:
 
     /// The rectangle that holds all cells; nothing where there is none.
     std::optional<CellRange> usedRange() const;
+
+    /// The last row of a range in which there is an error value; 0 when there is none.
+    uint32_t lastBlankIn(const CellRange& range) const;
 
     const std::vector<Row>& rows() const { return rows_; }
 
@@ -78,12 +81,17 @@ private:
         uint16_t column : 14;
         uint16_t kind : 2;
     };
+    struct Blank {
+        uint32_t row;
+        uint32_t column;
+    };
     union Value {
         double number;
         uint64_t text;
     };
 
     void add(uint32_t column, CellKind kind, Value value);
+    void throwIfFull(size_t cells) const;
     void use(uint32_t column);
     void sortRow();
     void append(const Sheet& other, size_t row);
@@ -96,6 +104,7 @@ private:
     std::vector<Row> rows_;
     std::vector<Tag> tags_;
     std::vector<Value> values_;
+    std::vector<Blank> blanks_;
     uint32_t row_ = 0;    // begun last
     uint32_t last_ = 0;   // the lowest one of the sheet so far
     bool sorted_ = true;  // the cells of the row

@@ -175,7 +175,7 @@ void SheetReader::endCell() {
             addNumber();
             break;
         case Type::SHARED:
-            sheet_.addSharedText(column_, parseIndex(value_).value_or(SIZE_MAX));
+            addSharedText();
             break;
         case Type::TEXT:
         case Type::INLINE:
@@ -204,6 +204,15 @@ void SheetReader::addNumber() {
     } else {
         sheet_.addNumber(column_, CellKind::NUMBER, *number);
     }
+}
+
+void SheetReader::addSharedText() {
+    const auto number = parseIndex(value_);
+    if (!number) {
+        throw WorkbookFault("has a cell in row " + std::to_string(row_) +
+                            " that holds the shared text \"" + value_ + "\", which cannot be");
+    }
+    sheet_.addSharedText(column_, *number);
 }
 
 void SheetReader::addDate() {

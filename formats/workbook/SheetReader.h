@@ -36,6 +36,7 @@ private:
     void endCell();
     void addNumber();
     void addDate();
+    void addSharedText();
 
     const CellStyles& styles_;
     const double dayOffset_;

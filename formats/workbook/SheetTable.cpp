@@ -12,13 +12,13 @@ namespace {
 /// The part of `range` that is worth reading: whole rows and columns end where the sheet's use
 /// ends.
 CellRange clipped(CellRange range, const CellRange& used) {
-    if (range.firstColumn == 0 && range.lastColumn == MOST_COLUMNS - 1) {
+    if (!range.isOpenBeside && range.firstColumn == 0 && range.lastColumn == MOST_COLUMNS - 1) {
         range.firstColumn = used.firstColumn;
     }
     if (range.lastColumn == MOST_COLUMNS - 1) {
         range.lastColumn = std::max(range.firstColumn, used.lastColumn);
     }
-    if (range.firstRow == 1 && range.lastRow == MOST_ROWS) {
+    if (!range.isOpenBelow && range.firstRow == 1 && range.lastRow == MOST_ROWS) {
         range.firstRow = used.firstRow;
     }
     range.lastRow = std::min(range.lastRow, std::max(range.firstRow, used.lastRow));
@@ -60,7 +60,7 @@ void SheetTable::takeColumns(bool header) {
 }
 
 void SheetTable::collectKinds(bool wholeSheet) {
-    uint32_t lastRow = range_.firstRow - 1;
+    uint32_t lastRow = std::max(range_.firstRow - 1, sheet_.lastBlankIn(range_));
     for (size_t at = position(range_.firstRow);
          at < sheet_.rows().size() && sheet_.rows()[at].number <= range_.lastRow; ++at) {
         sheet_.forEachKind(at, [&](uint32_t column, CellKind kind) {
@@ -69,7 +69,7 @@ void SheetTable::collectKinds(bool wholeSheet) {
                 kinds.numbers |= kind == CellKind::NUMBER;
                 kinds.dates |= kind == CellKind::DATE;
                 kinds.booleans |= kind == CellKind::BOOLEAN;
-                lastRow = sheet_.rows()[at].number;
+                lastRow = std::max(lastRow, sheet_.rows()[at].number);
             }
         });
     }

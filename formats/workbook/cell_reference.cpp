@@ -65,6 +65,8 @@ std::optional<CellRange> parseRange(std::string_view text) {
     range.lastRow = last->row.value_or(range.lastRow);
     range.firstColumn = first->column.value_or(range.firstColumn);
     range.lastColumn = last->column.value_or(range.lastColumn);
+    range.isOpenBelow = first->row && !last->row;
+    range.isOpenBeside = first->column && !last->column;
     if (range.firstRow > range.lastRow) {
         std::swap(range.firstRow, range.lastRow);
     }

@@ -15,6 +15,8 @@ struct CellRange {
     uint32_t lastRow = MOST_ROWS;
     uint32_t firstColumn = 0;
     uint32_t lastColumn = MOST_COLUMNS - 1;
+    bool isOpenBelow = false;  // a row to begin with was named, and none to end with
+    bool isOpenBeside = false;
 };
 
 /// The column of a cell's reference, such as 1 for B7; nothing where it has none or too high a one.

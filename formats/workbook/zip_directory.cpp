@@ -1,6 +1,7 @@
 #include "formats/workbook/zip_directory.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "formats/workbook/WorkbookFault.h"
 
@@ -29,15 +30,24 @@ struct Directory {
     throw WorkbookFault("its zip directory is damaged; the file may be incomplete");
 }
 
-/// The end record's place in the file's last bytes: the last one whose comment fills the rest.
+/// The end record's place in the file's last bytes: the last one whose comment fills the rest,
+/// else, where something follows the archive, the last one whose comment is whole.
 size_t findEnd(const std::vector<char>& tail) {
+    std::optional<size_t> found;
     for (size_t at = tail.size() - END_SIZE + 1; at-- > 0;) {
-        if (littleEndian<uint32_t>(&tail[at]) == END_SIGNATURE &&
-            at + END_SIZE + littleEndian<uint16_t>(&tail[at + 20]) == tail.size()) {
+        if (littleEndian<uint32_t>(&tail[at]) != END_SIGNATURE) {
+            continue;
+        }
+        const size_t end = at + END_SIZE + littleEndian<uint16_t>(&tail[at + 20]);
+        if (end == tail.size()) {
             return at;
         }
+        found = !found && end < tail.size() ? at : found;
     }
-    throw WorkbookFault("it has no zip directory; the file may be incomplete");
+    if (!found) {
+        throw WorkbookFault("it has no zip directory; the file may be incomplete");
+    }
+    return *found;
 }
 
 Directory readEnd64(const ReadBytes& read, uint64_t endOffset) {

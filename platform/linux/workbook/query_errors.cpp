@@ -24,6 +24,18 @@ std::string listed(const Items& items, NameOf nameOf) {
     return text;
 }
 
+std::string listedSheets(const std::vector<SheetEntry>& sheets) {
+    constexpr size_t MOST_LISTED = 10;
+    const size_t count = std::min(sheets.size(), MOST_LISTED);
+    const auto end = sheets.begin() + static_cast<std::ptrdiff_t>(count);
+    std::string text = listed(std::vector<SheetEntry>(sheets.begin(), end),
+                              [](const SheetEntry& sheet) { return sheet.name; });
+    if (count < sheets.size()) {
+        text.append(" and ").append(std::to_string(sheets.size() - count)).append(" more");
+    }
+    return text;
+}
+
 [[noreturn]] void throwNoTable(const std::string& path, const WorkbookIndex& index,
                                std::string name) {
     std::string what = "table \"" + name + "\"";
@@ -33,7 +45,7 @@ std::string listed(const Items& items, NameOf nameOf) {
     }
     NO_TABLE.raise(WORKBOOK_PROVIDER,
                    "The workbook \"" + path + "\" has no " + what + "; its sheets are " +
-                       listed(index.sheets(), [](const SheetEntry& sheet) { return sheet.name; }) +
+                       listedSheets(index.sheets()) +
                        ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]");
 }
 

@@ -43,6 +43,16 @@ TEST_F(WorkbookFiles, CanHaveACommentAtTheirEnd) {
     EXPECT_EQ(rows(bytes + "hello", ALL), "1\n");
 }
 
+TEST_F(WorkbookFiles, CanHaveSomethingBehindTheirEnd) {
+    const std::string whole = book("<row><c><v>1</v></c></row>").bytes();
+    for (const std::string& more : {std::string("x"), std::string(60'000, '\0'),
+                                    std::string("PK\x05\x06") + std::string(18, '\xFF')}) {
+        EXPECT_EQ(rows(whole + more, ALL), "1\n") << more.size();
+    }
+    EXPECT_EQ(openError(whole + std::string(70'000, ' ')),
+              UNREADABLE + "it has no zip directory; the file may be incomplete");
+}
+
 TEST_F(WorkbookFiles, NeedNeitherStylesNorSharedTexts) {
     header_ = "NO";
     EXPECT_EQ(rows(book("<row><c s='3'><v>1</v></c></row>").without("xl/styles.xml"), ALL),
@@ -143,6 +153,14 @@ TEST_F(WorkbookFiles, WhoseDirectoryIsSaidToLieBehindTheirEndAreRefused) {
               UNREADABLE + "its zip directory is not there; the file may be incomplete");
 }
 
+TEST_F(WorkbookFiles, WhoseDirectoryIsSaidToBeHugeAreRefused) {
+    constexpr size_t SIZE_FROM_END = 22 + 20 + 16;  // in the 64-bit record
+    std::string bytes = book().zip({.zip64 = true}).bytes();
+    bytes[bytes.size() - SIZE_FROM_END + 5] = 1;  // 1 TB
+    EXPECT_EQ(openError(bytes),
+              UNREADABLE + "its zip directory is damaged; the file may be incomplete");
+}
+
 TEST_F(WorkbookFiles, WithADamagedPartAreRefused) {
     const ZipWriter::Options stored{.stored = true};
     std::string bytes = book("<row><c><v>12345</v></c></row>").zip(stored).bytes();
@@ -203,7 +221,9 @@ TEST_F(WorkbookFiles, WhoseCellsContradictThemselvesAreRefused) {
         const char* rows;
         const char* reason;
     };
-    const std::array<Case, 5> cases{{
+    const std::array<Case, 6> cases{{
+        {"<row><c t='s'><v>-1</v></c></row>",
+         "has a cell in row 1 that holds the shared text \"-1\", which cannot be"},
         {"<row><c t='s'><v>3</v></c></row>",
          "has a cell in row 1 that holds the shared text 3, but there are only 0"},
         {"<row r='0'/>", "has a row \"0\", which cannot be"},

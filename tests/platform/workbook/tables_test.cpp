@@ -112,6 +112,45 @@ TEST_F(WorkbookTables, OfARangeKeepItsLeadingBlanksAndNotItsTrailingOnes) {
               "F1|F2\n");
 }
 
+TEST_F(WorkbookTables, WithAnOpenEndKeepTheirLeadingBlanks) {
+    const TestBook book = TestBook().sheet("S", "<row r='3'><c r='B3'><v>1</v></c></row>");
+    header_ = "NO";
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$A1:B]"), "F1|F2\n-|-\n-|-\n-|1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$A1:3]"), "F1|F2\n-|-\n-|-\n-|1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$A:B]"), "F1|F2\n-|1\n");
+    EXPECT_EQ(rows(book, "SELECT * FROM [S$3:3]"), "F1\n1\n");
+}
+
+TEST_F(WorkbookTables, EndWithARowOfErrorsHoweverTheyAreNamed) {
+    const std::string error = "<c r='A3' t='e'><v>#N/A</v></c>";
+    const std::string last = "<row r='3'>" + error + "</row>";
+    const std::string first = "<row r='1'><c r='A1'><v>1</v></c><c r='B1'><v>2</v></c></row>";
+    header_ = "NO";
+    for (const std::string& sheet : {first + last, last + first}) {
+        const TestBook book = TestBook().sheet("S", sheet);
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$]"), "F1|F2\n1|2\n-|-\n-|-\n");
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$A:B]"), "F1|F2\n1|2\n-|-\n-|-\n");
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$A1:A9]"), "F1\n1\n-\n-\n");
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$A1:A2]"), "F1\n1\n");
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$B:B]"), "F1\n2\n");
+    }
+}
+
+TEST_F(WorkbookTables, AreListedUpToTenWhereOneIsMissing) {
+    TestBook ten;
+    for (int i = 0; i < 10; ++i) {
+        ten.sheet(std::to_string(i), "");
+    }
+    const std::string sheets = R"("0", "1", "2", "3", "4", "5", "6", "7", "8", "9")";
+    const auto error = [&](const std::string& listed) {
+        return "The workbook \"PATH\" has no sheet \"S\"; its sheets are " + listed +
+               ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]";
+    };
+    EXPECT_EQ(queryError(ten, "SELECT * FROM [S$]"), error(sheets));
+    EXPECT_EQ(queryError(ten.sheet("10", "").sheet("11", ""), "SELECT * FROM [S$]"),
+              error(sheets + " and 2 more"));
+}
+
 TEST_F(WorkbookTables, CanBeNamesOfTheWorkbook) {
     const TestBook book =
         TestBook()
@@ -125,6 +164,21 @@ TEST_F(WorkbookTables, CanBeNamesOfTheWorkbook) {
     EXPECT_EQ(rows(book, "SELECT * FROM [MIDDLE]"), "22|23\n32|33\n");
     EXPECT_EQ(rows(book, "SELECT * FROM [другой]"), "A\n5\n");
     EXPECT_EQ(rows(book, "SELECT * FROM [My sheet$Local]"), "A\n5\n");
+}
+
+TEST_F(WorkbookTables, AreFoundByWhateverPathLeadsToTheirPart) {
+    for (const char* target :
+         {"worksheets/sheet1.xml", "worksheets/./sheet1.xml", "theme/../worksheets/sheet1.xml",
+          "/xl/worksheets/sheet1.xml", "/xl/./theme/../worksheets/sheet1.xml",
+          "../xl/worksheets/sheet1.xml"}) {
+        TestBook book =
+            TestBook().sheet("S", "<row><c><v>1</v></c></row><row><c><v>2</v></c></row>");
+        book.part("xl/_rels/workbook.xml.rels",
+                  "<Relationships><Relationship Id='rId1' Type='http://x/relationships/worksheet' "
+                  "Target='" +
+                      std::string(target) + "'/></Relationships>");
+        EXPECT_EQ(rows(book, "SELECT * FROM [S$]"), "1\n2\n") << target;
+    }
 }
 
 TEST_F(WorkbookTables, AreNotNamesOfFormulas) {

@@ -233,8 +233,9 @@ TEST_F(WorkbookXml, MayNotRepeatRowsWithoutEnd) {
     const std::string last = "<row r='3'><c r='A3'><v>1</v></c></row>";
 
     EXPECT_EQ(this->rows(book(worksheet(rows + last)), ALL), "A\n1\n");
-    EXPECT_EQ(queryError(book(worksheet(rows + "<row r='1'/>" + last)), ALL),
-              "The workbook \"PATH\" cannot be read: the sheet \"S\" names its rows more than twice");
+    EXPECT_EQ(
+        queryError(book(worksheet(rows + "<row r='1'/>" + last)), ALL),
+        "The workbook \"PATH\" cannot be read: the sheet \"S\" names its rows more than twice");
 }
 
 TEST_F(WorkbookXml, CanRepeatARowOfWhichTheLastCounts) {
