@@ -1,8 +1,12 @@
 #include "platform/linux/odbc/OdbcConnection.h"
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "formats/connection/odbc_connection_string.h"
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/abandonable_call.h"
@@ -40,6 +44,24 @@ ConnectionString withSettings(ConnectionString connection) {
 /// What drivers say of an empty query misleads, such as "out of memory".
 bool isBlank(const std::string& query) {
     return query.find_first_not_of(" \t\r\n;") == std::string::npos;
+}
+
+/// The query from its first word on.
+std::string_view withoutComments(std::string_view query) {
+    query = trimmedStart(query, XML_SPACE);
+    while (query.starts_with("--") || query.starts_with("/*")) {
+        const std::string_view end = query.starts_with("--") ? "\n" : "*/";
+        const size_t at = std::min(query.find(end), query.size() - end.size());
+        query = trimmedStart(query.substr(at + end.size()), XML_SPACE);
+    }
+    return query;
+}
+
+/// PostgreSQL's driver would wait for ever for what such a statement does not give.
+bool isCopy(std::string_view query) {
+    query = withoutComments(query);
+    const std::string_view word = query.substr(0, query.find_first_of(" \t\r\n(\"/-"));
+    return equalIgnoringCase(word, "copy");
 }
 
 /// Not every driver keeps to the time that it is given, and none gives up when it is asked to.
@@ -83,6 +105,9 @@ OdbcConnection::OdbcConnection(const ConnectionString& connection, const EndMark
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {
     if (isBlank(query)) {
         NO_COMMAND.raise(ODBC_SOURCE, "The query is empty.");
+    }
+    if (isCopy(query)) {
+        OBJECT_CLOSED.raise(ODBC_SOURCE, "COPY does not return records.");
     }
     return std::make_unique<OdbcRecordset>(*session_, driver_, query, endMark_);
 }

@@ -313,6 +313,27 @@ TEST_P(Postgres, SaysAllOfALongError) {
     EXPECT_EQ(errorLines(), "80004005 ERROR: " + text + ";\nError while executing the query\n");
 }
 
+TEST_P(Postgres, RefusesCopyWhichItsDriverWouldWaitForForEver) {
+    connect();
+    for (const char* query : {"copy (select 1) to stdout",
+                              "\n-- a\n/* b */ COPY(SELECT 1) TO STDOUT", "Copy\tt FROM stdin"}) {
+        const PlatformError error = errorOf([&] { connection_->openRecordset(query); });
+        EXPECT_EQ(error.description(), "COPY does not return records.") << query;
+    }
+    EXPECT_EQ(recordsOfQuery("SELECT 1 AS copy"), "I4 1|\n");
+    EXPECT_EQ(recordsOfQuery("/* copy */ WITH copy AS (SELECT 2) SELECT * FROM copy -- copy"),
+              "I4 2|\n");
+}
+
+TEST_P(Postgres, GivesMoneyAsANumberAndOtherTypesOfItsOwnAsTexts) {
+    connect();
+    EXPECT_EQ(recordsOfQuery("SELECT '-1234.5'::money, '20:15+01'::timetz, "
+                             "'5e7e9c0e-1c5f-4f0c-8a1a-0f0c9f5d3c11'::uuid, '1 day'::interval, "
+                             "jsonb_exists('{\"a\": 1}', 'a'), 1501.0849999999998::float8"),
+              "R8 -1234.5|BSTR 20:15:00+01|BSTR 5E7E9C0E-1C5F-4F0C-8A1A-0F0C9F5D3C11|BSTR 1 day|"
+              "BSTR 1|R8 1501.08|\n");
+}
+
 INSTANTIATE_TEST_SUITE_P(Alone, Postgres, testing::Values(POSTGRES), kindName);
 
 class MariaDb : public Server {};
