@@ -87,7 +87,9 @@ void instanceParameterChanged(HostRecord& record, Intake& instance, int32_t host
         case CONV_TABLE_NAME:
             return instance.setConvTableNmae(record.ConvTableName);
         default:
-            return instance.onParameterChanged(hostIndex - FIRST_READER_PARAMETER);
+            if (hostIndex >= 0) {
+                instance.onParameterChanged(hostIndex - FIRST_READER_PARAMETER);
+            }
     }
 }
 

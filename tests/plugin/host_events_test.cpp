@@ -162,6 +162,22 @@ TEST_F(ParameterChange, OfTheNotificationIsPassedOnAndTheFieldReadAgain) {
     EXPECT_EQ(host.takeCalls(), Calls({"setNotifyOnValueChange(1)", "refresh()"}));
 }
 
+/// Notes the numbers of the parameters that it is told of.
+class ListeningIntake : public Intake {
+public:
+    void onParameterChanged(int32_t index) override { indexes.push_back(index); }
+    std::vector<int32_t> indexes;
+};
+
+TEST_F(ParameterChange, OfANumberBelowZeroIsNotPassedOn) {
+    auto* const instance = new ListeningIntake;
+    record->instance = instance;
+    for (const int32_t index : {INT32_MIN, INT32_MIN + 10, -1, 11}) {
+        PLUGIN_CHANGED_CALLBACK(record.get(), index);
+    }
+    EXPECT_EQ(instance->indexes, std::vector<int32_t>{0});
+}
+
 TEST_F(ParameterChange, OfTheRemoteSwitchDoesNothing) {
     bindInstance();
     record->IsRemote = 1;

@@ -185,5 +185,14 @@ INSTANTIATE_TEST_SUITE_P(
             {"Magic", "ValChangeNotify", "IsRemote", "UseConvTable", "ConvTableName"}},
         OfferedParameters{7, "Field Name", {"Magic", "IsRemote"}}));
 
+TEST_F(Registration, WithoutAThreadIsRefusedOnTheConsole) {
+    platform.threads.refuses = true;
+    PLUGIN_INIT(nullptr);
+    const Calls calls = host.takeCalls();
+    EXPECT_TRUE(calls.back().starts_with("_lumoprintf(\"Intake: PLUGIN_INIT failed: "))
+        << calls.back();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), R"(evRegisterPlugin("Intake"))"), 0);
+}
+
 }  // namespace
 }  // namespace intake

@@ -1,8 +1,17 @@
 #include "workbench/lumo/Plugin.h"
 
+#include <stdexcept>
+
+#include "workbench/lumo/Host.h"
+
 namespace lumo {
 
-Plugin::Plugin(const std::filesystem::path& file) : Plugin(PluginLibrary(file)) {}
+Plugin::Plugin(const std::filesystem::path& file) : Plugin(PluginLibrary(file)) {
+    // Its record would have room for nothing. What kept it from registering it has printed itself.
+    if (Host::current().parameters.size() == 0) {
+        throw std::runtime_error("The plugin " + file.string() + " has registered no parameters");
+    }
+}
 
 Plugin::Plugin(const PluginLibrary& library)
     : initFunction(library.entryPoint<OnRecord>("PLUGIN_INIT_FUNCTION")),

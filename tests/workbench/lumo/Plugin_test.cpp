@@ -166,6 +166,17 @@ TEST(Plugin, ThatCannotBeFoundIsAnErrorThatNamesTheFile) {
     }
 }
 
+TEST(Plugin, ThatRegistersNothingIsAnErrorThatNamesTheFile) {
+    const Host host;
+    try {
+        const Plugin plugin(SILENT_PLUGIN);
+        FAIL() << "accepted a plugin without parameters";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  std::string("The plugin ") + SILENT_PLUGIN + " has registered no parameters");
+    }
+}
+
 TEST(Plugin, WithoutAnEntryPointIsAnErrorThatNamesIt) {
     const Host host;
     try {
