@@ -15,7 +15,6 @@ namespace {
 constexpr size_t FIRST_ROOM = 128;
 constexpr size_t MOST_BOUND = 8192;  // what is longer is rare enough to be asked for again
 constexpr size_t LONGEST_REST = 3;   // bytes of a character but its last
-constexpr size_t MOST_OF_A_TEXT = size_t{1} << 30;
 constexpr size_t NUMBER_SIZE =
     8;  // of every C type but texts; values in an array stand so far apart
 
@@ -102,11 +101,24 @@ bool OdbcColumn::isCut(SQLLEN length, size_t room) const {
 void OdbcColumn::readText(size_t room) {
     size_t filled = 0;
     while (room > 0) {
-        room = readPart(filled, room);
+        const size_t before = filled;
+        const size_t left = roomBehind(filled);
+        room = readPart(filled, std::min(room, left));
+        const bool isStuck = room > left && filled == before;
+        if (filled > statement_.driver().longestText || isStuck) {
+            UNSPECIFIED.raise(ODBC_SOURCE,
+                              "A value of the column \"" + name() + "\" is longer than 1 GiB.");
+        }
     }
     if (asked_.length != SQL_NULL_DATA) {
         asked_.length = static_cast<SQLLEN>(filled);
     }
+}
+
+/// Room for what may follow, and for one character more, by which a longer text shows.
+size_t OdbcColumn::roomBehind(size_t filled) const {
+    return statement_.driver().longestText - filled + LONGEST_REST + 1 +
+           static_cast<size_t>(unit());
 }
 
 /// Puts the next part behind the bytes that are filled; how much room the one after it needs, 0
@@ -134,10 +146,6 @@ size_t OdbcColumn::readPart(size_t& filled, size_t room) {
 
 /// Asks for the value, or its next part. A driver may turn texts that are wide down.
 SQLRETURN OdbcColumn::getData(size_t filled, size_t room) {
-    if (filled + room > MOST_OF_A_TEXT) {
-        UNSPECIFIED.raise(ODBC_SOURCE,
-                          "A value of the column \"" + name() + "\" is longer than 1 GiB.");
-    }
     asked_.bytes.resize(std::max(asked_.bytes.size(), filled + room));
     char* const place = asked_.bytes.data() + filled;
     std::memset(place, 0, room);

@@ -63,6 +63,7 @@ private:
     bool isBound() const { return !bound_.lengths.empty(); }
 
     void readText(size_t room);
+    size_t roomBehind(size_t filled) const;
     size_t readPart(size_t& filled, size_t room);
     SQLRETURN getData(size_t filled, size_t room);
     size_t lengthToZero(const char* text, size_t room) const;

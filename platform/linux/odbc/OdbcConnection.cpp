@@ -17,8 +17,6 @@ namespace intake {
 
 namespace {
 
-constexpr std::chrono::seconds CONNECT_TIME(15);
-
 /// For a data source. Otherwise SQLite's driver takes what stands before a dot for the name of a
 /// table, even in an alias, and waits 100 seconds for a locked database. It keeps all records in
 /// memory; StepAPI=1 would not, but then it does not know the types of expressions.
@@ -65,13 +63,14 @@ bool isCopy(std::string_view query) {
 }
 
 /// Not every driver keeps to the time that it is given, and none gives up when it is asked to.
-std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const EndMark& endMark) {
+std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const EndMark& endMark,
+                                     std::chrono::milliseconds limit) {
     const auto session = std::make_shared<OdbcSession>();
     const auto connected = std::make_shared<bool>(false);
     const auto call = [session, connected, connectionString] {
-        *connected = session->connect(connectionString, CONNECT_TIME);
+        *connected = session->connect(connectionString, OdbcConnection::CONNECT_TIME);
     };
-    switch (makeAbandonableCall(call, endMark, CONNECT_TIME)) {
+    switch (makeAbandonableCall(call, endMark, limit)) {
         case CallOutcome::ENDED:
             raiseGivenUp(ODBC_SOURCE);
         case CallOutcome::LATE:
@@ -87,19 +86,20 @@ std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const 
     return session;
 }
 
-std::shared_ptr<OdbcSession> openSession(const ConnectionString& connection,
-                                         const EndMark& endMark) {
+std::shared_ptr<OdbcSession> openSession(const ConnectionString& connection, const EndMark& endMark,
+                                         std::chrono::milliseconds limit) {
     if (const auto reason = loadDriver(connection)) {
         UNSPECIFIED.raise(ODBC_SOURCE, *reason);
     }
-    return connect(withSettings(connection).text(), endMark);
+    return connect(withSettings(connection).text(), endMark, limit);
 }
 
 }  // namespace
 
-OdbcConnection::OdbcConnection(const ConnectionString& connection, const EndMark& endMark)
+OdbcConnection::OdbcConnection(const ConnectionString& connection, const EndMark& endMark,
+                               std::chrono::milliseconds limit)
     : endMark_(endMark),
-      session_(openSession(toOdbc(connection), endMark)),
+      session_(openSession(toOdbc(connection), endMark, limit)),
       driver_(describeDriver(session_->connection().get())) {}
 
 std::unique_ptr<Recordset> OdbcConnection::openRecordset(const std::string& query) {

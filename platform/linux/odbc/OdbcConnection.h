@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -16,9 +17,12 @@ namespace intake {
 /// fraction of a second, and a fetch before its next record.
 class OdbcConnection final : public OpenConnection {
 public:
+    static constexpr std::chrono::seconds CONNECT_TIME{15};
+
     /// `connection` is of ADO. `endMark` outlives this object. Throws PlatformError and
     /// ConnectionStringError.
-    OdbcConnection(const ConnectionString& connection, const EndMark& endMark);
+    OdbcConnection(const ConnectionString& connection, const EndMark& endMark,
+                   std::chrono::milliseconds limit = CONNECT_TIME);
 
     std::unique_ptr<Recordset> openRecordset(const std::string& query) override;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "platform/linux/odbc/OdbcHandle.h"
 
 namespace intake {
@@ -23,6 +25,9 @@ struct OdbcDriver {
     /// So many records at a time it fetches into bound columns rightly, and gives a text that was
     /// longer than its buffer again in full. 0: it is asked for every value.
     SQLULEN boundRecords = 0;
+
+    /// So many bytes a text may have, as the driver gives it.
+    size_t longestText = size_t{1} << 30;
 };
 
 /// Nothing is expected of a driver that we do not know.

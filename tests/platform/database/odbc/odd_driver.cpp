@@ -5,9 +5,11 @@
 #include <sqlext.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -87,8 +89,15 @@ SQLRETURN SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQLDriverConnect(SQLHDBC, SQLHWND, SQLCHAR*, SQLSMALLINT, SQLCHAR*, SQLSMALLINT,
+/// With `Sleep=500` it takes half a second.
+SQLRETURN SQLDriverConnect(SQLHDBC, SQLHWND, SQLCHAR* text, SQLSMALLINT, SQLCHAR*, SQLSMALLINT,
                            SQLSMALLINT*, SQLUSMALLINT) {
+    const std::string string = reinterpret_cast<const char*>(text);
+    const size_t sleep = string.find("Sleep=");
+    if (sleep != std::string::npos) {
+        std::this_thread::sleep_for(
+            std::chrono::milliseconds(std::stoi(string.substr(sleep + std::strlen("Sleep=")))));
+    }
     return SQL_SUCCESS;
 }
 

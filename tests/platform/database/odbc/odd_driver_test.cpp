@@ -3,6 +3,9 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include "formats/connection/connection_string.h"
+#include "platform/linux/odbc/OdbcConnection.h"
+#include "platform/linux/odbc/OdbcRecordset.h"
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/platform/database/DatabaseTest.h"
 
@@ -64,6 +67,41 @@ TEST_F(OddDriver, TextsThatJustFitARoomAreWhole) {
                 << behaviour << " " << length;
         }
     }
+}
+
+TEST_F(OddDriver, GivesNoTextThatIsLongerThanItMayBe) {
+    OdbcSession session;
+    ASSERT_TRUE(session.connect("DSN=odd", std::chrono::seconds(15)));
+    OdbcDriver driver;
+    const auto valueOfLength = [&](const std::string& behaviour, size_t length) {
+        OdbcRecordset records(session, driver, "12 " + behaviour + " " + std::string(length, 'x'),
+                              endMark_);
+        return recordsOf(records);
+    };
+    for (const char* const behaviour :
+         {"plain", "huge", "no-total", "narrow", "whole-characters", "whole-characters-narrow"}) {
+        const bool isNarrow = std::string(behaviour).ends_with("narrow");
+        driver.longestText = isNarrow ? 3000 : 6000;
+        EXPECT_EQ(valueOfLength(behaviour, 3000), "BSTR " + std::string(3000, 'x') + "|\n")
+            << behaviour;
+        EXPECT_EQ(errorOf([&] { valueOfLength(behaviour, 3001); }).description(),
+                  "A value of the column \"v\" is longer than 1 GiB.")
+            << behaviour;
+    }
+}
+
+TEST_F(OddDriver, ThatDoesNotAnswerInTimeIsNotWaitedFor) {
+    const auto connect = [this](const std::string& more, std::chrono::milliseconds limit) {
+        const OdbcConnection connection(ConnectionString::parse("DSN=odd;" + more), endMark_,
+                                        limit);
+    };
+    const auto soon = std::chrono::milliseconds(50);
+    connect("Sleep=1", std::chrono::hours(1));
+    EXPECT_EQ(errorOf([&] { connect("Sleep=1000", soon); }).description(),
+              "The database server does not answer.");
+    EXPECT_EQ(errorOf([&] { connect("Sleep=0", soon); }).description(),
+              "An earlier attempt to connect has not ended yet.");
+    connect("Sleep=0", std::chrono::hours(1));  // waits for the end of that attempt
 }
 
 TEST_F(OddDriver, SaysNull) {
