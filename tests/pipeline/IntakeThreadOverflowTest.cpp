@@ -13,6 +13,20 @@ protected:
     }
 };
 
+TEST_F(IntakeThreadOverflowTest, TenCommandsWaitAndAreCarriedOutInTheirOrder) {
+    keepBusy();
+    for (int number = 1; number <= 10; ++number) {
+        post(std::to_string(number));
+    }
+    letGo();
+    for (int answers = 0; answers < 11; ++answers) {
+        ASSERT_TRUE(deliverNext());
+    }
+    EXPECT_EQ(client_->deliveries(),
+              (Deliveries{"ok: held.json", "ok: 1", "ok: 2", "ok: 3", "ok: 4", "ok: 5", "ok: 6",
+                          "ok: 7", "ok: 8", "ok: 9", "ok: 10"}));
+}
+
 TEST_F(IntakeThreadOverflowTest, TheEleventhAndTwelfthCommandOverwriteTheTwoOldest) {
     postTwelve();
     letGo();

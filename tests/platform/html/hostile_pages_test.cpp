@@ -54,6 +54,13 @@ TEST_F(HostilePage, IsRefusedWhenItIsNestedFarTooDeep) {
     }
 }
 
+TEST_F(HostilePage, MayBeNestedToTheLimitAndNotBeyond) {
+    constexpr int AROUND = 2;  // html and body
+    load(repeated("<div>", 2000 - AROUND));
+    EXPECT_EQ(refusalOf(repeated("<div>", 2001 - AROUND)),
+              "The page is nested deeper than 2000 elements");
+}
+
 TEST_F(HostilePage, MayLeaveManyTagsUnclosedThatHtmlCloses) {
     for (const char* tags : {"<p>y", "<li>y", "<dt>y<dd>y", "<option>y", "<h1>y<h2>y", "<br>y"}) {
         expectCell(repeated(tags, 50000) + TABLE);
@@ -193,8 +200,11 @@ TEST_F(HostileSearch, MayClimbOutOfADeepPageWithoutATable) {
 }
 
 TEST_F(HostilePage, IsRefusedWhenItIsTooLarge) {
-    const std::string path = directory_.write("page.html", "");
-    std::filesystem::resize_file(path, 200'000'000);
+    const std::string path = directory_.write("page.html", TABLE);
+    std::filesystem::resize_file(path, 100'000'000);
+    open(path);
+    EXPECT_EQ(cell(), "x");
+    std::filesystem::resize_file(path, 100'000'001);
     try {
         open(path);
         ADD_FAILURE() << "it was not refused";
