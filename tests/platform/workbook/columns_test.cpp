@@ -108,6 +108,18 @@ TEST_F(WorkbookColumns, ThatAreTooManyAreRefusedUnlessARangeIsNamed) {
     EXPECT_EQ(rows(wide, "SELECT * FROM [S$XFC1:XFD1]"), "F1|F2\n-|2\n");
 }
 
+TEST_F(WorkbookColumns, MayBeTwoThousandAndNoMore) {
+    const auto reaching = [](const std::string& column) {
+        return TestBook().sheet(
+            "S", "<row><c r='A1'><v>1</v></c><c r='" + column + "1'><v>2</v></c></row>");
+    };
+    const std::string names = fields(reaching("BXX"), ALL);
+    EXPECT_EQ(std::count(names.begin(), names.end(), '|'), 1999);
+    EXPECT_EQ(queryError(reaching("BXY"), ALL),
+              "The workbook \"PATH\" cannot be read: the sheet \"S\" has 2001 columns, of which at "
+              "most 2000 can be read at once; name a range, such as [S$A1:Z100]");
+}
+
 TEST_F(WorkbookColumns, OfNumbersAreNamedAsTheSheetShowsThem) {
     const auto number = [](const std::string& value) { return "<c><v>" + value + "</v></c>"; };
     EXPECT_EQ(fields(book(number("100000") + number("1000000") + number("0.0001") + number("2024") +
