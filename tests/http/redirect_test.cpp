@@ -40,6 +40,14 @@ TEST_F(HttpRedirectTest, AChainOfTenIsFollowed) {
     EXPECT_EQ(fetch(server.url("/")).body, "[1]");
 }
 
+TEST_F(HttpRedirectTest, AnEleventhOfAChainIsRefused) {
+    ScriptedServer server([count = 0](const std::string&) mutable {
+        return ++count <= 11 ? redirectTo("/again") : reply("200 OK", "[1]");
+    });
+
+    expectRefused(fetch(server.url("/")));
+}
+
 TEST_F(HttpRedirectTest, ARedirectWithoutADestinationIsAStatusLikeOthers) {
     ScriptedServer server({reply("302 Found", "nowhere")});
 

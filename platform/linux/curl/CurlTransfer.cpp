@@ -15,7 +15,6 @@ namespace intake {
 
 namespace {
 
-constexpr long CONNECT_SECONDS = 60;
 constexpr long FTP_ANSWER_SECONDS = 30;
 constexpr long MAX_REDIRECTS = 10;
 constexpr int POLL_MILLISECONDS = 100;
@@ -64,7 +63,8 @@ void CurlTransfer::setCommonOptions() {
 
     curl_easy_setopt(handle(), CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(handle(), CURLOPT_MAXREDIRS, MAX_REDIRECTS);
-    curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, CONNECT_SECONDS);
+    curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT_MS,
+                     static_cast<long>(times_.connect.count()));
     curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, FTP_ANSWER_SECONDS);
     sockets_.watch(handle());
 

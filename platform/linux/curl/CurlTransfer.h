@@ -25,6 +25,7 @@ public:
     struct Times {
         std::chrono::milliseconds silence = std::chrono::seconds(30);  // without a byte either way
         std::chrono::milliseconds header = std::chrono::seconds(90);   // of one response of HTTP
+        std::chrono::milliseconds connect = std::chrono::seconds(60);  // to each server
     };
 
     /// `endMark` outlives this object.

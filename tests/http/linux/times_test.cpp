@@ -106,8 +106,8 @@ private:
 class TransferTimes : public testing::Test {
 protected:
     /// The body, or why there is none.
-    std::string fetch(const std::string& url) {
-        CurlTransfer transfer(endMark_, TIMES);
+    std::string fetch(const std::string& url, CurlTransfer::Times times = TIMES) {
+        CurlTransfer transfer(endMark_, times);
         ReceivedBody body(transfer, 1'000'000, nullptr);
         curl_easy_setopt(transfer.handle(), CURLOPT_URL, url.c_str());
         body.receive();
@@ -125,6 +125,15 @@ TEST_F(TransferTimes, EndATransferInWhichNothingComes) {
     const SlowServer server("", milliseconds(0));
     EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
     EXPECT_EQ(result_, CURLE_OPERATION_TIMEDOUT);
+}
+
+TEST_F(TransferTimes, EndAnAttemptToConnect) {
+    const BusyServer server(milliseconds(600));
+    CurlTransfer::Times times = TIMES;
+    times.connect = milliseconds(200);
+    fetch(server.url(), times);
+    EXPECT_EQ(result_, CURLE_OPERATION_TIMEDOUT);
+    EXPECT_EQ(fetch(server.url()), "busy");
 }
 
 TEST_F(TransferTimes, EndATransferThatStopsWithinItsBody) {

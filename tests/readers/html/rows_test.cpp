@@ -88,6 +88,10 @@ TEST(HtmlRows, OfLongNamesAreRefusedBeforeTheyTakeAllMemory) {
     for (int row = 0; row < 20000; ++row) {
         page += "<tr><td>v";
     }
+    EXPECT_GT(fileScriptAlone(page, {.mode = DATA_ARRAY, .fromRow = 1, .numRows = 249}).size(),
+              249'000'000U);
+    EXPECT_EQ(fileScript(page, {.mode = DATA_ARRAY, .fromRow = 1, .numRows = 250}),
+              "failed: HTML: The rows of the table become larger than 250 MB");
     EXPECT_EQ(fileScript(page, {.mode = DATA_ARRAY, .fromRow = 1}),
               "failed: HTML: The rows of the table become larger than 250 MB");
     EXPECT_EQ(fileScriptAlone(page, {.mode = DATA_ARRAY, .fromRow = 20000}),

@@ -19,6 +19,11 @@ std::string elementWith(const std::string& attribute, int times) {
     return text + "/>";
 }
 
+TEST_F(XmlGivenUp, AnElementMayHave5000AttributesOrNamespaces) {
+    EXPECT_TRUE(document_->loadText(elementWith("n", 5000))) << document_->parseErrorReason();
+    EXPECT_TRUE(document_->loadText(elementWith("xmlns:n", 5000))) << document_->parseErrorReason();
+}
+
 TEST_F(XmlGivenUp, AnElementOfFarTooManyAttributesIsRefused) {
     for (const char* const attribute : {"n", "xmlns:n"}) {
         EXPECT_FALSE(document_->loadText(elementWith(attribute, MANY)));
