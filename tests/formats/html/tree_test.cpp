@@ -160,6 +160,17 @@ TEST(HtmlTree, TakesALongRunOfTextAsOneNode) {
     EXPECT_EQ(text->next, nullptr);
 }
 
+TEST(HtmlTree, KeepsTheFirstHundredAttributesOfAnElement) {
+    std::string start = "<p";
+    std::string kept;
+    for (int number = 100; number < 200; ++number) {
+        start += " a" + std::to_string(number);
+        kept += "|       a" + std::to_string(number) + "=\"\"\n";
+    }
+    EXPECT_EQ(tree(start + ">"), "|     <p>\n" + kept);
+    EXPECT_EQ(tree(start + " a200>"), "|     <p>\n" + kept);
+}
+
 TEST(HtmlTree, IsRefusedWhenItTakesTooMuchMemory) {
     const EndMark endMark;
     std::string page;
