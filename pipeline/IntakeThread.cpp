@@ -1,6 +1,7 @@
 #include "pipeline/IntakeThread.h"
 
 #include <atomic>
+#include <exception>
 #include <mutex>
 
 #include "pipeline/WorkerState.h"
@@ -55,6 +56,20 @@ IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeRead
 
 IntakeThread::~IntakeThread() {
     Terminate();
+    letGo();
+}
+
+/// A worker that has ended can no longer free the answers that nobody took.
+void IntakeThread::letGo() noexcept {
+    if (state_.use_count() > 1 || !state_->holdsAnswers()) {
+        return;
+    }
+    Threads& threads = state_->threads;
+    try {
+        threads.start([state = std::move(state_)] {});
+    } catch (const std::exception&) {
+        // There is no thread for it: they are freed by now.
+    }
 }
 
 void IntakeThread::PostCommand(const std::shared_ptr<IntakeClient>& client,

@@ -48,6 +48,8 @@ public:
     static int32_t liveWorkers();
 
 private:
+    void letGo() noexcept;
+
     std::shared_ptr<WorkerState> state_;
     std::unique_ptr<ThreadHandle> handle_;
 };

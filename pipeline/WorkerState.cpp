@@ -80,6 +80,11 @@ void WorkerState::discard(IntakeCommand&& delivered) {
     }
 }
 
+bool WorkerState::holdsAnswers() {
+    const std::lock_guard lock(discardedMutex_);
+    return results.count() != 0 || !discarded_.empty();
+}
+
 void WorkerState::freeDiscarded() {
     std::vector<IntakeCommand> discarded;
     const std::lock_guard lock(discardedMutex_);

@@ -39,6 +39,9 @@ public:
     /// Host's thread.
     void discard(IntakeCommand&& delivered);
 
+    /// Whether answers are here that may be large: not taken yet, or not freed. Host's thread.
+    bool holdsAnswers();
+
     Threads& threads;
     Clock& clock;
     CircBuffer<IntakeCommand> requests;

@@ -25,6 +25,20 @@ protected:
         return load(file) + std::string(LONG, ' ');
     }
 
+    /// Loads a large source, and waits for its answer.
+    void postLarge(const std::string& name) {
+        platform_.files.put(name, R"({"v":")" + std::string(2 * LONG, 'x') + R"("})");
+        thread_->PostCommand(client_, load(name));
+        waitUntilAnswered(name);
+    }
+
+    /// How many the host frees when it destroys the thread.
+    size_t largeBlocksFreedWithTheThread() {
+        const size_t before = largeBlocksFreed();
+        thread_.reset();
+        return largeBlocksFreed() - before;
+    }
+
     Deliveries nextTwo() {
         EXPECT_TRUE(deliverNext());
         EXPECT_TRUE(deliverNext());
@@ -82,6 +96,29 @@ TEST_F(WantOfMemory, ALargeAnswerIsFreedByTheWorkerAndNotInTheHostsFrame) {
     const size_t before = largeBlocksFreed();
     ASSERT_TRUE(deliverNext());
     EXPECT_EQ(largeBlocksFreed(), before);
+}
+
+TEST_F(WantOfMemory, AnAnswerThatWaitsWhenItsWorkerHasEndedIsNotFreedInTheHostsFrame) {
+    postLarge("a");
+    thread_->Terminate();
+    ASSERT_TRUE(allWorkersEnded());
+    EXPECT_EQ(largeBlocksFreedWithTheThread(), 0U);
+}
+
+TEST_F(WantOfMemory, AnAnswerThatIsTakenWhenItsWorkerHasEndedIsNotFreedInTheHostsFrame) {
+    postLarge("a");
+    thread_->Terminate();
+    ASSERT_TRUE(allWorkersEnded());
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(largeBlocksFreedWithTheThread(), 0U);
+}
+
+TEST_F(WantOfMemory, TheHostFreesTheAnswersOfAnEndedWorkerWhenThereIsNoThreadForIt) {
+    postLarge("a");
+    thread_->Terminate();
+    ASSERT_TRUE(allWorkersEnded());
+    platform_.threads.refuseThreads();
+    EXPECT_EQ(largeBlocksFreedWithTheThread(), 1U);
 }
 
 TEST_F(WantOfMemory, AnAnswerThatCannotBeKeptFailsAndNamesItsSource) {
