@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 
 #include <chrono>
+#include <ctime>
 
 namespace bench {
 
@@ -23,6 +24,12 @@ double seconds(const timeval& time) {
 double cpuSeconds() {
     const rusage used = usage();
     return seconds(used.ru_utime) + seconds(used.ru_stime);
+}
+
+double threadCpuMilliseconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
 double peakBytes() {

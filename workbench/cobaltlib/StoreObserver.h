@@ -22,6 +22,9 @@ public:
     /// gets to see, and whether the trace shows the question (and how the plugin got at the store).
     virtual LookUp lookedUp(std::string_view name, DataField* found) = 0;
 
+    /// A script is about to be executed.
+    virtual void executing() {}
+
     /// A script was executed; `error` is null when it succeeded.
     virtual void executed(std::string_view script, const cobalt::ScriptError* error) = 0;
 };
