@@ -28,7 +28,8 @@
 namespace {
 
 using bench::Percentiles;
-using bench::threadCpuMilliseconds;
+using bench::ThreadUsage;
+using bench::threadUsage;
 
 constexpr double SMALLEST = 1e3;  // bytes
 constexpr double LARGEST = 1e7;
@@ -128,6 +129,7 @@ public:
         placing_.print("placing an instance");
         deletion_.print("deleting one that loads");
         lateDeletion_.print("deleting one with ten answers");
+        waits_.print("waits in the hooks, a count");
         return hooks_.at(99.9) <= MOST_IN_ALMOST_ALL && hooks_.at(100) <= MOST &&
                placing_.at(100) <= MOST && deletion_.at(100) <= MOST &&
                lateDeletion_.at(100) <= MOST;
@@ -165,20 +167,21 @@ private:
 
     template <class Action>
     static double timeOf(Action action) {
-        const double start = threadCpuMilliseconds();
+        const ThreadUsage start = threadUsage();
         action();
-        return threadCpuMilliseconds() - start;
+        return (threadUsage() - start).milliseconds;
     }
 
     void perFieldHooks() {
-        const double start = threadCpuMilliseconds();
+        const ThreadUsage start = threadUsage();
         for (const auto& instance : instances_) {
             instance->execPerField();
         }
-        const double all = threadCpuMilliseconds() - start;
-        const double store = meter_.takeSpent();
-        hooks_.add(all - store);
-        store_.add(store);
+        const ThreadUsage all = threadUsage() - start;
+        const ThreadUsage store = meter_.takeSpent();
+        hooks_.add((all - store).milliseconds);
+        waits_.add((all - store).waits);
+        store_.add(store.milliseconds);
     }
 
     /// An instance goes, whatever it is at, and another one comes.
@@ -192,7 +195,7 @@ private:
     bench::StoreMeter meter_;
     std::vector<std::unique_ptr<lumo::Instance>> instances_;
     size_t frames_ = 0;
-    Percentiles hooks_, store_, deletion_, placing_, lateDeletion_;
+    Percentiles hooks_, store_, placing_, deletion_, lateDeletion_, waits_;
 };
 
 /// A folder for the sources, which is the current one as long as it lives.

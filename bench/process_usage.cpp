@@ -26,10 +26,23 @@ double cpuSeconds() {
     return seconds(used.ru_utime) + seconds(used.ru_stime);
 }
 
-double threadCpuMilliseconds() {
+ThreadUsage& ThreadUsage::operator+=(const ThreadUsage& more) {
+    milliseconds += more.milliseconds;
+    waits += more.waits;
+    return *this;
+}
+
+ThreadUsage ThreadUsage::operator-(const ThreadUsage& less) const {
+    return {milliseconds - less.milliseconds, waits - less.waits};
+}
+
+ThreadUsage threadUsage() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    rusage used{};
+    getrusage(RUSAGE_THREAD, &used);
+    return {static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6,
+            static_cast<double>(used.ru_nvcsw)};
 }
 
 double peakBytes() {

@@ -7,8 +7,17 @@ namespace bench {
 /// Processor time of all threads, user and system, in seconds.
 double cpuSeconds();
 
-/// Processor time of the calling thread, user and system, in milliseconds.
-double threadCpuMilliseconds();
+/// What a thread has cost.
+struct ThreadUsage {
+    double milliseconds = 0;  // processor time, user and system
+    double waits = 0;         // how often it slept or stood before a lock
+
+    ThreadUsage& operator+=(const ThreadUsage& more);
+    ThreadUsage operator-(const ThreadUsage& less) const;
+};
+
+/// Of the calling thread, so far.
+ThreadUsage threadUsage();
 
 /// The most memory that was resident at one time, in bytes.
 double peakBytes();
