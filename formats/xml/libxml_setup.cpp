@@ -1,7 +1,6 @@
 #include "formats/xml/libxml_setup.h"
 
 #include <libxml/parser.h>
-#include <libxml/xmlerror.h>
 
 namespace intake {
 

@@ -11,6 +11,7 @@
 #include "tests/faults/TestWorker.h"
 #include "tests/faults/extent.h"
 #include "tests/platform/database/odbc/DatabaseServer.h"
+#include "tests/support/eventually.h"
 
 namespace intake {
 
@@ -34,8 +35,11 @@ protected:
     }
 
     void expectNoneToBeWhole() {
-        const std::string whole = TestWorker().load(command_).script;
-        ASSERT_NE(whole, "");
+        std::string whole;
+        ASSERT_TRUE(eventually([&] {  // a server that is starting refuses
+            whole = TestWorker().load(command_).script;
+            return !whole.empty();
+        }));
         const uint64_t bytes = proxy_->bytesPassed();
         for (uint64_t cut = 0; cut < bytes; cut += faultStep(bytes, 60)) {
             proxy_->cutBehind(cut);

@@ -56,10 +56,10 @@ protected:
                             "| TABLE |T| TGT_MODE 0 NUM_ROWS 9 LOG_LEVEL -1 ");
     }
 
-    /// Sends every beginning of a response; none may count as the whole.
-    void expectNoneToBeWhole(const Kind& kind, const std::string& response) {
+    /// Sends every beginning of a response up to a length; none may count as the whole.
+    void expectNoneToBeWhole(const Kind& kind, const std::string& response, size_t upTo) {
         EXPECT_TRUE(load(kind, response).success) << kind.mode;
-        for (size_t length = 0; length < response.size(); length += faultStep(response.size())) {
+        for (size_t length = 0; length < upTo; length += faultStep(upTo)) {
             const LoadResult result = load(kind, response.substr(0, length));
             EXPECT_FALSE(result.success) << kind.mode << " of " << length << ": " << result.script;
             EXPECT_FALSE(result.error.empty()) << kind.mode << " of " << length;
@@ -73,13 +73,15 @@ protected:
 
 TEST_F(FaultyServers, ThatBreakOffAtAnyByteOfABodyOfKnownLengthGiveNothing) {
     for (const Kind& kind : KINDS) {
-        expectNoneToBeWhole(kind, withLength(kind.body));
+        const std::string response = withLength(kind.body);
+        expectNoneToBeWhole(kind, response, response.size());
     }
 }
 
 TEST_F(FaultyServers, ThatBreakOffAtAnyByteOfABodyInChunksGiveNothing) {
     for (const Kind& kind : KINDS) {
-        expectNoneToBeWhole(kind, inChunks(kind.body));
+        const std::string response = inChunks(kind.body);
+        expectNoneToBeWhole(kind, response, response.size() - 1);  // but for the last line end
     }
 }
 

@@ -5,6 +5,7 @@
 #include <sqlext.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -20,6 +21,8 @@ struct Statement {
     size_t given = 0;  // of the value
     bool isGiven = false;
 };
+
+std::atomic<bool> isCancelled = false;
 
 Statement& statementOf(SQLHSTMT handle) {
     return *static_cast<Statement*>(handle);
@@ -114,6 +117,7 @@ SQLRETURN SQLExecDirect(SQLHSTMT handle, SQLCHAR* query, SQLINTEGER) {
 }
 
 SQLRETURN SQLCancel(SQLHSTMT) {
+    isCancelled = true;
     return SQL_SUCCESS;
 }
 
@@ -142,6 +146,12 @@ SQLRETURN SQLColAttribute(SQLHSTMT, SQLUSMALLINT, SQLUSMALLINT, SQLPOINTER, SQLS
 
 SQLRETURN SQLFetch(SQLHSTMT handle) {
     Statement& statement = statementOf(handle);
+    while (statement.behaviour == "waits" && statement.fetched) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        if (isCancelled) {
+            return SQL_ERROR;
+        }
+    }
     const bool isThere = !statement.fetched;
     statement.fetched = true;
     return isThere ? SQL_SUCCESS : SQL_NO_DATA;

@@ -3,6 +3,8 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <thread>
+
 #include "formats/connection/connection_string.h"
 #include "platform/linux/odbc/OdbcConnection.h"
 #include "platform/linux/odbc/OdbcRecordset.h"
@@ -56,6 +58,18 @@ TEST_F(OddDriver, ThatLiesAboutLengthsIsNotBelieved) {
         EXPECT_EQ(valueOf(SQL_VARCHAR, behaviour, LONG), "BSTR " + LONG + "|\n") << behaviour;
         EXPECT_EQ(valueOf(SQL_DOUBLE, behaviour, "2.5"), "R8 2.5|\n") << behaviour;
     }
+}
+
+TEST_F(OddDriver, ThatTakesItsTimeForALaterRecordIsCancelledAtTheEnd) {
+    constexpr uint32_t GIVEN_UP = 0x80004004;
+    const auto records = connection_->openRecordset("12 waits x");
+    std::thread host([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        endMark_.set();
+    });
+
+    EXPECT_EQ(errorOf([&] { recordsOf(*records); }).code(), GIVEN_UP);
+    host.join();
 }
 
 TEST_F(OddDriver, TextsThatJustFitARoomAreWhole) {

@@ -267,21 +267,6 @@ TEST_P(Postgres, ThatDiesWithinAFetchFailsIt) {
     EXPECT_EQ(errorOf([&] { recordsOf(*records); }).code(), 0x80004005);
 }
 
-TEST_P(Postgres, IsNotWaitedForBehindTheFirstRecordsEither) {
-    connect();
-    open(connectionString(sharedServer(kind_)) + ";UseDeclareFetch=1;Fetch=10");
-    const auto records = connection_->openRecordset(
-        "SELECT CASE WHEN i > 20 THEN pg_sleep(1000)::text ELSE 'x' END FROM "
-        "generate_series(1, 1000) i");
-    std::thread host([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        endMark_.set();
-    });
-
-    EXPECT_EQ(errorOf([&] { recordsOf(*records); }).code(), GIVEN_UP);
-    host.join();
-}
-
 TEST_P(Postgres, SaysBooleansAsBooleansWhereTheConnectionAsksForIt) {
     connect();
     open(connectionString(sharedServer(kind_)) + ";BoolsAsChar=0");
