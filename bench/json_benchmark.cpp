@@ -16,14 +16,14 @@
 #include "bench/json_items.h"
 #include "bench/process_usage.h"
 #include "formats/json/JsonDocument.h"
+#include "formats/json/json_path.h"
+#include "formats/json/json_select.h"
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
 #include "pipeline/command_text.h"
 #include "platform/Platform.h"
 #include "readers/json/JSONHandler.h"
 #include "readers/json/JsonRecords.h"
-#include "readers/json/json_path.h"
-#include "readers/json/json_select.h"
 
 namespace {
 

@@ -9,11 +9,13 @@ namespace intake::html {
 
 namespace {
 
+constexpr std::string_view COMMENT = "/*";
+
 /// The style with a blank for each comment.
 std::string withoutComments(std::string_view style) {
     std::string rest;
     while (!style.empty()) {
-        const size_t start = std::min(style.find("/*"), style.size());
+        const size_t start = std::min(style.find(COMMENT), style.size());
         rest.append(style.substr(0, start));
         style.remove_prefix(start);
         if (!style.empty()) {
@@ -45,8 +47,10 @@ Declaration declarationOf(std::string_view text) {
 }  // namespace
 
 std::string keywordOf(std::string_view style, std::string_view property) {
-    const std::string text = withoutComments(style);
-    std::string_view rest = text;
+    if (style.find(COMMENT) != std::string_view::npos) {
+        return keywordOf(withoutComments(style), property);
+    }
+    std::string_view rest = style;
     Declaration counting;
     while (!rest.empty()) {
         const std::string_view each = rest.substr(0, rest.find(';'));

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "formats/json/JsonDocument.h"
+#include "formats/json/json_path.h"
+#include "formats/json/json_select.h"
 #include "pipeline/url.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
-#include "readers/json/json_path.h"
-#include "readers/json/json_select.h"
 
 namespace intake {
 

@@ -4,10 +4,10 @@
 #include <stdexcept>
 
 #include "formats/json/JsonDocument.h"
+#include "formats/json/json_path.h"
+#include "formats/json/json_select.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
-#include "readers/json/json_path.h"
-#include "readers/json/json_select.h"
 #include "tests/fuzz/FuzzInput.h"
 
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "readers/json/json_path.h"
-#include "readers/json/json_select.h"
+#include "formats/json/json_path.h"
+#include "formats/json/json_select.h"
 #include "tests/formats/json/RandomJson.h"
 #include "tests/formats/json/parse.h"
 #include "tests/readers/json/read.h"

@@ -1,4 +1,4 @@
-#include "readers/json/json_select.h"
+#include "formats/json/json_select.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "formats/json/JsonDocument.h"
-#include "readers/json/json_path.h"
+#include "formats/json/json_path.h"
 
 namespace intake {
 

@@ -1,4 +1,4 @@
-#include "readers/json/json_path.h"
+#include "formats/json/json_path.h"
 
 #include <algorithm>
 #include <charconv>
