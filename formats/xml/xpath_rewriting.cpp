@@ -52,7 +52,7 @@ std::string call(const char* function, const std::string& arguments) {
 /// Goes through an expression token by token, level by level of its brackets.
 class Rewriter {
 public:
-    explicit Rewriter(std::string_view text) : text_(text) {}
+    Rewriter(std::string_view text, std::vector<std::string>& steps) : text_(text), steps_(steps) {}
 
     /// Rewrites all up to the end or to a closing bracket that was not opened.
     std::string rewriteLevel();
@@ -71,6 +71,9 @@ private:
     };
 
     bool isAtChild();
+    bool isAtSlowAxis();
+    bool takeSlowStep(Operand& operand, std::string_view slashes);
+    std::string takeStep();
     bool takeOperator(Operand& operand, std::string& level);
     void takeSlashes(Operand& operand);
     void takeBrackets(Operand& operand);
@@ -82,6 +85,7 @@ private:
     bool startsWith(std::string_view sign) const { return rest().starts_with(sign); }
 
     std::string_view text_;
+    std::vector<std::string>& steps_;
     size_t at_ = 0;
 };
 
@@ -183,9 +187,63 @@ bool Rewriter::isAtChild() {
     return isChild;
 }
 
+/// Whether a step along an axis stands here that can lead from each of many nodes to most others.
+bool Rewriter::isAtSlowAxis() {
+    constexpr std::array<std::string_view, 4> AXES{"following", "preceding", "following-sibling",
+                                                   "preceding-sibling"};
+    const size_t start = at_;
+    const std::string_view name = takeName();
+    takeWhile(isSpace);
+    const bool isAxis = startsWith("::");
+    at_ = start;
+    return isAxis && std::find(AXES.begin(), AXES.end(), name) != AXES.end();
+}
+
+/// Takes a step with its axis and its predicates.
+std::string Rewriter::takeStep() {
+    Operand step;
+    step.path.append(takeName())
+        .append(takeWhile(isSpace))
+        .append(take(2))
+        .append(takeWhile(isSpace));
+    step.path.append(startsWith("*") ? take(1) : takeName());
+    for (step.path.append(takeWhile(isSpace)); startsWith("(") || startsWith("[");
+         step.path.append(takeWhile(isSpace))) {
+        takeBrackets(step);
+    }
+    return step.path;
+}
+
+/// The library compares each node that such a step finds with those from all nodes before. False,
+/// and nothing is taken, where it may do so: the step begins at one node, or cannot be quoted.
+bool Rewriter::takeSlowStep(Operand& operand, std::string_view slashes) {
+    const bool isDeep = slashes == "//";
+    const bool beginsAtOne = !isDeep && (!operand.isComplete || isOneNode(operand.path));
+    if (slashes.size() > 2 || beginsAtOne || !isAtSlowAxis()) {
+        return false;
+    }
+    const size_t start = at_;
+    const std::string step = takeStep();
+    const char quote = step.find('"') == std::string::npos ? '"' : '\'';
+    if (step.find(quote) != std::string::npos) {
+        at_ = start;
+        return false;
+    }
+    steps_.push_back(step);
+    const std::string all = !isDeep              ? operand.path
+                            : operand.isComplete ? call(DESCENDANTS_FUNCTION, operand.path)
+                                                 : "/descendant-or-self::node()";
+    operand.path = call(EACH_FUNCTION, all + "," + quote + step + quote);
+    operand.isComplete = true;
+    return true;
+}
+
 void Rewriter::takeSlashes(Operand& operand) {
     const std::string_view slashes = takeWhile([](char character) { return character == '/'; });
     const std::string_view blanks = takeWhile(isSpace);
+    if (takeSlowStep(operand, slashes)) {
+        return;
+    }
     if (slashes == "//" && operand.isComplete && !isOneNode(operand.path)) {
         operand.path =
             call(isAtChild() ? PARENTS_FUNCTION : DESCENDANTS_FUNCTION, operand.path) + "/";
@@ -231,11 +289,11 @@ bool isPlain(std::string_view expression) {
 
 }  // namespace
 
-std::string rewrittenXPath(std::string_view expression) {
+std::string rewrittenXPath(std::string_view expression, std::vector<std::string>& steps) {
     if (isPlain(expression)) {
         return std::string(expression);
     }
-    Rewriter rewriter(expression);
+    Rewriter rewriter(expression, steps);
     std::string all = rewriter.rewriteLevel();
     return all.append(rewriter.rest());  // is empty unless a bracket is closed too often
 }

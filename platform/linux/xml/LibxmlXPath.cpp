@@ -8,6 +8,7 @@
 #include <climits>
 #include <new>
 #include <string_view>
+#include <vector>
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
@@ -172,8 +173,12 @@ void LibxmlXPath::setNamespaces(const std::string& declarations) {
 
 XPathExpression LibxmlXPath::compile(const std::string& expression) {
     expression_ = expression;
-    const std::string text = rewrittenXPath(expression);
+    std::vector<std::string> steps;
+    const std::string text = rewrittenXPath(expression, steps);
     XPathExpression compiled = compileText(text);
+    for (const std::string& step : steps) {
+        compileText(step);
+    }
     compileText("(" + text + ")");  // or the library would let `//a|` pass
     if (lacksStep(expression)) {
         failFor("Invalid expression");

@@ -119,6 +119,69 @@ void descendToParents(xmlXPathParserContext* context, int count) {
     give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, true); });
 }
 
+using Expression = std::unique_ptr<xmlXPathCompExpr, decltype(&xmlXPathFreeCompExpr)>;
+using Text = std::unique_ptr<xmlChar, decltype(xmlFree)>;
+
+/// Where an evaluation is, which one within it changes.
+class KeptPlace {
+public:
+    explicit KeptPlace(xmlXPathContext& context)
+        : context_(context),
+          node_(context.node),
+          size_(context.contextSize),
+          position_(context.proximityPosition) {}
+    ~KeptPlace() {
+        context_.node = node_;
+        context_.contextSize = size_;
+        context_.proximityPosition = position_;
+    }
+    KeptPlace(const KeptPlace&) = delete;
+    KeptPlace& operator=(const KeptPlace&) = delete;
+
+private:
+    xmlXPathContext& context_;
+    xmlNode* const node_;
+    const int size_, position_;
+};
+
+/// Adds what the step finds from each node; false when one evaluation failed.
+bool addFromEach(const xmlNodeSet* nodes, xmlXPathCompExpr* step, xmlXPathContext& context,
+                 NodeSet& all) {
+    const KeptPlace place(context);
+    for (int i = 0; i < xmlXPathNodeSetGetLength(nodes); ++i) {
+        context.node = nodes->nodeTab[i];
+        const Object found(xmlXPathCompiledEval(step, &context));
+        if (found == nullptr || found->type != XPATH_NODESET) {
+            return false;
+        }
+        for (int j = 0; j < xmlXPathNodeSetGetLength(found->nodesetval); ++j) {
+            all.add(found->nodesetval->nodeTab[j]);
+        }
+    }
+    return true;
+}
+
+void takeStepFromEach(xmlXPathParserContext* context, int) {
+    const Text text(xmlXPathPopString(context), xmlFree);
+    const Object nodes(valuePop(context));
+    const Expression step(xmlXPathCtxtCompile(context->context, text.get()), xmlXPathFreeCompExpr);
+    if (step == nullptr || nodes == nullptr || nodes->type != XPATH_NODESET) {
+        context->error = XPATH_EXPR_ERROR;
+        return;
+    }
+    try {
+        NodeSet all(true);
+        if (addFromEach(nodes->nodesetval, step.get(), *context->context, all)) {
+            valuePush(context, all.release().release());
+        } else {
+            context->error = XPATH_EXPR_ERROR;
+        }
+    } catch (const std::bad_alloc&) {
+        context->error = XPATH_MEMORY_ERROR;
+        context->context->lastError.code = XML_ERR_NO_MEMORY;
+    }
+}
+
 }  // namespace
 
 void registerXPathFunctions(xmlXPathContext& context) {
@@ -130,6 +193,7 @@ void registerXPathFunctions(xmlXPathContext& context) {
     add(UNION_FUNCTION, unite);
     add(DESCENDANTS_FUNCTION, descend);
     add(PARENTS_FUNCTION, descendToParents);
+    add(EACH_FUNCTION, takeStepFromEach);
 }
 
 }  // namespace intake

@@ -86,6 +86,29 @@ TEST_F(XPathLimits, NobodyWaitsForAnEvaluationThatWasGivenUp) {
     host.join();
 }
 
+TEST_F(XPathLimits, StepsFromManyNodesToMostOthersAreSeen) {
+    std::string text = "<r>";
+    for (int i = 0; i < 250'000; ++i) {
+        text += "<a/>";
+    }
+    const LoadedXml large = loadXml(TextSource(text + "</r>"), endMark_);
+    auto* const root = reinterpret_cast<xmlNode*>(large.document.get());
+    for (const std::string expression :
+         {"//a/following::a", "/r/a/preceding-sibling::*", "//a/following-sibling::a[. = '']",
+          "//a/preceding::node()[position() mod 2 = 0]"}) {
+        LibxmlXPath xpath(endMark_, std::chrono::milliseconds(500));
+        const XPathExpression compiled = xpath.compile(expression);
+        try {
+            xpath.select(compiled, large.document.get(), root);
+            ADD_FAILURE() << expression;
+        } catch (const PlatformError& error) {
+            EXPECT_EQ(error.description(),
+                      "Looking for nodes takes more than 0 seconds of the processor's time: " +
+                          expression);
+        }
+    }
+}
+
 TEST_F(XPathLimits, MoreNodesThanTheLibraryTakesAreAnError) {
     std::string text = "<r><b/>";
     for (int i = 0; i < 10'485'760; ++i) {

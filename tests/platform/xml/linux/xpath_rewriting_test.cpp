@@ -18,49 +18,75 @@ namespace intake {
 
 namespace {
 
+std::string rewritten(std::string_view expression) {
+    std::vector<std::string> steps;
+    return rewrittenXPath(expression, steps);
+}
+
 TEST(XPathRewriting, LeavesPlainExpressionsAsTheyAre) {
     for (const char* const plain : {"/r/a", "//a|//b", "a//b/..", "*", "///", "a|", ""}) {
-        EXPECT_EQ(rewrittenXPath(plain), plain);
+        EXPECT_EQ(rewritten(plain), plain);
     }
 }
 
 TEST(XPathRewriting, CallsAFunctionForAUnion) {
-    EXPECT_EQ(rewrittenXPath("//a[1]|//b"), " _union(//a[1],//b)");
-    EXPECT_EQ(rewrittenXPath("(a|b | c)[2]/@d"), "( _union(a,b , c))[2]/@d");
-    EXPECT_EQ(rewrittenXPath("count(a|b) - 1 or a|@b = c|d"),
+    EXPECT_EQ(rewritten("//a[1]|//b"), " _union(//a[1],//b)");
+    EXPECT_EQ(rewritten("(a|b | c)[2]/@d"), "( _union(a,b , c))[2]/@d");
+    EXPECT_EQ(rewritten("count(a|b) - 1 or a|@b = c|d"),
               "count( _union(a,b)) - 1 or _union( a,@b )= _union( c,d)");
 }
 
 TEST(XPathRewriting, CallsAFunctionForTwoSlashesWithinAPath) {
-    EXPECT_EQ(rewrittenXPath("a//b[1]//@c"), " _descendants( _parents(a)/b[1])/@c");
-    EXPECT_EQ(rewrittenXPath("a[x]//b|//c"), " _union( _parents(a[x])/b,//c)");
-    EXPECT_EQ(rewrittenXPath("(//a)//text()"), " _parents((//a))/text()");
-    EXPECT_EQ(rewrittenXPath("a[1]//* // .."), " _descendants( _parents(a[1])/* )/ ..");
-    EXPECT_EQ(rewrittenXPath("a//self::b"), " _descendants(a)/self::b");
-    EXPECT_EQ(rewrittenXPath("a//self :: b"), " _descendants(a)/self :: b");
+    EXPECT_EQ(rewritten("a//b[1]//@c"), " _descendants( _parents(a)/b[1])/@c");
+    EXPECT_EQ(rewritten("a[x]//b|//c"), " _union( _parents(a[x])/b,//c)");
+    EXPECT_EQ(rewritten("(//a)//text()"), " _parents((//a))/text()");
+    EXPECT_EQ(rewritten("a[1]//* // .."), " _descendants( _parents(a[1])/* )/ ..");
+    EXPECT_EQ(rewritten("a//self::b"), " _descendants(a)/self::b");
+    EXPECT_EQ(rewritten("a//self :: b"), " _descendants(a)/self :: b");
 }
 
 TEST(XPathRewriting, LeavesTwoSlashesToTheLibraryBehindWhatIsOneNode) {
     for (const char* const one : {"//a[.//b]", "/r//a/@x", "/*//a[1]", "..//a[1]", " . //@x"}) {
-        EXPECT_EQ(rewrittenXPath(one), one);
+        EXPECT_EQ(rewritten(one), one);
     }
-    EXPECT_EQ(rewrittenXPath("/r/s//a[1]"), " _parents(/r/s)/a[1]");
+    EXPECT_EQ(rewritten("/r/s//a[1]"), " _parents(/r/s)/a[1]");
+}
+
+TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
+    EXPECT_EQ(rewritten("//a/following::b"), R"( _each(//a,"following::b"))");
+    EXPECT_EQ(rewritten("a/b/preceding-sibling :: *[2][@x='1']/c"),
+              R"( _each(a/b,"preceding-sibling :: *[2][@x='1']")/c)");
+    EXPECT_EQ(rewritten("count(//a/preceding::node() )"),
+              R"(count( _each(//a,"preceding::node() ")))");
+    EXPECT_EQ(
+        rewritten("//following-sibling::a[b/c//@d]"),
+        R"( _each(/descendant-or-self::node(),"following-sibling::a[ _descendants(b/c)/@d]"))");
+    EXPECT_EQ(rewritten("a[1]//following::b[. = \"x\"]"),
+              R"( _each( _descendants(a[1]),'following::b[. = "x"]'))");
+}
+
+TEST(XPathRewriting, LeavesSuchAStepFromOneNodeOrWithBothQuotesToTheLibrary) {
+    for (const char* const left :
+         {"following::b", "./following::b", "/a/preceding::b", "//a[following-sibling::b]",
+          R"(//a/following::b[. = "x" or . = 'y'])", "//following/a", "//a/following"}) {
+        EXPECT_EQ(rewritten(left), left);
+    }
 }
 
 TEST(XPathRewriting, KnowsOperatorsFromNames) {
-    EXPECT_EQ(rewrittenXPath("and[or|div]"), "and[ _union(or,div)]");
-    EXPECT_EQ(rewrittenXPath("a[b * c|d mod e-f|g]"), "a[b * _union( c,d )mod _union( e-f,g)]");
-    EXPECT_EQ(rewrittenXPath("*[* * *|*]"), "*[* * _union( *,*)]");
-    EXPECT_EQ(rewrittenXPath("n:*[1]|@n:a|child::b"), " _union(n:*[1],@n:a,child::b)");
+    EXPECT_EQ(rewritten("and[or|div]"), "and[ _union(or,div)]");
+    EXPECT_EQ(rewritten("a[b * c|d mod e-f|g]"), "a[b * _union( c,d )mod _union( e-f,g)]");
+    EXPECT_EQ(rewritten("*[* * *|*]"), "*[* * _union( *,*)]");
+    EXPECT_EQ(rewritten("n:*[1]|@n:a|child::b"), " _union(n:*[1],@n:a,child::b)");
 }
 
 TEST(XPathRewriting, LeavesTextsAlone) {
-    EXPECT_EQ(rewrittenXPath("a['x|y//z']|b[. = \"]|[\"]"), " _union(a['x|y//z'],b[. = \"]|[\"])");
+    EXPECT_EQ(rewritten("a['x|y//z']|b[. = \"]|[\"]"), " _union(a['x|y//z'],b[. = \"]|[\"])");
 }
 
 TEST(XPathRewriting, WritesTheAxisBeforeNamesBeyondAscii) {
-    EXPECT_EQ(rewrittenXPath("/é/b[1]"), "/child::é/b[1]");
-    EXPECT_EQ(rewrittenXPath("/a[x = '/é']"), "/a[x = '/é']");
+    EXPECT_EQ(rewritten("/é/b[1]"), "/child::é/b[1]");
+    EXPECT_EQ(rewritten("/a[x = '/é']"), "/a[x = '/é']");
 }
 
 TEST(XPathRewriting, LeavesWhatIsWrongWrong) {
@@ -68,9 +94,26 @@ TEST(XPathRewriting, LeavesWhatIsWrongWrong) {
     const auto quiet =
         systemPlatform().xml.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark);
     LibxmlXPath xpath(endMark);
-    for (const char* const wrong :
-         {"a[1]|", "|a[1]", "a[1]||b", "a[", "a]", "(a", "a)", "a[1]///b", "a[1]//", "a['", "(a]",
-          "()", "a[]", "f(a,)", "a[1]|*|", "a[(]"}) {
+    for (const char* const wrong : {"a[1]|",
+                                    "|a[1]",
+                                    "a[1]||b",
+                                    "a[",
+                                    "a]",
+                                    "(a",
+                                    "a)",
+                                    "a[1]///b",
+                                    "a[1]//",
+                                    "a['",
+                                    "(a]",
+                                    "()",
+                                    "a[]",
+                                    "f(a,)",
+                                    "a[1]|*|",
+                                    "a[(]",
+                                    "//a/following::",
+                                    "//a/following::b[",
+                                    "//a/preceding::b[]",
+                                    "//a[b/following::c[(]]"}) {
         EXPECT_THROW(xpath.compile(wrong), PlatformError) << wrong;
     }
 }
