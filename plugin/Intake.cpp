@@ -62,6 +62,10 @@ Intake::~Intake() {
     }
 }
 
+const char* Intake::getVersion() {
+    return INTAKE_VERSION;
+}
+
 const char* Intake::getInfo() {
     return ABOUT_TEXT;
 }

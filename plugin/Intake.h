@@ -24,7 +24,7 @@ public:
     const char* getName() override { return "Intake"; }
     const char* getFolder() override { return "Data"; }
     int32_t getType() override { return 2; }
-    const char* getVersion() override { return "1.0.1"; }
+    const char* getVersion() override;
     int32_t getFlags() override { return 0; }
     const char* getInfo() override;
 

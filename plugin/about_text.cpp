@@ -3,7 +3,8 @@
 namespace intake {
 
 const char* const ABOUT_TEXT =
-    "Intake plugin version: 1.0.1 \n\n\n"
+    "Intake plugin version: " INTAKE_VERSION
+    " \n\n\n"
     "JSON mode implemented using LibJSON:\n\n"
     "The JSON library of this build is RapidJSON, under the MIT licence:\n\n"
     "Copyright (C) 2015 THL A29 Limited, a Tencent company, and Milo Yip. All rights reserved.\n\n"

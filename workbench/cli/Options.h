@@ -13,7 +13,7 @@ enum class Output { Table, Script, Json, Trace };
 /// What the command line asks for.
 struct Options {
     Command command = Command::Help;
-    std::string helpText;  // what to print for Help
+    std::string helpText;  // what to print for Help; the version too is help
 
     std::string plugin;  // empty: the one that was built with this executable
     Output output = Output::Table;

@@ -97,6 +97,7 @@ Options readOptions(int argc, const char* const* argv) {
     Options options;
     CLI::App app{"A stand-in for the graphics host: runs Intake and shows what it does."};
     app.name("intake-workbench");
+    app.set_version_flag("--version", "intake-workbench " INTAKE_VERSION, "Print the version");
     addLoad(app, options);
     addParams(app, options);
     addRun(app, options);
@@ -106,6 +107,9 @@ Options readOptions(int argc, const char* const* argv) {
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
         options.helpText = app.help();
+    } catch (const CLI::CallForVersion& version) {
+        options.command = Command::Help;
+        options.helpText = std::string(version.what()) + '\n';
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what());
     }

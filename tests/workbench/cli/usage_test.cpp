@@ -26,6 +26,13 @@ TEST_F(Usage, HelpIsAResult) {
     }
 }
 
+TEST_F(Usage, TheVersionIsAResultAndThatOfThePlugin) {
+    const ChildResult result = run({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "intake-workbench 1.0.1\n");
+    EXPECT_EQ(result.err, "");
+}
+
 TEST_F(Usage, ACommandIsNeeded) {
     EXPECT_EQ(refusal({}), "intake-workbench: Give a command: load, params or run.\n");
     EXPECT_EQ(refusal({"fetch"}),
