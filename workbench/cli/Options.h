@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "workbench/cli/RecordRange.h"
+
 namespace workbench {
 
 enum class Command { Help, Load, Params, Run };
@@ -24,6 +26,8 @@ struct Options {
     std::vector<std::string> definitions;
     double timeoutSeconds = 60;
     int32_t fontEncoding = 1;
+
+    std::optional<RecordRange> expectedRecords;
 
     std::optional<int64_t> frames;
     std::optional<double> seconds;

@@ -9,6 +9,7 @@
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/store_json.h"
 #include "workbench/cli/store_table.h"
+#include "workbench/cli/written_records.h"
 
 namespace workbench {
 
@@ -78,6 +79,24 @@ void report(const Outcome& outcome) {
     }
 }
 
+// Needs the script of the outcome.
+bool isAsExpected(const Outcome& outcome, const RecordRange& expected, const lumo::Host& host,
+                  const lumo::Instance& instance) {
+    const std::size_t records = writtenRecords(outcome.script, host.parameters, instance.record());
+    if (expected.contains(records)) return true;
+    std::fprintf(stderr, "%s\n", expected.complaint(records).c_str());
+    return false;
+}
+
+ExitStatus judge(const Outcome& outcome, const Options& options, const lumo::Host& host,
+                 const lumo::Instance& instance) {
+    const ExitStatus status = statusOf(outcome);
+    if (status != ExitStatus::Loaded || !options.expectedRecords) return status;
+    return isAsExpected(outcome, *options.expectedRecords, host, instance)
+               ? status
+               : ExitStatus::UnexpectedRecords;
+}
+
 }  // namespace
 
 ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
@@ -88,8 +107,11 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
     place(host, instance, options);
     for (const std::string& setting : options.settings)
         applySetting(host, instance, setting);
+    const auto& expected = options.expectedRecords;
+    if (expected && expected->most != RecordRange::unlimited)
+        requireCountable(host.parameters, instance.record());
 
-    LoadWatch watch(host, instance, options.output == Output::Script);
+    LoadWatch watch(host, instance, options.output == Output::Script || expected);
     instance.execAction(loadAction);
     const std::string source = sourceOf(host, instance);
     PatienceNotice notice(streams.errorIsTerminal(), options.timeoutSeconds);
@@ -102,7 +124,7 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
         result(host, outcome.value_or(Outcome{}), options.output, streams.resultColumns()));
     if (!outcome) return ExitStatus::NoAnswer;
     report(*outcome);
-    return statusOf(*outcome);
+    return judge(*outcome, options, host, instance);
 }
 
 }  // namespace workbench

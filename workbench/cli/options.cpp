@@ -48,6 +48,19 @@ void addRepeated(CLI::App& command, const std::string& name, std::vector<std::st
     command.add_option(name, values, help)->type_name(valueName)->allow_extra_args(false);
 }
 
+void addExpectations(CLI::App& load, Options& options) {
+    auto* notEmpty = load.add_flag_callback(
+        "--fail-on-empty", [&options] { options.expectedRecords = RecordRange{}; },
+        "Exit with 5 when no record arrives");
+    const auto expect = [&options](const std::string& range) {
+        options.expectedRecords = readRecordRange(range);
+    };
+    load.add_option_function<std::string>("--expect-records", expect,
+                                          "Exit with 5 when another number of records arrives")
+        ->type_name("N[..M]")
+        ->excludes(notEmpty);
+}
+
 void addLoad(CLI::App& app, Options& options) {
     CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
     load->callback([&options] { options.command = Command::Load; });
@@ -68,6 +81,7 @@ void addLoad(CLI::App& app, Options& options) {
     load->add_option("--font-encoding", options.fontEncoding,
                      "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
         ->type_name("N");
+    addExpectations(*load, options);
 }
 
 void addParams(CLI::App& app, Options& options) {

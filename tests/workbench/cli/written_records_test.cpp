@@ -1,0 +1,80 @@
+#include "workbench/cli/written_records.h"
+
+#include <gtest/gtest.h>
+
+#include "host/lumo.h"
+#include "workbench/cli/UsageError.h"
+#include "workbench/lumo/Host.h"
+
+using workbench::requireCountable;
+using workbench::writtenRecords;
+
+namespace {
+
+enum Mode { TABLE, ARRAY, STRUCTURE, FIELD_ARRAY, SHARED_MEMORY };
+enum Query { SQL = 1, JSON = 3 };
+
+struct WrittenRecords : testing::Test {
+    WrittenRecords() {
+        evRegisterParameterInt("queryMode", "", JSON, 0, 4);
+        evRegisterParameterInt("mode", "", TABLE, 0, 4);
+        evRegisterParameterString("varsPrefix", "", "P_", 80, 80, 0);
+        evRegisterParameterString("delimiter", "", "|", 80, 80, 0);
+        evRegisterParameterString("rowsDelimiter", "", "\n", 80, 80, 0);
+    }
+
+    std::size_t count(Mode mode, const std::string& written, Query query = JSON) {
+        lumo::Record record(host.parameters);
+        record.setInteger(1, query);
+        record.setInteger(2, mode);
+        return writtenRecords(written, host.parameters, record);
+    }
+
+    lumo::Host host;
+};
+
+}  // namespace
+
+TEST_F(WrittenRecords, ARecordThatAnotherReplacesDoesNotCount) {
+    EXPECT_EQ(count(TABLE, "T[a]={{x=1;},};T[b]={{x=2;},};T[a]={{x=3;},};"), 2U);
+}
+
+TEST_F(WrittenRecords, AnEmptyKeyIsAKey) {
+    EXPECT_EQ(count(TABLE, "T[]={{x=1;},};"), 1U);
+}
+
+TEST_F(WrittenRecords, AKeyThatReadsAsARangeSetsItsFirstElement) {
+    EXPECT_EQ(count(TABLE, "T[1-2]={{x=1;},};T[1]={{x=2;},};T[4-9]={{x=1;},};"), 2U);
+}
+
+TEST_F(WrittenRecords, FieldsThatPagesCountInHaveNoPrefix) {
+    EXPECT_EQ(count(STRUCTURE, "a={x=1;};b={x=1;};READER_NUM_RECORDS=2;"), 2U);
+    EXPECT_EQ(count(STRUCTURE, "a={x=1;};P_READER_NUM_RECORDS=2;"), 1U);
+}
+
+TEST_F(WrittenRecords, ARangeWithoutElementsHasNone) {
+    EXPECT_EQ(count(FIELD_ARRAY, "T[0--1]=; P_READER_NUM_RECORDS=0;"), 0U);
+    EXPECT_EQ(count(FIELD_ARRAY, "T[0-0]=\"\"\"\"; P_READER_NUM_RECORDS=1;"), 1U);
+}
+
+TEST_F(WrittenRecords, NoScriptHasNone) {
+    for (const Mode mode : {TABLE, ARRAY, STRUCTURE, FIELD_ARRAY, SHARED_MEMORY})
+        EXPECT_EQ(count(mode, ""), 0U);
+}
+
+TEST_F(WrittenRecords, RowsOfAQueryInSharedMemoryAreDividedByTheRowsDelimiter) {
+    EXPECT_EQ(count(SHARED_MEMORY, "a|1\nb|2", SQL), 2U);
+    EXPECT_EQ(count(SHARED_MEMORY, "a|1\nb|2\n", SQL), 2U);
+    EXPECT_EQ(count(SHARED_MEMORY, "a|1\nb|2\n", JSON), 3U);
+}
+
+TEST_F(WrittenRecords, RowsAreNotCountedWhereFieldsAreDividedAlike) {
+    lumo::Record record(host.parameters);
+    record.setInteger(1, SQL);
+    record.setText(5, "|");
+    EXPECT_NO_THROW(requireCountable(host.parameters, record));
+    record.setInteger(2, SHARED_MEMORY);
+    EXPECT_THROW(requireCountable(host.parameters, record), workbench::UsageError);
+    record.setText(5, "\n");
+    EXPECT_NO_THROW(requireCountable(host.parameters, record));
+}
