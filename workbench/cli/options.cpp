@@ -2,6 +2,7 @@
 
 #include "workbench/cli/Options.h"
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/environment.h"
 
 namespace workbench {
 
@@ -48,6 +49,29 @@ void addRepeated(CLI::App& command, const std::string& name, std::vector<std::st
     command.add_option(name, values, help)->type_name(valueName)->allow_extra_args(false);
 }
 
+// In the order of the command line, whichever option they come by.
+void addSetting(CLI::App& load, const std::string& name, const std::string& valueName,
+                const std::function<void(const std::string&)>& set, const std::string& help) {
+    const auto setAll = [set](const std::vector<std::string>& texts) {
+        for (const std::string& text : texts)
+            set(text);
+    };
+    load.add_option_function<std::vector<std::string>>(name, setAll, help)
+        ->type_name(valueName)
+        ->allow_extra_args(false)
+        ->trigger_on_parse();
+}
+
+void addSettings(CLI::App& load, Options& options) {
+    const auto set = [&options](const std::string& text) { options.settings.push_back(text); };
+    addSetting(load, "--set", "NAME=VALUE", set, "Set a parameter");
+    const auto setFromEnvironment = [set](const std::string& text) {
+        set(settingFromEnvironment(text));
+    };
+    addSetting(load, "--set-env", "NAME=VARIABLE", setFromEnvironment,
+               "Set a parameter to what an environment variable holds");
+}
+
 void addExpectations(CLI::App& load, Options& options) {
     auto* notEmpty = load.add_flag_callback(
         "--fail-on-empty", [&options] { options.expectedRecords = RecordRange{}; },
@@ -70,7 +94,7 @@ void addLoad(CLI::App& app, Options& options) {
     load->add_option("--instance", options.instance, "Which instance of the scene")
         ->type_name("NAME")
         ->needs(scene);
-    addRepeated(*load, "--set", options.settings, "NAME=VALUE", "Set a parameter");
+    addSettings(*load, options);
     addOutput(*load, options, loadOutputs,
               "The store as a table (default) or json; the script that was executed; or the "
               "trace of every call");

@@ -1,5 +1,6 @@
 // `load` from end to end: the workbench, the plugin and a source.
 
+#include "tests/http/support/EnvironmentVariable.h"
 #include "tests/workbench/cli/Workbench.h"
 
 namespace {
@@ -214,4 +215,23 @@ TEST_F(Load, AStoredInstanceIsLoadedAndSettingsComeAfterIt) {
                                     "--set", "numRows=1", "--out", "script"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "T[ARS]={{club=\"\"ARS\"\";name=\"\"Arsenal\"\";pts=7.5;},};");
+}
+
+TEST_F(Load, AParameterMayComeFromTheEnvironment) {
+    const intake::EnvironmentVariable source("LEAGUE_FILE", "league.json");
+    const ChildResult result = load({"queryMode=JSON", "xpath=table/club", "mode=3", "table=T"},
+                                    {"--set-env", "filename=LEAGUE_FILE", "--out", "script"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "T[0-1]=\"\"ARS\"\",\"\"MCI\"\"; READER_NUM_RECORDS=2;");
+}
+
+TEST_F(Load, TheLastOfTwoSettingsHoldsWhicheverWayTheyCome) {
+    const intake::EnvironmentVariable name("NAME", "E");
+    const auto loaded = [&](const std::vector<std::string>& order) {
+        return loadTable({"mode=3", "xpath=table/club", "numRows=1"}, order).out;
+    };
+    const std::string first = loaded({"--set-env", "table=NAME", "--set", "table=S"});
+    const std::string last = loaded({"--set", "table=S", "--set-env", "table=NAME"});
+    EXPECT_TRUE(first.starts_with("S (1 element)\n")) << first;
+    EXPECT_TRUE(last.starts_with("E (1 element)\n")) << last;
 }

@@ -1,5 +1,6 @@
 // The command line itself: what is refused, and how it is said.
 
+#include "tests/http/support/EnvironmentVariable.h"
 #include "tests/workbench/cli/Workbench.h"
 
 namespace {
@@ -75,6 +76,17 @@ TEST_F(Usage, AValueThatDoesNotFitIsNamedWithWhatWould) {
               "intake-workbench: \"load\" is a button; it has no value.\n");
     EXPECT_EQ(refusal({"load", "--set", "queryMode"}),
               "intake-workbench: --set takes NAME=VALUE, not \"queryMode\".\n");
+}
+
+TEST_F(Usage, AnEnvironmentVariableThatIsNotSetIsNamed) {
+    const intake::EnvironmentVariable none("FEED_PASSWORD", std::nullopt);
+    EXPECT_EQ(refusal({"load", "--set-env", "password=FEED_PASSWORD"}),
+              "intake-workbench: --set-env password=FEED_PASSWORD: there is no environment "
+              "variable \"FEED_PASSWORD\". Give its name, and export it.\n");
+    EXPECT_EQ(refusal({"load", "--set-env", "password"}),
+              "intake-workbench: --set-env takes NAME=VARIABLE, not \"password\".\n");
+    EXPECT_EQ(refusal({"load", "--set-env", "password="}),
+              "intake-workbench: --set-env takes NAME=VARIABLE, not \"password=\".\n");
 }
 
 TEST_F(Usage, ASceneThatCannotBeReadIsNamed) {
