@@ -20,7 +20,8 @@ const std::vector<const char*> ANYBODY{"formats/", "platform/", "pipeline/",
 
 /// The first row that fits holds.
 const std::array ACCESS{
-    Access{"host/", {"host/", "plugin/", "workbench/"}},
+    Access{"host/",
+           {"host/", "plugin/", "workbench/cli/", "workbench/cobaltlib/", "workbench/lumo/"}},
     Access{"plugin/", {"plugin/"}},
     Access{"readers/Readers.h", {"readers/Readers.", "plugin/"}},
     Access{"readers/", {"readers/"}},
@@ -37,6 +38,7 @@ const std::array ACCESS{
     Access{"formats/json/", {"formats/json/", "readers/json/", "workbench/"}},
     Access{"formats/workbook/", {"formats/workbook/", "platform/", "workbench/"}},
     Access{"formats/xml/", {"formats/xml/", "formats/workbook/", "platform/", "workbench/"}},
+    Access{"workbench/probe/", {"workbench/probe/", "workbench/cli/"}},
     Access{"workbench/", {"workbench/"}},
     Access{"bench/", {}},
     Access{"tests/", {}},

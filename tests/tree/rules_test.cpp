@@ -158,6 +158,19 @@ TEST_F(TreeRules, NothingOfTheProductIncludesTheWorkbenchAndItIncludesNothingOfT
     expectForbidden("workbench/cli/main.cpp", "platform/Clock.h");
 }
 
+TEST_F(TreeRules, TheProbeKnowsFormatsAndTheWorkbenchOnlyAndNobodyElseKnowsIt) {
+    expectAllowed("workbench/probe/recognise.cpp", "formats/html/character_references.h");
+    expectAllowed("workbench/probe/recognise.cpp", "workbench/cli/UsageError.h");
+    expectAllowed("workbench/cli/load_command.cpp", "workbench/probe/recognise.h");
+    for (const std::string product :
+         {"plugin/a.h", "pipeline/a.h", "readers/a.h", "platform/a.h", "host/lumo.h"}) {
+        expectForbidden("workbench/probe/recognise.cpp", product);
+    }
+    for (const std::string other : {"plugin/a.h", "formats/html/a.h", "workbench/lumo/Host.h"}) {
+        expectForbidden(other, "workbench/probe/recognise.h");
+    }
+}
+
 TEST_F(TreeRules, ASystemsFolderIsIncludedOnlyFromItself) {
     expectAllowed("platform/linux/LinuxFiles.cpp", "platform/linux/LinuxFiles.h");
     expectForbidden("platform/Files.h", "platform/linux/LinuxFiles.h");
