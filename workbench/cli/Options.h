@@ -20,7 +20,8 @@ struct Options {
     std::string plugin;  // empty: the one that was built with this executable
     Output output = Output::Table;
 
-    std::string scene;  // empty for none
+    std::string source;  // what `load` names without an option; empty for none
+    std::string scene;   // empty for none
     std::string instance;
     std::vector<std::string> settings;  // NAME=VALUE
     std::vector<std::string> definitions;

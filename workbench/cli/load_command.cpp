@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 
 #include "workbench/cli/FrameClock.h"
@@ -7,9 +8,12 @@
 #include "workbench/cli/commands.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/scene_file.h"
+#include "workbench/cli/source_settings.h"
 #include "workbench/cli/store_json.h"
 #include "workbench/cli/store_table.h"
 #include "workbench/cli/written_records.h"
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/source_start.h"
 
 namespace workbench {
 
@@ -36,6 +40,28 @@ void applySetting(lumo::Host& host, lumo::Instance& instance, const std::string&
     const std::string_view text = setting;
     instance.changed(setParameter(host.parameters, instance.record(), text.substr(0, equals),
                                   text.substr(equals + 1)));
+}
+
+bool isSet(const std::vector<std::string>& settings, std::string_view name) {
+    return std::any_of(settings.begin(), settings.end(), [name](const std::string& setting) {
+        return std::string_view(setting).substr(0, setting.find('=')) == name;
+    });
+}
+
+// What the user has set holds. It comes before looking, since it says with which credentials.
+void applySettings(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    const std::string& source = options.source;
+    if (!source.empty()) applySetting(host, instance, "filename=" + source);
+    for (const std::string& setting : options.settings)
+        applySetting(host, instance, setting);
+    if (source.empty() || isSet(options.settings, "queryMode")) return;
+    SourceSettings found = settingsForSource(source, host.parameters, instance.record());
+    std::erase_if(found.settings, [&options](const std::string& setting) {
+        return isSet(options.settings, setting.substr(0, setting.find('=')));
+    });
+    for (const std::string& setting : found.settings)
+        applySetting(host, instance, setting);
+    std::fprintf(stderr, "%s\n", sentenceAbout(source, found).c_str());
 }
 
 std::string sourceOf(const lumo::Host& host, const lumo::Instance& instance) {
@@ -105,8 +131,13 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
         host.store.core().define(name);
     lumo::Instance instance(host, plugin, "workbench");
     place(host, instance, options);
-    for (const std::string& setting : options.settings)
-        applySetting(host, instance, setting);
+    try {
+        applySettings(host, instance, options);
+    } catch (const probe::LookFailure& failure) {
+        std::fprintf(stderr, "%s %s.\n", probe::withoutUserInfo(options.source).c_str(),
+                     failure.what());
+        return ExitStatus::LoadFailed;
+    }
     const auto& expected = options.expectedRecords;
     if (expected && expected->most != RecordRange::unlimited)
         requireCountable(host.parameters, instance.record());

@@ -89,6 +89,8 @@ void addLoad(CLI::App& app, Options& options) {
     CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
     load->callback([&options] { options.command = Command::Load; });
     addPlugin(*load, options);
+    load->add_option("SOURCE", options.source,
+                     "A file or a URL; what kind of source it is, is found by looking");
     auto* scene = load->add_option("--scene", options.scene, "Start from a stored instance");
     scene->type_name("FILE");
     load->add_option("--instance", options.instance, "Which instance of the scene")

@@ -1,0 +1,139 @@
+#include "workbench/cli/source_settings.h"
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+
+#include "workbench/cli/UsageError.h"
+#include "workbench/cli/display_text.h"
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/recognise.h"
+#include "workbench/probe/source_start.h"
+
+namespace workbench {
+
+namespace {
+
+using probe::Kind;
+
+struct KindRow {
+    Kind kind;
+    const char* words;
+    const char* queryMode;  // null: the plugin does not read it
+};
+
+// In the order of Kind.
+constexpr std::array kinds{
+    KindRow{Kind::Empty, "empty", nullptr},
+    KindRow{Kind::Json, "JSON", "JSON"},
+    KindRow{Kind::Xml, "XML", "XML"},
+    KindRow{Kind::Html, "an HTML page", "4"},
+    KindRow{Kind::Workbook, "a workbook", "EXCEL"},
+    KindRow{Kind::OldDocument, "an office document of the old form, or an encrypted one", "EXCEL"},
+    KindRow{Kind::Zip, "an archive (ZIP)", nullptr},
+    KindRow{Kind::Gzip, "compressed (gzip)", nullptr},
+    KindRow{Kind::Sqlite, "an SQLite database", "SQL"},
+    KindRow{Kind::Pdf, "a PDF document", nullptr},
+    KindRow{Kind::Image, "an image", nullptr},
+    KindRow{Kind::Text, "a text, and neither JSON nor XML nor HTML", nullptr},
+    KindRow{Kind::Unknown, "of a kind that is not known", nullptr},
+};
+
+std::string textOf(const char* name, const lumo::ParameterTable& parameters,
+                   const lumo::Record& record) {
+    const auto index = parameters.find(name);
+    return index ? std::string(record.text(*index)) : "";
+}
+
+bool isOn(const char* name, const lumo::ParameterTable& parameters, const lumo::Record& record) {
+    const auto index = parameters.find(name);
+    return index && record.integer(*index) != 0;
+}
+
+probe::Request requestOf(const lumo::ParameterTable& parameters, const lumo::Record& record) {
+    probe::Request request;
+    if (isOn("useAuth", parameters, record)) {
+        request.user = textOf("userName", parameters, record);
+        request.password = textOf("password", parameters, record);
+    }
+    if (!isOn("useCustomHeaders", parameters, record)) return request;
+    std::istringstream lines(textOf("customHeaders", parameters, record));
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(line.find_last_not_of('\r') + 1);
+        if (line.find(':') != std::string::npos) request.headers.push_back(line);
+    }
+    return request;
+}
+
+std::string startOf(const std::string& source, const lumo::ParameterTable& parameters,
+                    const lumo::Record& record) {
+    if (!probe::isUrl(source)) return probe::startOfFile(source);
+    if (isOn("enableProxy", parameters, record))
+        throw probe::LookFailure(
+            "is not looked at through a proxy; say what it is, for example with --set "
+            "queryMode=JSON");
+    return probe::startOfUrl(source, requestOf(parameters, record));
+}
+
+std::string quotedValue(const std::string& value) {
+    if (value.find_first_of(";\"'{} ") == std::string::npos) return value;
+    std::string quoted = "\"";
+    for (const char c : value)
+        quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
+}
+
+std::string connectionString(const std::string& file) {
+    return "Provider=SQLite;Data Source=" + quotedValue(file);
+}
+
+void addDatabase(const std::string& source, const lumo::ParameterTable& parameters,
+                 const lumo::Record& record, SourceSettings& found) {
+    if (probe::isUrl(source))
+        throw probe::LookFailure("is an SQLite database; it can only be read as a file");
+    if (textOf("query", parameters, record).empty())
+        throw UsageError(source +
+                         " is an SQLite database; say what to read from it, with --set "
+                         "query=\"SELECT * FROM …\".");
+    found.settings.push_back("connStr=" + connectionString(source));
+}
+
+std::string wordsFor(const KindRow& row, const std::string& start) {
+    const std::string title = row.kind == Kind::Html ? probe::titleOf(start) : "";
+    constexpr std::size_t longestTitle = 60;
+    return title.empty() ? row.words
+                         : row.words + (" titled \"" + fitted(toUtf8(title), longestTitle)) + "\"";
+}
+
+std::string asArgument(const std::string& setting) {
+    const bool isPlain = setting.find_first_of(" ;\"'$&|<>()\\") == std::string::npos;
+    if (isPlain) return " --set " + setting;
+    std::string quoted;
+    for (const char c : setting)
+        quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    return " --set '" + quoted + "'";
+}
+
+}  // namespace
+
+SourceSettings settingsForSource(const std::string& source, const lumo::ParameterTable& parameters,
+                                 const lumo::Record& record) {
+    const std::string start = startOf(source, parameters, record);
+    const KindRow& row = kinds[static_cast<std::size_t>(probe::recognise(start))];
+    if (row.queryMode == nullptr)
+        throw probe::LookFailure(std::string("is ") + row.words +
+                                 "; what can be loaded is JSON, XML, HTML tables, worksheets and "
+                                 "databases");
+    SourceSettings found{wordsFor(row, start), {std::string("queryMode=") + row.queryMode}};
+    if (row.kind == Kind::Sqlite) addDatabase(source, parameters, record, found);
+    return found;
+}
+
+std::string sentenceAbout(const std::string& source, const SourceSettings& found) {
+    std::string sentence = probe::withoutUserInfo(source) + " is " + found.words + ":";
+    for (const std::string& setting : found.settings)
+        sentence += asArgument(setting);
+    return sentence;
+}
+
+}  // namespace workbench
