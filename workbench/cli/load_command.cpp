@@ -6,6 +6,7 @@
 #include "workbench/cli/PatienceNotice.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/commands.h"
+#include "workbench/cli/missing_file.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/source_settings.h"
@@ -94,6 +95,12 @@ std::string result(const lumo::Host& host, const Outcome& outcome, Output output
     }
 }
 
+void adviseOnMissingFile(const lumo::Host& host, const lumo::Instance& instance,
+                         const std::string& scene) {
+    const std::string advice = adviceOnMissingSource(host.parameters, instance.record(), scene);
+    if (!advice.empty()) std::fprintf(stderr, "%s\n", advice.c_str());
+}
+
 void report(const Outcome& outcome) {
     if (outcome.failed) {
         std::fprintf(stderr, "%s\n", outcome.error.c_str());
@@ -154,6 +161,7 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
     streams.writeResult(
         result(host, outcome.value_or(Outcome{}), options.output, streams.resultColumns()));
     if (!outcome) return ExitStatus::NoAnswer;
+    if (outcome->failed) adviseOnMissingFile(host, instance, options.scene);
     report(*outcome);
     return judge(*outcome, options, host, instance);
 }

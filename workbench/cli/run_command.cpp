@@ -9,6 +9,7 @@
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"
 #include "workbench/cli/commands.h"
+#include "workbench/cli/missing_file.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/store_table.h"
 
@@ -34,9 +35,10 @@ void restoreInstances(lumo::Host& host, const lumo::Plugin& plugin, const SceneF
         instance.afterLoad();
 }
 
-void report(const lumo::Instance& instance, const Outcome& outcome, double seconds,
-            bool onTerminal) {
+void report(const lumo::Instance& instance, const Outcome& outcome, const std::string& advice,
+            double seconds, bool onTerminal) {
     const char* name = instance.name().c_str();
+    if (!advice.empty()) std::fprintf(stderr, "%8.2f s  %s: %s\n", seconds, name, advice.c_str());
     if (outcome.failed) {
         std::fprintf(stderr, "%8.2f s  %s: %s\n", seconds, name, outcome.error.c_str());
     } else if (outcome.notStored) {
@@ -90,7 +92,12 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
         for (std::size_t i = 0; i < instances.size(); ++i) {
             const auto outcome = watches[i].runFrame();
             if (!outcome) continue;
-            report(instances[i], *outcome, clock.elapsedSeconds(), streams.errorIsTerminal());
+            const std::string advice =
+                outcome->failed
+                    ? adviceOnMissingSource(host.parameters, instances[i].record(), options.scene)
+                    : "";
+            report(instances[i], *outcome, advice, clock.elapsedSeconds(),
+                   streams.errorIsTerminal());
             lastLoads[i] = statusOf(*outcome);
         }
         clock.waitForNextFrame();

@@ -1,11 +1,14 @@
 #include "workbench/cli/scene_file.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
 #include "formats/json/JsonDocument.h"
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/json_fault.h"
+#include "workbench/cli/missing_file.h"
 #include "workbench/cli/nearest_name.h"
 #include "workbench/cli/parameter_values.h"
 
@@ -51,10 +54,16 @@ StoredInstance readInstance(const Document& json, Node node, const std::string& 
     return instance;
 }
 
+std::string whereItShouldBe(const std::string& file) {
+    const bool isMissing =
+        !std::filesystem::exists(file) && std::filesystem::path(file).is_relative();
+    return isMissing ? " It was looked for as " + placeOf(file) + "." : "";
+}
+
 // The bytes of a file, and the zero byte that ends a text.
 intake::ByteBuffer readFile(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) reject(file, "the scene file cannot be read.");
+    if (!stream) reject(file, "the scene file cannot be read." + whereItShouldBe(file));
     intake::ByteBuffer text;
     do {
         constexpr std::size_t BLOCK = 1 << 16;
@@ -70,7 +79,9 @@ Document parseFile(const std::string& file) {
     try {
         return Document(readFile(file));
     } catch (const std::invalid_argument& error) {
-        reject(file, std::string("the scene file is not JSON: ") + error.what());
+        const intake::ByteBuffer text = readFile(file);  // the document has decoded its own
+        const std::string_view source(text.data(), text.size() - 1);
+        reject(file, "the scene file is not JSON: " + jsonFault(error.what(), source));
     }
 }
 

@@ -61,5 +61,7 @@ TEST_F(LoadHtml, ABarInASelectorStandsBehindABackslash) {
 TEST_F(LoadHtml, APageThatIsNotThereFailsTheLoad) {
     const ChildResult result = loadTable({"filename=missing.html"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "HTML: Failed to open URL \"missing.html\"\n");
+    EXPECT_EQ(result.err, "missing.html was looked for as " +
+                              (std::filesystem::canonical(folder) / "missing.html").string() +
+                              ".\nHTML: Failed to open URL \"missing.html\"\n");
 }

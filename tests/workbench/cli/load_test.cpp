@@ -171,6 +171,30 @@ TEST_F(Load, AMissingFileIsAFailureThatNamesIt) {
     EXPECT_TRUE(result.err.ends_with("Could not load \"absent.json\"\n")) << result.err;
 }
 
+TEST_F(Load, AMissingFileIsToldWithTheFolderInWhichItWasLookedFor) {
+    const std::string place = (std::filesystem::canonical(folder) / "a" / "absent.json").string();
+    const std::string advice = "a/absent.json was looked for as " + place + ".\n";
+    for (const char* query : {"queryMode=JSON", "queryMode=XML", "queryMode=EXCEL"}) {
+        const ChildResult result = load({query, "filename=a/absent.json", "sheet=A"});
+        EXPECT_EQ(result.status, 1) << query;
+        EXPECT_NE(result.err.find(advice), std::string::npos) << result.err;
+    }
+    const ChildResult absolute = load({"queryMode=JSON", "filename=" + place});
+    EXPECT_EQ(absolute.err.find("looked for"), std::string::npos) << absolute.err;
+}
+
+TEST_F(Load, AMissingFileThatLiesBesideItsSceneIsFoundThere) {
+    std::filesystem::create_directory(folder / "show");
+    write("show/clubs.json", "[]");
+    write("show/scene.json", R"({"instances": [{"name": "a", "parameters": {
+        "Magic": 9473, "queryMode": 3, "filename": "clubs.json"}}]})");
+    const ChildResult result = run({"load", "--scene", "show/scene.json"});
+    const auto beside = (std::filesystem::path("show") / "clubs.json").string();
+    EXPECT_NE(result.err.find(" The folder of the scene has it: " + beside + ".\n"),
+              std::string::npos)
+        << result.err;
+}
+
 TEST_F(Load, MalformedJsonIsAFailureThatSaysWhere) {
     write("broken.json", "{\"a\": [1,\n 2");
     const ChildResult result = load({"queryMode=JSON", "filename=broken.json"}, {"--out", "json"});

@@ -44,6 +44,7 @@ TEST_F(Outcomes, ThePrefixIsPartOfTheFallback) {
 }
 
 TEST_F(Outcomes, AFailureWithoutATextNamesTheSource) {
+    write("league.json", "");
     const ChildResult result = answer(
         {"filename=league.json", "console=READER_NUM_RECORDS=0;", "script=READER_NUM_RECORDS=0;"});
     EXPECT_EQ(result.status, 1);

@@ -58,6 +58,8 @@ TEST_F(Run, AFailedLoadIsReportedWithItsInstance) {
               "field               value\n"
               "------------------  -----\n"
               "READER_NUM_RECORDS      0\n");
+    EXPECT_NE(result.err.find(" s  lost: absent.json was looked for as "), std::string::npos)
+        << result.err;
     EXPECT_NE(result.err.find(" s  lost: Could not load \"absent.json\"\n"), std::string::npos)
         << result.err;
 }

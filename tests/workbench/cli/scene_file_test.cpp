@@ -61,8 +61,10 @@ TEST_F(Scenes, AFileThatCannotBeReadIsAnError) {
               "/nowhere/scene.json: the scene file cannot be read.");
 }
 
-TEST_F(Scenes, AFileThatIsNotJsonIsAnError) {
-    EXPECT_TRUE(refusal("{").starts_with(": the scene file is not JSON: "));
+TEST_F(Scenes, AFileThatIsNotJsonIsAnErrorWithItsPlace) {
+    EXPECT_EQ(refusal("{\n  \"instances\": [\n    {\"name\": \"a\"} {}\n]}"),
+              ": the scene file is not JSON: line 3, column 19: expected a comma or a \"]\", found "
+              "\"{\".");
 }
 
 TEST_F(Scenes, AFileOfAnotherShapeIsAnError) {

@@ -89,11 +89,12 @@ TEST_F(Usage, AnEnvironmentVariableThatIsNotSetIsNamed) {
               "intake-workbench: --set-env takes NAME=VARIABLE, not \"password=\".\n");
 }
 
-TEST_F(Usage, ASceneThatCannotBeReadIsNamed) {
-    EXPECT_EQ(refusal({"run", "absent.json"}),
-              "intake-workbench: absent.json: the scene file cannot be read.\n");
-    EXPECT_EQ(refusal({"load", "--scene", "absent.json"}),
-              "intake-workbench: absent.json: the scene file cannot be read.\n");
+TEST_F(Usage, ASceneThatCannotBeReadIsNamedWithItsPlace) {
+    const std::string expected =
+        "intake-workbench: absent.json: the scene file cannot be read. It was looked for as " +
+        (std::filesystem::canonical(folder) / "absent.json").string() + ".\n";
+    EXPECT_EQ(refusal({"run", "absent.json"}), expected);
+    EXPECT_EQ(refusal({"load", "--scene", "absent.json"}), expected);
 }
 
 TEST_F(Usage, ABadValueInASceneNamesFileAndInstance) {
