@@ -115,6 +115,7 @@ TEST_F(OddProcess, InWhichEverySystemCallIsInterruptedLoadsAll) {
 }
 
 TEST_F(OddProcess, IsLeftWithAsManyDescriptorsAndThreadsAsBefore) {
+    const TempWorkingDirectory folder;  // in which some drivers make what they do not find
     const auto loadAll = [&] {
         TestWorker worker;
         for (const FaultLoad& load : loads_) {
