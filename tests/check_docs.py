@@ -21,7 +21,7 @@ a line. SETTINGS are NAME=VALUE as for the workbench's --set.
 
 "content" is the text of the file that is loaded, and "gives" the script where it is more than what is
 shown ($0); "query=@NAME" is the text of a file. "..." and "…" stand for whatever is left out; ␍ and ␊
-are line ends.
+are line ends. Tables are as wide as a terminal of 80 columns.
 
 What is set has to be said on the page: what a load sets, since the last heading; what "always" sets,
 anywhere. How an error is provoked need not be said.
@@ -83,7 +83,8 @@ class Sandbox:
         words = [word.replace("/tmp/", f"{self.folder}/").replace("$WEB", self.web)
                  for word in words]
         path = f"{ROOT / PROGRAMS}:{os.environ['PATH']}"
-        done = subprocess.run(words, cwd=self.folder, env={**os.environ, "PATH": path}, timeout=900,
+        variables = {**os.environ, "PATH": path, "COLUMNS": "80"}
+        done = subprocess.run(words, cwd=self.folder, env=variables, timeout=900,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, **streams)
         texts = [(text or b"").decode().replace(f"{self.folder}/", "/tmp/").replace(self.web, "$WEB")
                  for text in (done.stdout, done.stderr)]

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace workbench {
@@ -19,8 +20,8 @@ public:
     /// Writes a result. Throws std::system_error when not all of it can be written.
     void writeResult(std::string_view text) const;
 
-    /// The columns of the terminal that shows the results; 80 when it is no terminal.
-    std::size_t resultColumns() const;
+    /// The columns of the terminal that shows the results; none when it is no terminal.
+    std::optional<std::size_t> resultColumns() const;
     bool errorIsTerminal() const;
 
 private:

@@ -3,10 +3,13 @@
 // A table for people to read: a title, a header, aligned columns. Plain values; any thread.
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
 namespace workbench {
+
+inline constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
 /// How much room there is to print in.
 struct PageSize {

@@ -1,6 +1,8 @@
 #include "workbench/cli/environment.h"
 
+#include <charconv>
 #include <cstdlib>
+#include <string_view>
 
 #include "workbench/cli/UsageError.h"
 
@@ -16,6 +18,15 @@ std::string settingFromEnvironment(const std::string& setting) {
         throw UsageError("--set-env " + setting + ": there is no environment variable \"" +
                          variable + "\". Give its name, and export it.");
     return setting.substr(0, equals + 1) + value;
+}
+
+std::optional<std::size_t> columnsFromEnvironment() {
+    const char* const value = std::getenv("COLUMNS");
+    const std::string_view text = value == nullptr ? "" : value;
+    std::size_t columns = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), columns);
+    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isNumber && columns > 0 ? std::optional(columns) : std::nullopt;
 }
 
 }  // namespace workbench

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace workbench {
@@ -7,5 +9,8 @@ namespace workbench {
 /// The NAME=VALUE that `setting`, NAME=VARIABLE, stands for: the value is that of the environment
 /// variable. Throws UsageError when it is not set.
 std::string settingFromEnvironment(const std::string& setting);
+
+/// The width that the variable COLUMNS asks for; none when it is not set, or no number above 0.
+std::optional<std::size_t> columnsFromEnvironment();
 
 }  // namespace workbench

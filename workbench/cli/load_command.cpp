@@ -6,7 +6,9 @@
 #include "workbench/cli/PatienceNotice.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/commands.h"
+#include "workbench/cli/environment.h"
 #include "workbench/cli/missing_file.h"
+#include "workbench/cli/page_size.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/source_settings.h"
@@ -82,7 +84,7 @@ std::optional<Outcome> waitForAnswer(LoadWatch& watch, PatienceNotice& notice,
 }
 
 std::string result(const lumo::Host& host, const Outcome& outcome, Output output,
-                   std::size_t columns) {
+                   const PageSize& page) {
     switch (output) {
         case Output::Script:
             return outcome.script;
@@ -91,7 +93,7 @@ std::string result(const lumo::Host& host, const Outcome& outcome, Output output
         case Output::Trace:
             return host.trace.text();
         default:
-            return storeTables(host.store.core(), host.memories, PageSize{columns});
+            return storeTables(host.store.core(), host.memories, page);
     }
 }
 
@@ -158,8 +160,8 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
     if (!outcome)
         std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n", source.c_str(),
                      options.timeoutSeconds);
-    streams.writeResult(
-        result(host, outcome.value_or(Outcome{}), options.output, streams.resultColumns()));
+    const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
+    streams.writeResult(result(host, outcome.value_or(Outcome{}), options.output, page));
     if (!outcome) return ExitStatus::NoAnswer;
     if (outcome->failed) adviseOnMissingFile(host, instance, options.scene);
     report(*outcome);

@@ -1,7 +1,6 @@
 #include "workbench/cli/parameter_list.h"
 
 #include <charconv>
-#include <limits>
 
 #include "formats/text/trim.h"
 #include "workbench/cli/JsonWriter.h"
@@ -126,7 +125,6 @@ std::string parameterTable(const lumo::ParameterTable& parameters) {
                               kindText(parameter), defaultText(parameter), limits(parameter)});
     }
     // A list to look things up in is never cut, whatever the terminal's width.
-    constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
     return table.print({unlimited, unlimited, unlimited});
 }
 

@@ -9,7 +9,9 @@
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"
 #include "workbench/cli/commands.h"
+#include "workbench/cli/environment.h"
 #include "workbench/cli/missing_file.h"
+#include "workbench/cli/page_size.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/store_table.h"
 
@@ -102,8 +104,8 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
         }
         clock.waitForNextFrame();
     }
-    streams.writeResult(
-        storeTables(host.store.core(), host.memories, PageSize{streams.resultColumns()}));
+    streams.writeResult(storeTables(host.store.core(), host.memories,
+                                    pageSize(streams.resultColumns(), columnsFromEnvironment())));
     std::vector<ExitStatus> statuses;
     for (std::size_t i = 0; i < instances.size(); ++i)
         statuses.push_back(statusOf(host, instances[i], lastLoads[i]));

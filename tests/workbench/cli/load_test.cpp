@@ -259,3 +259,38 @@ TEST_F(Load, TheLastOfTwoSettingsHoldsWhicheverWayTheyCome) {
     EXPECT_TRUE(first.starts_with("S (1 element)\n")) << first;
     EXPECT_TRUE(last.starts_with("E (1 element)\n")) << last;
 }
+
+TEST_F(Load, ATableInAPipeIsNotCut) {
+    const intake::EnvironmentVariable none("COLUMNS", std::nullopt);
+    const std::string name(100, 'n');
+    std::string rows;
+    for (int i = 0; i < 50; ++i)
+        rows += "{\"" + name + "\": \"" + name + "\", \"b\": 1},";
+    write("wide.json", "[" + rows + "{}]");
+    const ChildResult result =
+        load({"queryMode=JSON", "filename=wide.json", "xpath=*", "mode=1", "table=T"});
+    EXPECT_EQ(result.out.find("more"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("\n   49  " + name + "  1\n"), std::string::npos) << result.out;
+}
+
+TEST_F(Load, ATableIsAsWideAsColumnsSays) {
+    const intake::EnvironmentVariable columns("COLUMNS", "16");
+    const ChildResult result = loadTable({"mode=DataArray"});
+    EXPECT_TRUE(
+        result.out.starts_with("T (2 records)\n"
+                               "index  club\n"
+                               "-----  ----\n"
+                               "    0  ARS\n"
+                               "    1  MCI\n"
+                               "(2 more columns; load --out json shows everything)\n"))
+        << result.out;
+}
+
+TEST_F(Load, ColumnsThatIsNoWidthIsAsIfItWereNotSet) {
+    const intake::EnvironmentVariable none("COLUMNS", std::nullopt);
+    const std::string out = loadTable({"mode=DataArray"}).out;
+    for (const char* value : {"0", "-1", "80x", "wide"}) {
+        const intake::EnvironmentVariable columns("COLUMNS", value);
+        EXPECT_EQ(loadTable({"mode=DataArray"}).out, out) << value;
+    }
+}

@@ -36,10 +36,11 @@ void StandardStreams::writeResult(std::string_view text) const {
     }
 }
 
-std::size_t StandardStreams::resultColumns() const {
+std::optional<std::size_t> StandardStreams::resultColumns() const {
+    constexpr std::size_t usual = 80;  // of a terminal that does not tell
     winsize size{};
-    if (ioctl(result_, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return 80;
-    return size.ws_col;
+    if (ioctl(result_, TIOCGWINSZ, &size) != 0) return std::nullopt;
+    return size.ws_col == 0 ? usual : size.ws_col;
 }
 
 bool StandardStreams::errorIsTerminal() const {

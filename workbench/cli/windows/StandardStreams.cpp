@@ -50,9 +50,9 @@ void StandardStreams::writeResult(std::string_view text) const {
     }
 }
 
-std::size_t StandardStreams::resultColumns() const {
+std::optional<std::size_t> StandardStreams::resultColumns() const {
     CONSOLE_SCREEN_BUFFER_INFO screen{};
-    if (GetConsoleScreenBufferInfo(systemHandle(result_), &screen) == 0) return 80;
+    if (GetConsoleScreenBufferInfo(systemHandle(result_), &screen) == 0) return std::nullopt;
     return static_cast<std::size_t>(screen.srWindow.Right - screen.srWindow.Left + 1);
 }
 
