@@ -57,8 +57,9 @@ TEST_F(Scenes, AnInstanceKeepsItsParametersInOrder) {
 }
 
 TEST_F(Scenes, AFileThatCannotBeReadIsAnError) {
-    EXPECT_EQ(refusalOf([] { readSceneFile("/nowhere/scene.json"); }),
-              "/nowhere/scene.json: the scene file cannot be read.");
+    const std::string refusal = refusalOf([] { readSceneFile("/nowhere/scene.json"); });
+    EXPECT_TRUE(refusal.starts_with("/nowhere/scene.json: the scene file cannot be read."))
+        << refusal;  // on Windows, where a path begins with a drive, also where it was looked for
 }
 
 TEST_F(Scenes, AFileThatIsNotJsonIsAnErrorWithItsPlace) {
