@@ -161,10 +161,20 @@ bool addFromEach(const xmlNodeSet* nodes, xmlXPathCompExpr* step, xmlXPathContex
     return true;
 }
 
-void takeStepFromEach(xmlXPathParserContext* context, int) {
+/// Null where there is no text, with which the library would crash.
+Expression compiled(const xmlChar* text, xmlXPathContext* context) {
+    return {text == nullptr ? nullptr : xmlXPathCtxtCompile(context, text), xmlXPathFreeCompExpr};
+}
+
+void takeStepFromEach(xmlXPathParserContext* context, int count) {
+    constexpr int ARGUMENTS = 2;
+    if (count != ARGUMENTS) {
+        xmlXPathErr(context, XPATH_INVALID_ARITY);
+        return;
+    }
     const Text text(xmlXPathPopString(context), xmlFree);
     const Object nodes(valuePop(context));
-    const Expression step(xmlXPathCtxtCompile(context->context, text.get()), xmlXPathFreeCompExpr);
+    const Expression step = compiled(text.get(), context->context);
     if (step == nullptr || nodes == nullptr || nodes->type != XPATH_NODESET) {
         context->error = XPATH_EXPR_ERROR;
         return;

@@ -109,6 +109,15 @@ TEST_F(XPathLimits, StepsFromManyNodesToMostOthersAreSeen) {
     }
 }
 
+TEST_F(XPathLimits, AFunctionOfOurOwnRefusesWhatOnlyAUserWouldGiveIt) {
+    LibxmlXPath xpath(endMark_);
+    for (const char* const wrong :
+         {"_each()", "_each(/r)", "_each('a','b')", "_each(/r,'a[')", "_each(/r,'a','b')",
+          "_each(/r,'1')", "_union()", "_parents()"}) {
+        EXPECT_NE(failureOf(xpath, wrong), "") << wrong;
+    }
+}
+
 TEST_F(XPathLimits, MoreNodesThanTheLibraryTakesAreAnError) {
     std::string text = "<r><b/>";
     for (int i = 0; i < 10'485'760; ++i) {
