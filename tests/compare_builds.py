@@ -127,7 +127,14 @@ def load(workbench, arguments):
 def messages(text):
     """What was printed but for what is meant for a debugger, which on Linux is printed too."""
     lines = text.replace(b"\r\n", b"\n").splitlines()
-    return [line for line in lines if not line.startswith(b"ERROR: RDR_")]
+    return [slashed(line) for line in lines if not line.startswith(b"ERROR: RDR_")]
+
+
+def slashed(line):
+    """The line with paths below ROOT as Linux writes them; Wine's drive Z: is its root folder."""
+    root = re.escape(bytes(ROOT)).replace(b"/", rb"[/\\]")
+    return re.sub(rb"(?:Z:)?" + root + rb"\S*",
+                  lambda path: path[0].removeprefix(b"Z:").replace(b"\\", b"/"), line)
 
 
 def main():
