@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/Settings.h"
+
+namespace probe {
+
+/// The certificate of a server, as it names itself.
+struct Certificate {
+    std::string subject;
+    std::string issuer;
+    std::string validFrom;  // "2026-11-22"
+    std::string validUntil;
+};
+
+/// One answer that sent the request elsewhere.
+struct Redirect {
+    long status;
+    std::string address;  // where to, without a user's name and password
+};
+
+/// A source as it came, whole.
+struct Fetched {
+    std::string body;         // unpacked where the plugin would unpack it
+    std::string address;      // where it was in the end, without a user's name and password
+    long status = 0;          // of HTTP; 0 for a file and over FTP
+    std::string contentType;  // as the server says, with its parameters; empty for none
+    std::string encoding;     // what the server packed it by and the plugin does not unpack: "gzip"
+    double milliseconds = 0;
+    std::vector<Redirect> redirects;
+    std::optional<Certificate> certificate;
+    bool credentialsRefused = false;  // they were sent, and the answer is 401 or 407
+};
+
+/// Why a source did not come. what() ends a sentence about it, and shows no secrets.
+class FetchFailure : public LookFailure {
+public:
+    enum class Stage { Address, Fetched };  // was there no way to it, or did it not come from there
+
+    FetchFailure(Stage stage, const std::string& words, std::string next, Proposal proposal = {})
+        : LookFailure(words), stage(stage), next(std::move(next)), proposal(std::move(proposal)) {}
+
+    const Stage stage;
+    const std::string next;     // what to do about it, in a sentence; names labels and parameters
+    const Proposal proposal;    // what may mend it; empty for nothing
+    std::optional<Certificate> certificate;  // of a server that is not trusted
+    bool credentialsRefused = false;         // do not send them again
+};
+
+/// Fetches the source of an instance as the plugin would: with its headers, user agent,
+/// credentials and proxy, once. An answer of any status is an answer. Blocks for at most
+/// `timeoutSeconds`; any thread. Throws FetchFailure.
+Fetched fetch(const Settings& settings, double timeoutSeconds);
+
+}  // namespace probe
