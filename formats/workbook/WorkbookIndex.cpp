@@ -36,8 +36,10 @@ void WorkbookIndex::startElement(std::string_view name, const XmlAttributes& att
         const std::string_view from1904 = attributes.value("date1904");
         from1904_ = from1904 == "1" || from1904 == "true";
     } else if (state == SHEET) {
-        sheets_.push_back(
-            {std::string(attributes.value("name")), std::string(attributes.value(":id"))});
+        const std::string_view shown = attributes.value("state");
+        sheets_.push_back({std::string(attributes.value("name")),
+                           std::string(attributes.value(":id")),
+                           shown == "hidden" || shown == "veryHidden"});
     } else if (state == NAME) {
         names_.push_back({std::string(attributes.value("name")), "",
                           parseIndex(attributes.value("localSheetId"))});

@@ -13,6 +13,7 @@ namespace intake {
 struct SheetEntry {
     std::string name;
     std::string relationship;  // leads to its part
+    bool isHidden = false;     // from whoever opens the workbook
 };
 
 /// A name that the workbook gives to cells.

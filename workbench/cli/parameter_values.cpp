@@ -8,7 +8,7 @@
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
 #include "workbench/cli/UsageError.h"
-#include "workbench/cli/nearest_name.h"
+#include "workbench/probe/nearest_name.h"
 
 namespace workbench {
 
@@ -95,7 +95,7 @@ std::string_view textValue(const Parameter& parameter, std::string_view value) {
         if (lumo::hasValue(parameters.at(index))) names.push_back(parameters.at(index).name);
     }
     throw UsageError("There is no parameter \"" + std::string(name) + "\". Did you mean \"" +
-                     nearestName(name, names) + "\"?");
+                     probe::nearestName(name, names) + "\"?");
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/json_fault.h"
 #include "workbench/cli/missing_file.h"
-#include "workbench/cli/nearest_name.h"
 #include "workbench/cli/parameter_values.h"
+#include "workbench/probe/nearest_name.h"
 
 namespace workbench {
 
@@ -118,7 +118,7 @@ const StoredInstance& SceneFile::find(const std::string& name) const {
     }
     if (name.empty()) reject(file, "the scene has several instances; choose one with --instance.");
     reject(file, "there is no instance \"" + name + "\". Did you mean \"" +
-                     nearestName(name, names) + "\"?");
+                     probe::nearestName(name, names) + "\"?");
 }
 
 void SceneFile::restore(const StoredInstance& instance, const lumo::ParameterTable& parameters,

@@ -1,43 +1,16 @@
 #include "workbench/cli/source_settings.h"
 
 #include <algorithm>
-#include <array>
 #include <sstream>
 
 #include "workbench/cli/UsageError.h"
-#include "workbench/cli/display_text.h"
 #include "workbench/probe/LookFailure.h"
-#include "workbench/probe/recognise.h"
+#include "workbench/probe/kinds.h"
 #include "workbench/probe/source_start.h"
 
 namespace workbench {
 
 namespace {
-
-using probe::Kind;
-
-struct KindRow {
-    Kind kind;
-    const char* words;
-    const char* queryMode;  // null: the plugin does not read it
-};
-
-// In the order of Kind.
-constexpr std::array kinds{
-    KindRow{Kind::Empty, "empty", nullptr},
-    KindRow{Kind::Json, "JSON", "JSON"},
-    KindRow{Kind::Xml, "XML", "XML"},
-    KindRow{Kind::Html, "an HTML page", "4"},
-    KindRow{Kind::Workbook, "a workbook", "EXCEL"},
-    KindRow{Kind::OldDocument, "an office document of the old form, or an encrypted one", "EXCEL"},
-    KindRow{Kind::Zip, "an archive (ZIP)", nullptr},
-    KindRow{Kind::Gzip, "compressed (gzip)", nullptr},
-    KindRow{Kind::Sqlite, "an SQLite database", "SQL"},
-    KindRow{Kind::Pdf, "a PDF document", nullptr},
-    KindRow{Kind::Image, "an image", nullptr},
-    KindRow{Kind::Text, "a text, and neither JSON nor XML nor HTML", nullptr},
-    KindRow{Kind::Unknown, "of a kind that is not known", nullptr},
-};
 
 std::string textOf(const char* name, const lumo::ParameterTable& parameters,
                    const lumo::Record& record) {
@@ -98,13 +71,6 @@ void addDatabase(const std::string& source, const lumo::ParameterTable& paramete
     found.settings.push_back("connStr=" + connectionString(source));
 }
 
-std::string wordsFor(const KindRow& row, const std::string& start) {
-    const std::string title = row.kind == Kind::Html ? probe::titleOf(start) : "";
-    constexpr std::size_t longestTitle = 60;
-    return title.empty() ? row.words
-                         : row.words + (" titled \"" + fitted(toUtf8(title), longestTitle)) + "\"";
-}
-
 std::string asArgument(const std::string& setting) {
     const bool isPlain = setting.find_first_of(" ;\"'$&|<>()\\") == std::string::npos;
     if (isPlain) return " --set " + setting;
@@ -119,13 +85,15 @@ std::string asArgument(const std::string& setting) {
 SourceSettings settingsForSource(const std::string& source, const lumo::ParameterTable& parameters,
                                  const lumo::Record& record) {
     const std::string start = startOf(source, parameters, record);
-    const KindRow& row = kinds[static_cast<std::size_t>(probe::recognise(start))];
-    if (row.queryMode == nullptr)
-        throw probe::LookFailure(std::string("is ") + row.words +
+    const probe::Kind kind = probe::recognise(start);
+    const auto type = probe::queryTypeFor(kind);
+    if (!type)
+        throw probe::LookFailure(std::string("is ") + probe::wordsFor(kind) +
                                  "; what can be loaded is JSON, XML, HTML tables, worksheets and "
                                  "databases");
-    SourceSettings found{wordsFor(row, start), {std::string("queryMode=") + row.queryMode}};
-    if (row.kind == Kind::Sqlite) addDatabase(source, parameters, record, found);
+    SourceSettings found{probe::wordsFor(kind, start),
+                         {std::string("queryMode=") + probe::valueOf(*type)}};
+    if (kind == probe::Kind::Sqlite) addDatabase(source, parameters, record, found);
     return found;
 }
 

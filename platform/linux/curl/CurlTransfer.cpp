@@ -7,9 +7,9 @@
 #include <mutex>
 
 #include "formats/text/ascii.h"
+#include "formats/text/media_type.h"
 #include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/curl/curl_errors.h"
-#include "platform/linux/curl/media_type.h"
 
 namespace intake {
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formats/html/Page.h"
+#include "formats/html/TableRows.h"
 #include "formats/html/inner_text.h"
 #include "formats/source/EndMark.h"
 #include "platform/HtmlDocument.h"
@@ -40,23 +41,22 @@ private:
     SearchedText searched_;
 };
 
-/// The rows of a table, found once: those of its heads, then those of its bodies, then those of its
-/// feet.
+/// A table of such a page.
 class ParsedTable final : public HtmlTable {
 public:
-    explicit ParsedTable(const Node& table);
+    explicit ParsedTable(const Node& table) : rows_(table) {}
 
-    size_t rowCount() override { return rows_.size(); }
-    size_t cellCount(size_t row) override;
-    void appendCellText(size_t row, size_t cell, std::string& out) override;
-    void appendCellKey(size_t row, size_t cell, std::string& out) override;
+    size_t rowCount() override { return rows_.rowCount(); }
+    size_t cellCount(size_t row) override { return rows_.cellCount(row); }
+    void appendCellText(size_t row, size_t cell, std::string& out) override {
+        rows_.appendCellText(row, cell, out);
+    }
+    void appendCellKey(size_t row, size_t cell, std::string& out) override {
+        rows_.appendCellText(row, cell, out);
+    }
 
 private:
-    void addRowsOf(const Node& table, Tag section);
-    void addRow(const Node& row);
-
-    std::vector<size_t> rows_;        // where the cells of each begin
-    std::vector<const Node*> cells_;  // row by row
+    TableRows rows_;
 };
 
 }  // namespace intake::html

@@ -1,11 +1,11 @@
-#include "workbench/cli/nearest_name.h"
+#include "workbench/probe/nearest_name.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "formats/text/ascii.h"
 
-namespace workbench {
+namespace probe {
 
 namespace {
 
@@ -28,12 +28,15 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+std::size_t typingErrors(std::string_view wanted, std::string_view name) {
+    return editDistance(intake::lowerCase(wanted), intake::lowerCase(name));
+}
+
 std::string nearestName(std::string_view wanted, const std::vector<std::string>& names) {
     std::string nearest;
     std::size_t smallest = std::numeric_limits<std::size_t>::max();
     for (const std::string& name : names) {
-        const std::size_t distance =
-            editDistance(intake::lowerCase(wanted), intake::lowerCase(name));
+        const std::size_t distance = typingErrors(wanted, name);
         if (distance >= smallest) continue;
         smallest = distance;
         nearest = name;
@@ -41,4 +44,4 @@ std::string nearestName(std::string_view wanted, const std::vector<std::string>&
     return nearest;
 }
 
-}  // namespace workbench
+}  // namespace probe

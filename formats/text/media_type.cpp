@@ -1,4 +1,4 @@
-#include "platform/linux/curl/media_type.h"
+#include "formats/text/media_type.h"
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"

@@ -1,8 +1,8 @@
-#include "workbench/cli/nearest_name.h"
+#include "workbench/probe/nearest_name.h"
 
 #include <gtest/gtest.h>
 
-using workbench::nearestName;
+using probe::nearestName;
 
 TEST(NearestName, IsTheOneWithTheFewestTypingErrors) {
     EXPECT_EQ(nearestName("filenam", {"mode", "filename", "sheet"}), "filename");

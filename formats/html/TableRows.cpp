@@ -1,6 +1,7 @@
+#include "formats/html/TableRows.h"
+
 #include "formats/html/characters.h"
 #include "formats/html/inner_text.h"
-#include "platform/linux/html/ParsedPage.h"
 
 namespace intake::html {
 
@@ -29,14 +30,14 @@ void trimFrom(std::string& text, size_t start) {
 
 }  // namespace
 
-ParsedTable::ParsedTable(const Node& table) {
+TableRows::TableRows(const Node& table) {
     addRowsOf(table, Tag::THEAD);
     addRowsOf(table, Tag::TBODY);
     addRowsOf(table, Tag::TFOOT);
 }
 
 /// Every row is in a section: the parser makes one where a page has none.
-void ParsedTable::addRowsOf(const Node& table, Tag section) {
+void TableRows::addRowsOf(const Node& table, Tag section) {
     for (const Node* child = table.firstChild; child != nullptr; child = child->next) {
         const Node* row = child->isHtml(section) ? child->firstChild : nullptr;
         for (; row != nullptr; row = row->next) {
@@ -47,7 +48,7 @@ void ParsedTable::addRowsOf(const Node& table, Tag section) {
     }
 }
 
-void ParsedTable::addRow(const Node& row) {
+void TableRows::addRow(const Node& row) {
     rows_.push_back(cells_.size());
     for (const Node* cell = row.firstChild; cell != nullptr; cell = cell->next) {
         if (cell->isHtml(Tag::TD) || cell->isHtml(Tag::TH)) {
@@ -56,19 +57,15 @@ void ParsedTable::addRow(const Node& row) {
     }
 }
 
-size_t ParsedTable::cellCount(size_t row) {
+size_t TableRows::cellCount(size_t row) const {
     const size_t end = row + 1 < rows_.size() ? rows_[row + 1] : cells_.size();
     return end - rows_[row];
 }
 
-void ParsedTable::appendCellText(size_t row, size_t cell, std::string& out) {
+void TableRows::appendCellText(size_t row, size_t cell, std::string& out) const {
     const size_t start = out.size();
     appendInnerText(*cells_[rows_[row] + cell], out);
     trimFrom(out, start);
-}
-
-void ParsedTable::appendCellKey(size_t row, size_t cell, std::string& out) {
-    appendCellText(row, cell, out);
 }
 
 }  // namespace intake::html
