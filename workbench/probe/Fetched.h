@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/probe/LookFailure.h"
@@ -42,12 +42,12 @@ class FetchFailure : public LookFailure {
 public:
     enum class Stage { Address, Fetched };  // was there no way to it, or did it not come from there
 
-    FetchFailure(Stage stage, const std::string& words, std::string next, Proposal proposal = {})
-        : LookFailure(words), stage(stage), next(std::move(next)), proposal(std::move(proposal)) {}
+    FetchFailure(Stage where, const std::string& words, std::string advice, Proposal mend = {})
+        : LookFailure(words), stage(where), next(std::move(advice)), proposal(std::move(mend)) {}
 
     const Stage stage;
-    const std::string next;     // what to do about it, in a sentence; names labels and parameters
-    const Proposal proposal;    // what may mend it; empty for nothing
+    const std::string next;   // what to do about it, in a sentence; names labels and parameters
+    const Proposal proposal;  // what may mend it; empty for nothing
     std::optional<Certificate> certificate;  // of a server that is not trusted
     bool credentialsRefused = false;         // do not send them again
 };
