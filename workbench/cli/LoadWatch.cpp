@@ -16,6 +16,12 @@ std::string_view withoutLineEnd(std::string_view text) {
     return text.substr(0, text.find_last_not_of("\r\n") + 1);
 }
 
+std::string wordsFor(const cobalt::ScriptError* error) {
+    if (error == nullptr) return "";
+    return "line " + std::to_string(error->line) + ", column " + std::to_string(error->column) +
+           ": " + error->message;
+}
+
 }  // namespace
 
 ExitStatus statusOf(const Outcome& outcome) {
@@ -73,7 +79,12 @@ LoadWatch::LookUp LoadWatch::lookedUp(std::string_view name, DataField* found) {
 
 void LoadWatch::executed(std::string_view script, const cobalt::ScriptError* error) {
     outcome_.notExecuted = error != nullptr;
+    outcome_.scriptFault = wordsFor(error);
     if (keepsScripts_) outcome_.script = script;
+}
+
+void LoadWatch::actionDone(const cobalt::ScriptError* error) {
+    outcome_.actionFault = wordsFor(error);
 }
 
 // A failed load puts the fallback text and the error text on the console. Without an error text it

@@ -23,6 +23,8 @@ struct Outcome {
     bool failed = false;
     std::string error;         // of a failed load; for people
     bool notExecuted = false;  // the store could not execute the script; the console says why
+    std::string scriptFault;   // of a script that was not executed
+    std::string actionFault;   // of a post-update action that failed
     bool notStored = false;    // Shared Memory mode, and no memory was bound
     std::string script;        // what was executed or stored; only when the watch keeps it
 };
@@ -55,6 +57,7 @@ private:
 
     LookUp lookedUp(std::string_view name, DataField* found) override;
     void executed(std::string_view script, const cobalt::ScriptError* error) override;
+    void actionDone(const cobalt::ScriptError* error) override;
     int32_t indexOf(const char* name) const;
     std::string prefixed(const char* name) const;
     void judge(std::string_view consoleText);

@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-enum class Command { Help, Load, Params, Run };
+enum class Command { Help, Load, Params, Run, Explain };
 enum class Output { Table, Script, Json, Trace };
 
 /// What the command line asks for.

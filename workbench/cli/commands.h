@@ -14,6 +14,8 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
                    const StandardStreams& streams);
 ExitStatus runParams(const lumo::Host& host, const Options& options,
                      const StandardStreams& streams);
+ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                      const StandardStreams& streams);
 ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                     const StandardStreams& streams);
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "formats/text/ascii.h"
 #include "workbench/cli/UsageError.h"
 
 namespace workbench {
@@ -27,6 +28,17 @@ std::optional<std::size_t> columnsFromEnvironment() {
     const auto read = std::from_chars(text.data(), text.data() + text.size(), columns);
     const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
     return isNumber && columns > 0 ? std::optional(columns) : std::nullopt;
+}
+
+bool terminalHasUnicode() {
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (value == nullptr || *value == 0) continue;
+        const std::string locale = intake::lowerCase(value);
+        return locale.find("utf-8") != std::string::npos ||
+               locale.find("utf8") != std::string::npos;
+    }
+    return false;
 }
 
 }  // namespace workbench

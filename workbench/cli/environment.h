@@ -13,4 +13,7 @@ std::string settingFromEnvironment(const std::string& setting);
 /// The width that the variable COLUMNS asks for; none when it is not set, or no number above 0.
 std::optional<std::size_t> columnsFromEnvironment();
 
+/// Whether the language settings say that a terminal shows UTF-8.
+bool terminalHasUnicode();
+
 }  // namespace workbench

@@ -33,6 +33,8 @@ ExitStatus execute(const Options& options, const StandardStreams& streams) {
             return runParams(host, options, streams);
         case Command::Run:
             return runScene(host, plugin, options, streams);
+        case Command::Explain:
+            return runExplain(host, plugin, options, streams);
         default:
             return runLoad(host, plugin, options, streams);
     }

@@ -14,6 +14,7 @@ const OutputNames loadOutputs{{"table", Output::Table},
                               {"script", Output::Script},
                               {"json", Output::Json},
                               {"trace", Output::Trace}};
+const OutputNames explainOutputs{{"text", Output::Table}, {"json", Output::Json}};
 const OutputNames paramsOutputs{{"table", Output::Table}, {"json", Output::Json}};
 
 CLI::Validator notNegative() {
@@ -85,29 +86,48 @@ void addExpectations(CLI::App& load, Options& options) {
         ->excludes(notEmpty);
 }
 
+void addInstance(CLI::App& command, Options& options) {
+    auto* scene = command.add_option("--scene", options.scene, "Start from a stored instance");
+    scene->type_name("FILE");
+    command.add_option("--instance", options.instance, "Which instance of the scene")
+        ->type_name("NAME")
+        ->needs(scene);
+    addSettings(command, options);
+}
+
+void addTimeout(CLI::App& command, Options& options) {
+    command.add_option("--timeout", options.timeoutSeconds, "How long to wait for an answer")
+        ->type_name("SECONDS")
+        ->check(notNegative());
+    command
+        .add_option("--font-encoding", options.fontEncoding,
+                    "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
+        ->type_name("N");
+}
+
 void addLoad(CLI::App& app, Options& options) {
     CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
     load->callback([&options] { options.command = Command::Load; });
     addPlugin(*load, options);
     load->add_option("SOURCE", options.source,
                      "A file or a URL; what kind of source it is, is found by looking");
-    auto* scene = load->add_option("--scene", options.scene, "Start from a stored instance");
-    scene->type_name("FILE");
-    load->add_option("--instance", options.instance, "Which instance of the scene")
-        ->type_name("NAME")
-        ->needs(scene);
-    addSettings(*load, options);
+    addInstance(*load, options);
     addOutput(*load, options, loadOutputs,
               "The store as a table (default) or json; the script that was executed; or the "
               "trace of every call");
     addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
-    load->add_option("--timeout", options.timeoutSeconds, "How long to wait for an answer")
-        ->type_name("SECONDS")
-        ->check(notNegative());
-    load->add_option("--font-encoding", options.fontEncoding,
-                     "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
-        ->type_name("N");
+    addTimeout(*load, options);
     addExpectations(*load, options);
+}
+
+void addExplain(CLI::App& app, Options& options) {
+    CLI::App* explain = app.add_subcommand(
+        "explain", "Load a source once and say why it brings what it brings, stage by stage");
+    explain->callback([&options] { options.command = Command::Explain; });
+    addPlugin(*explain, options);
+    addInstance(*explain, options);
+    addOutput(*explain, options, explainOutputs, "As text (default) or json");
+    addTimeout(*explain, options);
 }
 
 void addParams(CLI::App& app, Options& options) {
@@ -139,11 +159,13 @@ Options readOptions(int argc, const char* const* argv) {
     app.name("intake-workbench");
     app.set_version_flag("--version", "intake-workbench " INTAKE_VERSION, "Print the version");
     addLoad(app, options);
+    addExplain(app, options);
     addParams(app, options);
     addRun(app, options);
     try {
         app.parse(argc, argv);
-        if (app.get_subcommands().empty()) throw UsageError("Give a command: load, params or run.");
+        if (app.get_subcommands().empty())
+            throw UsageError("Give a command: load, explain, params or run.");
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
         options.helpText = app.help();

@@ -71,15 +71,6 @@ void addDatabase(const std::string& source, const lumo::ParameterTable& paramete
     found.settings.push_back("connStr=" + connectionString(source));
 }
 
-std::string asArgument(const std::string& setting) {
-    const bool isPlain = setting.find_first_of(" ;\"'$&|<>()\\") == std::string::npos;
-    if (isPlain) return " --set " + setting;
-    std::string quoted;
-    for (const char c : setting)
-        quoted += c == '\'' ? "'\\''" : std::string(1, c);
-    return " --set '" + quoted + "'";
-}
-
 }  // namespace
 
 SourceSettings settingsForSource(const std::string& source, const lumo::ParameterTable& parameters,
@@ -95,6 +86,15 @@ SourceSettings settingsForSource(const std::string& source, const lumo::Paramete
                          {std::string("queryMode=") + probe::valueOf(*type)}};
     if (kind == probe::Kind::Sqlite) addDatabase(source, parameters, record, found);
     return found;
+}
+
+std::string asArgument(const std::string& setting) {
+    const bool isPlain = setting.find_first_of(" ;\"'$&|<>()\\") == std::string::npos;
+    if (isPlain) return " --set " + setting;
+    std::string quoted;
+    for (const char c : setting)
+        quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    return " --set '" + quoted + "'";
 }
 
 std::string sentenceAbout(const std::string& source, const SourceSettings& found) {

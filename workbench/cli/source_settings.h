@@ -20,6 +20,9 @@ struct SourceSettings {
 SourceSettings settingsForSource(const std::string& source, const lumo::ParameterTable& parameters,
                                  const lumo::Record& record);
 
+/// NAME=VALUE as it is given on a command line, with quotes where a shell needs them.
+std::string asArgument(const std::string& setting);
+
 /// What is told of it: what it is, and how to say so without looking.
 std::string sentenceAbout(const std::string& source, const SourceSettings& found);
 

@@ -24,6 +24,7 @@ public:
 
     /// Null for none.
     void setObserver(StoreObserver* observer) { observer_ = observer; }
+    StoreObserver* observer() const { return observer_; }
 
     /// The face of a field, or null when the store has none of that name.
     StoreField* face(const std::string& name);

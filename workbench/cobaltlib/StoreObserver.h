@@ -27,6 +27,9 @@ public:
 
     /// A script was executed; `error` is null when it succeeded.
     virtual void executed(std::string_view script, const cobalt::ScriptError* error) = 0;
+
+    /// An action was executed; `error` is null when it succeeded.
+    virtual void actionDone(const cobalt::ScriptError* /*error*/) {}
 };
 
 }  // namespace cobaltlib

@@ -82,5 +82,6 @@ int32_t DataExpression::executeExtended(Cobalt* store, DataCommandFunction comma
     const auto error =
         self.expression.execute(scene->core(), commandSender(command), macroQuery(self.query));
     if (error) cobaltlib::report("The action failed", *error);
+    if (scene->observer() != nullptr) scene->observer()->actionDone(error ? &*error : nullptr);
     return error ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -50,5 +51,22 @@ struct Settings {
 
 /// Values for parameters, by their names, in the order in which they are to be set.
 using Proposal = std::vector<std::pair<std::string, std::string>>;
+
+/// A parameter and where its value stands.
+struct TextParameter {
+    const char* name;
+    std::string Settings::*member;
+};
+struct SwitchParameter {
+    const char* name;
+    bool Settings::*member;
+};
+
+std::span<const TextParameter> textParameters();
+std::span<const SwitchParameter> switchParameters();
+
+/// Sets what a proposal says; false when that has a value for something else than a text, the query
+/// type or a DataArray.
+bool set(const Proposal& proposal, Settings& settings);
 
 }  // namespace probe

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "workbench/cli/Redaction.h"
+#include "workbench/probe/Ladder.h"
+
+namespace workbench {
+
+/// A remedy that the plugin has just loaded with.
+struct Confirmed {
+    probe::Remedy remedy;
+    std::size_t records;
+};
+
+/// What a load came to and why, for people or for programs.
+struct Explanation {
+    std::string name;  // of the instance
+    probe::Ladder ladder;
+    std::optional<std::size_t> records;  // that were written; nothing when nothing was loaded
+    std::size_t bytes = 0;               // of the script
+    double seconds = 0;
+    std::optional<Confirmed> confirmed;
+
+    bool isOk() const { return !ladder.failed(); }
+
+    /// The stage that the confirmed remedy mends.
+    probe::Stage stageToMend() const;
+
+    /// In lines of text; `hasUnicode` when the terminal shows more than ASCII.
+    std::string text(const Redaction& redact, bool hasUnicode) const;
+
+    /// As one JSON object.
+    std::string json(const Redaction& redact) const;
+};
+
+}  // namespace workbench

@@ -1,0 +1,81 @@
+#include "workbench/cli/Redaction.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "formats/connection/connection_string.h"
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr const char* dots = "••••";
+
+// Shorter ones would hide half of every text, and are none.
+constexpr std::size_t shortestSecret = 3;
+
+bool isSecretKey(std::string_view key) {
+    return intake::equalIgnoringCase(key, "Pwd") || intake::equalIgnoringCase(key, "Password");
+}
+
+std::vector<std::string> secretsIn(const std::string& connectionString) {
+    std::vector<std::string> secrets;
+    try {
+        const auto connection = intake::ConnectionString::parse(connectionString);
+        for (const intake::ConnectionProperty& each : connection.properties()) {
+            if (!isSecretKey(each.key)) continue;
+            secrets.push_back(each.value);
+            secrets.push_back(each.written);
+        }
+    } catch (const intake::ConnectionStringError&) {
+        secrets.push_back(connectionString);
+    }
+    return secrets;
+}
+
+std::string userInfoOf(const std::string& address) {
+    const auto host = address.find("://");
+    if (host == std::string::npos) return "";
+    const auto end = std::min(address.find_first_of("/?#", host + 3), address.size());
+    const auto at = address.rfind('@', end);
+    return at == std::string::npos || at < host ? "" : address.substr(host + 3, at - host - 3);
+}
+
+}  // namespace
+
+Redaction::Redaction(const probe::Settings& settings) {
+    add(settings.password);
+    add(settings.proxyPwd);
+    for (const std::string& secret : secretsIn(settings.connStr))
+        add(secret);
+    for (const std::string* address : {&settings.filename, &settings.proxyUrl}) {
+        const std::string user = userInfoOf(*address);
+        add(user);
+        add(user.substr(user.find(':') + 1));
+    }
+    std::istringstream headers(settings.customHeaders);
+    for (std::string line; std::getline(headers, line);) {
+        const auto colon = line.find(':');
+        if (colon != std::string::npos)
+            add(std::string(intake::trimmed(std::string_view(line).substr(colon + 1), " \t\r")));
+    }
+    std::stable_sort(secrets_.begin(), secrets_.end(),
+                     [](const auto& a, const auto& b) { return a.size() > b.size(); });
+}
+
+void Redaction::add(std::string secret) {
+    if (secret.size() >= shortestSecret) secrets_.push_back(std::move(secret));
+}
+
+std::string Redaction::operator()(std::string text) const {
+    for (const std::string& secret : secrets_) {
+        for (auto at = text.find(secret); at != std::string::npos;
+             at = text.find(secret, at + std::string_view(dots).size()))
+            text.replace(at, secret.size(), dots);
+    }
+    return text;
+}
+
+}  // namespace workbench

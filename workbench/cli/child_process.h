@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench {
+
+/// What came of a child process.
+struct ChildAnswer {
+    int status = -1;  // its exit status; -1 when it was ended, or did not exit by itself
+    std::string out;  // what it wrote to standard output
+};
+
+/// Runs a program with `input` as its standard input and waits for its end; ends it when that takes
+/// longer than `timeoutSeconds`. What it writes to standard error goes nowhere. Throws
+/// std::system_error when it cannot be started.
+ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
+                     double timeoutSeconds);
+
+}  // namespace workbench

@@ -1,0 +1,187 @@
+#include <cstdio>
+#include <filesystem>
+
+#include "workbench/cli/Explanation.h"
+#include "workbench/cli/FrameClock.h"
+#include "workbench/cli/MutedOutput.h"
+#include "workbench/cli/commands.h"
+#include "workbench/cli/confirmation.h"
+#include "workbench/cli/environment.h"
+#include "workbench/cli/one_load.h"
+#include "workbench/cli/probe_settings.h"
+#include "workbench/cli/written_records.h"
+#include "workbench/cobalt/Expression.h"
+#include "workbench/probe/look_at_source.h"
+#include "workbench/probe/source_start.h"
+
+namespace workbench {
+
+namespace {
+
+using probe::Ladder;
+using probe::Stage;
+using probe::State;
+
+constexpr std::size_t mostTries = 8;
+
+/// What the plugin's own load came to.
+struct Load {
+    std::optional<Outcome> outcome;  // nothing when there was none in time
+    std::size_t records = 0;
+    double seconds = 0;
+};
+
+Load loadOnce(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    const MutedOutput muted;
+    LoadWatch watch(host, instance, true);
+    PatienceNotice notice(false, options.timeoutSeconds);
+    const FrameClock clock;
+    instance.execAction(loadAction);
+    Load load;
+    load.outcome = waitForAnswer(watch, notice, options.timeoutSeconds);
+    load.seconds = clock.elapsedSeconds();
+    if (load.outcome)
+        load.records = writtenRecords(load.outcome->script, host.parameters, instance.record());
+    return load;
+}
+
+/// A source beside the scene that the workbench was not started beside.
+void proposeBesideScene(const probe::Settings& settings, const std::string& scene, Ladder& ladder) {
+    const bool isMissing = ladder.failed() == Stage::Address;
+    if (scene.empty() || !isMissing) return;
+    const auto beside = std::filesystem::path(scene).parent_path() / settings.filename;
+    std::error_code error;
+    if (std::filesystem::path(settings.filename).is_relative() &&
+        std::filesystem::exists(beside, error))
+        ladder.propose(Stage::Address, {{"filename", beside.lexically_normal().string()}});
+}
+
+void tellFailure(const Outcome& outcome, Ladder& ladder) {
+    if (ladder.failed()) return;
+    const bool wasLookedAt = ladder.at(Stage::Selection).state != State::Skipped;
+    ladder.fail(wasLookedAt ? Stage::Script : Stage::Selection, "",
+                "The plugin could not load it: " + outcome.error,
+                wasLookedAt ? "The source may have changed meanwhile; explain it again." : "");
+}
+
+void tellStore(const Outcome& outcome, Ladder& ladder) {
+    if (outcome.notStored) {
+        ladder.fail(Stage::Settings, "",
+                    "No shared memory is bound, so nothing is stored. It is bound when its name or "
+                    "its type changes.",
+                    "Set \"Shared Memory Variable \" (shmvar) or \"Shared Memory Type \" (shmtype) "
+                    "once more.");
+    } else if (outcome.notExecuted) {
+        ladder.fail(Stage::Store, "",
+                    "The data store cannot execute the script: " + outcome.scriptFault + ".",
+                    "See what the stage before says of names and values.");
+    } else {
+        ladder.ok(Stage::Store, "");
+    }
+}
+
+void tellAction(const std::string& action, const Outcome& outcome, Ladder& ladder) {
+    if (action.empty()) return;
+    const auto fault = cobalt::Expression().parse(action);
+    const std::string words = fault ? "line " + std::to_string(fault->line) + ", column " +
+                                          std::to_string(fault->column) + ": " + fault->message
+                                    : outcome.actionFault;
+    if (words.empty()) return ladder.ok(Stage::Action, action);
+    ladder.fail(Stage::Action, action,
+                std::string(fault ? "It cannot be read: " : "It failed: ") + words + ".",
+                "Mend \"Post Update Action\" (postAction).");
+}
+
+/// Whether the plugin and the look at the source agree on how many records there are.
+bool agree(const Ladder& ladder, const Load& load) {
+    if (ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed) return true;
+    return *ladder.records == load.records;
+}
+
+void tellDifference(const Load& load, Ladder& ladder) {
+    ladder.warn(Stage::Store, "",
+                "The plugin wrote " + std::to_string(load.records) +
+                    " records; looking at the source gave " + std::to_string(*ladder.records) +
+                    ". It may change all the time.",
+                "If it does not, this is a fault: please report it with the source.");
+}
+
+std::optional<Confirmed> confirm(const Ladder& ladder, std::size_t present, const lumo::Host& host,
+                                 const lumo::Instance& instance, const Options& options) {
+    const FrameClock clock;
+    std::size_t tries = 0;
+    for (const probe::Remedy& remedy : ladder.remedies()) {
+        const double left = options.timeoutSeconds - clock.elapsedSeconds();
+        if (tries++ == mostTries || left <= 0) break;
+        const auto records =
+            recordsWith(remedy.proposal, host.parameters, instance.record(), options, left);
+        if (records && *records > (ladder.failed() ? 0 : present))
+            return Confirmed{remedy, *records};
+    }
+    return std::nullopt;
+}
+
+/// Looks at the source and loads it; both again, once, when they differ.
+Load lookAndLoad(lumo::Host& host, lumo::Instance& instance, const Options& options,
+                 const probe::Settings& settings, Ladder& ladder) {
+    Load load;
+    for (int look = 0; look < 2; ++look) {
+        ladder = probe::lookAtSource(settings, options.timeoutSeconds);
+        proposeBesideScene(settings, options.scene, ladder);
+        if (ladder.credentialsRefused) return load;  // to send them again might lock the account
+        load = loadOnce(host, instance, options);
+        if (agree(ladder, load)) return load;
+    }
+    tellDifference(load, ladder);
+    return load;
+}
+
+std::string textParameter(const lumo::Host& host, const lumo::Instance& instance,
+                          const char* name) {
+    const auto index = host.parameters.find(name);
+    return index ? std::string(instance.record().text(*index)) : "";
+}
+
+std::string nameFor(const Options& options, const probe::Settings& settings) {
+    if (!options.instance.empty()) return options.instance;
+    return settings.filename.empty() ? "workbench" : probe::withoutUserInfo(settings.filename);
+}
+
+}  // namespace
+
+ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                      const StandardStreams& streams) {
+    lumo::Instance instance(host, plugin, "workbench");
+    placeInstance(host, instance, options);
+    applySettings(host, instance, options);
+    const probe::Settings settings = probeSettings(host.parameters, instance.record());
+    const Redaction redact(settings);
+
+    Explanation explanation;
+    explanation.name = nameFor(options, settings);
+    Ladder& ladder = explanation.ladder;
+    const Load load = lookAndLoad(host, instance, options, settings, ladder);
+    const bool isLoaded = load.outcome && !ladder.credentialsRefused;
+    if (!isLoaded && !ladder.failed()) {
+        std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n",
+                     redact(settings.filename).c_str(), options.timeoutSeconds);
+        return ExitStatus::NoAnswer;
+    }
+    if (isLoaded) {
+        if (load.outcome->failed) tellFailure(*load.outcome, ladder);
+        tellStore(*load.outcome, ladder);
+        tellAction(textParameter(host, instance, "postAction"), *load.outcome, ladder);
+        explanation.records = load.outcome->failed ? 0 : load.records;
+        explanation.bytes = load.outcome->script.size();
+        explanation.seconds = load.seconds;
+    }
+    ladder.cut();
+    if (!ladder.credentialsRefused)
+        explanation.confirmed = confirm(ladder, load.records, host, instance, options);
+    streams.writeResult(options.output == Output::Json
+                            ? explanation.json(redact)
+                            : explanation.text(redact, terminalHasUnicode()));
+    return explanation.isOk() ? ExitStatus::Loaded : ExitStatus::LoadFailed;
+}
+
+}  // namespace workbench

@@ -1,0 +1,140 @@
+#include "workbench/cli/child_process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <optional>
+#include <system_error>
+
+extern char** environ;
+
+namespace workbench {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+[[noreturn]] void fail(int error, const char* what) {
+    throw std::system_error(error, std::generic_category(), what);
+}
+
+/// Both ends of a pipe, which no child inherits by itself.
+struct Pipe {
+    Pipe() {
+        if (pipe2(ends.data(), O_CLOEXEC) != 0) fail(errno, "Could not make a pipe");
+    }
+    ~Pipe() {
+        closeEnd(0);
+        closeEnd(1);
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    void closeEnd(std::size_t end) {
+        if (ends[end] >= 0) close(ends[end]);
+        ends[end] = -1;
+    }
+
+    std::array<int, 2> ends{-1, -1};  // to read from, to write to
+};
+
+pid_t start(const std::vector<std::string>& command, const Pipe& in, const Pipe& out) {
+    std::vector<char*> arguments;
+    for (const std::string& each : command)
+        arguments.push_back(const_cast<char*>(each.c_str()));
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, in.ends[0], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, out.ends[1], STDOUT_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t child = 0;
+    const int error =
+        posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) fail(error, "Could not start a process");
+    return child;
+}
+
+/// Gives the child its input and takes what it writes, until it closes its output or the time is
+/// over.
+class Talk {
+public:
+    Talk(Pipe& in, Pipe& out, std::string_view input, Clock::time_point end)
+        : in_(in), out_(out), input_(input), end_(end) {
+        fcntl(in.ends[1], F_SETFL, O_NONBLOCK);
+        fcntl(out.ends[0], F_SETFL, O_NONBLOCK);
+    }
+
+    /// False when the time was over.
+    bool run(std::string& answer) {
+        while (out_.ends[0] >= 0) {
+            const auto left =
+                std::chrono::duration_cast<std::chrono::milliseconds>(end_ - Clock::now()).count();
+            std::array<pollfd, 2> ready{{{out_.ends[0], POLLIN, 0}, {in_.ends[1], POLLOUT, 0}}};
+            if (left <= 0) return false;
+            if (poll(ready.data(), ready.size(), static_cast<int>(std::min<long>(left, 1000))) < 0)
+                continue;
+            if (ready[1].revents != 0) give();
+            if (ready[0].revents != 0) take(answer);
+        }
+        return true;
+    }
+
+private:
+    void give() {
+        const ssize_t written = write(in_.ends[1], input_.data(), input_.size());
+        if (written > 0) input_.remove_prefix(static_cast<std::size_t>(written));
+        const bool isBroken = written < 0 && errno != EAGAIN && errno != EINTR;
+        if (input_.empty() || isBroken) in_.closeEnd(1);
+    }
+
+    void take(std::string& answer) {
+        std::array<char, 65536> bytes;
+        const ssize_t count = read(out_.ends[0], bytes.data(), bytes.size());
+        if (count > 0) answer.append(bytes.data(), static_cast<std::size_t>(count));
+        const bool isBroken = count < 0 && errno != EAGAIN && errno != EINTR;
+        if (count == 0 || isBroken) out_.closeEnd(0);
+    }
+
+    Pipe& in_;
+    Pipe& out_;
+    std::string_view input_;
+    Clock::time_point end_;
+};
+
+int statusOf(pid_t child) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace
+
+ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
+                     double timeoutSeconds) {
+    std::signal(SIGPIPE, SIG_IGN);  // of a child that does not read its input
+    Pipe in;
+    Pipe out;
+    const pid_t child = start(command, in, out);
+    in.closeEnd(0);
+    out.closeEnd(1);
+    const auto patience = std::chrono::duration<double>(timeoutSeconds);
+    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(patience);
+    ChildAnswer answer;
+    const bool isAnswered = Talk(in, out, input, end).run(answer.out);
+    if (!isAnswered) kill(child, SIGKILL);
+    answer.status = statusOf(child);
+    return answer;
+}
+
+}  // namespace workbench

@@ -1,0 +1,72 @@
+#include "workbench/cli/one_load.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "workbench/cli/FrameClock.h"
+#include "workbench/cli/UsageError.h"
+#include "workbench/cli/parameter_values.h"
+#include "workbench/cli/scene_file.h"
+#include "workbench/cli/source_settings.h"
+
+namespace workbench {
+
+namespace {
+
+void applySetting(lumo::Host& host, lumo::Instance& instance, const std::string& setting) {
+    const auto equals = setting.find('=');
+    if (equals == std::string::npos)
+        throw UsageError("--set takes NAME=VALUE, not \"" + setting + "\".");
+    const std::string_view text = setting;
+    instance.changed(setParameter(host.parameters, instance.record(), text.substr(0, equals),
+                                  text.substr(equals + 1)));
+}
+
+bool isSet(const std::vector<std::string>& settings, std::string_view name) {
+    return std::any_of(settings.begin(), settings.end(), [name](const std::string& setting) {
+        return std::string_view(setting).substr(0, setting.find('=')) == name;
+    });
+}
+
+}  // namespace
+
+void placeInstance(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    if (options.scene.empty()) {
+        instance.create();
+        instance.load();
+        return;
+    }
+    const SceneFile scene = readSceneFile(options.scene);
+    scene.restore(scene.find(options.instance), host.parameters, instance.record());
+    instance.load();
+    instance.afterLoad();
+}
+
+// What the user has set holds. It comes before looking, since it says with which credentials.
+void applySettings(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    const std::string& source = options.source;
+    if (!source.empty()) applySetting(host, instance, "filename=" + source);
+    for (const std::string& setting : options.settings)
+        applySetting(host, instance, setting);
+    if (source.empty() || isSet(options.settings, "queryMode")) return;
+    SourceSettings found = settingsForSource(source, host.parameters, instance.record());
+    std::erase_if(found.settings, [&options](const std::string& setting) {
+        return isSet(options.settings, setting.substr(0, setting.find('=')));
+    });
+    for (const std::string& setting : found.settings)
+        applySetting(host, instance, setting);
+    std::fprintf(stderr, "%s\n", sentenceAbout(source, found).c_str());
+}
+
+std::optional<Outcome> waitForAnswer(LoadWatch& watch, PatienceNotice& notice,
+                                     double timeoutSeconds) {
+    FrameClock clock;
+    do {
+        if (auto outcome = watch.runFrame()) return outcome;
+        notice.show(clock.elapsedSeconds());
+        clock.waitForNextFrame();
+    } while (clock.elapsedSeconds() < timeoutSeconds);
+    return std::nullopt;
+}
+
+}  // namespace workbench

@@ -1,0 +1,153 @@
+#include "workbench/probe/PageTables.h"
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+
+#include "formats/html/inner_text.h"
+#include "formats/text/trim.h"
+
+namespace probe {
+
+namespace {
+
+using intake::html::Node;
+using intake::html::NodeType;
+using intake::html::Page;
+using intake::html::Tag;
+
+constexpr std::string_view blanks = " \t\v\f";
+constexpr std::size_t mostNames = 200;
+constexpr std::size_t longestSelector = 511;  // bytes, of the parameter
+
+template <class Condition>
+const Node* next(const Node* node, const Node& root, Condition condition) {
+    do {
+        node = node->following(&root);
+    } while (node != nullptr && !(node->type == NodeType::ELEMENT && condition(*node)));
+    return node;
+}
+
+template <class Condition>
+const Node* first(const Node& root, Condition condition) {
+    return next(&root, root, condition);
+}
+
+bool isTable(const Node& node) {
+    return node.isHtml(Tag::TABLE);
+}
+
+std::string_view valueOf(const Node& node, std::string_view attribute) {
+    const std::string_view* const value = node.attribute(attribute);
+    return value == nullptr ? std::string_view{} : *value;
+}
+
+const Node* parentElement(const Node& node) {
+    return node.parent != nullptr && node.parent->type == NodeType::ELEMENT ? node.parent : nullptr;
+}
+
+const Node* nearestTable(const Node* element) {
+    for (element = parentElement(*element); element != nullptr; element = parentElement(*element)) {
+        if (const Node* const table = first(*element, isTable)) return table;
+    }
+    return nullptr;
+}
+
+void addOnce(std::vector<std::string>& names, std::string_view name) {
+    const bool isNew = std::find(names.begin(), names.end(), name) == names.end();
+    if (!name.empty() && isNew && names.size() < mostNames) names.emplace_back(name);
+}
+
+std::string textOf(const Node& element) {
+    std::string text;
+    intake::html::appendInnerText(element, text);
+    return std::string(intake::trimmed(text, " \t\r\n"));
+}
+
+bool isHeading(const Node& node) {
+    constexpr std::array headings{Tag::H1, Tag::H2, Tag::H3,      Tag::H4,
+                                  Tag::H5, Tag::H6, Tag::CAPTION, Tag::TH};
+    return std::any_of(headings.begin(), headings.end(), [&](Tag tag) { return node.isHtml(tag); });
+}
+
+}  // namespace
+
+HtmlSelector htmlSelector(std::string_view sheet) {
+    std::istringstream in{std::string(sheet)};
+    in.imbue(std::locale::classic());
+    HtmlSelector selector;
+    in >> selector.kind;
+    std::getline(in, selector.text);
+    if (selector.text.ends_with('\r')) selector.text.pop_back();
+    selector.text.erase(0, selector.text.find_first_not_of(blanks));
+    return selector;
+}
+
+PageTables::PageTables(const Page& page) : page_(page) {
+    for (const Node* node = first(page.document, isTable); node != nullptr;
+         node = next(node, page.document, isTable))
+        tables_.push_back(node);
+}
+
+FoundTable PageTables::findByText(const std::string& text) {
+    const intake::html::SearchedText searched{text, ++searches_};
+    const Node* const element =
+        first(page_.document, [&](const Node& node) { return innerTextEquals(node, searched); });
+    return {element == nullptr ? nullptr : nearestTable(element), element};
+}
+
+FoundTable PageTables::find(const HtmlSelector& selector) {
+    if (selector.kind.empty()) return {tables_.empty() ? nullptr : tables_.front(), nullptr};
+    if (selector.kind != "ID" && selector.kind != "CLASS") return findByText(selector.text);
+    const bool byId = selector.kind == "ID";
+    const Node* const element = first(page_.document, [&](const Node& node) {
+        return byId ? !selector.text.empty() && valueOf(node, "id") == selector.text
+                    : valueOf(node, "class") == selector.text;
+    });
+    if (element == nullptr) return {};
+    if (byId && isTable(*element)) return {element, element};
+    const Node* const inside = first(*element, isTable);
+    return {inside == nullptr && isTable(*element) ? element : inside, element};
+}
+
+bool PageTables::finds(const std::string& selector, const Node& table) {
+    const bool fits =
+        selector.size() <= longestSelector && selector.find_first_of("\r\n") == std::string::npos;
+    return fits && find(htmlSelector(selector)).table == &table;
+}
+
+std::string PageTables::selectorFor(const Node& table) {
+    for (const Node* node = &table; node != nullptr; node = parentElement(*node)) {
+        for (const auto& [kind, attribute] : {std::pair("ID ", "id"), {"CLASS ", "class"}}) {
+            const std::string_view value = valueOf(*node, attribute);
+            const std::string selector = kind + std::string(value);
+            if (!value.empty() && finds(selector, table)) return selector;
+        }
+    }
+    if (tables_.front() == &table) return "";
+    for (const Node* heading = first(table, isHeading); heading != nullptr;
+         heading = next(heading, table, isHeading)) {
+        const std::string selector = "TEXT " + textOf(*heading);
+        if (finds(selector, table)) return selector;
+    }
+    return "";
+}
+
+std::vector<std::string> PageTables::valuesAround(std::string_view attribute) const {
+    std::vector<std::string> values;
+    for (const Node* table : tables_) {
+        for (const Node* node = table; node != nullptr; node = parentElement(*node))
+            addOnce(values, valueOf(*node, attribute));
+    }
+    return values;
+}
+
+std::vector<std::string> PageTables::headings() const {
+    std::vector<std::string> texts;
+    for (const Node* node = first(page_.document, isHeading); node != nullptr;
+         node = next(node, page_.document, isHeading))
+        addOnce(texts, textOf(*node));
+    return texts;
+}
+
+}  // namespace probe

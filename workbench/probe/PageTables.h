@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "formats/html/Page.h"
+
+namespace probe {
+
+/// How a table of a page is chosen: the first word of "Table/Sheet", and the rest.
+struct HtmlSelector {
+    std::string kind;  // ID, CLASS; any other word looks for a text; empty takes the first table
+    std::string text;
+};
+
+HtmlSelector htmlSelector(std::string_view sheet);
+
+/// What a selector leads to.
+struct FoundTable {
+    const intake::html::Node* table = nullptr;
+    const intake::html::Node* element = nullptr;  // that has the id, the class or the text
+};
+
+/// The tables of a page, and how they are chosen. Borrows the page; belongs to one thread.
+class PageTables {
+public:
+    explicit PageTables(const intake::html::Page& page);
+
+    /// All of them, in order.
+    const std::vector<const intake::html::Node*>& all() const { return tables_; }
+
+    FoundTable find(const HtmlSelector& selector);
+
+    /// A selector that finds just this table, the most telling one; empty when there is none that
+    /// fits into the parameter.
+    std::string selectorFor(const intake::html::Node& table);
+
+    /// The values of an attribute of the tables and of what they stand in, each once.
+    std::vector<std::string> valuesAround(std::string_view attribute) const;
+
+    /// The texts of headings, captions and header cells, each once.
+    std::vector<std::string> headings() const;
+
+private:
+    FoundTable findByText(const std::string& text);
+    bool finds(const std::string& selector, const intake::html::Node& table);
+
+    const intake::html::Page& page_;
+    std::vector<const intake::html::Node*> tables_;
+    uint32_t searches_ = 0;  // by text, each of which has a number of its own
+};
+
+}  // namespace probe

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <libxml/xpath.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "formats/xml/xml_load.h"
+
+namespace probe {
+
+/// Asks a document for nodes by XPath 1.0. Borrows the document; belongs to one thread.
+class XmlQueries {
+public:
+    /// What an expression finds, in no certain order, or why it cannot be asked.
+    struct Answer {
+        std::vector<xmlNode*> nodes;
+        std::string fault;          // in a few words; empty when there is none
+        std::string unknownPrefix;  // that nothing declares
+    };
+
+    /// `declarations` is a sequence of xmlns declarations.
+    XmlQueries(xmlDoc* document, const std::string& declarations);
+
+    /// Whether the declarations could be read.
+    bool knowsDeclarations() const { return knowsDeclarations_; }
+
+    /// Asks from the document, or from a node of it. An expression that would take very long is
+    /// not answered.
+    Answer ask(const std::string& expression, xmlNode* from = nullptr);
+
+private:
+    struct ContextDeleter {
+        void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
+    };
+    xmlDoc* document_;
+    std::unique_ptr<xmlXPathContext, ContextDeleter> context_;
+    bool knowsDeclarations_ = true;
+};
+
+}  // namespace probe

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace probe {
+
+/// One of "Fields to read".
+struct SheetField {
+    std::string written;  // as it stands there
+    std::string column;   // the column of the sheet that it is; empty for an expression
+    std::string name;     // of the column of the result; empty where the database chooses it
+};
+
+/// What a list of fields asks for; one star asks for all columns and has no fields. Expressions are
+/// not taken apart.
+std::vector<SheetField> sheetFields(std::string_view range);
+
+/// The name of a column as a list of fields, or a query, has to write it.
+std::string bracketed(const std::string& column);
+
+}  // namespace probe

@@ -1,0 +1,55 @@
+#include "workbench/probe/words.h"
+
+#include <algorithm>
+
+#include "formats/text/ascii.h"
+#include "formats/text/utf8.h"
+#include "workbench/probe/nearest_name.h"
+
+namespace probe {
+
+namespace {
+
+constexpr std::size_t mostNames = 8;
+constexpr std::size_t longestText = 40;  // in characters
+
+std::string inOneLine(std::string_view text) {
+    std::string line;
+    for (std::size_t characters = 0; !text.empty(); ++characters) {
+        if (characters == longestText) return line + "…";
+        const auto next = intake::utf8CharacterAt(text);
+        const bool isShown = next.isValid && next.code >= ' ' && next.code != 0x7F;
+        line += isShown ? text.substr(0, next.length) : std::string_view(" ");
+        text.remove_prefix(next.length);
+    }
+    return line;
+}
+
+}  // namespace
+
+std::string counted(std::size_t count, std::string_view thing) {
+    return std::to_string(count) + ' ' + std::string(thing) + (count == 1 ? "" : "s");
+}
+
+std::string listOf(const std::vector<std::string>& names) {
+    if (names.empty()) return "nothing";
+    std::string list;
+    for (std::size_t i = 0; i < std::min(names.size(), mostNames); ++i)
+        list += (i == 0 ? "" : ", ") + inOneLine(names[i]);
+    if (names.size() > mostNames)
+        list += " and " + std::to_string(names.size() - mostNames) + " more";
+    return list;
+}
+
+std::string quoted(std::string_view text) {
+    return '"' + inOneLine(text) + '"';
+}
+
+std::string nearName(std::string_view wanted, const std::vector<std::string>& names) {
+    const std::string nearest = nearestName(wanted, names);
+    const std::size_t allowed = std::max<std::size_t>(1, wanted.size() / 3);
+    const bool isNear = typingErrors(wanted, nearest) <= allowed;
+    return isNear ? nearest : "";
+}
+
+}  // namespace probe

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+#include "workbench/probe/Fetched.h"
+#include "workbench/probe/Ladder.h"
+
+namespace probe {
+
+/// Notes what the settings select from an XML document, from its format on, and what may mend it.
+void lookAtXml(const Settings& settings, const Fetched& source, Ladder& ladder);
+
+}  // namespace probe
