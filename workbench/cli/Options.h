@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-enum class Command { Help, Load, Params, Run, Explain };
+enum class Command { Help, Load, Params, Run, Explain, Explore };
 enum class Output { Table, Script, Json, Trace };
 
 /// What the command line asks for.
@@ -29,6 +29,10 @@ struct Options {
     int32_t fontEncoding = 1;
 
     std::optional<RecordRange> expectedRecords;
+
+    std::string at;          // the place that is explored
+    std::string find;        // what is looked for
+    std::size_t limit = 40;  // of what is listed
 
     std::optional<int64_t> frames;
     std::optional<double> seconds;

@@ -16,6 +16,8 @@ ExitStatus runParams(const lumo::Host& host, const Options& options,
                      const StandardStreams& streams);
 ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                       const StandardStreams& streams);
+ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                      const StandardStreams& streams);
 ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                     const StandardStreams& streams);
 

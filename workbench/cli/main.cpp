@@ -35,6 +35,8 @@ ExitStatus execute(const Options& options, const StandardStreams& streams) {
             return runScene(host, plugin, options, streams);
         case Command::Explain:
             return runExplain(host, plugin, options, streams);
+        case Command::Explore:
+            return runExplore(host, plugin, options, streams);
         default:
             return runLoad(host, plugin, options, streams);
     }

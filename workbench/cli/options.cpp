@@ -130,6 +130,25 @@ void addExplain(CLI::App& app, Options& options) {
     addTimeout(*explain, options);
 }
 
+void addExplore(CLI::App& app, Options& options) {
+    CLI::App* explore = app.add_subcommand(
+        "explore", "List what can be selected in a source, with the settings that select it");
+    explore->callback([&options] { options.command = Command::Explore; });
+    addPlugin(*explore, options);
+    explore->add_option("SOURCE", options.source, "A file or a URL");
+    addInstance(*explore, options);
+    explore
+        ->add_option("--at", options.at, "List what is at a place: a path, a selector or a sheet")
+        ->type_name("PLACE");
+    explore->add_option("--find", options.find, "List only what has this text in names or values")
+        ->type_name("TEXT");
+    explore->add_option("--limit", options.limit, "List at most so many (default: 40)")
+        ->type_name("N")
+        ->check(notNegative());
+    addOutput(*explore, options, explainOutputs, "As text (default) or json");
+    addTimeout(*explore, options);
+}
+
 void addParams(CLI::App& app, Options& options) {
     CLI::App* params = app.add_subcommand("params", "List the plugin's parameters");
     params->callback([&options] { options.command = Command::Params; });
@@ -160,12 +179,13 @@ Options readOptions(int argc, const char* const* argv) {
     app.set_version_flag("--version", "intake-workbench " INTAKE_VERSION, "Print the version");
     addLoad(app, options);
     addExplain(app, options);
+    addExplore(app, options);
     addParams(app, options);
     addRun(app, options);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            throw UsageError("Give a command: load, explain, params or run.");
+            throw UsageError("Give a command: load, explain, explore, params or run.");
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
         options.helpText = app.help();

@@ -162,7 +162,7 @@ std::string XmlStop::prefixFor(const xmlNs* space) {
         const XmlQueries::Answer answer = known.ask(test);
         if (!answer.nodes.empty()) return prefix;
         if (answer.unknownPrefix.empty()) continue;  // it stands for another namespace
-        const char quote = uri.find('\'') == std::string::npos ? '\'' : '"';
+        const char quote = uri.find('"') == std::string::npos ? '"' : '\'';
         namespaces_ +=
             (namespaces_.empty() ? "xmlns:" : " xmlns:") + prefix + "=" + quote + uri + quote;
         return prefix;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "formats/text/ascii.h"
 #include "workbench/probe/Fetched.h"
@@ -28,17 +27,6 @@ bool asksForLogin(long status) {
     constexpr long forbidden = 403;
     constexpr long proxyLogin = 407;
     return status == unauthorised || status == forbidden || status == proxyLogin;
-}
-
-std::string sizeText(std::size_t bytes) {
-    constexpr std::array units{"bytes", "kB", "MB", "GB"};
-    auto size = static_cast<double>(bytes);
-    std::size_t unit = 0;
-    for (; size >= 1000 && unit + 1 < units.size(); ++unit)
-        size /= 1000;
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), unit == 0 ? "%.0f %s" : "%.1f %s", size, units[unit]);
-    return text.data();
 }
 
 std::string arrivalText(const Settings& settings, const Fetched& source) {

@@ -1,6 +1,8 @@
 #include "workbench/probe/words.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 #include "formats/text/ascii.h"
 #include "formats/text/utf8.h"
@@ -39,6 +41,17 @@ std::string listOf(const std::vector<std::string>& names) {
     if (names.size() > mostNames)
         list += " and " + std::to_string(names.size() - mostNames) + " more";
     return list;
+}
+
+std::string sizeText(std::size_t bytes) {
+    constexpr std::array units{"bytes", "kB", "MB", "GB"};
+    auto size = static_cast<double>(bytes);
+    std::size_t unit = 0;
+    for (; size >= 1000 && unit + 1 < units.size(); ++unit)
+        size /= 1000;
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), unit == 0 ? "%.0f %s" : "%.1f %s", size, units[unit]);
+    return text.data();
 }
 
 std::string quoted(std::string_view text) {

@@ -14,6 +14,9 @@ std::string counted(std::size_t count, std::string_view thing);
 /// are: "id, name and 12 more". "nothing" when there is none.
 std::string listOf(const std::vector<std::string>& names);
 
+/// A number of bytes: "7.1 kB".
+std::string sizeText(std::size_t bytes);
+
 /// The text in double quotes, in one line and cut where it is long.
 std::string quoted(std::string_view text);
 

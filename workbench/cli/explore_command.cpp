@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <cstdio>
+
+#include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/Redaction.h"
+#include "workbench/cli/UsageError.h"
+#include "workbench/cli/commands.h"
+#include "workbench/cli/display_text.h"
+#include "workbench/cli/environment.h"
+#include "workbench/cli/one_load.h"
+#include "workbench/cli/page_size.h"
+#include "workbench/cli/probe_settings.h"
+#include "workbench/cli/source_settings.h"
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore_source.h"
+#include "workbench/probe/kinds.h"
+#include "workbench/probe/source_start.h"
+#include "workbench/probe/words.h"
+
+namespace workbench {
+
+namespace {
+
+using probe::Explored;
+using probe::OutlineEntry;
+
+std::string settingsText(const probe::Proposal& settings) {
+    std::string text;
+    for (const auto& [name, value] : settings)
+        text += (text.empty() ? "" : " ") + asArgument(name + "=" + value).substr(1);
+    return text;
+}
+
+/// For people, settings last: they are of any length, and to be copied whole.
+std::string asTable(const std::string& source, const Explored& explored, const PageSize& page) {
+    Table table{source + " is " + explored.words + ", " + probe::sizeText(explored.bytes),
+                {"records", "name", "kind", "first value", "select it by"},
+                {},
+                explored.outline.leftOut};
+    for (const OutlineEntry& entry : explored.outline.entries)
+        table.rows.push_back({std::to_string(entry.records),
+                              std::string(2 * entry.depth, ' ') + entry.name, entry.kind,
+                              entry.value, settingsText(entry.settings)});
+    return table.print(page);
+}
+
+/// How to go on from what was shown.
+std::string advice(const std::string& source, const Explored& explored) {
+    const auto& entries = explored.outline.entries;
+    const auto selectable = std::find_if(
+        entries.begin(), entries.end(),
+        [](const OutlineEntry& entry) { return !entry.settings.empty() && entry.records > 1; });
+    if (selectable == entries.end()) return "";
+    const probe::Proposal& settings = selectable->settings;
+    const bool hasMode = std::any_of(settings.begin(), settings.end(),
+                                     [](const auto& each) { return each.first == "mode"; });
+    return "\nLoad one, for example: intake-workbench load " + asArgument(source).substr(7) +
+           (hasMode ? " " : " --set mode=DataArray ") + settingsText(settings) + "\n";
+}
+
+void writeEntry(const OutlineEntry& entry, JsonWriter& out) {
+    const auto text = [&](const char* name, const std::string& value) {
+        out.name(name);
+        out.text(value);
+    };
+    out.open('{');
+    text("name", entry.name);
+    out.name("depth");
+    out.number(static_cast<double>(entry.depth));
+    text("kind", entry.kind);
+    out.name("records");
+    out.number(static_cast<double>(entry.records));
+    text("value", entry.value);
+    text("place", entry.place);
+    out.name("set");
+    out.open('{');
+    for (const auto& [name, value] : entry.settings)
+        text(name.c_str(), value);
+    out.close('}');
+    out.close('}');
+}
+
+std::string asJson(const std::string& source, const Explored& explored) {
+    JsonWriter out;
+    out.open('{');
+    out.name("source");
+    out.text(source);
+    out.name("kind");
+    out.text(explored.words);
+    out.name("queryMode");
+    out.text(probe::valueOf(explored.queryMode));
+    out.name("bytes");
+    out.number(static_cast<double>(explored.bytes));
+    out.name("leftOut");
+    out.number(static_cast<double>(explored.outline.leftOut));
+    out.name("entries");
+    out.open('[');
+    for (const OutlineEntry& entry : explored.outline.entries)
+        writeEntry(entry, out);
+    out.close(']');
+    out.close('}');
+    return out.take();
+}
+
+}  // namespace
+
+ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                      const StandardStreams& streams) {
+    lumo::Instance instance(host, plugin, "workbench");
+    placeInstance(host, instance, options);
+    Options settingsOnly = options;
+    settingsOnly.source.clear();  // it is looked at here
+    if (!options.source.empty())
+        settingsOnly.settings.insert(settingsOnly.settings.begin(), "filename=" + options.source);
+    applySettings(host, instance, settingsOnly);
+    const probe::Settings settings = probeSettings(host.parameters, instance.record());
+    if (settings.filename.empty()) throw UsageError("Give a source to explore: a file or a URL.");
+    const Redaction redact(settings);
+    const std::string source = redact(probe::withoutUserInfo(settings.filename));
+    try {
+        const Explored explored = probe::exploreSource(
+            settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
+        if (options.output == Output::Json) {
+            streams.writeResult(asJson(source, explored));
+            return ExitStatus::Loaded;
+        }
+        PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
+        page.rows = std::max(page.rows, explored.outline.entries.size());
+        streams.writeResult(asTable(source, explored, page) + advice(source, explored));
+        return ExitStatus::Loaded;
+    } catch (const probe::LookFailure& failure) {
+        std::fprintf(stderr, "%s %s.\n", source.c_str(), redact(failure.what()).c_str());
+        return ExitStatus::LoadFailed;
+    }
+}
+
+}  // namespace workbench
