@@ -15,6 +15,8 @@ public:
         return curl_url_set(url_.get(), CURLUPART_URL, url.c_str(), flags);
     }
 
+    void remove(CURLUPart part) { curl_url_set(url_.get(), part, nullptr, 0); }
+
     /// Empty when the URL has none.
     std::string part(CURLUPart part, unsigned flags = 0) const {
         char* text = nullptr;

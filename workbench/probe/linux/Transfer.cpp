@@ -8,7 +8,7 @@
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
-#include "workbench/probe/source_start.h"
+#include "workbench/probe/linux/origin.h"
 
 namespace probe {
 
@@ -92,7 +92,8 @@ CURLcode Transfer::run(std::chrono::milliseconds limit, Sink sink) {
     location_.clear();
     encoding_.clear();
     words_[0] = 0;
-    isWithinHeader_ = hasProvedToServer_ = hasProvedToProxy_ = false;
+    status_ = followUps_ = 0;
+    isWithinHeader_ = hasProvedToServer_ = hasProvedToProxy_ = hasBegunTls_ = false;
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     set(CURLOPT_TIMEOUT_MS, std::max<long>(1, static_cast<long>(limit.count())));  // 0 is none
     const CURLcode code = curl_easy_perform(handle());
@@ -103,6 +104,10 @@ std::string Transfer::text(CURLINFO info) const {
     const char* text = nullptr;
     curl_easy_getinfo(handle(), info, &text);
     return text == nullptr ? "" : text;
+}
+
+std::string Transfer::address() const {
+    return withoutUser(text(CURLINFO_EFFECTIVE_URL));
 }
 
 long Transfer::number(CURLINFO info) const {
@@ -118,7 +123,8 @@ bool Transfer::isHttp() const {
 /// Takes the lines of every answer; over FTP all that the server says.
 void Transfer::noteHeader(std::string_view line) {
     if (line.starts_with("HTTP/")) {
-        noteRedirect();
+        if (leadsOn()) redirects_.push_back({status_, address()});
+        followUps_ = number(CURLINFO_REDIRECT_COUNT);
         location_.clear();
         encoding_.clear();
         isWithinHeader_ = true;
@@ -131,10 +137,16 @@ void Transfer::noteHeader(std::string_view line) {
     if (const auto value = valueOf(line, "content-encoding:"); !value.empty()) encoding_ = value;
 }
 
-/// An answer begins; the one before it led here when there is a redirect more than was known.
-void Transfer::noteRedirect() {
-    if (static_cast<std::size_t>(number(CURLINFO_REDIRECT_COUNT)) > redirects_.size())
-        redirects_.push_back({status_, withoutUserInfo(text(CURLINFO_EFFECTIVE_URL))});
+/// Whether the latest answer was a redirect that is followed. The library counts what it asks again
+/// to prove who asks, too.
+bool Transfer::leadsOn() const {
+    constexpr long firstRedirect = 300, firstRefusal = 400;
+    return number(CURLINFO_REDIRECT_COUNT) > followUps_ && status_ >= firstRedirect &&
+           status_ < firstRefusal;
+}
+
+bool Transfer::isRedirected() const {
+    return !redirects_.empty() || leadsOn();
 }
 
 /// Lets no further redirect lead to HTTP when the latest answer came over HTTPS.
@@ -165,7 +177,9 @@ std::size_t Transfer::onHeader(const char* data, std::size_t size, std::size_t c
 }
 
 int Transfer::onTrace(CURL*, curl_infotype type, char* data, std::size_t size, void* self) {
-    if (type == CURLINFO_HEADER_OUT) static_cast<Transfer*>(self)->noteRequest({data, size});
+    Transfer& transfer = *static_cast<Transfer*>(self);
+    if (type == CURLINFO_HEADER_OUT) transfer.noteRequest({data, size});
+    transfer.hasBegunTls_ = transfer.hasBegunTls_ || type == CURLINFO_SSL_DATA_OUT;
     return 0;
 }
 

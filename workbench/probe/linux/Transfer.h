@@ -40,19 +40,22 @@ public:
 
     // Of the latest run:
     std::string text(CURLINFO info) const;
+    std::string address() const;  // of the latest request, without a user's name and password
     long number(CURLINFO info) const;
     bool isHttp() const;
     const std::vector<Redirect>& redirects() const { return redirects_; }
+    bool isRedirected() const;                                 // also to where nothing answers
     const std::string& location() const { return location_; }  // where the latest answer sends to
     const std::string& encoding() const { return encoding_; }  // of the latest answer
     bool hasProvedToServer() const { return hasProvedToServer_; }  // in the latest request
     bool hasProvedToProxy() const { return hasProvedToProxy_; }
+    bool hasBegunTls() const { return hasBegunTls_; }
     std::string libraryWords() const { return words_.data(); }
 
 private:
     void setWays();
     void noteHeader(std::string_view line);
-    void noteRedirect();
+    bool leadsOn() const;
     void noteRequest(std::string_view header);
     void stayOnHttps();
 
@@ -70,10 +73,12 @@ private:
     std::vector<Redirect> redirects_;
     std::string location_;
     std::string encoding_;
-    long status_ = 0;  // of the latest answer
+    long status_ = 0;     // of the latest answer
+    long followUps_ = 0;  // until then, for a redirect or to prove who asks
     bool isWithinHeader_ = false;
     bool hasProvedToServer_ = false;
     bool hasProvedToProxy_ = false;
+    bool hasBegunTls_ = false;
     std::unique_ptr<curl_slist, Cleanup> headers_;
     std::unique_ptr<CURL, Cleanup> handle_;
 };

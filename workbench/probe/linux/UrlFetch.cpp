@@ -9,7 +9,6 @@
 #include "workbench/probe/linux/origin.h"
 #include "workbench/probe/linux/request_url.h"
 #include "workbench/probe/linux/system_proxy.h"
-#include "workbench/probe/source_start.h"
 
 namespace probe {
 
@@ -113,6 +112,10 @@ long UrlFetch::status() const {
                                            : transfer_.number(CURLINFO_RESPONSE_CODE);
 }
 
+bool UrlFetch::asksForLogin() const {
+    return status() == loginRequired || status() == proxyLoginRequired;
+}
+
 /// Each of server and proxy is told the credentials once.
 CURLcode UrlFetch::runAttempts() {
     CURLcode code = runAttempt();
@@ -133,8 +136,7 @@ CURLcode UrlFetch::runAttempts() {
 CURLcode UrlFetch::runAttempt() {
     const char* const packings = mannerOf(settings_.queryMode).packings;
     const CURLcode code = receive(packings);
-    const bool isRefused = status() == loginRequired || status() == proxyLoginRequired;
-    return code == CURLE_BAD_CONTENT_ENCODING && !isRefused ? receive(nullptr) : code;
+    return code == CURLE_BAD_CONTENT_ENCODING && !asksForLogin() ? receive(nullptr) : code;
 }
 
 CURLcode UrlFetch::receive(const char* packings) {
@@ -161,8 +163,8 @@ bool UrlFetch::take(std::string_view bytes) {
 
 /// For XML the library has proved itself to the very origin that was asked, and to no other.
 bool UrlFetch::mayProveToServer() {
-    const std::string answering = transfer_.text(CURLINFO_EFFECTIVE_URL);
-    const bool isRedirected = !transfer_.redirects().empty();
+    const std::string answering = transfer_.address();
+    const bool isRedirected = transfer_.isRedirected();
     const bool isJson = settings_.queryMode == QueryType::Json;
     const bool isXmlElsewhere = settings_.queryMode == QueryType::Xml && isRedirected;
     if (!settings_.useAuth || !(isJson || isXmlElsewhere) || transfer_.hasProvedToServer() ||
@@ -199,14 +201,17 @@ Fetched UrlFetch::run() {
     const CURLcode code = runAttempts();
     refuseBody();
     refuseOtherScheme(code);
-    if (code != CURLE_OK && status() != proxyLoginRequired) refuse(code);
+    // Who asks for a login has answered, even with what cannot be unpacked, or without a tunnel.
+    const bool isAnswer = asksForLogin() && (code == CURLE_BAD_CONTENT_ENCODING ||
+                                             connectStatus() == proxyLoginRequired);
+    if (code != CURLE_OK && !isAnswer) refuse(code);
     return fetched();
 }
 
 Fetched UrlFetch::fetched() {
     Fetched fetched;
     fetched.body = std::move(body_);
-    fetched.address = withoutUserInfo(transfer_.text(CURLINFO_EFFECTIVE_URL));
+    fetched.address = transfer_.address();
     fetched.status = status();
     fetched.contentType = transfer_.text(CURLINFO_CONTENT_TYPE);
     fetched.encoding = isPacked_ ? transfer_.encoding() : "";

@@ -42,6 +42,7 @@ private:
     // What came of it.
     long connectStatus() const { return transfer_.number(CURLINFO_HTTP_CONNECTCODE); }
     long status() const;
+    bool asksForLogin() const;
     Fetched fetched();
     bool wentThroughProxy() const;
     Facts facts(CURLcode code) const;

@@ -14,6 +14,14 @@ Origin originOf(const std::string& url) {
     return {part(CURLUPART_SCHEME), part(CURLUPART_HOST), part(CURLUPART_PORT)};
 }
 
+std::string withoutUser(const std::string& url) {
+    ParsedUrl parsed;
+    parsed.parse(url, CURLU_PATH_AS_IS);
+    for (const CURLUPart part : {CURLUPART_USER, CURLUPART_PASSWORD})
+        parsed.remove(part);
+    return parsed.part(CURLUPART_URL);
+}
+
 bool mayBeToldToo(const std::string& one, const std::string& other) {
     const Origin from = originOf(one), to = originOf(other);
     return !from.host.empty() && (from == to || (from == Origin{"http", to.host, "80"} &&

@@ -1,5 +1,6 @@
 // Why a fetch over the network failed.
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -63,12 +64,11 @@ std::string shortNumber(double number) {
 }  // namespace
 
 bool UrlFetch::wentThroughProxy() const {
-    return !proxy_.empty() &&
-           originOf(transfer_.text(CURLINFO_EFFECTIVE_URL)).host != proxyException_;
+    return !proxy_.empty() && originOf(transfer_.address()).host != proxyException_;
 }
 
 Facts UrlFetch::facts(CURLcode code) const {
-    const Origin server = originOf(transfer_.text(CURLINFO_EFFECTIVE_URL));
+    const Origin server = originOf(transfer_.address());
     const Origin proxy = originOf(proxy_);
     curl_off_t bytes = 0;
     curl_easy_getinfo(transfer_.handle(), CURLINFO_SIZE_DOWNLOAD_T, &bytes);
@@ -91,9 +91,9 @@ FetchFailure UrlFetch::failureOf(const Reason& reason, CURLcode code, Proposal p
 
 /// Says also where a redirect led to, when it is the server there that fails.
 void UrlFetch::fail(const FetchFailure& failure) const {
-    if (transfer_.number(CURLINFO_REDIRECT_COUNT) == 0) throw failure;
-    const std::string address = withoutUserInfo(transfer_.text(CURLINFO_EFFECTIVE_URL));
-    FetchFailure told(failure.stage, "leads on to " + address + ", which " + failure.what(),
+    if (!transfer_.isRedirected()) throw failure;
+    FetchFailure told(failure.stage,
+                      "leads on to " + transfer_.address() + ", which " + failure.what(),
                       failure.next);
     told.certificate = failure.certificate;
     told.credentialsRefused = failure.credentialsRefused;
@@ -111,20 +111,23 @@ void UrlFetch::refuseBody() const {
                            "Ask those who run the server to send it as it is.");
 }
 
-/// What speaks by the other scheme can answer anything; a proxy answers for it.
+/// What speaks by the other scheme can answer anything; a proxy answers for it. A redirect that is
+/// refused has led to nobody.
 void UrlFetch::refuseOtherScheme(CURLcode code) const {
+    constexpr std::array strange{CURLE_GOT_NOTHING, CURLE_RECV_ERROR, CURLE_WEIRD_SERVER_REPLY,
+                                 CURLE_UNSUPPORTED_PROTOCOL};
     constexpr long badRequest = 400;
-    const Origin origin = originOf(transfer_.text(CURLINFO_EFFECTIVE_URL));
-    const std::string& name = source_.place;
-    if (wentThroughProxy()) return;
-    const bool isStrange = code == CURLE_GOT_NOTHING || code == CURLE_RECV_ERROR ||
-                           code == CURLE_WEIRD_SERVER_REPLY || code == CURLE_UNSUPPORTED_PROTOCOL;
+    const bool isStrange = std::find(strange.begin(), strange.end(), code) != strange.end();
+    const bool isRefusedRedirect = isStrange && !transfer_.location().empty();
     const bool mayBeSecure = code == CURLE_OK ? status() == badRequest : isStrange;
-    if (origin.scheme == "http" && mayBeSecure && speaksTls(origin, timeLeft()))
-        fail(speaksSecure, code, otherScheme(name, "http://", "https://"));
+    const Origin origin = originOf(transfer_.address());
+    const auto limit = std::min<std::chrono::milliseconds>(timeLeft(), std::chrono::seconds(2));
+    if (wentThroughProxy() || isRefusedRedirect) return;
+    if (origin.scheme == "http" && mayBeSecure && speaksTls(origin, limit))
+        fail(speaksSecure, code, otherScheme(source_.place, "http://", "https://"));
     if (origin.scheme == "https" && code == CURLE_SSL_CONNECT_ERROR &&
-        speaksPlainHttp(origin, timeLeft()))
-        fail(speaksPlain, code, otherScheme(name, "https://", "http://"));
+        speaksPlainHttp(origin, limit))
+        fail(speaksPlain, code, otherScheme(source_.place, "https://", "http://"));
 }
 
 /// A step that took no time was not over when the time was.
@@ -134,12 +137,11 @@ void UrlFetch::refuseLate() const {
         curl_easy_getinfo(transfer_.handle(), step, &taken);
         return taken != 0;
     };
-    const bool isSecure = url_.starts_with("https:");
-    if (transfer_.number(CURLINFO_REDIRECT_COUNT) == 0 && !isOver(CURLINFO_CONNECT_TIME_T))
-        fail(wentThroughProxy() ? proxyDown : connectTimeout, CURLE_OPERATION_TIMEDOUT);
-    if (isSecure && !wentThroughProxy() && !isOver(CURLINFO_APPCONNECT_TIME_T))
+    if (transfer_.hasBegunTls() && !wentThroughProxy() && !isOver(CURLINFO_APPCONNECT_TIME_T))
         fail(handshakeTimeout, CURLE_OPERATION_TIMEDOUT,
              otherScheme(source_.place, "https://", "http://"));
+    if (!transfer_.isRedirected() && !isOver(CURLINFO_CONNECT_TIME_T))
+        fail(wentThroughProxy() ? proxyDown : connectTimeout, CURLE_OPERATION_TIMEDOUT);
     fail(reasonOf(CURLE_OPERATION_TIMEDOUT), CURLE_OPERATION_TIMEDOUT);
 }
 
