@@ -37,7 +37,8 @@ struct Fetched {
     bool credentialsRefused = false;  // they were sent, and the answer is 401 or 407
 };
 
-/// Why a source did not come. what() ends a sentence about it, and shows no secrets.
+/// Why a source did not come. what() ends a sentence about it. No text shows a secret, but a value
+/// of the proposal holds what the source held: a user's name and password in an address.
 class FetchFailure : public LookFailure {
 public:
     enum class Stage { Address, Fetched };  // was there no way to it, or did it not come from there

@@ -8,6 +8,7 @@
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
+#include "workbench/probe/linux/ThreadForCurl.h"
 #include "workbench/probe/linux/origin.h"
 
 namespace probe {
@@ -96,6 +97,7 @@ CURLcode Transfer::run(std::chrono::milliseconds limit, Sink sink) {
     isWithinHeader_ = hasProvedToServer_ = hasProvedToProxy_ = hasBegunTls_ = false;
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     set(CURLOPT_TIMEOUT_MS, std::max<long>(1, static_cast<long>(limit.count())));  // 0 is none
+    const ThreadForCurl thread;
     const CURLcode code = curl_easy_perform(handle());
     return code == CURLE_OK && isWithinHeader_ ? CURLE_PARTIAL_FILE : code;
 }

@@ -172,6 +172,20 @@ TEST_F(FetchedOverHttps, SaysThatAServerSpeaksOldTlsOnly) {
     EXPECT_NE(failure.next.find("TLS 1.2"), std::string::npos);
 }
 
+TEST_F(FetchedOverHttps, FailsWhenTheServerIsGoneWhileItIsAsked) {
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority_.certificate());
+    ScriptedServer server(std::vector<intake::Reply>{}, overTls(authority_.issue()));
+    Settings settings = settingsFor(QueryType::Json, server.url("/"));
+    settings.useCustomHeaders = true;
+    for (int i = 0; i < 9; ++i)
+        settings.customHeaders +=
+            "X-" + std::to_string(i) + ": " + std::string(100'000, 'x') + "\n";
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(std::string(failureOf(settings).what())
+                      .find("did not come: the server broke the connection off"),
+                  0U);
+}
+
 TEST_F(FetchedOverHttps, FollowsNoRedirectToHttp) {
     const EnvironmentVariable trusted("SSL_CERT_FILE", authority_.certificate());
     ScriptedServer plain({reply("200 OK", "[1]")});

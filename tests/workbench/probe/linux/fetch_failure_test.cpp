@@ -24,6 +24,11 @@ TEST_F(NotFetched, WhenNobodyKnowsTheServer) {
     EXPECT_NE(failure.next.find("data.invalid in \"File Name\" (filename)"), std::string::npos);
 }
 
+TEST_F(NotFetched, WhenNobodyKnowsAServerWhoseNameHasAccents) {
+    EXPECT_STREQ(failureOfJson("http://b\u00FCcher.invalid/").what(),
+                 "names a server that nobody knows: b\u00FCcher.invalid");
+}
+
 TEST_F(NotFetched, WhenNobodyListens) {
     const std::string server = "127.0.0.1:" + std::to_string(intake::freePort());
     for (const QueryType type : {QueryType::Json, QueryType::Xml, QueryType::Html}) {
@@ -128,6 +133,12 @@ TEST_F(NotFetched, WhenAPageIsLargerThanIsRead) {
     server.resize("large.html", 100'000'001);
     const FetchFailure failure = failureOf(settingsFor(QueryType::Html, server.url("/large.html")));
     EXPECT_STREQ(failure.what(), "is larger than 100 MB, the most that is read");
+}
+
+TEST_F(NotFetched, WhenALineOfTheHeaderIsTooLong) {
+    ScriptedServer server({reply("200 OK", "", "X-A: " + std::string(110'000, 'x') + "\r\n")});
+    EXPECT_STREQ(failureOfJson(server.url("/")).what(),
+                 "comes with a header of which a line is longer than 100 KB");
 }
 
 TEST_F(NotFetched, WhenACustomHeaderCannotBeSentForXml) {
