@@ -41,7 +41,8 @@ struct Fetched {
 /// of the proposal holds what the source held: a user's name and password in an address.
 class FetchFailure : public LookFailure {
 public:
-    enum class Stage { Address, Fetched };  // was there no way to it, or did it not come from there
+    /// Was there no way to it (its name, its server or the proxy), or did it not come from there.
+    enum class Stage { Address, Fetched };
 
     FetchFailure(Stage where, const std::string& words, std::string advice, Proposal mend = {})
         : LookFailure(words), stage(where), next(std::move(advice)), proposal(std::move(mend)) {}

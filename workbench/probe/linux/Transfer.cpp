@@ -3,6 +3,7 @@
 #include <openssl/crypto.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <new>
 
@@ -15,7 +16,21 @@ namespace probe {
 
 namespace {
 
-constexpr long mostRedirects = 10;
+struct Switch {
+    CURLoption option;
+    long value;
+};
+constexpr std::array switches{
+    Switch{CURLOPT_NOSIGNAL, 1},
+    Switch{CURLOPT_QUICK_EXIT, 1},  // no waiting for a name server
+    Switch{CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1},
+    Switch{CURLOPT_FOLLOWLOCATION, 1},
+    Switch{CURLOPT_MAXREDIRS, 10},
+    Switch{CURLOPT_SUPPRESS_CONNECT_HEADERS, 1},
+    Switch{CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2},
+    Switch{CURLOPT_PROXY_SSLVERSION, CURL_SSLVERSION_TLSv1_2},
+    Switch{CURLOPT_VERBOSE, 1},  // for onTrace, which prints nothing
+};
 
 /// The plugin's workers may still be in a transfer when the process ends; so nothing may be taken
 /// down then, and who comes first decides that.
@@ -49,19 +64,12 @@ Transfer::Transfer() : words_(CURL_ERROR_SIZE), handle_(newHandle()) {
 }
 
 void Transfer::setWays() {
-    set(CURLOPT_NOSIGNAL, 1L);
-    set(CURLOPT_QUICK_EXIT, 1L);  // no waiting for a name server
+    for (const auto& [option, value] : switches)
+        set(option, value);
     set(CURLOPT_ERRORBUFFER, words_.data());
-    set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     set(CURLOPT_PROTOCOLS_STR, "http,https,ftp");
-    set(CURLOPT_FOLLOWLOCATION, 1L);
-    set(CURLOPT_MAXREDIRS, mostRedirects);
-    set(CURLOPT_COOKIEFILE, "");
-    set(CURLOPT_PROXY, "");
-    set(CURLOPT_NOPROXY, "");
-    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    set(CURLOPT_PROXY_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    for (const CURLoption option : {CURLOPT_COOKIEFILE, CURLOPT_PROXY, CURLOPT_NOPROXY})
+        set(option, "");  // no cookies of before, and nothing of the environment
     const char* const authorities = std::getenv("SSL_CERT_FILE");
     if (authorities != nullptr && authorities[0] != 0) {
         set(CURLOPT_CAINFO, authorities);
@@ -71,7 +79,6 @@ void Transfer::setWays() {
     set(CURLOPT_WRITEDATA, this);
     set(CURLOPT_HEADERFUNCTION, onHeader);
     set(CURLOPT_HEADERDATA, this);
-    set(CURLOPT_VERBOSE, 1L);  // for onTrace, which prints nothing
     set(CURLOPT_DEBUGFUNCTION, onTrace);
     set(CURLOPT_DEBUGDATA, this);
 }

@@ -94,6 +94,10 @@ void UrlFetch::setProxy() {
 }
 
 void UrlFetch::useProxy(const std::string& address, const std::string& exception) {
+    if (!address.empty() && originOf(address).host.empty())
+        throw FetchFailure(FetchFailure::Stage::Address,
+                           "cannot be asked for: the proxy has no address that can be read",
+                           "Correct \"Proxy URL\" (proxyUrl): proxy.example:3128.");
     proxy_ = address;
     proxyException_ = exception;
     transfer_.set(CURLOPT_PROXY, address.c_str());

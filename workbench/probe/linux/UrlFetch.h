@@ -53,6 +53,7 @@ private:
     [[noreturn]] void refuseRedirect(CURLcode code) const;
     [[noreturn]] void refuseLogin(CURLcode code) const;
     FetchFailure failureOf(const Reason& reason, CURLcode code, Proposal proposal = {}) const;
+    FetchFailure withWay(const FetchFailure& failure) const;
     [[noreturn]] void fail(const FetchFailure& failure) const;
     [[noreturn]] void fail(const Reason& reason, CURLcode code, Proposal proposal = {}) const;
 

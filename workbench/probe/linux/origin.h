@@ -12,7 +12,7 @@ struct Origin {
 
     bool operator==(const Origin&) const = default;
 
-    std::string server() const { return host + ":" + port; }
+    std::string server() const { return port.empty() ? host : host + ":" + port; }
 };
 
 /// Of a URL, or of a proxy, which may be given without a scheme; empty for what is none.

@@ -90,14 +90,18 @@ FetchFailure UrlFetch::failureOf(const Reason& reason, CURLcode code, Proposal p
 }
 
 /// Says also where a redirect led to, when it is the server there that fails.
-void UrlFetch::fail(const FetchFailure& failure) const {
-    if (!transfer_.isRedirected()) throw failure;
+FetchFailure UrlFetch::withWay(const FetchFailure& failure) const {
+    if (!transfer_.isRedirected()) return failure;
     FetchFailure told(failure.stage,
                       "leads on to " + transfer_.address() + ", which " + failure.what(),
                       failure.next);
     told.certificate = failure.certificate;
     told.credentialsRefused = failure.credentialsRefused;
-    throw told;
+    return told;
+}
+
+void UrlFetch::fail(const FetchFailure& failure) const {
+    throw withWay(failure);
 }
 
 void UrlFetch::fail(const Reason& reason, CURLcode code, Proposal proposal) const {

@@ -73,6 +73,12 @@ TEST_F(FetchedThroughProxy, IsNotWithoutAnAddress) {
     EXPECT_EQ(failure.stage, Stage::Address);
 }
 
+TEST_F(FetchedThroughProxy, IsNotWithAMalformedAddress) {
+    const FetchFailure failure = failureOf(through("proxy:port", "http://127.0.0.1:1/"));
+    EXPECT_STREQ(failure.what(), "cannot be asked for: the proxy has no address that can be read");
+    EXPECT_EQ(failure.next, "Correct \"Proxy URL\" (proxyUrl): proxy.example:3128.");
+}
+
 TEST_F(FetchedThroughProxy, IsNotWhenItIsDown) {
     const std::string proxy = "127.0.0.1:" + std::to_string(intake::freePort());
     const FetchFailure failure =
