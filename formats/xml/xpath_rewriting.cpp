@@ -72,9 +72,11 @@ private:
 
     bool isAtChild();
     bool isAtSlowAxis();
-    bool takeSlowStep(Operand& operand, std::string_view slashes);
+    bool isAtSlowStep(const Operand& operand, std::string_view slashes);
+    void takeSlowStep(Operand& operand, std::string_view slashes);
     std::string takeStep();
     bool takeOperator(Operand& operand, std::string& level);
+    static void appendSlashes(Operand& operand, std::string_view slashes, const char* descend);
     void takeSlashes(Operand& operand);
     void takeBrackets(Operand& operand);
     void takeToken(Operand& operand);
@@ -214,42 +216,47 @@ std::string Rewriter::takeStep() {
     return step.path;
 }
 
-/// The library compares each node that such a step finds with those from all nodes before. False,
-/// and nothing is taken, where it may do so: the step begins at one node, or cannot be quoted.
-bool Rewriter::takeSlowStep(Operand& operand, std::string_view slashes) {
+/// Whether such a step stands here and begins at more than one node.
+bool Rewriter::isAtSlowStep(const Operand& operand, std::string_view slashes) {
     const bool isDeep = slashes == "//";
     const bool beginsAtOne = !isDeep && (!operand.isComplete || isOneNode(operand.path));
-    if (slashes.size() > 2 || beginsAtOne || !isAtSlowAxis()) {
-        return false;
-    }
-    const size_t start = at_;
+    return slashes.size() <= 2 && !beginsAtOne && isAtSlowAxis();
+}
+
+/// The library compares each node that such a step finds with those from all nodes before. That is
+/// left to it only where the step cannot be quoted.
+void Rewriter::takeSlowStep(Operand& operand, std::string_view slashes) {
     const std::string step = takeStep();
     const char quote = step.find('"') == std::string::npos ? '"' : '\'';
     if (step.find(quote) != std::string::npos) {
-        at_ = start;
-        return false;
+        appendSlashes(operand, slashes, DESCENDANTS_FUNCTION);
+        operand.path.append(step);
+    } else {
+        steps_.push_back(step);
+        const std::string all = slashes != "//"      ? operand.path
+                                : operand.isComplete ? call(DESCENDANTS_FUNCTION, operand.path)
+                                                     : "/descendant-or-self::node()";
+        operand.path = call(EACH_FUNCTION, all + "," + quote + step + quote);
     }
-    steps_.push_back(step);
-    const std::string all = !isDeep              ? operand.path
-                            : operand.isComplete ? call(DESCENDANTS_FUNCTION, operand.path)
-                                                 : "/descendant-or-self::node()";
-    operand.path = call(EACH_FUNCTION, all + "," + quote + step + quote);
     operand.isComplete = true;
-    return true;
+}
+
+/// `descend` is what to call for two slashes within a path.
+void Rewriter::appendSlashes(Operand& operand, std::string_view slashes, const char* descend) {
+    if (slashes == "//" && operand.isComplete && !isOneNode(operand.path)) {
+        operand.path = call(descend, operand.path) + "/";
+    } else {
+        operand.path.append(slashes);
+    }
 }
 
 void Rewriter::takeSlashes(Operand& operand) {
     const std::string_view slashes = takeWhile([](char character) { return character == '/'; });
     const std::string_view blanks = takeWhile(isSpace);
-    if (takeSlowStep(operand, slashes)) {
-        return;
+    if (isAtSlowStep(operand, slashes)) {
+        return takeSlowStep(operand, slashes);
     }
-    if (slashes == "//" && operand.isComplete && !isOneNode(operand.path)) {
-        operand.path =
-            call(isAtChild() ? PARENTS_FUNCTION : DESCENDANTS_FUNCTION, operand.path) + "/";
-    } else {
-        operand.path.append(slashes);
-    }
+    appendSlashes(operand, slashes, isAtChild() ? PARENTS_FUNCTION : DESCENDANTS_FUNCTION);
     operand.path.append(blanks);
     if (!isAtEnd() && !isAscii(text_[at_])) {
         operand.path.append("child::");

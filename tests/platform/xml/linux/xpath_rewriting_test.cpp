@@ -73,6 +73,21 @@ TEST(XPathRewriting, LeavesSuchAStepFromOneNodeOrWithBothQuotesToTheLibrary) {
     }
 }
 
+TEST(XPathRewriting, TakesEachOfManyNestedStepsOnce) {
+    std::string expression = "x";
+    std::string text = "x";
+    for (int depth = 0; depth < 16; ++depth) {
+        expression.insert(0, "a/following::b[").append("]");
+        const std::string step = "following::b[" + text + "]";
+        text = depth == 0   ? " _each(a,\"" + step + "\")"
+               : depth == 1 ? " _each(a,'" + step + "')"
+                            : "a/" + step;
+    }
+    std::vector<std::string> steps;
+    EXPECT_EQ(rewrittenXPath(expression, steps), text);
+    EXPECT_EQ(steps.size(), 2U);
+}
+
 TEST(XPathRewriting, KnowsOperatorsFromNames) {
     EXPECT_EQ(rewritten("and[or|div]"), "and[ _union(or,div)]");
     EXPECT_EQ(rewritten("a[b * c|d mod e-f|g]"), "a[b * _union( c,d )mod _union( e-f,g)]");
