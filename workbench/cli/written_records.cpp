@@ -22,6 +22,7 @@ enum class Mode { Table, Array, Structure, FieldArray, SharedMemory };
 struct Settings {
     Mode mode;
     bool isQuery;  // of a database or a worksheet: their records are rows of several fields
+    bool isWhole;  // JSON without a path to records: the document itself is written
     std::string prefix;
     std::string delimiter;
     std::string rowsDelimiter;
@@ -43,9 +44,13 @@ std::string textOf(const char* name, const lumo::ParameterTable& parameters,
 
 Settings settingsOf(const lumo::ParameterTable& parameters, const lumo::Record& record) {
     constexpr int32_t sql = 1;  // behind EXCEL, before the other query types
+    constexpr int32_t json = 3;
+    const int32_t queryMode = numberOf("queryMode", parameters, record);
     return {static_cast<Mode>(numberOf("mode", parameters, record)),
-            numberOf("queryMode", parameters, record) <= sql,
-            textOf("varsPrefix", parameters, record), textOf("delimiter", parameters, record),
+            queryMode <= sql,
+            queryMode == json && textOf("xpath", parameters, record).empty(),
+            textOf("varsPrefix", parameters, record),
+            textOf("delimiter", parameters, record),
             textOf("rowsDelimiter", parameters, record)};
 }
 
@@ -84,6 +89,14 @@ std::size_t countElements(const Assignments& assignments) {
     return elements;
 }
 
+std::size_t countWhole(const Assignments& assignments) {
+    std::size_t records = countElements(assignments);
+    for (const Assignment& each : assignments) {
+        if (each.target.kind == Target::Kind::Whole) ++records;
+    }
+    return records;
+}
+
 // A query that "Number of rows" cuts short ends with a delimiter, behind which no record stands.
 std::size_t countPieces(std::string_view text, const Settings& settings) {
     const std::string& delimiter = settings.recordDelimiter();
@@ -102,9 +115,9 @@ std::size_t countPieces(std::string_view text, const Settings& settings) {
 std::size_t writtenRecords(std::string_view written, const lumo::ParameterTable& parameters,
                            const lumo::Record& record) {
     const Settings settings = settingsOf(parameters, record);
+    if (settings.mode == Mode::SharedMemory) return countPieces(written, settings);
+    if (settings.isWhole) return countWhole(assignmentsOf(written));
     switch (settings.mode) {
-        case Mode::SharedMemory:
-            return countPieces(written, settings);
         case Mode::FieldArray:
             return countElements(assignmentsOf(written));
         case Mode::Structure:

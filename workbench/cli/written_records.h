@@ -17,6 +17,9 @@ namespace workbench {
 ///     Data Field Array       the elements
 ///     Shared Memory          the pieces into which the delimiter divides the text; an empty text
 ///                            has none
+///
+/// JSON that is loaded without a path is one record in every mode but Shared Memory, or as many as
+/// the array that it is has elements.
 std::size_t writtenRecords(std::string_view written, const lumo::ParameterTable& parameters,
                            const lumo::Record& record);
 

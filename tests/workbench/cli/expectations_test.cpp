@@ -74,6 +74,11 @@ TEST_F(Expectations, ATextInSharedMemoryThatNothingDividesCanOnlyBeEmptyOrNot) {
     EXPECT_EQ(judged(memory, notEmpty, "table/club"), "0");
 }
 
+TEST_F(Expectations, ADocumentThatIsLoadedWholeIsARecord) {
+    for (const std::string mode : {"0", "1", "2", "3"})
+        EXPECT_EQ(judged({"mode=" + mode}, notEmpty, ""), "0");
+}
+
 TEST_F(Expectations, AFailureOfTheLoadOrTheStoreIsToldFirst) {
     EXPECT_TRUE(judged({"filename=absent.json"}, notEmpty).ends_with("\"absent.json\"\n1"));
     EXPECT_EQ(judged({sharedMemory}, expecting("1")),

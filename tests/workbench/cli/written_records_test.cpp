@@ -21,12 +21,21 @@ struct WrittenRecords : testing::Test {
         evRegisterParameterString("varsPrefix", "", "P_", 80, 80, 0);
         evRegisterParameterString("delimiter", "", "|", 80, 80, 0);
         evRegisterParameterString("rowsDelimiter", "", "\n", 80, 80, 0);
+        evRegisterParameterString("xpath", "", "rows", 80, 80, 0);
     }
 
     std::size_t count(Mode mode, const std::string& written, Query query = JSON) {
         lumo::Record record(host.parameters);
         record.setInteger(1, query);
         record.setInteger(2, mode);
+        return writtenRecords(written, host.parameters, record);
+    }
+
+    // Of JSON that is loaded without a path.
+    std::size_t countWhole(Mode mode, const std::string& written) {
+        lumo::Record record(host.parameters);
+        record.setInteger(2, mode);
+        record.setText(6, "");
         return writtenRecords(written, host.parameters, record);
     }
 
@@ -77,4 +86,16 @@ TEST_F(WrittenRecords, RowsAreNotCountedWhereFieldsAreDividedAlike) {
     EXPECT_THROW(requireCountable(host.parameters, record), workbench::UsageError);
     record.setText(5, "\n");
     EXPECT_NO_THROW(requireCountable(host.parameters, record));
+}
+
+TEST_F(WrittenRecords, AWholeDocumentIsOneRecordOrAnArrayOfThem) {
+    for (const Mode mode : {TABLE, ARRAY, STRUCTURE, FIELD_ARRAY}) {
+        EXPECT_EQ(countWhole(mode, "T={a=1;b[0-1]={{c=1;},{c=2;},};};"), 1U);
+        EXPECT_EQ(countWhole(mode, "T={};"), 1U);
+        EXPECT_EQ(countWhole(mode, "T=5;"), 1U);
+        EXPECT_EQ(countWhole(mode, "T[0-1]={{a=1;},{a=2;},};"), 2U);
+        EXPECT_EQ(countWhole(mode, "T[0-2]=1,2,3,;"), 3U);
+        EXPECT_EQ(countWhole(mode, "T[0--1]=;"), 0U);
+        EXPECT_EQ(countWhole(mode, ""), 0U);
+    }
 }
