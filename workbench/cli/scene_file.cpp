@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include "formats/json/JsonDocument.h"
 #include "workbench/cli/UsageError.h"
@@ -76,11 +77,11 @@ intake::ByteBuffer readFile(const std::string& file) {
 }
 
 Document parseFile(const std::string& file) {
+    intake::ByteBuffer text = readFile(file);
+    const std::string source(text.data(), text.size() - 1);  // the document decodes its own
     try {
-        return Document(readFile(file));
+        return Document(std::move(text));
     } catch (const std::invalid_argument& error) {
-        const intake::ByteBuffer text = readFile(file);  // the document has decoded its own
-        const std::string_view source(text.data(), text.size() - 1);
         reject(file, "the scene file is not JSON: " + jsonFault(error.what(), source));
     }
 }
