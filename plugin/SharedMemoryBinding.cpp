@@ -29,12 +29,13 @@ SharedMemoryBinding::Report SharedMemoryBinding::setName(const std::string& name
     if (name.empty()) {
         return NO_NAME;
     }
-    name_ = name;
-    if (_api__shared_script_memory_has_key(memory_, name_.c_str()) != 0) {
+    name_ = name;  // which each of the calls may change
+    const int32_t memory = memory_;
+    if (_api__shared_script_memory_has_key(memory, name.c_str()) != 0) {
         return DONE;
     }
-    _api__shared_script_memory_create_key(memory_, name_.c_str());
-    return _api__shared_script_memory_has_key(memory_, name_.c_str()) != 0 ? DONE : NO_MEMORY;
+    _api__shared_script_memory_create_key(memory, name.c_str());
+    return _api__shared_script_memory_has_key(memory, name.c_str()) != 0 ? DONE : NO_MEMORY;
 }
 
 SharedMemoryBinding::Report SharedMemoryBinding::write(const char* text) const {

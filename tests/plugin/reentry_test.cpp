@@ -117,6 +117,17 @@ TEST_F(ReEntry, DeletingTheInstanceWhileSharedMemoryIsWrittenEndsTheDeliveryTher
     EXPECT_EQ(host.takeCalls().back(), "~IDataHandler()");
 }
 
+TEST_F(ReEntry, AnotherNameThatIsChosenWhileAVariableIsMadeDoesNotChangeItsName) {
+    const auto choose = [&](const char* name) {
+        TestRecord::set(params().shmvar, name);
+        PLUGIN_CHANGED_CALLBACK(record.get(), 11 + 19);
+    };
+    host.onNextCall("_api__shared_script_memory_create_key", [&] { choose("SECOND"); });
+    choose("FIRST");
+    const std::map<std::string, std::string> both{{"FIRST", ""}, {"SECOND", ""}};
+    EXPECT_EQ(host.sharedMemories[host.sceneMemory], both);
+}
+
 TEST_F(ReEntry, AChangedPostUpdateActionRunsAlreadyForTheAnswerThatChangedIt) {
     load(1);
     host.onNextCall("executeScript", [&] {
