@@ -233,9 +233,10 @@ void Rewriter::takeSlowStep(Operand& operand, std::string_view slashes) {
         operand.path.append(step);
     } else {
         steps_.push_back(step);
+        // What stands before slashes that begin a path is blank, or wrong.
         const std::string all = slashes != "//"      ? operand.path
                                 : operand.isComplete ? call(DESCENDANTS_FUNCTION, operand.path)
-                                                     : "/descendant-or-self::node()";
+                                                     : operand.path + "/descendant-or-self::node()";
         operand.path = call(EACH_FUNCTION, all + "," + quote + step + quote);
     }
     operand.isComplete = true;

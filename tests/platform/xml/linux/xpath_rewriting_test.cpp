@@ -126,6 +126,8 @@ TEST(XPathRewriting, LeavesWhatIsWrongWrong) {
                                     "a[1]|*|",
                                     "a[(]",
                                     "//a/following::",
+                                    "//a/@//following::b",
+                                    "child:://following::b",
                                     "//a/following::b[",
                                     "//a/preceding::b[]",
                                     "//a[b/following::c[(]]"}) {
