@@ -11,6 +11,10 @@ namespace {
 
 constexpr std::size_t gap = 2;  // between columns
 
+// Where nothing is cut, a longer text stands out of its column: every other row would be filled up
+// to it with blanks.
+constexpr std::size_t longestAligned = 200;
+
 bool isNumber(const std::string& text) {
     double number = 0;
     const char* end = text.data() + text.size();
@@ -22,14 +26,20 @@ struct Column {
     std::size_t position;
     std::size_t width;
     bool numeric;
+    bool cuts = true;  // what is wider
 };
 
 Column measure(const Table& table, std::size_t position, std::size_t widest) {
-    Column column{position, displayWidth(table.header[position]), false};
+    Column column{position, 0, false, widest != unlimited};
+    const auto widenFor = [&column](const std::string& cell) {
+        const std::size_t width = displayWidth(cell);
+        if (column.cuts || width <= longestAligned) column.width = std::max(column.width, width);
+    };
+    widenFor(table.header[position]);
     bool onlyNumbers = true;
     for (const auto& row : table.rows) {
         const std::string& cell = row[position];
-        column.width = std::max(column.width, displayWidth(cell));
+        widenFor(cell);
         if (cell.empty()) continue;
         column.numeric = true;
         onlyNumbers = onlyNumbers && isNumber(cell);
@@ -57,8 +67,8 @@ std::vector<Column> layOut(const Table& table, const PageSize& page) {
 }
 
 void appendCell(const std::string& cell, const Column& column, std::string& line) {
-    const std::string shown = fitted(cell, column.width);
-    const std::string padding(column.width - displayWidth(shown), ' ');
+    const std::string shown = fitted(cell, column.cuts ? column.width : unlimited);
+    const std::string padding(column.width - std::min(column.width, displayWidth(shown)), ' ');
     line += column.numeric ? padding + shown : shown + padding;
 }
 

@@ -48,6 +48,13 @@ TEST(Table, CutsALongCell) {
     EXPECT_EQ(table.print({80, 40, 5}), "a      b\n-----  -\nabcd…  x\n");
 }
 
+TEST(Table, AVeryLongTextFillsNoOtherRowWithBlanksWhereNothingIsCut) {
+    const std::string text(201, 'x');
+    const Table table{"", {"a", "b"}, {{text, "1"}, {"y", "22"}}, 0};
+    constexpr PageSize all{workbench::unlimited, workbench::unlimited, workbench::unlimited};
+    EXPECT_EQ(table.print(all), "a   b\n-  --\n" + text + "   1\ny  22\n");
+}
+
 TEST(Table, LetsTheLastColumnHaveTheRoomThatIsLeft) {
     const Table table{"", {"a", "b"}, {{"x", "abcdefgh"}}, 0};
     EXPECT_EQ(table.print({80, 40, 5}), "a  b\n-  --------\nx  abcdefgh\n");
