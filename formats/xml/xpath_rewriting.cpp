@@ -29,7 +29,9 @@ bool isSpace(char character) {
 /// Whether a path cannot lead to more than one element: then the library has nothing to compare.
 bool isOneNode(std::string_view path) {
     path = trimmed(path, XML_SPACE);
-    return path == "." || path == ".." || (path.starts_with('/') && path.rfind('/') == 0);
+    const bool isRoot = path.starts_with('/') && path.rfind('/') == 0 &&
+                        path.find("::") == std::string_view::npos;  // not /descendant::a
+    return isRoot || path == "." || path == "..";
 }
 
 bool isBlank(std::string_view text) {

@@ -50,6 +50,8 @@ TEST(XPathRewriting, LeavesTwoSlashesToTheLibraryBehindWhatIsOneNode) {
         EXPECT_EQ(rewritten(one), one);
     }
     EXPECT_EQ(rewritten("/r/s//a[1]"), " _parents(/r/s)/a[1]");
+    EXPECT_EQ(rewritten("/descendant::r//a"), " _parents(/descendant::r)/a");
+    EXPECT_EQ(rewritten("/descendant::r/following::a"), R"( _each(/descendant::r,"following::a"))");
 }
 
 TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
