@@ -76,6 +76,7 @@ private:
     bool isAtSlowAxis();
     bool isAtSlowStep(const Operand& operand, std::string_view slashes);
     void takeSlowStep(Operand& operand, std::string_view slashes);
+    std::string takeAxis();
     std::string takeStep();
     bool takeOperator(Operand& operand, std::string& level);
     static void appendSlashes(Operand& operand, std::string_view slashes, const char* descend);
@@ -191,26 +192,31 @@ bool Rewriter::isAtChild() {
     return isChild;
 }
 
-/// Whether a step along an axis stands here that can lead from each of many nodes to most others.
+/// Whether a step stands here that can lead from several nodes to the same others.
 bool Rewriter::isAtSlowAxis() {
-    constexpr std::array<std::string_view, 4> AXES{"following", "preceding", "following-sibling",
-                                                   "preceding-sibling"};
+    constexpr std::array<std::string_view, 9> AXES{
+        "following",         "preceding", "following-sibling",
+        "preceding-sibling", "ancestor",  "ancestor-or-self",
+        "descendant",        "parent",    "descendant-or-self"};
     const size_t start = at_;
     const std::string_view name = takeName();
     takeWhile(isSpace);
     const bool isAxis = startsWith("::");
     at_ = start;
-    return isAxis && std::find(AXES.begin(), AXES.end(), name) != AXES.end();
+    return startsWith("..") || (isAxis && std::find(AXES.begin(), AXES.end(), name) != AXES.end());
 }
 
-/// Takes a step with its axis and its predicates.
+/// Takes an axis and what it is to find.
+std::string Rewriter::takeAxis() {
+    std::string text;
+    text.append(takeName()).append(takeWhile(isSpace)).append(take(2)).append(takeWhile(isSpace));
+    return text.append(startsWith("*") ? take(1) : takeName());
+}
+
+/// Takes such a step with its predicates.
 std::string Rewriter::takeStep() {
     Operand step;
-    step.path.append(takeName())
-        .append(takeWhile(isSpace))
-        .append(take(2))
-        .append(takeWhile(isSpace));
-    step.path.append(startsWith("*") ? take(1) : takeName());
+    step.path = startsWith("..") ? std::string(take(2)) : takeAxis();
     for (step.path.append(takeWhile(isSpace)); startsWith("(") || startsWith("[");
          step.path.append(takeWhile(isSpace))) {
         takeBrackets(step);
@@ -294,6 +300,7 @@ void Rewriter::takeToken(Operand& operand) {
 /// The library goes through a document once for a plain expression, also for a union of such.
 bool isPlain(std::string_view expression) {
     return expression.find_first_of("[(@:") == std::string_view::npos &&
+           expression.find("..") == std::string_view::npos &&
            std::all_of(expression.begin(), expression.end(), isAscii);
 }
 

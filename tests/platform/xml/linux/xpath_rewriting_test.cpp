@@ -24,7 +24,7 @@ std::string rewritten(std::string_view expression) {
 }
 
 TEST(XPathRewriting, LeavesPlainExpressionsAsTheyAre) {
-    for (const char* const plain : {"/r/a", "//a|//b", "a//b/..", "*", "///", "a|", ""}) {
+    for (const char* const plain : {"/r/a", "//a|//b", "a//b/.", "*", "///", "a|", ""}) {
         EXPECT_EQ(rewritten(plain), plain);
     }
 }
@@ -40,7 +40,7 @@ TEST(XPathRewriting, CallsAFunctionForTwoSlashesWithinAPath) {
     EXPECT_EQ(rewritten("a//b[1]//@c"), " _descendants( _parents(a)/b[1])/@c");
     EXPECT_EQ(rewritten("a[x]//b|//c"), " _union( _parents(a[x])/b,//c)");
     EXPECT_EQ(rewritten("(//a)//text()"), " _parents((//a))/text()");
-    EXPECT_EQ(rewritten("a[1]//* // .."), " _descendants( _parents(a[1])/* )/ ..");
+    EXPECT_EQ(rewritten("a[1]//* // ."), " _descendants( _parents(a[1])/* )/ .");
     EXPECT_EQ(rewritten("a//self::b"), " _descendants(a)/self::b");
     EXPECT_EQ(rewritten("a//self :: b"), " _descendants(a)/self :: b");
 }
@@ -52,6 +52,15 @@ TEST(XPathRewriting, LeavesTwoSlashesToTheLibraryBehindWhatIsOneNode) {
     EXPECT_EQ(rewritten("/r/s//a[1]"), " _parents(/r/s)/a[1]");
     EXPECT_EQ(rewritten("/descendant::r//a"), " _parents(/descendant::r)/a");
     EXPECT_EQ(rewritten("/descendant::r/following::a"), R"( _each(/descendant::r,"following::a"))");
+}
+
+TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToWhatTheyHaveInCommon) {
+    EXPECT_EQ(rewritten("//a/.."), R"( _each(//a,".."))");
+    EXPECT_EQ(rewritten("a[1]// .. /b"), R"( _each( _descendants(a[1]),".. ")/b)");
+    for (const std::string axis :
+         {"parent", "ancestor", "ancestor-or-self", "descendant", "descendant-or-self"}) {
+        EXPECT_EQ(rewritten("a/" + axis + "::b"), " _each(a,\"" + axis + "::b\")");
+    }
 }
 
 TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
@@ -70,7 +79,8 @@ TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
 TEST(XPathRewriting, LeavesSuchAStepFromOneNodeOrWithBothQuotesToTheLibrary) {
     for (const char* const left :
          {"following::b", "./following::b", "/a/preceding::b", "//a[following-sibling::b]",
-          R"(//a/following::b[. = "x" or . = 'y'])", "//following/a", "//a/following"}) {
+          R"(//a/following::b[. = "x" or . = 'y'])", "//following/a", "//a/following", "..",
+          "../..", "/a/..", "//a[../b]", "../@x"}) {
         EXPECT_EQ(rewritten(left), left);
     }
 }
@@ -130,6 +140,8 @@ TEST(XPathRewriting, LeavesWhatIsWrongWrong) {
                                     "//a/following::",
                                     "//a/@//following::b",
                                     "child:://following::b",
+                                    "//a/..[1]",
+                                    "//a/...",
                                     "//a/following::b[",
                                     "//a/preceding::b[]",
                                     "//a[b/following::c[(]]"}) {
