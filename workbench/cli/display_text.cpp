@@ -37,6 +37,11 @@ constexpr std::array<Range, 9> wide{{{0x1100, 0x115F},
 constexpr std::array<Range, 5> combining{
     {{0x0300, 0x036F}, {0x200B, 0x200F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}}};
 
+// Those beyond ASCII too: U+009B begins a command to a terminal as an escape and a bracket do.
+bool isControl(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code <= 0x9F);
+}
+
 std::size_t columnsOf(char32_t code) {
     if (isIn(combining, code)) return 0;
     return isIn(wide, code) ? 2 : 1;
@@ -67,7 +72,7 @@ std::string fitted(std::string_view text, std::size_t width) {
         const auto character = intake::utf8CharacterAt(text);
         const std::size_t columns = columnsOf(character.code);
         if (used + columns > room) break;
-        const bool shown = character.isValid && character.code >= 0x20 && character.code != 0x7F;
+        const bool shown = character.isValid && !isControl(character.code);
         out += !shown ? " " : text.substr(0, character.length);
         used += columns;
         text.remove_prefix(character.length);

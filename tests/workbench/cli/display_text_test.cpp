@@ -44,4 +44,5 @@ TEST(DisplayText, ATextThatDoesNotFitEndsWithAnEllipsis) {
 
 TEST(DisplayText, ControlCharactersBecomeBlanks) {
     EXPECT_EQ(fitted("a\nb\tc", 9), "a b c");
+    EXPECT_EQ(fitted("\x7F\u0080\u009B31m\u00A0", 9), "   31m\u00A0");
 }
