@@ -43,6 +43,11 @@ public:
     /// Counts one more value that the path selects.
     void count(Id node, Kind kind, std::string_view value = {});
 
+    /// Whether note would look at a text.
+    bool wantsText(Id node) const {
+        return node != NONE && (nodes_[node].value.empty() || !find_.empty());
+    }
+
     /// Notes the text of what was counted as something else: that of an element.
     void note(Id node, std::string_view value);
 
