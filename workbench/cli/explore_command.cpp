@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 #include "workbench/cli/JsonWriter.h"
@@ -31,17 +32,58 @@ std::string settingsText(const probe::Proposal& settings) {
     return text;
 }
 
-/// For people, settings last: they are of any length, and to be copied whole.
-std::string asTable(const std::string& source, const Explored& explored, const PageSize& page) {
-    Table table{source + " is " + explored.words + ", " + probe::sizeText(explored.bytes),
-                {"records", "name", "kind", "first value", "select it by"},
-                {},
-                explored.outline.leftOut};
+using Row = std::array<std::string, 4>;  // all but the settings
+
+/// On a terminal no more of a name or a value than shows what it is.
+constexpr Row header{"records", "name", "kind", "first value"};
+constexpr std::array<std::size_t, 4> mostColumns{10, 28, 40, 24};
+
+Row rowOf(const OutlineEntry& entry, bool isCut) {
+    Row row{std::to_string(entry.records), std::string(2 * entry.depth, ' ') + entry.name,
+            entry.kind, entry.value};
+    for (std::size_t i = 0; isCut && i < row.size(); ++i)
+        row[i] = fitted(row[i], mostColumns[i]);
+    return row;
+}
+
+std::string paddedLeft(const std::string& text, std::size_t width) {
+    return std::string(width - displayWidth(text), ' ') + text;
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+    return text + std::string(width - displayWidth(text), ' ');
+}
+
+std::string lineOf(const Row& row, const std::array<std::size_t, 4>& widths,
+                   const std::string& last) {
+    std::string line = paddedLeft(row[0], widths[0]);
+    for (std::size_t i = 1; i < row.size(); ++i)
+        line += "  " + padded(row[i], widths[i]);
+    line += "  " + last;
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + "\n";
+}
+
+/// A table whose last column, the settings, is never cut: it is there to be copied.
+std::string asTable(const std::string& source, const Explored& explored, bool isCut) {
+    std::vector<Row> rows;
     for (const OutlineEntry& entry : explored.outline.entries)
-        table.rows.push_back({std::to_string(entry.records),
-                              std::string(2 * entry.depth, ' ') + entry.name, entry.kind,
-                              entry.value, settingsText(entry.settings)});
-    return table.print(page);
+        rows.push_back(rowOf(entry, isCut));
+    std::array<std::size_t, 4> widths{};
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        widths[i] = displayWidth(header[i]);
+        for (const Row& row : rows)
+            widths[i] = std::max(widths[i], displayWidth(row[i]));
+    }
+    std::string text =
+        source + " is " + explored.words + ", " + probe::sizeText(explored.bytes) + "\n";
+    text += lineOf(header, widths, "select it by");
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        text += lineOf(rows[i], widths, settingsText(explored.outline.entries[i].settings));
+    if (explored.outline.leftOut > 0)
+        text += "(" + std::to_string(explored.outline.leftOut) +
+                " more; --limit lists more, --at goes down, --find searches)\n";
+    return text;
 }
 
 /// How to go on from what was shown.
@@ -124,9 +166,9 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
             streams.writeResult(asJson(source, explored));
             return ExitStatus::Loaded;
         }
-        PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
-        page.rows = std::max(page.rows, explored.outline.entries.size());
-        streams.writeResult(asTable(source, explored, page) + advice(source, explored));
+        const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
+        const bool isCut = page.columns != unlimited;
+        streams.writeResult(asTable(source, explored, isCut) + advice(source, explored));
         return ExitStatus::Loaded;
     } catch (const probe::LookFailure& failure) {
         std::fprintf(stderr, "%s %s.\n", source.c_str(), redact(failure.what()).c_str());

@@ -89,7 +89,7 @@ SourceSettings settingsForSource(const std::string& source, const lumo::Paramete
 }
 
 std::string asArgument(const std::string& setting) {
-    const bool isPlain = setting.find_first_of(" ;\"'$&|<>()\\") == std::string::npos;
+    const bool isPlain = setting.find_first_of(" \t\n;\"'$&|<>()[]{}*?!#~`\\") == std::string::npos;
     if (isPlain) return " --set " + setting;
     std::string quoted;
     for (const char c : setting)

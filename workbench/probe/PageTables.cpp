@@ -64,10 +64,13 @@ std::string textOf(const Node& element) {
     return std::string(intake::trimmed(text, " \t\r\n"));
 }
 
-bool isHeading(const Node& node) {
-    constexpr std::array headings{Tag::H1, Tag::H2, Tag::H3,      Tag::H4,
-                                  Tag::H5, Tag::H6, Tag::CAPTION, Tag::TH};
+bool isSectionHeading(const Node& node) {
+    constexpr std::array headings{Tag::H1, Tag::H2, Tag::H3, Tag::H4, Tag::H5, Tag::H6};
     return std::any_of(headings.begin(), headings.end(), [&](Tag tag) { return node.isHtml(tag); });
+}
+
+bool isHeading(const Node& node) {
+    return isSectionHeading(node) || node.isHtml(Tag::CAPTION) || node.isHtml(Tag::TH);
 }
 
 }  // namespace
@@ -125,12 +128,36 @@ std::string PageTables::selectorFor(const Node& table) {
         }
     }
     if (tables_.front() == &table) return "";
+    std::vector<std::string> texts = headingsAbove(table);
     for (const Node* heading = first(table, isHeading); heading != nullptr;
-         heading = next(heading, table, isHeading)) {
-        const std::string selector = "TEXT " + textOf(*heading);
+         heading = next(heading, table, isHeading))
+        texts.push_back(textOf(*heading));
+    for (const std::string& text : texts) {
+        const std::string selector = "TEXT " + text;
         if (finds(selector, table)) return selector;
     }
     return "";
+}
+
+/// The nearest first.
+std::vector<std::string> PageTables::headingsAbove(const Node& table) const {
+    constexpr std::size_t most = 3;
+    std::vector<std::string> texts;
+    const auto isNext = [&](const Node& node) { return &node == &table || isSectionHeading(node); };
+    for (const Node* node = first(page_.document, isNext); node != nullptr && node != &table;
+         node = next(node, page_.document, isNext))
+        texts.push_back(textOf(*node));
+    std::reverse(texts.begin(), texts.end());
+    texts.resize(std::min(texts.size(), most));
+    return texts;
+}
+
+std::string PageTables::headingOf(const Node& table) const {
+    const Node* const caption =
+        first(table, [](const Node& node) { return node.isHtml(Tag::CAPTION); });
+    if (caption != nullptr) return textOf(*caption);
+    const std::vector<std::string> above = headingsAbove(table);
+    return above.empty() ? "" : above.front();
 }
 
 std::vector<std::string> PageTables::valuesAround(std::string_view attribute) const {

@@ -37,6 +37,9 @@ public:
     /// fits into the parameter.
     std::string selectorFor(const intake::html::Node& table);
 
+    /// The text of the caption of a table, or of the heading above it; empty when there is none.
+    std::string headingOf(const intake::html::Node& table) const;
+
     /// The values of an attribute of the tables and of what they stand in, each once.
     std::vector<std::string> valuesAround(std::string_view attribute) const;
 
@@ -44,6 +47,7 @@ public:
     std::vector<std::string> headings() const;
 
 private:
+    std::vector<std::string> headingsAbove(const intake::html::Node& table) const;
     FoundTable findByText(const std::string& text);
     bool finds(const std::string& selector, const intake::html::Node& table);
 

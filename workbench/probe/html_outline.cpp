@@ -52,9 +52,10 @@ Proposal settingsFor(const std::string& selector, const TableRows& rows) {
     return settings;
 }
 
-std::string sizeText(const TableRows& rows) {
+std::string tableText(const std::string& heading, const TableRows& rows) {
     const std::size_t columns = rows.rowCount() == 0 ? 0 : rows.cellCount(0);
-    return "table, " + counted(rows.rowCount(), "row") + ", " + counted(columns, "column");
+    return "table" + (heading.empty() ? "" : " " + quoted(heading)) + ", " +
+           counted(rows.rowCount(), "row") + ", " + counted(columns, "column");
 }
 
 class HtmlOutline {
@@ -101,7 +102,9 @@ private:
         const std::size_t records = rows.rowCount() > 1 ? rows.rowCount() - 1 : rows.rowCount();
         const std::string name =
             selector.empty() ? (isFirst ? "the first table" : "a table") : selector;
-        OutlineEntry entry{0, name, sizeText(rows), records, rowText(rows, 0), selector, {}};
+        OutlineEntry entry{
+            0,        name, tableText(tables_.headingOf(table), rows), records, rowText(rows, 0),
+            selector, {}};
         if (!selector.empty() || isFirst) entry.settings = settingsFor(selector, rows);
         return entry;
     }
