@@ -17,6 +17,7 @@ a line. SETTINGS are NAME=VALUE as for the workbench's --set.
     <!-- fails SETTINGS -->    this load fails, and this is a part of the error text
     <!-- rows SETTINGS -->     one load for each row of a table; $1 is the code (else the text) in its
                                first cell, and the last cell is the script, or begins with "nothing"
+    <!-- exits STATUS -->      the commands of the block end with this status, instead of 0
     <!-- not run: REASON -->   nothing is done, and the reason is printed
 
 "content" is the text of the file that is loaded, and "gives" the script where it is more than what is
@@ -26,8 +27,9 @@ are line ends. Tables are as wide as a terminal of 80 columns.
 What is set has to be said on the page: what a load sets, since the last heading; what "always" sets,
 anywhere. How an error is provoked need not be said.
 
-All of it runs in a temporary folder that looks like the repository's, and which is /tmp as well. $WEB
-is a web server of that folder.
+All of it runs in a temporary folder that looks like the repository's, and which is /tmp as well.
+http://feed.example is a web server of that folder. It also has /broken, which fails, /members, which asks
+for a login, and /expired, which leads to a page to sign in.
 """
 
 import collections
@@ -48,14 +50,36 @@ PAGES = ["README.md", "CONTRIBUTING.md", "bench/README.md",
 PROGRAMS = "build/run/workbench"
 
 BLOCK = r"^(?P<indent> *)```(?P<tag>\w*)\n(?P<body>.*?)^ *```$"
-COMMENT = r"<!-- (?P<word>file|always|load|fails|rows|not run):?\s+(?P<rest>.*?)\s*-->"
+COMMENT = r"<!-- (?P<word>file|always|load|fails|rows|exits|not run):?\s+(?P<rest>.*?)\s*-->"
 NEXT_THING = re.compile(f"{COMMENT}|{BLOCK}", re.M | re.S)
 NEXT_BLOCK = re.compile(rf"\s*?{BLOCK}", re.M | re.S)
 NEXT_CODE = re.compile(r"\s*(?P<ticks>`+)(?P<body>[^`]+)(?P=ticks)(?!`)")
 NEXT_TABLE = re.compile(r"\s*?^(?P<body>(?:\|.*\n)+)", re.M)
 
 
-class QuietServer(http.server.SimpleHTTPRequestHandler):
+FEED = "http://feed.example"
+
+
+class Feed(http.server.SimpleHTTPRequestHandler):
+    """The files of the sandbox, and what servers answer that have nothing to give."""
+
+    def do_GET(self):
+        answers = {"/broken": (500, "Internal error"), "/members": (401, "Not for you"),
+                   "/expired": (302, "Moved"), "/login": (200, "Sign in")}
+        first = "/" + self.path.split("/")[1]
+        if first not in answers:
+            super().do_GET()
+            return
+        status, title = answers[first]
+        page = f"<html><title>{title}</title><p>{title}</html>".encode()
+        self.send_response(status)
+        self.send_header("Content-Type", "text/html")
+        self.send_header("Content-Length", str(len(page)))
+        self.send_header("Location", "/login")
+        self.send_header("WWW-Authenticate", 'Basic realm="feed"')
+        self.end_headers()
+        self.wfile.write(page)
+
     def log_message(self, *arguments):
         pass
 
@@ -68,7 +92,7 @@ class Sandbox:
         for entry in ROOT.iterdir():
             os.symlink(entry, f"{folder}/{entry.name}")
         server = http.server.ThreadingHTTPServer(
-            ("127.0.0.1", 0), functools.partial(QuietServer, directory=folder))
+            ("127.0.0.1", 0), functools.partial(Feed, directory=folder))
         threading.Thread(target=server.serve_forever, daemon=True).start()
         self.web = f"http://127.0.0.1:{server.server_address[1]}"
 
@@ -80,13 +104,13 @@ class Sandbox:
 
     def run(self, words, **streams):
         """Status, standard output and standard error."""
-        words = [word.replace("/tmp/", f"{self.folder}/").replace("$WEB", self.web)
+        words = [word.replace("/tmp/", f"{self.folder}/").replace(FEED, self.web)
                  for word in words]
         path = f"{ROOT / PROGRAMS}:{os.environ['PATH']}"
-        variables = {**os.environ, "PATH": path, "COLUMNS": "80"}
+        variables = {**os.environ, "PATH": path, "COLUMNS": "80", "LC_ALL": "C.UTF-8"}
         done = subprocess.run(words, cwd=self.folder, env=variables, timeout=900,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, **streams)
-        texts = [(text or b"").decode().replace(f"{self.folder}/", "/tmp/").replace(self.web, "$WEB")
+        texts = [(text or b"").decode().replace(f"{self.folder}/", "/tmp/").replace(self.web, FEED)
                  for text in (done.stdout, done.stderr)]
         return done.returncode, *texts
 
@@ -110,6 +134,7 @@ class Page:
         self.text = (ROOT / name).read_text()
         self.sandbox = sandbox
         self.always = {}
+        self.exits = 0  # how the next commands end
         self.done = collections.Counter()
         self.not_run = []
         self.wrong = []
@@ -134,10 +159,11 @@ class Page:
     # Blocks
 
     def do_sh(self, block):
+        expected, self.exits = self.exits, 0
         status, printed = self.sandbox.run_commands(block["body"])
         self.done["commands"] += 1
         output = self.output_of(block)
-        if status:
+        if status != expected:
             self.fail(f"ends with status {status}\n{printed}")
         elif output:
             self.compare(output["body"], printed.removesuffix("\n") + "\n")
@@ -154,6 +180,9 @@ class Page:
         self.fail("nothing says what this block is")
 
     # Comments
+
+    def do_exits(self, comment):
+        self.exits = int(comment["rest"])
 
     def do_not_run(self, comment):
         block = self.what_follows(comment, NEXT_BLOCK)
@@ -211,7 +240,8 @@ class Page:
             return settings
         said = plain(re.sub(r"<!--.*?-->", "", said, flags=re.S))
         for name, value in settings.items():
-            given_here = name in ("content", "gives") or value[:1] in "$@" or "content" in settings
+            given_here = name in ("content", "gives") or "content" in settings or \
+                value[:1] in "$@" or value.startswith(FEED)
             if not given_here and plain(value) not in said:
                 self.fail(f"{name}={value} is set, but the page does not say so")
         return settings

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <sstream>
+#include <utility>
 
 #include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/Table.h"
 #include "workbench/cli/display_text.h"
 #include "workbench/cli/source_settings.h"
 
@@ -54,23 +57,40 @@ std::string titleOf(const Explanation& explanation) {
     return explanation.name + ": " + count + time.data();
 }
 
-/// What stands below the place that a cause is about.
-std::string causeLine(const Step& step) {
-    if (step.cause.empty()) return "";
-    if (step.place.empty()) return std::string(indent, ' ') + step.cause + "\n";
-    const std::size_t offset = displayWidth(step.seen.substr(0, step.placeOffset));
-    return std::string(indent + offset, ' ') + std::string(displayWidth(step.place), '^') + " " +
-           step.cause + "\n";
+/// The text in lines of at most so many columns, each behind `margin` blanks. A word is never cut.
+std::string wrapped(const std::string& text, std::size_t margin, std::size_t columns) {
+    if (text.empty()) return "";
+    if (columns == unlimited) return std::string(margin, ' ') + text + "\n";
+    const std::size_t width = std::max<std::size_t>(columns, margin + 1) - margin;
+    std::string lines;
+    std::istringstream words(text);
+    std::string line;
+    for (std::string word; words >> word;) {
+        const bool fits = displayWidth(line) + 1 + displayWidth(word) <= width;
+        if (!line.empty() && !fits)
+            lines += std::string(margin, ' ') + std::exchange(line, "") + "\n";
+        line += (line.empty() ? "" : " ") + word;
+    }
+    return line.empty() ? lines : lines + std::string(margin, ' ') + line + "\n";
 }
 
-std::string linesOf(Stage stage, const Step& step, bool hasUnicode) {
+/// The cause, below the place that it is about and beside its mark where there is room.
+std::string causeLines(const Step& step, std::size_t columns) {
+    if (step.place.empty()) return wrapped(step.cause, indent, columns);
+    const std::size_t offset = indent + displayWidth(step.seen.substr(0, step.placeOffset));
+    const std::string mark = std::string(offset, ' ') + std::string(displayWidth(step.place), '^');
+    const bool fits = displayWidth(mark) + 1 + displayWidth(step.cause) <= columns;
+    return fits ? mark + " " + step.cause + "\n"
+                : mark + "\n" + wrapped(step.cause, indent, columns);
+}
+
+std::string linesOf(Stage stage, const Step& step, bool hasUnicode, std::size_t columns) {
     std::string lines = std::string("  ") + signOf(step.state, hasUnicode) + " " +
                         padded(nameOf(stage), indent - signWidth) + step.seen;
     lines.erase(lines.find_last_not_of(' ') + 1);
-    lines += "\n" + causeLine(step);
+    lines += "\n" + causeLines(step, columns);
     const bool isTold = step.state == State::Warning || step.state == State::Failed;
-    if (isTold && !step.next.empty()) lines += std::string(indent, ' ') + step.next + "\n";
-    return lines;
+    return isTold ? lines + wrapped(step.next, indent, columns) : lines;
 }
 
 bool isShown(const Ladder& ladder, Stage stage) {
@@ -83,16 +103,18 @@ void forEachStage(Visit visit) {
         visit(static_cast<Stage>(i));
 }
 
-/// The stages behind one that failed, of which nothing is known.
-std::string skippedLine(const Ladder& ladder, bool hasUnicode) {
-    std::string names;
+/// The stages of which nothing is known, in one line; nothing behind one that failed was reached.
+std::string skippedLines(const Ladder& ladder, bool hasUnicode) {
+    std::string passed;
+    std::string notReached;
     forEachStage([&](Stage stage) {
-        if (ladder.at(stage).state == State::Skipped && isShown(ladder, stage))
-            names += (names.empty() ? "" : ", ") + std::string(nameOf(stage));
+        if (ladder.at(stage).state != State::Skipped || !isShown(ladder, stage)) return;
+        std::string& names = ladder.failed() && stage > *ladder.failed() ? notReached : passed;
+        names += (names.empty() ? "" : ", ") + std::string(nameOf(stage));
     });
-    if (names.empty()) return "";
-    return std::string("  ") + signOf(State::Skipped, hasUnicode) + " " + names +
-           (ladder.failed() ? ": not reached\n" : ": not looked at\n");
+    const std::string sign = std::string("  ") + signOf(State::Skipped, hasUnicode) + " ";
+    return (passed.empty() ? "" : sign + passed + ": not looked at\n") +
+           (notReached.empty() ? "" : sign + notReached + ": not reached\n");
 }
 
 std::string remedyLine(const Confirmed& confirmed) {
@@ -151,13 +173,13 @@ probe::Stage Explanation::stageToMend() const {
     return ladder.failed().value_or(confirmed->remedy.stage);
 }
 
-std::string Explanation::text(const Redaction& redact, bool hasUnicode) const {
+std::string Explanation::text(const Redaction& redact, bool hasUnicode, std::size_t columns) const {
     std::string lines = titleOf(*this);
     forEachStage([&](Stage stage) {
         const Step& step = ladder.at(stage);
-        if (step.state != State::Skipped) lines += linesOf(stage, step, hasUnicode);
+        if (step.state != State::Skipped) lines += linesOf(stage, step, hasUnicode, columns);
     });
-    lines += skippedLine(ladder, hasUnicode);
+    lines += skippedLines(ladder, hasUnicode);
     if (confirmed) lines += remedyLine(*confirmed);
     lines = redact(std::move(lines));
     return hasUnicode ? lines : inAscii(std::move(lines));

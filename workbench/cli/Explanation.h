@@ -29,8 +29,9 @@ struct Explanation {
     /// The stage that the confirmed remedy mends.
     probe::Stage stageToMend() const;
 
-    /// In lines of text; `hasUnicode` when the terminal shows more than ASCII.
-    std::string text(const Redaction& redact, bool hasUnicode) const;
+    /// In lines of text, broken between words where they are longer than `columns`; `hasUnicode`
+    /// when the terminal shows more than ASCII.
+    std::string text(const Redaction& redact, bool hasUnicode, std::size_t columns) const;
 
     /// As one JSON object.
     std::string json(const Redaction& redact) const;

@@ -8,6 +8,7 @@
 #include "workbench/cli/confirmation.h"
 #include "workbench/cli/environment.h"
 #include "workbench/cli/one_load.h"
+#include "workbench/cli/page_size.h"
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
@@ -178,9 +179,10 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     ladder.cut();
     if (!ladder.credentialsRefused)
         explanation.confirmed = confirm(ladder, load.records, host, instance, options);
+    const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(options.output == Output::Json
                             ? explanation.json(redact)
-                            : explanation.text(redact, terminalHasUnicode()));
+                            : explanation.text(redact, terminalHasUnicode(), page.columns));
     return explanation.isOk() ? ExitStatus::Loaded : ExitStatus::LoadFailed;
 }
 

@@ -146,7 +146,9 @@ private:
 
     /// The plugin asks for a key in every form but a DataArray.
     void checkKey(const TableRows& rows) {
-        if (settings_.mode == TargetMode::DataArray || *ladder_.records == 0) return;
+        if (settings_.mode == TargetMode::DataArray)
+            return ladder_.ok(Stage::Key, "none is needed");
+        if (*ladder_.records == 0) return;
         const auto column = std::find(names_.begin(), names_.end(), settings_.key);
         if (column == names_.end()) return tellKeyMissing(rows);
         const bool makesEntries =

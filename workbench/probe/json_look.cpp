@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "formats/json/json_select.h"
+#include "formats/text/trim.h"
 #include "formats/text/utf8.h"
 #include "workbench/probe/JsonStop.h"
 #include "workbench/probe/KeyTally.h"
@@ -47,7 +48,9 @@ void tellUnreadable(std::string_view body, const std::string& reason, Ladder& la
                     "Have the source written in UTF-8.");
         return;
     }
-    const bool isCut = reason.starts_with(endOf(body) + ":");
+    const std::string_view written = intake::trimmedEnd(body, intake::XML_SPACE);
+    const bool isCut =
+        reason.starts_with(endOf(body) + ":") || reason.starts_with(endOf(written) + ":");
     ladder.fail(Stage::Format, "JSON that is not whole or not right",
                 reason + (isCut ? " The text ends there: it is cut off." : ""),
                 isCut ? "Fetch it again, or ask whoever writes it." : "Have the source mended.");
@@ -187,7 +190,8 @@ private:
     void checkKey() {
         if (settings_.mode == TargetMode::DataStructure && settings_.key.empty())
             ladder_.records = std::min<std::size_t>(1, nodes_.size());
-        if (!needsKey() || nodes_.empty()) return;
+        if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
+        if (nodes_.empty()) return;
         KeyTally tally(settings_.key, "member");
         bool isScalar = true;
         for (const Node node : nodes_) {

@@ -186,8 +186,9 @@ std::optional<Proposal> completed(Proposal proposal, const Settings& settings,
         Ladder ladder;
         checkSettings(mended, ladder);
         lookAtArrived(mended, source, ladder);
-        const bool isWorse = ladder.records == std::size_t{0} && ladder.remedies().empty();
-        if (!ladder.failed() && !isWorse) return proposal;
+        const bool isVague = !ladder.records && !ladder.remedies().empty();
+        if (!ladder.failed() && !isVague)
+            return ladder.records == std::size_t{0} ? std::nullopt : std::optional(proposal);
         if (ladder.remedies().empty()) return std::nullopt;
         const Proposal& more = ladder.remedies().front().proposal;
         proposal.insert(proposal.end(), more.begin(), more.end());

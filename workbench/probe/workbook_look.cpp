@@ -182,7 +182,8 @@ private:
     void checkKey(const SheetTable& table) {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
             ladder_.records = std::min<std::size_t>(1, *ladder_.records);
-        if (!needsKey() || *ladder_.records == 0) return;
+        if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
+        if (*ladder_.records == 0) return;
         const std::size_t key = keyColumn();
         const bool hasUnknown = std::any_of(columns_.begin(), columns_.end(),
                                             [](const auto& each) { return !each.second; });

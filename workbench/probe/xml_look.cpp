@@ -137,7 +137,8 @@ private:
     void checkKey() {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
             ladder_.records = std::min<std::size_t>(1, nodes_.size());
-        if (!needsKey() || nodes_.empty()) return;
+        if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
+        if (nodes_.empty()) return;
         KeyTally tally(settings_.key, "key");
         for (xmlNode* node : nodes_) {
             const XmlQueries::Answer answer = queries_.ask(settings_.key, node);
