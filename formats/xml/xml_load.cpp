@@ -30,12 +30,18 @@ bool isKnown(const std::string& charset) {
     return handler != nullptr;
 }
 
-/// Whether there was too little memory since both kinds of errors were cleared. The library does
-/// not always say so: it ends a document where its buffer cannot grow, and knows no encoding that
-/// it cannot set up.
-bool wasShortOfMemory() {
+/// Whether the library says that there was too little memory since its error was cleared.
+bool saysMemoryIsShort() {
     const xmlError* const last = xmlGetLastError();
-    return errno == ENOMEM || (last != nullptr && last->code == XML_ERR_NO_MEMORY);
+    return last != nullptr && last->code == XML_ERR_NO_MEMORY;
+}
+
+/// Whether something that went wrong since errno was cleared may have done so for want of memory,
+/// of which the library does not always tell: it ends a document where its buffer cannot grow, and
+/// knows no encoding that it cannot set up. An allocation that succeeds at its second attempt, in
+/// another arena, leaves the same errno; so what went well is never judged by it.
+bool memoryMayBeShort() {
+    return errno == ENOMEM;
 }
 
 /// Only XML has marks of UTF-32, one of which begins like one of UTF-16.
@@ -132,8 +138,9 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
     errno = 0;
     XmlDoc document(xmlCtxtReadIO(context.get(), XmlInput::onRead, nullptr, &input, nullptr,
                                   encoding, options));
+    const bool wasShort = memoryMayBeShort();
     input.throwFailure();
-    if (builder.isOutOfMemory() || wasShortOfMemory()) {
+    if (builder.isOutOfMemory() || saysMemoryIsShort()) {
         throw std::bad_alloc();
     }
     if (builder.hasTooManyNodes()) {
@@ -147,6 +154,9 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
         }
     }
     if (loaded.document == nullptr) {
+        if (wasShort) {
+            throw std::bad_alloc();
+        }
         loaded.reason =
             builder.error().empty() ? "The document is not well-formed" : builder.error();
     }

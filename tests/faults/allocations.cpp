@@ -34,7 +34,8 @@ bool isToFail() {
         return false;
     }
     const uint64_t number = ++count;
-    if (failing == Failing::NONE || number < failingNumber) {
+    const bool someFail = failing == Failing::ONE || failing == Failing::ALL_BEHIND;
+    if (!someFail || number < failingNumber) {
         return false;
     }
     if (number == failingNumber) {
@@ -43,8 +44,16 @@ bool isToFail() {
     return failing == Failing::ALL_BEHIND || number == failingNumber;
 }
 
+/// The C library leaves this error where it found room in another arena than that of the thread.
+void leaveErrorOfFirstAttempt() {
+    if (counting && uncounted == 0 && failing == Failing::FIRST_ATTEMPTS) {
+        errno = ENOMEM;
+    }
+}
+
 void* noted(void* block) {
     inUse += block == nullptr ? 0 : 1;
+    leaveErrorOfFirstAttempt();
     return block;
 }
 
@@ -112,7 +121,9 @@ void* realloc(void* block, size_t size) {
         errno = ENOMEM;
         return nullptr;
     }
-    return __libc_realloc(block, size);
+    void* const moved = __libc_realloc(block, size);
+    intake::leaveErrorOfFirstAttempt();
+    return moved;
 }
 
 void* memalign(size_t alignment, size_t size) {

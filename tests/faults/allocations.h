@@ -7,8 +7,9 @@ namespace intake {
 /// Which allocations of a program that links this fail, counted from 1 on all threads.
 enum class Failing {
     NONE,
-    ONE,        // only this one
-    ALL_BEHIND  // this one and all that follow
+    ONE,            // only this one
+    ALL_BEHIND,     // this one and all that follow
+    FIRST_ATTEMPTS  // none, but each leaves the error of an attempt that failed before
 };
 
 /// Counts from now on. Whatever asks for memory is counted, in our code and in libraries.

@@ -77,6 +77,28 @@ TEST(LoadsByOdbcWithoutMemory, FailOrAreRight) {
     EXPECT_EQ(faultsOf(FaultSources().byOdbc(), Failing::ONE), "");
 }
 
+/// Names the loads that come out otherwise when each allocation succeeds at its second attempt.
+std::string differentLoads(const std::vector<FaultLoad>& loads) {
+    std::string names;
+    for (const FaultLoad& load : loads) {
+        RepeatedLoad repeated(load.command);
+        const Attempt usual = repeated();
+        countAllocations(Failing::FIRST_ATTEMPTS);
+        const Attempt late = repeated();
+        endCounting();
+        if (!usual.success || !late.success || late.result != usual.result) {
+            names += load.name + " ";
+        }
+    }
+    return names;
+}
+
+TEST(LoadsWhoseMemoryIsFoundAtTheSecondAttempt, AreRight) {
+    const FaultSources sources;
+    EXPECT_EQ(differentLoads(sources.fromFiles()), "");
+    EXPECT_EQ(differentLoads(sources.overHttp()), "");
+}
+
 }  // namespace
 
 }  // namespace intake

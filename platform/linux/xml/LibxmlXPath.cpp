@@ -126,6 +126,12 @@ void takeNumberBefore(xmlNode* node) {
 
 void leaveAsItIs(xmlNode*) {}
 
+/// How many nodes were found; -1 when nothing was.
+int sizeOf(const XPathSelection& selection) {
+    const bool hasNodes = selection != nullptr && selection->type == XPATH_NODESET;
+    return hasNodes ? xmlXPathNodeSetGetLength(selection->nodesetval) : -1;
+}
+
 /// Gives each node its real neighbour again, and calls `place` for it.
 void forEachNode(xmlDoc* document, void (*place)(xmlNode*)) {
     for (xmlNode* node = document->children; node != nullptr;
@@ -211,7 +217,24 @@ XPathSelection LibxmlXPath::select(const XPathExpression& expression, xmlDoc* do
     return selection;
 }
 
+/// The library does not always tell of want of memory, and errno tells of it too where an
+/// allocation succeeded at its second attempt, in another arena. So what is doubtful is evaluated
+/// once more: what was left out the first time would hardly be left out again.
 XPathSelection LibxmlXPath::evaluate(const XPathExpression& expression) {
+    bool isDoubtful = false;
+    XPathSelection selection = evaluateOnce(expression, isDoubtful);
+    if (!isDoubtful || endMark_.isSet() || watch_->isLate()) {
+        return selection;
+    }
+    const int found = sizeOf(selection);
+    selection = evaluateOnce(expression, isDoubtful);
+    if (isDoubtful && (selection == nullptr || sizeOf(selection) != found)) {
+        throw std::bad_alloc();
+    }
+    return selection;
+}
+
+XPathSelection LibxmlXPath::evaluateOnce(const XPathExpression& expression, bool& isDoubtful) {
     if (!watch_) {
         watch_.emplace(*context_, endMark_, limit_);
     }
@@ -221,11 +244,8 @@ XPathSelection LibxmlXPath::evaluate(const XPathExpression& expression) {
     watch_->begin();
     errno = 0;
     XPathSelection selection(xmlXPathCompiledEval(expression.get(), context_.get()));
-    const bool wasShortOfMemory = errno == ENOMEM;  // of which the library does not always tell
+    isDoubtful = errno == ENOMEM;
     watch_->end();
-    if (wasShortOfMemory) {
-        throw std::bad_alloc();
-    }
     return selection;
 }
 

@@ -54,6 +54,7 @@ public:
 private:
     XPathExpression compileText(const std::string& text);
     XPathSelection evaluate(const XPathExpression& expression);
+    XPathSelection evaluateOnce(const XPathExpression& expression, bool& isDoubtful);
     void throwIfIncomplete() const;
     [[noreturn]] void fail(const std::string& otherwise) const;
     [[noreturn]] void failFor(const std::string& reason) const;
