@@ -14,43 +14,65 @@ using cobalt::Assignments;
 using cobalt::Target;
 using cobalt::Value;
 
-constexpr std::string_view structural = "=[]{};,\"";
+using Parsed = std::variant<Assignments, cobalt::ScriptError>;
 
-/// The only assignment of a script; none when there are others or when it cannot be read.
-const Assignment* onlyAssignment(const std::variant<Assignments, cobalt::ScriptError>& parsed) {
+/// How a record of one member is written, or an array of one element; something follows, as in
+/// every script.
+struct Shape {
+    std::string_view opening;
+    std::string_view closing;
+};
+constexpr Shape listed{"r[0]={{", ";},}; z=1;"};
+constexpr Shape nested{"r[0]={{", ";};}; z=1;"};
+constexpr Shape flat{"r={", ";}; z=1;"};
+constexpr Shape element{"r[0-0]=", "; z=1;"};
+
+const Shape& shapeFor(const Settings& settings) {
+    if (settings.mode == TargetMode::FieldArray) return element;
+    if (settings.mode == TargetMode::DataStructure) return flat;
+    return settings.queryMode == QueryType::Json ? listed : nested;
+}
+
+/// XML and queries frame the values of records by one double quote on each side, all else by two.
+std::string_view quotesFor(const Settings& settings) {
+    const bool areSingle =
+        settings.mode != TargetMode::FieldArray &&
+        (settings.queryMode == QueryType::Xml || settings.queryMode == QueryType::Excel);
+    return areSingle ? "\"" : "\"\"";
+}
+
+std::string scriptWith(const Shape& shape, std::string_view content) {
+    return std::string(shape.opening) + std::string(content) + std::string(shape.closing);
+}
+
+/// The only member or element that a script sets; none when it does anything else.
+const cobalt::Entry* onlyEntry(const Parsed& parsed) {
     const auto* const assignments = std::get_if<Assignments>(&parsed);
-    return assignments != nullptr && assignments->size() == 1 ? &assignments->front() : nullptr;
+    const bool isUsual = assignments != nullptr && assignments->size() == 2 &&
+                         assignments->back().target.name == "z";
+    if (!isUsual) return nullptr;
+    const cobalt::Entry* entry = nullptr;
+    for (const Value* value = &assignments->front().value; value->entries().size() == 1;
+         value = &entry->value)
+        entry = &*value->entries().begin();
+    return entry != nullptr && entry->value.isScalar() ? entry : nullptr;
 }
 
-/// The only member of a record of the name "r" that a script sets.
-const cobalt::Entry* onlyMember(const std::variant<Assignments, cobalt::ScriptError>& parsed) {
-    const Assignment* const record = onlyAssignment(parsed);
-    const bool isRecord = record != nullptr && record->value.kind() == cobalt::Kind::Structure &&
-                          record->value.entries().size() == 1;
-    return isRecord ? &*record->value.entries().begin() : nullptr;
-}
-
-bool nameArrives(std::string_view name) {
+bool nameArrives(std::string_view name, const Settings& settings) {
     if (name.empty()) return false;
-    const std::string script = "r={" + std::string(name) + "=\"\"x\"\";};";
-    const auto parsed = cobalt::parseScript(script);
-    const cobalt::Entry* const member = onlyMember(parsed);
+    const std::string script = scriptWith(shapeFor(settings), std::string(name) + "=\"\"x\"\"");
+    const Parsed parsed = cobalt::parseScript(script);
+    const cobalt::Entry* const member = onlyEntry(parsed);
     return member != nullptr && member->key == name && member->value.text() == "x";
 }
 
 bool keyArrives(std::string_view key) {
     const std::string script = "r[" + std::string(key) + "]={a=\"\"x\"\";};";
-    const auto parsed = cobalt::parseScript(script);
-    const Assignment* const record = onlyAssignment(parsed);
-    const bool isEntry = record != nullptr && record->target.kind == Target::Kind::Entry;
-    return isEntry && record->target.key == key;
-}
-
-std::string framed(std::string_view value, ScriptCheck::Frame frame) {
-    const std::string_view quotes = frame == ScriptCheck::Frame::Doubled  ? "\"\""
-                                    : frame == ScriptCheck::Frame::Single ? "\""
-                                                                          : "";
-    return std::string(quotes) + std::string(value) + std::string(quotes);
+    const Parsed parsed = cobalt::parseScript(script);
+    const auto* const assignments = std::get_if<Assignments>(&parsed);
+    if (assignments == nullptr || assignments->size() != 1) return false;
+    const Target& target = assignments->front().target;
+    return target.kind == Target::Kind::Entry && target.key == key;
 }
 
 /// What the store makes of a value.
@@ -59,42 +81,47 @@ struct Arrival {
     std::string behind;  // the names of what is set behind the value's end
 };
 
-Arrival arrivalOf(std::string_view value, ScriptCheck::Frame frame) {
-    const std::string script = "r={v=" + framed(value, frame) + ";};";
-    const auto parsed = cobalt::parseScript(script);
-    const cobalt::Entry* const member = onlyMember(parsed);
+/// The names of the members of a record besides the one that is asked for.
+void addOtherMembers(const Value& record, std::vector<std::string>& names) {
+    const Value* value = &record;
+    while (value->entries().size() == 1 && !value->entries().begin()->value.isScalar())
+        value = &value->entries().begin()->value;
+    if (value->kind() != cobalt::Kind::Structure) return;
+    for (const cobalt::Entry& each : value->entries()) {
+        if (each.key != "v") names.push_back(each.key);
+    }
+}
+
+Arrival arrivalOf(std::string_view value, const Settings& settings) {
+    const Shape& shape = shapeFor(settings);
+    const std::string quotes(quotesFor(settings));
+    const std::string framed = quotes + std::string(value) + quotes;
+    const std::string script = scriptWith(shape, (&shape == &element ? "" : "v=") + framed);
+    const Parsed parsed = cobalt::parseScript(script);
+    const cobalt::Entry* const entry = onlyEntry(parsed);
     Arrival arrival;
-    arrival.isWhole =
-        member != nullptr && member->value.isScalar() && member->value.text() == value;
+    arrival.isWhole = entry != nullptr && entry->value.text() == value;
     const auto* const assignments = std::get_if<Assignments>(&parsed);
     if (arrival.isWhole || assignments == nullptr) return arrival;
     std::vector<std::string> names;
     for (const Assignment& each : *assignments) {
-        if (&each != &assignments->front()) names.emplace_back(each.target.name);
+        const std::string_view name = each.target.name;
+        if (name != "r" && name != "z") names.emplace_back(name);
     }
-    const Value& record = assignments->front().value;
-    for (const cobalt::Entry& each : record.entries()) {
-        if (each.key != "v") names.push_back(each.key);
-    }
+    addOtherMembers(assignments->front().value, names);
     arrival.behind = names.empty() ? "" : listOf(names);
     return arrival;
-}
-
-bool mayBreak(std::string_view value, ScriptCheck::Frame frame) {
-    return frame == ScriptCheck::Frame::None
-               ? value.find_first_of(structural) != std::string_view::npos
-               : value.find('"') != std::string_view::npos;
 }
 
 }  // namespace
 
 void ScriptCheck::name(std::string_view name) {
     const auto [known, isNew] = names_.try_emplace(std::string(name), true);
-    if (isNew) known->second = nameArrives(name);
+    if (isNew) known->second = nameArrives(name, settings_);
     if (known->second || !isNew) return;
     if (badNames_.count++ == 0)
         badNames_.first = name.empty()
-                              ? "A field has no name."
+                              ? "A field has no name, which a script needs."
                               : "The name " + quoted(name) + " cannot stand in a script as it is.";
 }
 
@@ -106,8 +133,8 @@ void ScriptCheck::key(std::string_view key) {
 }
 
 void ScriptCheck::value(std::string_view name, std::string_view value) {
-    if (!mayBreak(value, frame_)) return;
-    const Arrival arrival = arrivalOf(value, frame_);
+    if (value.find('"') == std::string_view::npos) return;
+    const Arrival arrival = arrivalOf(value, settings_);
     if (arrival.isWhole) return;
     Finding& finding = arrival.behind.empty() ? badValues_ : runningValues_;
     if (finding.count++ > 0) return;
@@ -124,7 +151,8 @@ void ScriptCheck::tell(Ladder& ladder) const {
         const std::string others = more == 0   ? ""
                                    : more == 1 ? " There is 1 more."
                                                : " There are " + std::to_string(more) + " more.";
-        ladder.warn(Stage::Script, "values are copied as they are", finding->first + others,
+        ladder.warn(Stage::Script, "names and values are copied as they are",
+                    finding->first + others,
                     "Have it written otherwise in the source, or leave it out of what is loaded.");
     }
     ladder.ok(Stage::Script, "");

@@ -10,16 +10,10 @@
 namespace probe {
 
 /// Finds the names and values that the script, which escapes nothing, cannot carry to the store.
+/// Borrows the settings.
 class ScriptCheck {
 public:
-    /// How values are framed.
-    enum class Frame {
-        Doubled,  // by two double quotes on each side
-        Single,   // by one
-        None
-    };
-
-    explicit ScriptCheck(Frame frame) : frame_(frame) {}
+    explicit ScriptCheck(const Settings& settings) : settings_(settings) {}
 
     /// The name of a field, and the key of a record, which stands in brackets.
     void name(std::string_view name);
@@ -37,7 +31,7 @@ private:
         std::string first;  // a sentence about the first one
     };
 
-    Frame frame_;
+    const Settings& settings_;
     std::unordered_map<std::string, bool> names_;  // whether they arrive
     Finding badNames_;
     Finding badKeys_;

@@ -192,7 +192,7 @@ private:
 
     void checkScript(const TableRows& rows) {
         if (settings_.mode == TargetMode::SharedMemory) return ladder_.ok(Stage::Script, "");
-        ScriptCheck check(ScriptCheck::Frame::Doubled);
+        ScriptCheck check(settings_);
         const bool isArray = settings_.mode == TargetMode::FieldArray;
         const auto key = std::find(names_.begin(), names_.end(), settings_.key);
         const auto keyColumn = static_cast<std::size_t>(key - names_.begin());

@@ -267,7 +267,7 @@ private:
 
     void checkScript() {
         if (settings_.mode == TargetMode::SharedMemory) return ladder_.ok(Stage::Script, "");
-        ScriptCheck check(ScriptCheck::Frame::Doubled);
+        ScriptCheck check(settings_);
         for (const Node node : nodes_) {
             const Node key = needsKey() ? document_.find(node, settings_.key) : JsonDocument::NONE;
             if (needsKey() && key == JsonDocument::NONE) continue;

@@ -234,7 +234,7 @@ private:
     void checkScript(const SheetTable& table) {
         if (settings_.mode == TargetMode::SharedMemory) return ladder_.ok(Stage::Script, "");
         const bool isArray = settings_.mode == TargetMode::FieldArray;
-        ScriptCheck check(isArray ? ScriptCheck::Frame::Doubled : ScriptCheck::Frame::Single);
+        ScriptCheck check(settings_);
         const std::size_t key = keyColumn();
         forEachRow(table, [&](std::size_t position, bool isThere) {
             for (std::size_t i = 0; i < columns_.size(); ++i) {

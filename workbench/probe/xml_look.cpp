@@ -205,7 +205,7 @@ private:
         if (settings_.mode == TargetMode::SharedMemory) return ladder_.ok(Stage::Script, "");
         if (ladder_.at(Stage::Key).state == State::Failed) return;
         const bool isArray = settings_.mode == TargetMode::FieldArray;
-        ScriptCheck check(isArray ? ScriptCheck::Frame::Doubled : ScriptCheck::Frame::Single);
+        ScriptCheck check(settings_);
         for (std::size_t i = 0; i < nodes_.size(); ++i) {
             const xmlNode* const node = nodes_[i];
             if (isArray) {
