@@ -35,11 +35,13 @@ void KeyTally::tell(Ladder& ladder) const {
                         ". " + counted(seen_.size(), "record") +
                         (seen_.size() == 1 ? " is left." : " are left."),
                     std::string("Set \"Key\" (key) to a ") + thing_ +
-                        " that is another one in each record, or load a DataArray (mode=1).");
+                        " that differs from record to record, or \"Field is a: \" (mode) to "
+                        "DataArray.");
     } else if (missing_ > 0) {
         ladder.warn(Stage::Key, key_,
-                    std::to_string(missing_) + " of " + all + " records have no such " + thing_ +
-                        " and are left out.");
+                    std::to_string(missing_) + " of " + counted(records_, "record") +
+                        (missing_ == 1 ? " has no such " : " have no such ") + thing_ +
+                        (missing_ == 1 ? " and is left out." : " and are left out."));
     } else if (empty_ > 0) {
         ladder.warn(Stage::Key, key_, "The key of " + counted(empty_, "record") + " is empty.");
     } else {

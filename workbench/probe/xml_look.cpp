@@ -139,7 +139,7 @@ private:
             ladder_.records = std::min<std::size_t>(1, nodes_.size());
         if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
         if (nodes_.empty()) return;
-        KeyTally tally(settings_.key, "key");
+        KeyTally tally(settings_.key, "child or attribute");
         for (xmlNode* node : nodes_) {
             const XmlQueries::Answer answer = queries_.ask(settings_.key, node);
             if (!answer.fault.empty()) return tellKeyFault(answer.fault);
@@ -188,7 +188,7 @@ private:
         names.resize(std::min(names.size(), mostNames));
         std::size_t proposed = 0;
         for (const std::string& name : names) {
-            KeyTally tally(name, "key");
+            KeyTally tally(name, "child or attribute");
             for (xmlNode* node : nodes_) {
                 const XmlQueries::Answer answer = queries_.ask(name, node);
                 if (answer.nodes.empty()) break;
