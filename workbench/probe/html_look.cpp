@@ -1,6 +1,7 @@
 #include "workbench/probe/html_look.h"
 
 #include <algorithm>
+#include <array>
 
 #include "formats/html/PageError.h"
 #include "formats/html/TableRows.h"
@@ -101,13 +102,16 @@ private:
     void proposeSelectors() {
         const std::string text = selector_.text.empty() ? selector_.kind : selector_.text;
         std::vector<std::string> selectors;
-        for (const char* kind : {"ID", "CLASS", "TEXT"}) {
+        std::array<std::string, 3> kinds{"ID", "CLASS", "TEXT"};
+        std::stable_partition(kinds.begin(), kinds.end(),
+                              [this](const std::string& kind) { return kind == selector_.kind; });
+        for (const std::string& kind : kinds) {
             const std::vector<std::string> there = namesBy(kind);
             const std::string near = nearName(text, there);
-            if (!near.empty()) selectors.push_back(std::string(kind) + " " + near);
+            if (!near.empty()) selectors.push_back(kind + " " + near);
             for (const std::string& name : there) {
                 const bool holds = !text.empty() && name.find(text) != std::string::npos;
-                if (holds && name != near) selectors.push_back(std::string(kind) + " " + name);
+                if (holds && name != near) selectors.push_back(kind + " " + name);
             }
         }
         for (const auto* table : tables_.all())
