@@ -34,6 +34,12 @@ std::string textOf(const Cell& cell) {
     return text;
 }
 
+/// The field, of another column, under the name that it had.
+std::string renamed(const SheetField& field, const std::string& column) {
+    const bool hasName = !field.name.empty() && field.name != field.column;
+    return bracketed(column) + (hasName ? " AS " + bracketed(field.name) : "");
+}
+
 class WorkbookLook {
 public:
     WorkbookLook(const Settings& settings, Workbook& workbook, Ladder& ladder)
@@ -131,7 +137,7 @@ private:
             const std::string near =
                 isThere ? field.written : nearName(field.column, table.columns());
             if (near.empty()) continue;
-            range += (range.empty() ? "" : ", ") + (isThere ? near : bracketed(near));
+            range += (range.empty() ? "" : ", ") + (isThere ? near : renamed(field, near));
         }
         if (!range.empty()) ladder_.propose(Stage::Selection, {{"range", range}});
         ladder_.propose(Stage::Selection, {{"range", ""}});
