@@ -197,13 +197,15 @@ std::optional<Proposal> XmlStop::remedy() {
         if (!mend(i)) return std::nullopt;
     }
     queries_ = XmlQueries(document_, namespaces_);
-    const bool finds = !queries_.ask(path_.text()).nodes.empty();
+    const auto finds = [this] { return !queries_.ask(path_.text()).nodes.empty(); };
+    if (!finds()) path_.steps[stop_].predicates.clear();
+    const bool isMended = finds();
     Proposal proposal;
     if (namespaces_ != namespacesBefore) proposal.emplace_back("namespaces", namespaces_);
     if (path_.text() != before.text()) proposal.emplace_back("xpath", path_.text());
     path_ = before;
     namespaces_ = namespacesBefore;
-    if (!finds || proposal.empty()) return std::nullopt;
+    if (!isMended || proposal.empty()) return std::nullopt;
     return proposal;
 }
 
