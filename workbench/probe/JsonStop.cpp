@@ -141,8 +141,8 @@ std::string JsonStop::causeOfMatches(const Nodes& matches) const {
         return name + " has " + elementsWords(elements) + ", counted from 0.";
     if (step.kind == intake::PathStep::Kind::FILTER)
         return values.empty() ? "Nothing in " + name + " has a member " + quoted(step.field) + "."
-                              : "Nothing in " + name + " has this " + quoted(step.field) +
-                                    ". There are: " + listOf(values) + ".";
+                              : "Nothing in " + name + " has " + quoted(step.value) + " for its " +
+                                    quoted(step.field) + ". There are: " + listOf(values) + ".";
     return name + " holds nothing.";
 }
 

@@ -46,6 +46,13 @@ void checkNumber(const char* label, const char* name, const std::string& text, c
     }
 }
 
+/// Which ones: "number 4", "numbers 4 to 6".
+std::string numbersText(int64_t from, std::size_t count) {
+    const std::string first = std::to_string(from);
+    const std::string last = std::to_string(from + static_cast<int64_t>(count) - 1);
+    return count == 1 ? "number " + first : "numbers " + first + " to " + last;
+}
+
 }  // namespace
 
 RowRange rowRangeOf(const Settings& settings) {
@@ -76,13 +83,12 @@ std::size_t checkRows(const Settings& settings, std::size_t records, const char*
         ladder.propose(Stage::Rows, {{"fromRow", ""}});
         return 0;
     }
+    const std::string all = std::to_string(records);
     const auto loaded =
         static_cast<std::size_t>(std::clamp<int64_t>(range.count, 0, there - range.from));
-    ladder.ok(Stage::Rows, loaded == records
-                               ? "all " + std::to_string(records)
-                               : std::to_string(range.from) + " to " +
-                                     std::to_string(range.from + static_cast<int64_t>(loaded) - 1) +
-                                     " of " + std::to_string(records));
+    ladder.ok(Stage::Rows, loaded == records ? "all " + all
+                                             : std::to_string(loaded) + " of " + all + ": " +
+                                                   numbersText(range.from, loaded));
     return loaded;
 }
 
