@@ -93,9 +93,12 @@ void tellAction(const std::string& action, const Outcome& outcome, Ladder& ladde
                 "Mend \"Post Update Action\" (postAction).");
 }
 
-/// Whether the plugin and the look at the source agree on how many records there are.
+/// Whether the plugin and the look at the source agree on how many records there are. Values that
+/// break the script change what is written.
 bool agree(const Ladder& ladder, const Load& load) {
-    if (ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed) return true;
+    const bool isBroken = ladder.at(Stage::Script).state == State::Warning;
+    if (isBroken || ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed)
+        return true;
     return *ladder.records == load.records;
 }
 
@@ -137,6 +140,13 @@ Load lookAndLoad(lumo::Host& host, lumo::Instance& instance, const Options& opti
     return load;
 }
 
+/// What the plugin prints of a setting belongs to a stage, and may hold secrets.
+void place(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+    const MutedOutput muted;
+    placeInstance(host, instance, options);
+    applySettings(host, instance, options);
+}
+
 std::string textParameter(const lumo::Host& host, const lumo::Instance& instance,
                           const char* name) {
     const auto index = host.parameters.find(name);
@@ -153,8 +163,7 @@ std::string nameFor(const Options& options, const probe::Settings& settings) {
 ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                       const StandardStreams& streams) {
     lumo::Instance instance(host, plugin, "workbench");
-    placeInstance(host, instance, options);
-    applySettings(host, instance, options);
+    place(host, instance, options);
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
 
