@@ -61,12 +61,21 @@ XmlQueries::XmlQueries(xmlDoc* document, const std::string& declarations)
     }
 }
 
+xmlXPathCompExpr* XmlQueries::compiled(const std::string& expression) {
+    if (compiled_ == nullptr || expression != expression_) {
+        compiled_.reset(xmlXPathCtxtCompile(context_.get(), toXml(expression)));
+        expression_ = expression;
+    }
+    return compiled_.get();
+}
+
 XmlQueries::Answer XmlQueries::ask(const std::string& expression, xmlNode* from) {
     context_->node = from != nullptr ? from : reinterpret_cast<xmlNode*>(document_);
     context_->opCount = 0;
     xmlResetError(&context_->lastError);
+    xmlXPathCompExpr* const question = compiled(expression);
     const std::unique_ptr<xmlXPathObject, ObjectDeleter> object(
-        xmlXPathEval(toXml(expression), context_.get()));
+        question == nullptr ? nullptr : xmlXPathCompiledEval(question, context_.get()));
     Answer answer;
     if (object == nullptr) {
         constexpr int limitExceeded = int{XML_XPATH_EXPRESSION_OK} + int{XPATH_OP_LIMIT_EXCEEDED};

@@ -34,9 +34,18 @@ private:
     struct ContextDeleter {
         void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
     };
+    struct ExpressionDeleter {
+        void operator()(xmlXPathCompExpr* expression) const { xmlXPathFreeCompExpr(expression); }
+    };
+
+    /// That of the last question, when it is the same; null for what is no expression.
+    xmlXPathCompExpr* compiled(const std::string& expression);
+
     xmlDoc* document_;
     std::unique_ptr<xmlXPathContext, ContextDeleter> context_;
     bool knowsDeclarations_ = true;
+    std::string expression_;
+    std::unique_ptr<xmlXPathCompExpr, ExpressionDeleter> compiled_;
 };
 
 }  // namespace probe

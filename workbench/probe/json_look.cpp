@@ -231,8 +231,8 @@ private:
         proposeKeys();
     }
 
-    /// The members that every record has as a text or a number, those first that are another one in
-    /// each.
+    /// The members that the first records all have as a text or a number, those first that are
+    /// another one in each. What is proposed is loaded before it is shown.
     std::vector<std::string> scalarMembers() const {
         constexpr std::size_t mostMembers = 40;
         std::vector<std::string> unique;
@@ -242,7 +242,7 @@ private:
         for (const std::string& name : names) {
             const auto tally = tallyOf(name);
             if (!tally || !canBeNamed(name)) continue;
-            (tally->entries() == nodes_.size() ? unique : repeated).push_back(name);
+            (tally->entries() == tally->records() ? unique : repeated).push_back(name);
         }
         unique.insert(unique.end(), repeated.begin(), repeated.end());
         unique.resize(std::min(unique.size(), mostProposals));
@@ -250,9 +250,10 @@ private:
     }
 
     std::optional<KeyTally> tallyOf(const std::string& name) const {
+        constexpr std::size_t mostRecords = 1000;
         KeyTally tally(name, "member");
-        for (const Node node : nodes_) {
-            const Node member = document_.find(node, name);
+        for (std::size_t i = 0; i < std::min(nodes_.size(), mostRecords); ++i) {
+            const Node member = document_.find(nodes_[i], name);
             if (member == JsonDocument::NONE || isContainer(member)) return std::nullopt;
             tally.add(document_.asString(member));
         }

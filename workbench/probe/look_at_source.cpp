@@ -196,10 +196,14 @@ std::optional<Proposal> completed(Proposal proposal, const Settings& settings,
     return std::nullopt;
 }
 
-/// What one change does not mend takes several.
+/// What one change does not mend takes several. Each remedy costs a look at the whole source, so
+/// that a large one gets few.
 void completeRemedies(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    constexpr std::size_t large = 10'000'000;  // bytes
+    const std::size_t most = source.body.size() > large ? 1 : 8;
     std::vector<Remedy> remedies;
     for (const Remedy& each : ladder.remedies()) {
+        if (remedies.size() == most) break;
         if (auto proposal = completed(each.proposal, settings, source))
             remedies.push_back({each.stage, std::move(*proposal)});
     }

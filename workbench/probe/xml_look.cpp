@@ -182,19 +182,22 @@ private:
         proposeKeys();
     }
 
+    /// By the first records alone: what is proposed is loaded before it is shown.
     void proposeKeys() {
         constexpr std::size_t mostNames = 20;
+        constexpr std::size_t mostRecords = 1000;
+        const std::size_t records = std::min(nodes_.size(), mostRecords);
         std::vector<std::string> names = keyNames();
         names.resize(std::min(names.size(), mostNames));
         std::size_t proposed = 0;
         for (const std::string& name : names) {
-            KeyTally tally(name, "child or attribute");
-            for (xmlNode* node : nodes_) {
-                const XmlQueries::Answer answer = queries_.ask(name, node);
+            KeyTally tally(name, "key");
+            for (std::size_t i = 0; i < records; ++i) {
+                const XmlQueries::Answer answer = queries_.ask(name, nodes_[i]);
                 if (answer.nodes.empty()) break;
                 tally.add(textOf(answer.nodes.front()));
             }
-            const bool isUnique = tally.entries() == nodes_.size();
+            const bool isUnique = tally.entries() == records;
             if (isUnique && proposed++ < mostProposals)
                 ladder_.propose(Stage::Key, {{"key", name}});
         }
