@@ -1,0 +1,67 @@
+#include "workbench/probe/PathTree.h"
+
+#include <gtest/gtest.h>
+
+namespace probe {
+
+namespace {
+
+constexpr std::size_t plenty = 100'000'000;
+
+TEST(PathTree, HasEachNameOfAPlaceOnce) {
+    PathTree tree(plenty, "");
+    for (int record = 0; record < 1000; ++record) {
+        std::size_t hint = 0;
+        for (int name = 0; name < 40; ++name)
+            tree.count(tree.child(PathTree::ROOT, "n" + std::to_string(name), hint),
+                       PathTree::Kind::Number, std::to_string(record));
+    }
+    EXPECT_EQ(tree.at(PathTree::ROOT).children.size(), 40U);
+    const PathTree::Id found = tree.find(PathTree::ROOT, "n7");
+    ASSERT_NE(found, PathTree::NONE);
+    EXPECT_EQ(tree.at(found).records, 1000U);
+    EXPECT_EQ(tree.at(found).value, "0");
+}
+
+TEST(PathTree, LeavesOutNamesForWhichThereIsNoRoom) {
+    constexpr std::size_t names = 100'000;
+    PathTree tree(0, "");
+    std::size_t hint = 0;
+    for (std::size_t name = 0; name < names; ++name)
+        tree.child(PathTree::ROOT, std::to_string(name), hint);
+    const PathTree::Node& root = tree.at(PathTree::ROOT);
+    EXPECT_LE(root.children.size(), 1000U);
+    EXPECT_EQ(root.children.size() + root.leftOut, names);
+}
+
+TEST(PathTree, ShowsWholeLevelsAsLongAsTheyFit) {
+    PathTree tree(plenty, "");
+    std::size_t hint = 0;
+    const PathTree::Id a = tree.child(PathTree::ROOT, "a", hint);
+    const PathTree::Id b = tree.child(PathTree::ROOT, "b", hint);
+    std::size_t below = 0;
+    const PathTree::Id c = tree.child(a, "c", below);
+    std::size_t leftOut = 0;
+    EXPECT_EQ(tree.shown(PathTree::ROOT, {"", "", 3}, leftOut), (std::vector{a, c, b}));
+    EXPECT_EQ(tree.shown(PathTree::ROOT, {"", "", 2}, leftOut), (std::vector{a, b}));
+    EXPECT_EQ(leftOut, 0U);
+    EXPECT_EQ(tree.shown(PathTree::ROOT, {"", "", 1}, leftOut), (std::vector{a}));
+    EXPECT_EQ(leftOut, 1U);
+}
+
+TEST(PathTree, FindsNamesAndValues) {
+    PathTree tree(plenty, "ROVERS");
+    std::size_t hint = 0;
+    const PathTree::Id club = tree.child(PathTree::ROOT, "club", hint);
+    tree.count(club, PathTree::Kind::Text, "Greywharf");
+    tree.count(club, PathTree::Kind::Text, "Hollinbeck Rovers");
+    const PathTree::Id name = tree.child(PathTree::ROOT, "rovers", hint);
+    tree.child(PathTree::ROOT, "other", hint);
+    std::size_t leftOut = 0;
+    EXPECT_EQ(tree.shown(PathTree::ROOT, {"", "ROVERS", 40}, leftOut), (std::vector{club, name}));
+    EXPECT_EQ(tree.at(club).match, "Hollinbeck Rovers");
+}
+
+}  // namespace
+
+}  // namespace probe

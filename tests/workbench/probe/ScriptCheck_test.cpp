@@ -1,0 +1,67 @@
+#include "workbench/probe/ScriptCheck.h"
+
+#include <gtest/gtest.h>
+
+namespace probe {
+
+namespace {
+
+Settings settingsFor(QueryType type) {
+    Settings settings;
+    settings.queryMode = type;
+    settings.mode = TargetMode::DataArray;
+    return settings;
+}
+
+// JSON frames values by two quotes on each side, XML by one.
+const Settings doubled = settingsFor(QueryType::Json);
+const Settings single = settingsFor(QueryType::Xml);
+
+State stateOf(const ScriptCheck& check) {
+    Ladder ladder;
+    check.tell(ladder);
+    return ladder.at(Stage::Script).state;
+}
+
+State stateOfValue(const Settings& settings, std::string_view value) {
+    ScriptCheck check(settings);
+    check.value("v", value);
+    return stateOf(check);
+}
+
+State stateOfName(std::string_view name) {
+    ScriptCheck check(doubled);
+    check.name(name);
+    return stateOf(check);
+}
+
+TEST(ScriptCheck, LetsThroughWhatTheStoreTakesWhole) {
+    for (const char* value : {"", "plain", "a;b", "a = {b}", "say \"no\" to it", "]"})
+        EXPECT_EQ(stateOfValue(doubled, value), State::Ok) << value;
+    for (const char* name : {"a", "two words", "#text", "p:price"})
+        EXPECT_EQ(stateOfName(name), State::Ok) << name;
+}
+
+TEST(ScriptCheck, FindsValuesThatEndTheirFrame) {
+    EXPECT_EQ(stateOfValue(doubled, "a\"\";b=\"\"c"), State::Warning);
+    EXPECT_EQ(stateOfValue(single, "a\";b=\"c"), State::Warning);
+    EXPECT_EQ(stateOfValue(single, "a\"\";b"), State::Warning);
+}
+
+TEST(ScriptCheck, FindsNamesThatAScriptCannotCarry) {
+    for (const char* name : {"", "a=b", "a[0]", "{a"})
+        EXPECT_EQ(stateOfName(name), State::Warning) << name;
+}
+
+TEST(ScriptCheck, NamesWhatIsSetBehindTheEndOfAValue) {
+    ScriptCheck check(doubled);
+    check.value("text", "so\"\";Score=\"\"9");
+    Ladder ladder;
+    check.tell(ladder);
+    EXPECT_NE(ladder.at(Stage::Script).cause.find("it sets Score"), std::string::npos)
+        << ladder.at(Stage::Script).cause;
+}
+
+}  // namespace
+
+}  // namespace probe
