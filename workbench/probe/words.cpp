@@ -58,6 +58,13 @@ std::string quoted(std::string_view text) {
     return '"' + inOneLine(text) + '"';
 }
 
+std::string asSentence(std::string_view text) {
+    std::string sentence(text.substr(0, text.find_last_not_of(" \t\r\n.") + 1));
+    if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')
+        sentence.front() = static_cast<char>(sentence.front() - ('a' - 'A'));
+    return sentence + '.';
+}
+
 std::string nearName(std::string_view wanted, const std::vector<std::string>& names) {
     const std::string nearest = nearestName(wanted, names);
     const std::size_t allowed = std::max<std::size_t>(1, wanted.size() / 3);

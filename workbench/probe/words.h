@@ -20,6 +20,9 @@ std::string sizeText(std::size_t bytes);
 /// The text in double quotes, in one line and cut where it is long.
 std::string quoted(std::string_view text);
 
+/// The text with a capital at its start and a full stop at its end.
+std::string asSentence(std::string_view text);
+
 /// The name that was probably meant: one that differs from `wanted` by few typing errors, letter
 /// case aside. Empty when there is none.
 std::string nearName(std::string_view wanted, const std::vector<std::string>& names);

@@ -263,11 +263,6 @@ private:
     std::size_t count_ = 0;
 };
 
-std::string asSentence(std::string text) {
-    if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') text.front() -= 'a' - 'A';
-    return text + ".";
-}
-
 }  // namespace
 
 void lookAtWorkbook(const Settings& settings, const Fetched& source, Ladder& ladder) {
