@@ -21,11 +21,11 @@ namespace {
 
 constexpr long firstErrorStatus = 400;
 constexpr long firstServerErrorStatus = 500;
+constexpr long proxyLogin = 407;
 
 bool asksForLogin(long status) {
     constexpr long unauthorised = 401;
     constexpr long forbidden = 403;
-    constexpr long proxyLogin = 407;
     return status == unauthorised || status == forbidden || status == proxyLogin;
 }
 
@@ -50,7 +50,7 @@ bool mayRead(QueryType type, Kind kind, const Fetched& source) {
         case QueryType::Excel:
             return kind == Kind::Workbook || kind == Kind::OldDocument || kind == Kind::Zip;
         case QueryType::Xml:
-            return kind == Kind::Xml || kind == Kind::Html;
+            return kind == Kind::Xml || (kind == Kind::Html && isXml(source));
         case QueryType::Json:
             return kind == Kind::Json || isPlain;
         case QueryType::Html:
@@ -87,7 +87,7 @@ void proposeType(const Settings& settings, Kind kind, Stage stage, Ladder& ladde
 
 void tellRefused(const Settings& settings, const Fetched& source, const std::string& what,
                  Ladder& ladder) {
-    const bool isProxy = source.status == 407;
+    const bool isProxy = source.status == proxyLogin;
     const std::string parameters =
         isProxy ? "\"Proxy User Name\" (proxyUser) and \"Proxy Password\" (proxyPwd)"
                 : "\"Use Authentication\" (useAuth), \"User Name\" (userName) and \"Password\" "
@@ -109,7 +109,8 @@ void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Lad
     const std::string seen = arrivalText(settings, source);
     if (source.status < firstErrorStatus) return ladder.ok(Stage::Fetched, seen);
     const std::string what =
-        "The server answers with status " + std::to_string(source.status) +
+        std::string(source.status == proxyLogin ? "The proxy" : "The server") +
+        " answers with status " + std::to_string(source.status) +
         (kind == Kind::Empty ? std::string(" and nothing.")
                              : ", and with what is " + wordsFor(kind, source.body) + ".");
     if (asksForLogin(source.status)) return tellRefused(settings, source, what, ladder);

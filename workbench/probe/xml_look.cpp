@@ -239,18 +239,26 @@ private:
     std::vector<std::optional<std::string>> keys_;
 };
 
-}  // namespace
-
-void lookAtXml(const Settings& settings, const Fetched& source, Ladder& ladder) {
+intake::LoadedXml loadedFrom(const Fetched& source) {
     intake::setUpLibxml();
     const intake::EndMark never;
-    const intake::LoadedXml loaded = intake::loadXml(intake::TextSource(source.body), never,
-                                                     intake::charsetOf(source.contentType));
+    return intake::loadXml(intake::TextSource(source.body), never,
+                           intake::charsetOf(source.contentType));
+}
+
+}  // namespace
+
+bool isXml(const Fetched& source) {
+    return loadedFrom(source).document != nullptr;
+}
+
+void lookAtXml(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    const intake::LoadedXml loaded = loadedFrom(source);
     if (loaded.document == nullptr) {
         const bool fails = !isUrl(settings.filename);
         ladder.fail(
             Stage::Format, "XML that is not whole or not right",
-            loaded.reason +
+            asSentence(loaded.reason) +
                 (fails ? ""
                        : " Over the network the plugin says nothing of this; it loads no records."),
             "Have the source mended.");
