@@ -1,3 +1,4 @@
+#include <array>
 #include <cstdio>
 #include <filesystem>
 
@@ -33,7 +34,6 @@ struct Load {
 };
 
 Load loadOnce(lumo::Host& host, lumo::Instance& instance, const Options& options) {
-    const MutedOutput muted;
     LoadWatch watch(host, instance, true);
     PatienceNotice notice(false, options.timeoutSeconds);
     const FrameClock clock;
@@ -140,13 +140,6 @@ Load lookAndLoad(lumo::Host& host, lumo::Instance& instance, const Options& opti
     return load;
 }
 
-/// What the plugin prints of a setting belongs to a stage, and may hold secrets.
-void place(lumo::Host& host, lumo::Instance& instance, const Options& options) {
-    const MutedOutput muted;
-    placeInstance(host, instance, options);
-    applySettings(host, instance, options);
-}
-
 std::string textParameter(const lumo::Host& host, const lumo::Instance& instance,
                           const char* name) {
     const auto index = host.parameters.find(name);
@@ -162,8 +155,12 @@ std::string nameFor(const Options& options, const probe::Settings& settings) {
 
 ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                       const StandardStreams& streams) {
+    // What the plugin prints is told by stage, and may hold secrets.
+    MutedOutput muted;
     lumo::Instance instance(host, plugin, "workbench");
-    place(host, instance, options);
+    placeInstance(host, instance, options);
+    applySettings(host, instance, options);
+    muted.stay();  // what does not answer in time prints when it is ended
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
 
@@ -173,8 +170,10 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     const Load load = lookAndLoad(host, instance, options, settings, ladder);
     const bool isLoaded = load.outcome && !ladder.credentialsRefused;
     if (!isLoaded && !ladder.failed()) {
-        std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n",
-                     redact(settings.filename).c_str(), options.timeoutSeconds);
+        std::array<char, 32> seconds{};
+        std::snprintf(seconds.data(), seconds.size(), "%g", options.timeoutSeconds);
+        muted.tell("No answer for \"" + redact(settings.filename) + "\" within " + seconds.data() +
+                   " seconds.\n");
         return ExitStatus::NoAnswer;
     }
     if (isLoaded) {

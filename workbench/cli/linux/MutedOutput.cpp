@@ -33,8 +33,13 @@ MutedOutput::MutedOutput() : output_(setAside(STDOUT_FILENO)), error_(setAside(S
     close(nowhere);
 }
 
+void MutedOutput::tell(std::string_view text) const {
+    dprintf(error_, "%.*s", static_cast<int>(text.size()), text.data());
+}
+
 MutedOutput::~MutedOutput() {
     std::fflush(nullptr);
+    if (stays_) return;
     restore(output_, STDOUT_FILENO);
     restore(error_, STDERR_FILENO);
 }
