@@ -175,12 +175,12 @@ page.html: 1 record, # s
   ✓ fetched   48 bytes
   ✓ format    an HTML page
   ✓ selection the first table: 2 rows, 2 columns
+  ✓ key       none is needed
   ✓ rows      1 of 2: number 1
   ! script    names and values are copied as they are
               A field has no name, which a script needs.
               Have it written otherwise in the source, or leave it out of what is loaded.
   ✓ store
-  – key: not looked at
 )");
 }
 
@@ -192,12 +192,12 @@ page.html: 1 record, # s
   ✓ fetched   52 bytes
   ✓ format    an HTML page
   ✓ selection the first table: 2 rows, 2 columns
+  ✓ key       none is needed
   ✓ rows      1 of 2: number 1
   ! script    names and values are copied as they are
               The name "sum=3" cannot stand in a script as it is.
               Have it written otherwise in the source, or leave it out of what is loaded.
   ✓ store
-  – key: not looked at
 )");
 }
 
@@ -236,10 +236,10 @@ page.html: no records, # s
   ✓ fetched   378 bytes
   ✓ format    an HTML page titled "Harbour swim"
   ✓ selection the first table: 3 rows, 2 columns
+  ✓ key       none is needed
   ✗ rows      from 3
               There are 3 rows, 0 to 2.
               Set "From row" (fromRow) to the first one that is wanted.
-  – key: not looked at
   – script, store: not reached
   Try: --set fromRow=   (3 records, checked)
 )");
@@ -255,9 +255,9 @@ file://FOLDER/page.html: 3 records, # s
   ✓ fetched   378 bytes
   ✓ format    an HTML page titled "Harbour swim"
   ✓ selection the first table: 3 rows, 2 columns
+  ✓ key       none is needed
   ✓ rows      all 3
   ✓ script
   ✓ store
-  – key: not looked at
 )");
 }

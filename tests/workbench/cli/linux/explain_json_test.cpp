@@ -93,7 +93,7 @@ league.json: no records, # s
               ^^^^^^^^^^^^^^^^^^^^^^^^ The document has no member "$.data.standings.rows". It has: data. In a path of the plugin, slashes stand between the names.
               Set "XPath" (xpath) to a path of names that are there.
   – key, rows, script, store: not reached
-  Try: --set xpath=data/standings/rows[0]   (1 record, checked)
+  Try: --set 'xpath=data/standings/rows[0]'   (1 record, checked)
 )");
 }
 
@@ -214,7 +214,7 @@ league.json: no records, # s
               ^^^^ The document is an array, whose elements have no names; "*" takes them all.
               Set "XPath" (xpath) to a path of names that are there.
   – key, rows, script, store: not reached
-  Try: --set xpath=*   (2 records, checked)
+  Try: --set 'xpath=*'   (2 records, checked)
 )");
 }
 
@@ -638,6 +638,7 @@ league.json: no records, # s
   ✓ fetched   25 bytes
   ✓ format    JSON
   ✓ selection *: 3 texts
+  ✓ key       none is needed
   ✓ rows      all 3
   ! script    names and values are copied as they are
               The value "b"",""c" ends its own frame.
@@ -645,7 +646,6 @@ league.json: no records, # s
   ✗ store
               The data store cannot execute the script: line 1, column 11: expected at most 3 values for the range [0-2], found 4.
               See what the stage before says of names and values.
-  – key: not looked at
 )");
 }
 
@@ -727,6 +727,15 @@ league.json: 3 records, # s
 }
 
 TEST_F(ExplainedJson, ASharedMemoryThatIsNotBoundIsTold) {
+    const std::string shown =
+        run({"explain", "--set", "queryMode=JSON", "--set", "filename=league.json", "--set",
+             "mode=Shared Memory", "--set", "xpath=data/standings/rows/name"})
+            .out;
+    EXPECT_NE(shown.find("No shared memory is bound, so nothing is stored."), std::string::npos)
+        << shown;
+}
+
+TEST_F(ExplainedJson, ASharedMemoryOfASceneIsBound) {
     write("stored.scene.json", R"({"instances": [{"name": "Top", "parameters": {
         "queryMode": "JSON", "filename": "league.json", "mode": "Shared Memory",
         "shmvar": "Top", "shmtype": 0, "delimiter": "|",

@@ -364,7 +364,7 @@ http://SERVER/clubs: no records, # s
               The query type is XML, and the source is JSON.
               Set "Query type: " (queryMode) to what the source is.
   – selection, key, rows, script, store: not reached
-  Try: --set queryMode=JSON --set xpath=* --set key=id   (2 records, checked)
+  Try: --set queryMode=JSON --set 'xpath=*' --set key=id   (2 records, checked)
 )");
 }
 
