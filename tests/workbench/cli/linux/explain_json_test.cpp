@@ -747,10 +747,10 @@ league.json: 3 records, # s
   ✓ fetched   334 bytes
   ✓ format    JSON
   ✓ selection data / standings / rows / name: 3 texts
+  ✓ key       none is needed
   ✓ rows      all 3
   ✓ script
   ✓ store
-  – key: not looked at
 )",
                     {"--scene", "stored.scene.json"});
 }
@@ -765,9 +765,9 @@ league.json: 3 records, # s
   ✓ fetched   334 bytes
   ✓ format    JSON
   ✓ selection data / standings / rows / name: 3 texts
+  ✓ key       none is needed
   ✓ rows      all 3
   ✓ script
   ✓ store
-  – key: not looked at
 )");
 }
