@@ -86,6 +86,15 @@ std::string asTable(const std::string& source, const Explored& explored, bool is
     return text;
 }
 
+/// What is said in the place of a table without rows.
+std::string nothingText(const std::string& source, const Explored& explored,
+                        const std::string& wanted) {
+    return source + " is " + explored.words + ", " + probe::sizeText(explored.bytes) + ".\n" +
+           (wanted.empty()
+                ? "Nothing in it can be selected.\n"
+                : "Nothing in it has " + probe::quoted(wanted) + " in its name or its values.\n");
+}
+
 /// How to go on from what was shown.
 std::string advice(const std::string& source, const Explored& explored) {
     const auto& entries = explored.outline.entries;
@@ -164,6 +173,10 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
             settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
         if (options.output == Output::Json) {
             streams.writeResult(asJson(source, explored));
+            return ExitStatus::Loaded;
+        }
+        if (explored.outline.entries.empty() && explored.outline.leftOut == 0) {
+            streams.writeResult(nothingText(source, explored, options.find));
             return ExitStatus::Loaded;
         }
         const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
