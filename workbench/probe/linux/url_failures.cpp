@@ -123,7 +123,7 @@ void UrlFetch::refuseOtherScheme(CURLcode code) const {
     constexpr long badRequest = 400;
     const bool isStrange = std::find(strange.begin(), strange.end(), code) != strange.end();
     const bool isRefusedRedirect = isStrange && !transfer_.location().empty();
-    const bool mayBeSecure = code == CURLE_OK ? status() == badRequest : isStrange;
+    const bool mayBeSecure = code == CURLE_OK ? status() == badRequest : isStrange && status() == 0;
     const Origin origin = originOf(transfer_.address());
     const auto limit = std::min<std::chrono::milliseconds>(timeLeft(), std::chrono::seconds(2));
     if (wentThroughProxy() || isRefusedRedirect) return;
