@@ -677,22 +677,6 @@ league.json: no records, # s
 }
 
 TEST_F(ExplainedJson, AnActionThatCannotBeReadIsTold) {
-    expectOfLeague({"postAction=Shown = "}, R"(
-league.json: 3 records, # s
-  ✓ settings
-  ✓ address   league.json
-  ✓ fetched   334 bytes
-  ✓ format    JSON
-  ✓ selection data / standings / rows: 3 objects
-  ✓ key       id
-  ✓ rows      all 3
-  ✓ script
-  ✓ store
-  ✓ action    Shown =
-)");
-}
-
-TEST_F(ExplainedJson, AnActionThatFailsIsTold) {
     expectOfLeague({"postAction=Shown = Team[7].nothing;"}, R"(
 league.json: 3 records, # s
   ✓ settings
@@ -706,6 +690,24 @@ league.json: 3 records, # s
   ✓ store
   ✗ action    Shown = Team[7].nothing;
               It cannot be read: line 1, column 16: expected an operator or ';', found '.nothing;'.
+              Mend "Post Update Action" (postAction).
+)");
+}
+
+TEST_F(ExplainedJson, AnActionThatFailsIsTold) {
+    expectOfLeague({"postAction=Shown = 1/0;"}, R"(
+league.json: 3 records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   334 bytes
+  ✓ format    JSON
+  ✓ selection data / standings / rows: 3 objects
+  ✓ key       id
+  ✓ rows      all 3
+  ✓ script
+  ✓ store
+  ✗ action    Shown = 1/0;
+              It failed: line 1, column 10: division by zero.
               Mend "Post Update Action" (postAction).
 )");
 }
