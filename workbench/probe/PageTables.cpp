@@ -139,14 +139,19 @@ std::string PageTables::selectorFor(const Node& table) {
     return "";
 }
 
-/// The nearest first.
+/// Between the table before and this one, the nearest first.
 std::vector<std::string> PageTables::headingsAbove(const Node& table) const {
     constexpr std::size_t most = 3;
     std::vector<std::string> texts;
-    const auto isNext = [&](const Node& node) { return &node == &table || isSectionHeading(node); };
+    const auto isNext = [](const Node& node) { return isTable(node) || isSectionHeading(node); };
     for (const Node* node = first(page_.document, isNext); node != nullptr && node != &table;
-         node = next(node, page_.document, isNext))
-        texts.push_back(textOf(*node));
+         node = next(node, page_.document, isNext)) {
+        if (isTable(*node)) {
+            texts.clear();
+        } else {
+            texts.push_back(textOf(*node));
+        }
+    }
     std::reverse(texts.begin(), texts.end());
     texts.resize(std::min(texts.size(), most));
     return texts;

@@ -45,7 +45,7 @@ clubs.json: no records, # s
               ^^^^ The document is an array, whose elements have no names; "*" takes them all.
               Set "XPath" (xpath) to a path of names that are there.
   - key, rows, script, store: not reached
-  Try: --set xpath=*   (2 records, checked)
+  Try: --set 'xpath=*'   (2 records, checked)
 )");
 }
 
@@ -63,7 +63,7 @@ clubs.json: no records, # s
               ^^^^ The document is an array, whose elements have no names; "*" takes them all.
               Set "XPath" (xpath) to a path of names that are there.
   – key, rows, script, store: not reached
-  Try: --set xpath=*   (2 records, checked)
+  Try: --set 'xpath=*'   (2 records, checked)
 )");
 }
 

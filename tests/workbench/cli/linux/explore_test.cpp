@@ -52,7 +52,6 @@ TEST_F(Explored, JsonIsAnOutlineOfPaths) {
     expectExplored({"league.json"}, R"(
 league.json is JSON, 187 bytes
 records  name      kind            first value  select it by
--------  --------  --------------  -----------  ----------------------------
       1  season    numbers         2027         --set xpath=season
       2  table     objects                      --set xpath=table
       2    id      numbers         7            --set xpath=table/id
@@ -72,7 +71,6 @@ TEST_F(Explored, JsonIsListedBelowAPlace) {
     expectExplored({"league.json", "--at", "table/coach"}, R"(
 league.json is JSON, 187 bytes
 records  name  kind   first value  select it by
--------  ----  -----  -----------  ----------------------------
       1  name  texts  Ada          --set xpath=table/coach/name
 )");
 }
@@ -82,7 +80,6 @@ TEST_F(Explored, JsonIsSearchedByNamesAndValues) {
     expectExplored({"league.json", "--find", "ada"}, R"(
 league.json is JSON, 187 bytes
 records  name  kind   first value  select it by
--------  ----  -----  -----------  ----------------------------
       1  name  texts  Ada          --set xpath=table/coach/name
 )");
 }
@@ -92,8 +89,7 @@ TEST_F(Explored, JsonIsListedByWholeLevelsAsFarAsTheyFit) {
     expectExplored({"league.json", "--limit", "3"}, R"(
 league.json is JSON, 187 bytes
 records  name    kind     first value  select it by
--------  ------  -------  -----------  ------------------
-      1  season  numbers         2027  --set xpath=season
+      1  season  numbers  2027         --set xpath=season
       2  table   objects               --set xpath=table
       0  notes   empty                 --set xpath=notes
 
@@ -124,7 +120,6 @@ TEST_F(Explored, XmlIsAnOutlineOfPathsWithTheirNamespaces) {
     expectExplored({"feed.xml"}, R"(
 feed.xml is XML, 142 bytes
 records  name         kind        first value  select it by
--------  -----------  ----------  -----------  -------------------------------------------------------------------------------------------
       1  d:feed       elements                 --set 'namespaces=xmlns:d="urn:feed"' --set xpath=/d:feed
       2    d:entry    elements                 --set 'namespaces=xmlns:d="urn:feed"' --set xpath=/d:feed/d:entry
       1      @id      attributes  1            --set 'namespaces=xmlns:d="urn:feed"' --set xpath=/d:feed/d:entry/@id
@@ -140,7 +135,6 @@ TEST_F(Explored, XmlIsListedBelowAPlace) {
     expectExplored({"league.xml", "--at", "/l/c"}, R"(
 league.xml is XML, 57 bytes
 records  name  kind        first value  select it by
--------  ----  ----------  -----------  --------------------
       2  @id   attributes  1            --set xpath=/l/c/@id
       2  n     texts       Quay         --set xpath=/l/c/n
 
@@ -168,11 +162,10 @@ TEST_F(Explored, PagesAreListedByTheirTables) {
     write("swim.html", page);
     expectExplored({"swim.html"}, R"(
 swim.html is an HTML page titled "Harbour swim", 239 bytes
-records  name             kind                      first value     select it by
--------  ---------------  ------------------------  --------------  --------------------------------------
-      2  the first table  table, 3 rows, 2 columns  Lane | Swimmer  --set sheet= --set fromRow=1
-      1  ID final         table, 2 rows, 3 columns  Rank |  | Rank  --set 'sheet=ID final' --set fromRow=1
-      1  a table          table, 1 row, 1 column    more
+records  name             kind                              first value     select it by
+      2  the first table  table "Heats", 3 rows, 2 columns  Lane | Swimmer  --set sheet= --set fromRow=1
+      1  ID final         table, 2 rows, 3 columns          Rank |  | Rank  --set 'sheet=ID final' --set fromRow=1
+      1  a table          table, 1 row, 1 column            more
 
 Load one, for example: intake-workbench load swim.html --set mode=DataArray --set sheet= --set fromRow=1
 )");
@@ -183,7 +176,6 @@ TEST_F(Explored, ATableOfAPageIsListedByItsColumns) {
     expectExplored({"swim.html", "--at", "ID final"}, R"(
 swim.html is an HTML page titled "Harbour swim", 239 bytes
 records  name  kind    first value  select it by
--------  ----  ------  -----------  -----------------------------------------------------------------------------------
       1  Rank  column  1            --set 'sheet=ID final' --set fromRow=1 --set key=Rank --set 'mode=Data Field Array'
       1        column  Bo
       1  Rank  column  x
@@ -211,7 +203,6 @@ TEST_F(Explored, WorkbooksAreListedBySheetsAndColumns) {
     expectExplored({"fixtures.xlsx"}, R"(
 fixtures.xlsx is a workbook, 1.6 kB
 records  name         kind      first value  select it by
--------  -----------  --------  -----------  ------------------------------------------------
       2  Round 28     sheet                  --set 'sheet=Round 28'
       2    Home       texts     Holm         --set 'sheet=Round 28' --set range=Home
       2    Home odds  numbers   2.1          --set 'sheet=Round 28' --set 'range=[Home odds]'
@@ -267,9 +258,8 @@ TEST_F(Explored, AUrlIsListedWithItsStatus) {
     expectExplored({server.url("/clubs")}, R"(
 http://SERVER/clubs is JSON, with status 404, 11 bytes
 records  name  kind     first value  select it by
--------  ----  -------  -----------  ----------------
-      1  *     objects               --set xpath=*
-      1    id  numbers            1  --set xpath=*/id
+      1  *     objects               --set 'xpath=*'
+      1    id  numbers  1            --set 'xpath=*/id'
 )");
 }
 
