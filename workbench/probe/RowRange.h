@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "workbench/probe/Ladder.h"
 
@@ -18,6 +19,16 @@ struct RowRange {
         return at >= from && at - from < count;
     }
 };
+
+/// Those of a selection that are loaded.
+template <class Record>
+std::vector<Record> loadedOf(const std::vector<Record>& records, const RowRange& range) {
+    std::vector<Record> loaded;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (range.contains(i)) loaded.push_back(records[i]);
+    }
+    return loaded;
+}
 
 /// What "From row" and "Number of rows" say, read as the plugin reads them.
 RowRange rowRangeOf(const Settings& settings);

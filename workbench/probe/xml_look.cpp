@@ -120,12 +120,7 @@ private:
 
     void takeRows() {
         checkRows(settings_, nodes_.size(), "record", ladder_);
-        const RowRange range = rowRangeOf(settings_);
-        Nodes rows;
-        for (std::size_t i = 0; i < nodes_.size(); ++i) {
-            if (range.contains(i)) rows.push_back(nodes_[i]);
-        }
-        nodes_ = std::move(rows);
+        nodes_ = loadedOf(nodes_, rowRangeOf(settings_));
         ladder_.records = nodes_.size();
     }
 

@@ -35,7 +35,8 @@ TEST_F(Usage, TheVersionIsAResultAndThatOfThePlugin) {
 }
 
 TEST_F(Usage, ACommandIsNeeded) {
-    EXPECT_EQ(refusal({}), "intake-workbench: Give a command: load, explain, explore, params or run.\n");
+    EXPECT_EQ(refusal({}),
+              "intake-workbench: Give a command: load, explain, explore, params or run.\n");
     EXPECT_EQ(refusal({"fetch"}),
               "intake-workbench: The following argument was not expected: fetch\n");
     EXPECT_EQ(refusal({"run"}), "intake-workbench: SCENE is required\n");
