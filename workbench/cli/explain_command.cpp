@@ -160,7 +160,6 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     lumo::Instance instance(host, plugin, "workbench");
     placeInstance(host, instance, options);
     applySettings(host, instance, options);
-    muted.stay();  // what does not answer in time prints when it is ended
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
 
@@ -168,6 +167,7 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     explanation.name = nameFor(options, settings);
     Ladder& ladder = explanation.ladder;
     const Load load = lookAndLoad(host, instance, options, settings, ladder);
+    if (!load.outcome) muted.stay();  // what does not answer in time prints when it is ended
     const bool isLoaded = load.outcome && !ladder.credentialsRefused;
     if (!isLoaded && !ladder.failed()) {
         std::array<char, 32> seconds{};
