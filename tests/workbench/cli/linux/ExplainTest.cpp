@@ -100,6 +100,9 @@ ExplainTest::ExplainTest() {
           "no_proxy", "NO_PROXY", "COLUMNS", "LANG"})
         environment_.emplace_back(name, std::nullopt);
     environment_.emplace_back("LC_ALL", "C.UTF-8");
+    const auto here = std::filesystem::path(__FILE__).parent_path();
+    environment_.emplace_back(
+        "LSAN_OPTIONS", "print_suppressions=0:suppressions=" + (here / "known_leaks.txt").string());
 }
 
 ChildResult ExplainTest::explain(const Settings& settings,
