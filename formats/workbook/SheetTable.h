@@ -32,6 +32,11 @@ public:
     /// The position within the sheet of a row, or of the first one behind it that holds values.
     size_t position(uint32_t row) const;
 
+    /// Whether there is a row at that position, and it is a record.
+    bool hasRecordAt(size_t position) const {
+        return position < sheet_.rows().size() && rowAt(position) < endRow();
+    }
+
     /// Whether the row at that position is row `row`, rather than one behind it.
     bool isAt(size_t position, uint32_t row) const {
         return position < sheet_.rows().size() && sheet_.rows()[position].number == row;

@@ -137,12 +137,11 @@ std::string inAscii(std::string text) {
     return text;
 }
 
-void writeStage(Stage stage, const Explanation& explanation, const Redaction& redact,
-                JsonWriter& out) {
+void writeStage(Stage stage, const Explanation& explanation, JsonWriter& out) {
     const Step& step = explanation.ladder.at(stage);
     const auto text = [&](const char* name, const std::string& value) {
         out.name(name);
-        out.text(redact(value));
+        out.text(value);
     };
     out.open('{');
     text("stage", nameOf(stage));
@@ -173,7 +172,20 @@ probe::Stage Explanation::stageToMend() const {
     return ladder.failed().value_or(confirmed->remedy.stage);
 }
 
-std::string Explanation::text(const Redaction& redact, bool hasUnicode, std::size_t columns) const {
+void Explanation::hide(const Redaction& redact) {
+    name = redact(name);
+    forEachStage([&](Stage stage) {
+        Step& step = ladder.at(stage);
+        step.placeOffset = redact(step.seen.substr(0, step.placeOffset)).size();
+        for (std::string* text : {&step.seen, &step.place, &step.cause, &step.next})
+            *text = redact(*text);
+    });
+    if (!confirmed) return;
+    for (auto& setting : confirmed->remedy.proposal)
+        setting.second = redact(setting.second);
+}
+
+std::string Explanation::text(bool hasUnicode, std::size_t columns) const {
     std::string lines = titleOf(*this);
     forEachStage([&](Stage stage) {
         const Step& step = ladder.at(stage);
@@ -181,11 +193,10 @@ std::string Explanation::text(const Redaction& redact, bool hasUnicode, std::siz
     });
     lines += skippedLines(ladder, hasUnicode);
     if (confirmed) lines += remedyLine(*confirmed);
-    lines = redact(std::move(lines));
     return hasUnicode ? lines : inAscii(std::move(lines));
 }
 
-std::string Explanation::json(const Redaction& redact) const {
+std::string Explanation::json() const {
     JsonWriter out;
     out.open('{');
     out.name("ok");
@@ -198,7 +209,7 @@ std::string Explanation::json(const Redaction& redact) const {
     out.number(static_cast<double>(static_cast<long>(seconds * 1000)));
     out.name("stages");
     out.open('[');
-    forEachStage([&](Stage stage) { writeStage(stage, *this, redact, out); });
+    forEachStage([&](Stage stage) { writeStage(stage, *this, out); });
     out.close(']');
     out.close('}');
     return out.take();

@@ -29,12 +29,15 @@ struct Explanation {
     /// The stage that the confirmed remedy mends.
     probe::Stage stageToMend() const;
 
+    /// Hides secrets in all that a source, a server or the plugin may have said.
+    void hide(const Redaction& redact);
+
     /// In lines of text, broken between words where they are longer than `columns`; `hasUnicode`
     /// when the terminal shows more than ASCII.
-    std::string text(const Redaction& redact, bool hasUnicode, std::size_t columns) const;
+    std::string text(bool hasUnicode, std::size_t columns) const;
 
     /// As one JSON object.
-    std::string json(const Redaction& redact) const;
+    std::string json() const;
 };
 
 }  // namespace workbench

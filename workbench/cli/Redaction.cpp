@@ -43,6 +43,21 @@ std::string userInfoOf(const std::string& address) {
     return at == std::string::npos || at < host ? "" : address.substr(host + 3, at - host - 3);
 }
 
+/// Long texts are cut, with an ellipsis, and with them the secrets in them.
+void hideCut(std::string_view secret, std::string& text) {
+    constexpr std::string_view ellipsis = "…";
+    constexpr std::size_t shortestPart = 6;
+    for (auto at = text.find(ellipsis); at != std::string::npos; at = text.find(ellipsis, at + 1)) {
+        const std::string_view before = std::string_view(text).substr(0, at);
+        std::size_t length = std::min(secret.size(), before.size());
+        while (length >= shortestPart && !before.ends_with(secret.substr(0, length)))
+            --length;
+        if (length < shortestPart) continue;
+        text.replace(at - length, length, dots);
+        at = at - length + std::string_view(dots).size();
+    }
+}
+
 }  // namespace
 
 Redaction::Redaction(const probe::Settings& settings) {
@@ -74,6 +89,7 @@ std::string Redaction::operator()(std::string text) const {
         for (auto at = text.find(secret); at != std::string::npos;
              at = text.find(secret, at + std::string_view(dots).size()))
             text.replace(at, secret.size(), dots);
+        hideCut(secret, text);
     }
     return text;
 }

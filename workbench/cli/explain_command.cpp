@@ -187,10 +187,11 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     ladder.cut();
     if (!ladder.credentialsRefused)
         explanation.confirmed = confirm(ladder, load.records, host, instance, options);
+    explanation.hide(redact);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(options.output == Output::Json
-                            ? explanation.json(redact)
-                            : explanation.text(redact, terminalHasUnicode(), page.columns));
+                            ? explanation.json()
+                            : explanation.text(terminalHasUnicode(), page.columns));
     return explanation.isOk() ? ExitStatus::Loaded : ExitStatus::LoadFailed;
 }
 

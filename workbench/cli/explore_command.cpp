@@ -64,6 +64,13 @@ std::string lineOf(const Row& row, const std::array<std::size_t, 4>& widths,
     return line + "\n";
 }
 
+/// What was not looked at; nothing when all was.
+std::string notKeptText(const probe::Outline& outline) {
+    if (outline.notKept == 0) return "";
+    return "The source has more names than there is room for: " +
+           probe::counted(outline.notKept, "name") + " further on were not looked at.\n";
+}
+
 /// A table whose last column, the settings, is never cut: it is there to be copied.
 std::string asTable(const std::string& source, const Explored& explored, bool isCut) {
     std::vector<Row> rows;
@@ -83,7 +90,7 @@ std::string asTable(const std::string& source, const Explored& explored, bool is
     if (explored.outline.leftOut > 0)
         text += "(" + std::to_string(explored.outline.leftOut) +
                 " more; --limit lists more, --at goes down, --find searches)\n";
-    return text;
+    return text + notKeptText(explored.outline);
 }
 
 /// What is said in the place of a table without rows.
@@ -92,7 +99,8 @@ std::string nothingText(const std::string& source, const Explored& explored,
     return source + " is " + explored.words + ", " + probe::sizeText(explored.bytes) + ".\n" +
            (wanted.empty()
                 ? "Nothing in it can be selected.\n"
-                : "Nothing in it has " + probe::quoted(wanted) + " in its name or its values.\n");
+                : "Nothing in it has " + probe::quoted(wanted) + " in its name or its values.\n") +
+           notKeptText(explored.outline);
 }
 
 /// How to go on from what was shown.
@@ -153,6 +161,17 @@ std::string asJson(const std::string& source, const Explored& explored) {
     return out.take();
 }
 
+/// A server may send back what it was asked with.
+void hide(const Redaction& redact, Explored& explored) {
+    explored.words = redact(explored.words);
+    for (OutlineEntry& entry : explored.outline.entries) {
+        for (std::string* text : {&entry.name, &entry.kind, &entry.value, &entry.place})
+            *text = redact(*text);
+        for (auto& setting : entry.settings)
+            setting.second = redact(setting.second);
+    }
+}
+
 }  // namespace
 
 ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
@@ -169,13 +188,14 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
     const Redaction redact(settings);
     const std::string source = redact(probe::withoutUserInfo(settings.filename));
     try {
-        const Explored explored = probe::exploreSource(
+        Explored explored = probe::exploreSource(
             settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
+        hide(redact, explored);
         if (options.output == Output::Json) {
             streams.writeResult(asJson(source, explored));
             return ExitStatus::Loaded;
         }
-        if (explored.outline.entries.empty() && explored.outline.leftOut == 0) {
+        if (explored.outline.entries.empty()) {
             streams.writeResult(nothingText(source, explored, options.find));
             return ExitStatus::Loaded;
         }

@@ -49,6 +49,7 @@ struct Remedy {
 class Ladder {
 public:
     const Step& at(Stage stage) const { return steps_[static_cast<std::size_t>(stage)]; }
+    Step& at(Stage stage) { return steps_[static_cast<std::size_t>(stage)]; }
 
     void ok(Stage stage, std::string seen);
     void warn(Stage stage, std::string seen, std::string cause, std::string next = "");

@@ -23,6 +23,7 @@ struct OutlineEntry {
 struct Outline {
     std::vector<OutlineEntry> entries;
     std::size_t leftOut = 0;  // further ones, for want of room
+    std::size_t notKept = 0;  // names and what is below them that were not even looked at
 };
 
 /// What is wanted of an outline.

@@ -18,6 +18,7 @@ using intake::html::Tag;
 
 constexpr std::string_view blanks = " \t\v\f";
 constexpr std::size_t mostNames = 200;
+constexpr int mostLevels = 10;                // above a table, in which a name for it is looked for
 constexpr std::size_t longestSelector = 511;  // bytes, of the parameter
 
 template <class Condition>
@@ -120,7 +121,9 @@ bool PageTables::finds(const std::string& selector, const Node& table) {
 }
 
 std::string PageTables::selectorFor(const Node& table) {
-    for (const Node* node = &table; node != nullptr; node = parentElement(*node)) {
+    int levels = 0;
+    for (const Node* node = &table; node != nullptr && levels < mostLevels;
+         node = parentElement(*node), ++levels) {
         for (const auto& [kind, attribute] : {std::pair("ID ", "id"), {"CLASS ", "class"}}) {
             const std::string_view value = valueOf(*node, attribute);
             const std::string selector = kind + std::string(value);

@@ -70,6 +70,7 @@ PathTree::Id PathTree::child(Id parent, std::string_view name, std::size_t& hint
     const std::size_t needed = bytesOfNode + name.size();
     if (bytes_ + needed > mostBytes_) {
         ++nodes_[parent].leftOut;
+        ++dropped_;
         return NONE;
     }
     bytes_ += needed;

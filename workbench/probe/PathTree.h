@@ -64,10 +64,14 @@ public:
     /// the text that is looked for. In the order of the document.
     std::vector<Id> shown(Id from, const OutlineWish& wish, std::size_t& leftOut) const;
 
+    /// How many names met no room, and are not in the tree.
+    std::size_t dropped() const { return dropped_; }
+
     std::size_t depthBelow(Id node, Id ancestor) const;
 
 private:
     std::size_t bytes_ = 0;
+    std::size_t dropped_ = 0;
     const std::size_t mostBytes_;
     const std::string find_;  // in lower case
     std::vector<Node> nodes_;

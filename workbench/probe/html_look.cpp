@@ -114,8 +114,10 @@ private:
                 if (holds && name != near) selectors.push_back(kind + " " + name);
             }
         }
-        for (const auto* table : tables_.all())
+        for (const auto* table : tables_.all()) {
+            if (selectors.size() >= mostProposals) break;
             selectors.push_back(tables_.selectorFor(*table));
+        }
         selectors.resize(std::min(selectors.size(), mostProposals));
         for (const std::string& selector : selectors) {
             if (tables_.find(htmlSelector(selector)).table != nullptr)

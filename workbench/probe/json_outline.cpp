@@ -127,7 +127,9 @@ Id placeIn(const PathTree& tree, const std::string& place) {
             std::vector<std::string> names;
             for (const Id each : tree.at(node).children)
                 names.push_back(tree.at(each).name);
-            throw LookFailure("has nothing at " + quoted(place) + ": there is no " +
+            throw LookFailure("has nothing at " + quoted(place) +
+                              (tree.dropped() == 0 ? ": there is no "
+                                                   : ": among the names that are kept is no ") +
                               quoted(segment.text) + ", but " + listOf(names));
         }
         node = below;
@@ -158,6 +160,7 @@ Outline jsonOutline(std::string body, const OutlineWish& wish) {
     PathTree tree(body.size() / sourceToIndex, wish.find);
     fill(body, tree);
     Outline outline;
+    outline.notKept = tree.dropped();
     const Id from = placeIn(tree, wish.place);
     for (const Id node : tree.shown(from, wish, outline.leftOut)) {
         outline.entries.push_back(entryFor(tree, node, from));

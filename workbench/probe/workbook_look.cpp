@@ -242,11 +242,14 @@ private:
         const bool isArray = settings_.mode == TargetMode::FieldArray;
         ScriptCheck check(settings_);
         const std::size_t key = keyColumn();
+        for (std::size_t i = 0; i < columns_.size() && !isArray; ++i) {
+            if (columns_[i].second) check.name(columns_[i].first);
+        }
         forEachRow(table, [&](std::size_t position, bool isThere) {
+            if (!isThere) return;
             for (std::size_t i = 0; i < columns_.size(); ++i) {
                 if ((isArray && i != key) || !columns_[i].second) continue;
                 const std::string value = valueAt(table, position, isThere, *columns_[i].second);
-                if (!isArray) check.name(columns_[i].first);
                 if (settings_.mode == TargetMode::DataTable && i == key) check.key(value);
                 check.value(columns_[i].first, value);
             }

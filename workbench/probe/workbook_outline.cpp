@@ -46,10 +46,10 @@ struct Column {
 
 Column columnOf(const SheetTable& table, std::size_t column, const std::string& wanted) {
     Column found;
-    for (uint32_t row = table.firstRow(); row < table.endRow(); ++row) {
-        const std::size_t position = table.position(row);
+    for (std::size_t position = table.position(table.firstRow()); table.hasRecordAt(position);
+         ++position) {
         Cell cell;
-        if (!table.isAt(position, row) || !table.value(position, column, cell)) continue;
+        if (!table.value(position, column, cell)) continue;
         found.kinds = static_cast<uint8_t>(found.kinds | 1U << static_cast<unsigned>(cell.kind));
         if (found.value.empty()) found.value = startOf(textOf(cell));
         const bool isWanted = !wanted.empty() && found.match.empty();
@@ -110,6 +110,10 @@ private:
 
     void addColumns(const SheetTable& table, const OutlineEntry& sheet) {
         for (std::size_t i = 0; i < table.columns().size(); ++i) {
+            if (isFull() && wanted_.empty()) {
+                outline_.leftOut += table.columns().size() - i;
+                return;
+            }
             const std::string& name = table.columns()[i];
             const Column column = columnOf(table, i, wanted_);
             if (!wanted_.empty() && column.match.empty() && !holds(name)) continue;
@@ -129,12 +133,14 @@ private:
         }
     }
 
+    bool isFull() const { return outline_.entries.size() == wish_.most; }
+
     bool holds(const std::string& name) const {
         return intake::lowerCase(name).find(wanted_) != std::string::npos;
     }
 
     void add(OutlineEntry entry) {
-        if (outline_.entries.size() == wish_.most) {
+        if (isFull()) {
             ++outline_.leftOut;
         } else {
             outline_.entries.push_back(std::move(entry));

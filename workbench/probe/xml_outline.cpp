@@ -258,8 +258,10 @@ Id placeIn(const PathTree& tree, const std::string& place) {
             std::vector<std::string> names;
             for (const Id each : tree.at(node).children)
                 names.push_back(tree.at(each).name);
-            throw LookFailure("has nothing at " + quoted(place) + ": there is no " + quoted(name) +
-                              ", but " + listOf(names));
+            throw LookFailure("has nothing at " + quoted(place) +
+                              (tree.dropped() == 0 ? ": there is no "
+                                                   : ": among the names that are kept is no ") +
+                              quoted(name) + ", but " + listOf(names));
         }
         node = below;
     }
@@ -300,6 +302,7 @@ Outline xmlOutline(const Fetched& source, const OutlineWish& wish) {
         parse(source, events);
     }
     Outline outline;
+    outline.notKept = tree->dropped();
     const Id from = placeIn(*tree, wish.place);
     for (const Id node : tree->shown(from, wish, outline.leftOut)) {
         outline.entries.push_back(entryFor(*tree, prefixes, node, from));

@@ -32,6 +32,7 @@ TEST(PathTree, LeavesOutNamesForWhichThereIsNoRoom) {
     const PathTree::Node& root = tree.at(PathTree::ROOT);
     EXPECT_LE(root.children.size(), 1000U);
     EXPECT_EQ(root.children.size() + root.leftOut, names);
+    EXPECT_EQ(tree.dropped(), root.leftOut);
 }
 
 TEST(PathTree, ShowsWholeLevelsAsLongAsTheyFit) {

@@ -151,6 +151,28 @@ protected:
 
 }  // namespace
 
+TEST_F(Secrets, AreNotShownOfWhatIsExplored) {
+    write("echo.json", R"({"heard": ["the key sesame-0123 it is"]})");
+    for (const char* form : {"text", "json"}) {
+        const ChildResult result =
+            run({"explore", "echo.json", "--set", "useCustomHeaders=1", "--set",
+                 "customHeaders=X-Key: sesame-0123", "--out", form});
+        EXPECT_NE(result.out.find("the key •••• it is"), std::string::npos) << result.out;
+        EXPECT_EQ(result.out.find("sesame"), std::string::npos) << result.out;
+    }
+}
+
+TEST_F(Secrets, AreNotTornByTheWidthOfATerminal) {
+    environment_.emplace_back("COLUMNS", "60");
+    write("page.html", "<html><title>Hello open sesame please now</title><table><tr><td>a</table>");
+    const ChildResult result =
+        run({"explain", "--set", "queryMode=JSON", "--set", "filename=page.html", "--set",
+             "mode=DataArray", "--set", "useCustomHeaders=1", "--set",
+             "customHeaders=X-Key: open sesame please now"});
+    EXPECT_NE(result.out.find("Hello ••••"), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find("sesame"), std::string::npos) << result.out;
+}
+
 TEST_F(Secrets, AreNotShownOfWhatCannotBeReached) {
     const std::string closed = "127.0.0.1:" + std::to_string(intake::freePort()) + "/clubs";
     for (const std::string& url :
