@@ -10,6 +10,7 @@
 #include "workbench/cli/environment.h"
 #include "workbench/cli/one_load.h"
 #include "workbench/cli/page_size.h"
+#include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
@@ -160,6 +161,7 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     lumo::Instance instance(host, plugin, "workbench");
     placeInstance(host, instance, options);
     applySettings(host, instance, options);
+    setParameter(host.parameters, instance.record(), "logLevel", "FATAL");  // what it says is told
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
 

@@ -151,6 +151,13 @@ protected:
 
 }  // namespace
 
+TEST_F(ExplainOutput, HasNoLogBesideIt) {
+    write("rows.xml", "<l><c><n>a</n></c><c/></l>");  // a record without a key is logged
+    explain({"queryMode=XML", "filename=rows.xml", "xpath=/l/c", "key=n"});
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_NE(entry.path().extension(), ".log") << entry.path();
+}
+
 TEST_F(Secrets, AreNotShownOfWhatIsExplored) {
     write("echo.json", R"({"heard": ["the key sesame-0123 it is"]})");
     for (const char* form : {"text", "json"}) {
