@@ -5,7 +5,7 @@
 #include <string>
 
 #include "workbench/cli/Redaction.h"
-#include "workbench/probe/Ladder.h"
+#include "workbench/probe/explain/Ladder.h"
 
 namespace workbench {
 

@@ -14,8 +14,8 @@
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
-#include "workbench/probe/look_at_source.h"
-#include "workbench/probe/source_start.h"
+#include "workbench/probe/explain/look_at_source.h"
+#include "workbench/probe/fetch/source_start.h"
 
 namespace workbench {
 

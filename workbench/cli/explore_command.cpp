@@ -13,9 +13,9 @@
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/source_settings.h"
 #include "workbench/probe/LookFailure.h"
-#include "workbench/probe/explore_source.h"
+#include "workbench/probe/explore/explore_source.h"
+#include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
-#include "workbench/probe/source_start.h"
 #include "workbench/probe/words.h"
 
 namespace workbench {

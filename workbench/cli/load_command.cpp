@@ -11,7 +11,7 @@
 #include "workbench/cli/store_table.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/probe/LookFailure.h"
-#include "workbench/probe/source_start.h"
+#include "workbench/probe/fetch/source_start.h"
 
 namespace workbench {
 

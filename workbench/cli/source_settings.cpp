@@ -5,8 +5,8 @@
 
 #include "workbench/cli/UsageError.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
-#include "workbench/probe/source_start.h"
 
 namespace workbench {
 

@@ -1,4 +1,4 @@
-#include "workbench/probe/PathTree.h"
+#include "workbench/probe/explore/PathTree.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "workbench/probe/ScriptCheck.h"
+#include "workbench/probe/explain/ScriptCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "workbench/probe/Fetched.h"
+#include "workbench/probe/fetch/Fetched.h"
 
 namespace probe {
 

@@ -1,4 +1,4 @@
-#include "workbench/probe/source_start.h"
+#include "workbench/probe/fetch/source_start.h"
 
 #include <gtest/gtest.h>
 

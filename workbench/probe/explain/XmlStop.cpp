@@ -1,0 +1,212 @@
+#include "workbench/probe/explain/XmlStop.h"
+
+#include <algorithm>
+
+#include "formats/xml/xml_text.h"
+#include "workbench/probe/words.h"
+
+namespace probe {
+
+namespace {
+
+using intake::viewOf;
+using Nodes = std::vector<xmlNode*>;
+
+constexpr std::size_t mostNodesAsked = 1000;
+constexpr std::size_t mostNames = 2000;
+
+std::string nameOfNode(const xmlNode* node) {
+    std::string name;
+    intake::appendNodeName(node, name);
+    return name;
+}
+
+void addOnce(std::vector<std::string>& names, std::string name) {
+    if (names.size() < mostNames && std::find(names.begin(), names.end(), name) == names.end())
+        names.push_back(std::move(name));
+}
+
+std::string localOf(const std::string& name) {
+    return name.substr(name.find(':') + 1);
+}
+
+/// What may bear a name below a node: its attributes, or its children.
+const xmlNode* firstBelow(const xmlNode* node, bool attribute) {
+    const bool isElement = node->type == XML_ELEMENT_NODE;
+    if (attribute) return isElement ? reinterpret_cast<const xmlNode*>(node->properties) : nullptr;
+    return isElement || node->type == XML_DOCUMENT_NODE ? node->children : nullptr;
+}
+
+bool isNamed(const xmlNode* node) {
+    return node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE;
+}
+
+const xmlNode* findNamed(const xmlNode* parent, const std::string& local, bool attribute) {
+    const xmlNode* node = firstBelow(parent, attribute);
+    while (node != nullptr && !(isNamed(node) && viewOf(node->name) == local))
+        node = node->next;
+    return node;
+}
+
+/// A predicate that compares one child or attribute with a literal: what it compares.
+std::string comparedIn(const std::string& predicates) {
+    const auto equals = predicates.find('=');
+    const bool isOne = predicates.find('[', 1) == std::string::npos;
+    if (!isOne || equals == std::string::npos) return "";
+    std::string compared = predicates.substr(1, equals - 1);
+    compared.erase(compared.find_last_not_of(" \t") + 1);
+    const bool isName = compared.find_first_of("()[]<>!+*/ ") == std::string::npos;
+    return isName ? compared : "";
+}
+
+}  // namespace
+
+std::vector<std::string> namesIn(const Nodes& nodes, bool attributes) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < std::min(nodes.size(), mostNodesAsked); ++i) {
+        for (const xmlNode* each = firstBelow(nodes[i], attributes); each != nullptr;
+             each = each->next) {
+            if (isNamed(each)) addOnce(names, nameOfNode(each));
+        }
+    }
+    return names;
+}
+
+XmlStop::XmlStop(xmlDoc* document, const std::string& namespaces, LocationPath path)
+    : document_(document),
+      namespaces_(namespaces),
+      queries_(document, namespaces),
+      path_(std::move(path)) {
+    while (stop_ + 1 < path_.steps.size() && !queries_.ask(path_.text(stop_ + 1)).nodes.empty())
+        ++stop_;
+}
+
+/// Where a step looks: what the steps before it find, and all below when it looks at any depth.
+Nodes XmlStop::parents(const LocationPath& path, std::size_t step) {
+    std::string before = path.text(step);
+    if (before.empty()) before = "/";
+    if (!path.steps[step].anyDepth) return queries_.ask(before).nodes;
+    return queries_.ask(before == "/" ? "//." : before + "//.").nodes;
+}
+
+Step XmlStop::step() {
+    Step step;
+    step.state = State::Failed;
+    step.seen = path_.text();
+    step.place = path_.steps[stop_].text();
+    step.placeOffset = path_.text(stop_ + 1).size() - step.place.size();
+    step.cause = cause();
+    step.next = "Set \"XPath\" (xpath) to names that are there.";
+    return step;
+}
+
+std::string XmlStop::cause() {
+    const XPathStep& step = path_.steps[stop_];
+    LocationPath tested = path_;
+    tested.steps.resize(stop_ + 1);
+    tested.steps.back().predicates.clear();
+    const XmlQueries::Answer all = queries_.ask(tested.text());
+    if (!all.unknownPrefix.empty())
+        return "Nothing says what the prefix \"" + all.unknownPrefix +
+               "\" stands for: \"Namespaces\" (namespaces) does not declare it.";
+    if (!all.nodes.empty())
+        return counted(all.nodes.size(), step.name + " element") +
+               (all.nodes.size() == 1 ? " is there, and does not meet "
+                                      : " are there, and none meets ") +
+               step.predicates + "." + causeOfPredicate(tested.text());
+    const Nodes above = parents(path_, stop_);
+    tested.steps.back().name = "*[local-name()='" + step.localName() + "']";
+    const Nodes sameName = step.isName() ? queries_.ask(tested.text()).nodes : Nodes{};
+    if (!sameName.empty()) return causeOfNamespace(sameName.front());
+    const std::string parent = stop_ == 0 ? "The document" : quoted(path_.steps[stop_ - 1].text());
+    const std::vector<std::string> there = namesIn(above, step.isAttribute());
+    const std::string kind = step.isAttribute() ? "attribute " : "element ";
+    const std::string wanted = step.isName() ? kind + quoted(step.name) : quoted(step.text());
+    return parent + (step.anyDepth ? " has nowhere an " : " has no ") + wanted + ". " +
+           (there.empty() ? "It has none at all." : "It has: " + listOf(there) + ".");
+}
+
+std::string XmlStop::causeOfPredicate(const std::string& tested) {
+    const std::string compared = comparedIn(path_.steps[stop_].predicates);
+    if (compared.empty()) return "";
+    std::vector<std::string> values;
+    for (const xmlNode* node : queries_.ask(tested + "/" + compared).nodes) {
+        std::string value;
+        intake::appendNodeText(node, value);
+        addOnce(values, std::move(value));
+    }
+    return values.empty() ? " None has " + quoted(compared) + "."
+                          : " " + quoted(compared) + " is: " + listOf(values) + ".";
+}
+
+std::string XmlStop::causeOfNamespace(const xmlNode* there) const {
+    const XPathStep& step = path_.steps[stop_];
+    if (there->ns == nullptr)
+        return "The element " + quoted(step.localName()) +
+               " is there, but in no namespace, and so without a prefix.";
+    return "The element " + quoted(step.localName()) + " is there, but in the namespace " +
+           quoted(viewOf(there->ns->href)) + ". In an XPath it needs a prefix, " +
+           "which \"Namespaces\" (namespaces) declares.";
+}
+
+/// The prefix that stands for a namespace in the expression; declares one where there is none.
+std::string XmlStop::prefixFor(const xmlNs* space) {
+    const std::string uri(viewOf(space->href));
+    const std::string own(viewOf(space->prefix));
+    const std::string wanted = own.empty() ? "d" : own;
+    for (int number = 1;; ++number) {
+        const std::string prefix = number == 1 ? wanted : wanted + std::to_string(number);
+        XmlQueries known(document_, namespaces_);
+        const std::string test = "/descendant-or-self::" + prefix + ":*[namespace-uri()='" + uri +
+                                 "'] | //@" + prefix + ":*[namespace-uri()='" + uri + "']";
+        const XmlQueries::Answer answer = known.ask(test);
+        if (!answer.nodes.empty()) return prefix;
+        if (answer.unknownPrefix.empty()) continue;  // it stands for another namespace
+        const char quote = uri.find('"') == std::string::npos ? '"' : '\'';
+        namespaces_ +=
+            (namespaces_.empty() ? "xmlns:" : " xmlns:") + prefix + "=" + quote + uri + quote;
+        return prefix;
+    }
+}
+
+/// Puts the name that is there in the place of that of a step; false when it is not known which.
+bool XmlStop::mend(std::size_t number) {
+    XPathStep& step = path_.steps[number];
+    if (!step.isName()) return true;
+    queries_ = XmlQueries(document_, namespaces_);
+    const Nodes above = parents(path_, number);
+    std::vector<std::string> locals;
+    for (const std::string& name : namesIn(above, step.isAttribute()))
+        addOnce(locals, localOf(name));
+    const bool isThere = std::find(locals.begin(), locals.end(), step.localName()) != locals.end();
+    const std::string local = isThere ? step.localName() : nearName(step.localName(), locals);
+    if (local.empty()) return false;
+    for (const xmlNode* node : above) {
+        const xmlNode* const found = findNamed(node, local, step.isAttribute());
+        if (found == nullptr) continue;
+        step.name = (found->ns == nullptr ? "" : prefixFor(found->ns) + ":") + local;
+        return true;
+    }
+    return false;
+}
+
+std::optional<Proposal> XmlStop::remedy() {
+    const LocationPath before = path_;
+    const std::string namespacesBefore = namespaces_;
+    for (std::size_t i = 0; i < path_.steps.size(); ++i) {
+        if (!mend(i)) return std::nullopt;
+    }
+    queries_ = XmlQueries(document_, namespaces_);
+    const auto finds = [this] { return !queries_.ask(path_.text()).nodes.empty(); };
+    if (!finds()) path_.steps[stop_].predicates.clear();
+    const bool isMended = finds();
+    Proposal proposal;
+    if (namespaces_ != namespacesBefore) proposal.emplace_back("namespaces", namespaces_);
+    if (path_.text() != before.text()) proposal.emplace_back("xpath", path_.text());
+    path_ = before;
+    namespaces_ = namespacesBefore;
+    if (!isMended || proposal.empty()) return std::nullopt;
+    return proposal;
+}
+
+}  // namespace probe

@@ -1,0 +1,256 @@
+#include "workbench/probe/explain/look_at_source.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "formats/text/ascii.h"
+#include "workbench/probe/explain/html_look.h"
+#include "workbench/probe/explain/json_look.h"
+#include "workbench/probe/explain/settings_check.h"
+#include "workbench/probe/explain/workbook_look.h"
+#include "workbench/probe/explain/xml_look.h"
+#include "workbench/probe/fetch/Fetched.h"
+#include "workbench/probe/fetch/source_start.h"
+#include "workbench/probe/kinds.h"
+#include "workbench/probe/words.h"
+
+namespace probe {
+
+namespace {
+
+constexpr long firstErrorStatus = 400;
+constexpr long firstServerErrorStatus = 500;
+constexpr long proxyLogin = 407;
+
+bool asksForLogin(long status) {
+    constexpr long unauthorised = 401;
+    constexpr long forbidden = 403;
+    return status == unauthorised || status == forbidden || status == proxyLogin;
+}
+
+std::string arrivalText(const Settings& settings, const Fetched& source) {
+    std::string text = source.status == 0 ? "" : std::to_string(source.status) + ", ";
+    if (!source.contentType.empty()) text += source.contentType + ", ";
+    text += sizeText(source.body.size());
+    if (isUrl(settings.filename))
+        text += ", " + std::to_string(std::lround(source.milliseconds)) + " ms";
+    for (const Redirect& each : source.redirects)
+        text += "; sent on (" + std::to_string(each.status) + ") to " + each.address;
+    if (source.certificate)
+        text += "; certificate of " + source.certificate->subject + ", valid from " +
+                source.certificate->validFrom + " until " + source.certificate->validUntil;
+    return text;
+}
+
+/// Whether the plugin may read a source of this kind by this query type.
+bool mayRead(QueryType type, Kind kind, const Fetched& source) {
+    const bool isPlain = kind == Kind::Text || kind == Kind::Unknown;
+    switch (type) {
+        case QueryType::Excel:
+            return kind == Kind::Workbook || kind == Kind::OldDocument || kind == Kind::Zip;
+        case QueryType::Xml:
+            return kind == Kind::Xml || (kind == Kind::Html && isXml(source));
+        case QueryType::Json:
+            return kind == Kind::Json || isPlain;
+        case QueryType::Html:
+            return kind == Kind::Html || isPlain ||
+                   (kind == Kind::Xml &&
+                    intake::lowerCase(source.body).find("<table") != std::string::npos);
+        default:
+            return false;
+    }
+}
+
+void lookInto(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    switch (settings.queryMode) {
+        case QueryType::Excel:
+            return lookAtWorkbook(settings, source, ladder);
+        case QueryType::Xml:
+            return lookAtXml(settings, source, ladder);
+        case QueryType::Json:
+            return lookAtJson(settings, source.body, ladder);
+        case QueryType::Html:
+            return lookAtHtml(settings, source, ladder);
+        default:
+            return;
+    }
+}
+
+/// Proposes the query type that reads the source.
+void proposeType(const Settings& settings, Kind kind, Stage stage, Ladder& ladder) {
+    const auto type = queryTypeFor(kind);
+    const bool isFile = !isUrl(settings.filename);
+    if (!type || *type == QueryType::Sql || (*type == QueryType::Excel && !isFile)) return;
+    ladder.propose(stage, {{"queryMode", valueOf(*type)}});
+}
+
+void tellRefused(const Settings& settings, const Fetched& source, const std::string& what,
+                 Ladder& ladder) {
+    const bool isProxy = source.status == proxyLogin;
+    const std::string parameters =
+        isProxy ? "\"Proxy User Name\" (proxyUser) and \"Proxy Password\" (proxyPwd)"
+                : "\"Use Authentication\" (useAuth), \"User Name\" (userName) and \"Password\" "
+                  "(password)";
+    const std::string cause =
+        source.credentialsRefused     ? "It refuses the user name or the password."
+        : settings.useAuth || isProxy ? "It asks for a login."
+                                      : "It asks for a login, and none is sent.";
+    ladder.fail(Stage::Fetched, arrivalText(settings, source),
+                what + " " + cause +
+                    (source.credentialsRefused
+                         ? " They were not sent again: accounts lock after a few times."
+                         : ""),
+                "Set " + parameters + ".");
+}
+
+/// What the status of the answer means for the load.
+void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Ladder& ladder) {
+    const std::string seen = arrivalText(settings, source);
+    if (source.status < firstErrorStatus) return ladder.ok(Stage::Fetched, seen);
+    const std::string what =
+        std::string(source.status == proxyLogin ? "The proxy" : "The server") +
+        " answers with status " + std::to_string(source.status) +
+        (kind == Kind::Empty ? std::string(" and nothing.")
+                             : ", and with what is " + wordsFor(kind, source.body) + ".");
+    if (asksForLogin(source.status)) return tellRefused(settings, source, what, ladder);
+    if (source.status >= firstServerErrorStatus)
+        return ladder.fail(Stage::Fetched, seen, what + " The fault is the server's.",
+                           "Try again later, or ask whoever runs the server.");
+    const bool isWanted = queryTypeFor(kind) == settings.queryMode;
+    if (!isWanted)
+        return ladder.fail(Stage::Fetched, seen, what,
+                           "Set \"File Name\" (filename) to an address that the server has.");
+    ladder.warn(Stage::Fetched, seen, what + " The plugin loads it all the same.");
+}
+
+void tellPacked(const Settings& settings, Ladder& ladder) {
+    ladder.fail(Stage::Format, "compressed (gzip)",
+                "The query type " + std::string(nameOf(settings.queryMode)) +
+                    " takes a source as it comes and does not unpack it.",
+                isUrl(settings.filename)
+                    ? "Have the server send it as it is: set \"Use Custom Headers\" "
+                      "(useCustomHeaders) and \"Custom Headers\" (customHeaders)."
+                    : "Unpack the file.");
+    if (isUrl(settings.filename) && settings.customHeaders.empty())
+        ladder.propose(Stage::Format,
+                       {{"useCustomHeaders", "1"}, {"customHeaders", "Accept-Encoding: identity"}});
+}
+
+void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, Ladder& ladder) {
+    const std::string words = wordsFor(kind, source.body);
+    if (kind == Kind::Empty)
+        return ladder.fail(Stage::Format, "empty", "The source is empty: it has not one character.",
+                           "Wait until it is written, or ask whoever writes it.");
+    if (kind == Kind::Gzip) return tellPacked(settings, ladder);
+    const std::string sent = source.redirects.empty() ? ""
+                                                      : " The server sent the request on to " +
+                                                            source.redirects.back().address + ".";
+    const bool isPage = kind == Kind::Html && isUrl(settings.filename);
+    ladder.fail(Stage::Format, words,
+                "The query type is " + std::string(nameOf(settings.queryMode)) +
+                    ", and the source is " + words + "." + sent,
+                isPage ? "Look at the address in a browser: a server sends a page when a login has "
+                         "expired, or when the address is another one."
+                       : "Set \"Query type: \" (queryMode) to what the source is.");
+    proposeType(settings, kind, Stage::Format, ladder);
+}
+
+void lookAtArrived(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    const Kind kind = recognise(source.body);
+    judgeStatus(settings, source, kind, ladder);
+    if (ladder.at(Stage::Settings).state == State::Failed) {
+        const bool isOtherType =
+            settings.queryMode == QueryType::Sql ||
+            (settings.queryMode == QueryType::Excel && isUrl(settings.filename));
+        if (isOtherType) return proposeType(settings, kind, Stage::Settings, ladder);
+    }
+    if (!mayRead(settings.queryMode, kind, source))
+        return tellOtherKind(settings, source, kind, ladder);
+    lookInto(settings, source, ladder);
+}
+
+bool changesSource(const Proposal& proposal) {
+    constexpr std::array names{"filename", "useCustomHeaders", "customHeaders"};
+    return std::any_of(proposal.begin(), proposal.end(), [&](const auto& each) {
+        return std::find(names.begin(), names.end(), each.first) != names.end();
+    });
+}
+
+/// A remedy with all that is still to be mended once it is used; nothing when that leads nowhere.
+std::optional<Proposal> completed(Proposal proposal, const Settings& settings,
+                                  const Fetched& source) {
+    constexpr int mostRounds = 3;
+    for (int round = 0; round < mostRounds; ++round) {
+        Settings mended = settings;
+        if (changesSource(proposal) || !set(proposal, mended)) return proposal;
+        Ladder ladder;
+        checkSettings(mended, ladder);
+        lookAtArrived(mended, source, ladder);
+        const bool isVague = !ladder.records && !ladder.remedies().empty();
+        if (!ladder.failed() && !isVague)
+            return ladder.records == std::size_t{0} ? std::nullopt : std::optional(proposal);
+        if (ladder.remedies().empty()) return std::nullopt;
+        const Proposal& more = ladder.remedies().front().proposal;
+        proposal.insert(proposal.end(), more.begin(), more.end());
+    }
+    return std::nullopt;
+}
+
+/// What one change does not mend takes several. Each remedy costs a look at the whole source, so
+/// that a large one gets few.
+void completeRemedies(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    constexpr std::size_t large = 10'000'000;  // bytes
+    const std::size_t most = source.body.size() > large ? 1 : 8;
+    std::vector<Remedy> remedies;
+    for (const Remedy& each : ladder.remedies()) {
+        if (remedies.size() == most) break;
+        if (auto proposal = completed(each.proposal, settings, source))
+            remedies.push_back({each.stage, std::move(*proposal)});
+    }
+    ladder.setRemedies(std::move(remedies));
+}
+
+void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladder& ladder) {
+    const std::string address = withoutUserInfo(settings.filename);
+    const bool hadAddress = failure.stage == FetchFailure::Stage::Fetched;
+    const Stage stage = hadAddress ? Stage::Fetched : Stage::Address;
+    if (hadAddress) ladder.ok(Stage::Address, address);
+    std::string seen = hadAddress ? "" : address;
+    if (failure.certificate)
+        seen = "certificate of " + failure.certificate->subject + ", issued by " +
+               failure.certificate->issuer + ", valid from " + failure.certificate->validFrom +
+               " until " + failure.certificate->validUntil;
+    ladder.fail(stage, seen, "The source " + std::string(failure.what()) + ".", failure.next);
+    if (!failure.proposal.empty()) ladder.propose(stage, failure.proposal);
+    ladder.credentialsRefused = failure.credentialsRefused;
+}
+
+/// As what a source is fetched that its query type does not read.
+Settings fetchable(Settings settings) {
+    const bool isRead = settings.queryMode != QueryType::Sql &&
+                        !(settings.queryMode == QueryType::Excel && isUrl(settings.filename));
+    if (!isRead) settings.queryMode = QueryType::Json;
+    return settings;
+}
+
+}  // namespace
+
+Ladder lookAtSource(const Settings& settings, double timeoutSeconds) {
+    Ladder ladder;
+    checkSettings(settings, ladder);
+    const bool isDatabase = settings.queryMode == QueryType::Sql && !settings.connStr.empty();
+    if (isDatabase || settings.filename.empty()) return ladder;
+    try {
+        const Fetched source = fetch(fetchable(settings), timeoutSeconds);
+        ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
+        ladder.credentialsRefused = source.credentialsRefused;
+        lookAtArrived(settings, source, ladder);
+        completeRemedies(settings, source, ladder);
+    } catch (const FetchFailure& failure) {
+        tellNotFetched(settings, failure, ladder);
+    }
+    return ladder;
+}
+
+}  // namespace probe

@@ -1,0 +1,173 @@
+#include "workbench/probe/explore/json_outline.h"
+
+#include <rapidjson/reader.h>
+
+#include "formats/text/utf8.h"
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore/PathTree.h"
+#include "workbench/probe/json_path_text.h"
+#include "workbench/probe/words.h"
+
+namespace probe {
+
+namespace {
+
+using Id = PathTree::Id;
+using Kind = PathTree::Kind;
+
+constexpr const char* anyName = "*";
+constexpr std::size_t longestPath = 511;  // bytes, of the parameter
+
+/// Puts the values of a document where the paths that select them are: a path takes the members of
+/// a name, and of a member that is an array its elements.
+class PathEvents : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, PathEvents> {
+public:
+    using Length = rapidjson::SizeType;
+
+    explicit PathEvents(PathTree& tree) : tree_(tree) {}
+
+    bool Null() { return scalar(Kind::Null, {}); }
+    bool Bool(bool value) { return scalar(Kind::Switch, value ? "true" : "false"); }
+    bool RawNumber(const char* text, Length length, bool) {
+        return scalar(Kind::Number, {text, length});
+    }
+    bool String(const char* text, Length length, bool) {
+        return scalar(Kind::Text, {text, length});
+    }
+    bool Key(const char* name, Length length, bool) {
+        name_ = {name, length};
+        return true;
+    }
+    bool StartObject() {
+        open_.push_back({selected(Kind::Object), false, 0});
+        return true;
+    }
+    bool StartArray() {
+        // An array that a name has selected gives its elements; one that is itself an element, or
+        // the document, is a value.
+        const bool isSelected = !open_.empty() && !open_.back().passesElements;
+        if (isSelected) {
+            open_.push_back({classOfChild(), true, 0});
+        } else {
+            open_.push_back({selected(Kind::Array), false, 0, true});
+        }
+        return true;
+    }
+    bool EndObject(Length) { return close(); }
+    bool EndArray(Length) { return close(); }
+
+private:
+    struct Container {
+        Id place;             // of the node, or of the elements of the array
+        bool passesElements;  // an array that a name has selected: its elements are the values
+        std::size_t hint;
+        bool isArray = false;  // a node that is an array: its elements have no names
+    };
+
+    /// Where a child of the innermost container is.
+    Id classOfChild() {
+        Container& in = open_.back();
+        return tree_.child(in.place, in.isArray ? std::string_view(anyName) : name_, in.hint);
+    }
+
+    /// Counts a value where a path selects it, and says where that is.
+    Id selected(Kind kind, std::string_view value = {}) {
+        const Id place = open_.empty()                 ? PathTree::ROOT
+                         : open_.back().passesElements ? open_.back().place
+                                                       : classOfChild();
+        tree_.count(place, kind, value);
+        return place;
+    }
+
+    bool scalar(Kind kind, std::string_view value) {
+        selected(kind, value);
+        return true;
+    }
+
+    bool close() {
+        open_.pop_back();
+        return true;
+    }
+
+    PathTree& tree_;
+    std::vector<Container> open_;
+    std::string_view name_;
+};
+
+void fill(std::string& body, PathTree& tree) {
+    constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                               rapidjson::kParseNumbersAsStringsFlag |
+                               rapidjson::kParseValidateEncodingFlag;
+    const bool hasMark = body.starts_with(intake::UTF8_MARK);
+    rapidjson::InsituStringStream stream(body.data() + (hasMark ? intake::UTF8_MARK.size() : 0));
+    PathEvents events(tree);
+    rapidjson::Reader reader;
+    if (reader.Parse<flags>(stream, events).IsError())
+        throw LookFailure("is no JSON that can be read; explain says where it ends");
+}
+
+/// The path that selects a node; nothing when none does.
+std::string pathTo(const PathTree& tree, Id node) {
+    std::string path;
+    for (Id each = node; each != PathTree::ROOT; each = tree.at(each).parent) {
+        const std::string& name = tree.at(each).name;
+        const bool isAny = name == anyName;
+        const bool isMixed = isAny && tree.at(tree.at(each).parent).children.size() > 1;
+        if (isMixed || (!isAny && !canBeNamed(name))) return "";
+        path = path.empty() ? name : name + "/" + path;
+    }
+    return path.size() <= longestPath ? path : "";
+}
+
+Id placeIn(const PathTree& tree, const std::string& place) {
+    Id node = PathTree::ROOT;
+    for (const PathSegment& segment : pathSegments(place)) {
+        const Id below = segment.anyDepth ? PathTree::NONE : tree.find(node, segment.text);
+        if (below == PathTree::NONE) {
+            std::vector<std::string> names;
+            for (const Id each : tree.at(node).children)
+                names.push_back(tree.at(each).name);
+            throw LookFailure("has nothing at " + quoted(place) +
+                              (tree.dropped() == 0 ? ": there is no "
+                                                   : ": among the names that are kept is no ") +
+                              quoted(segment.text) + ", but " + listOf(names));
+        }
+        node = below;
+    }
+    return node;
+}
+
+OutlineEntry entryFor(const PathTree& tree, Id node, Id from) {
+    const PathTree::Node& found = tree.at(node);
+    const std::string path = pathTo(tree, node);
+    OutlineEntry entry{tree.depthBelow(node, from),
+                       found.name,
+                       wordsForKinds(found.kinds),
+                       found.records,
+                       found.match.empty() ? found.value : found.match,
+                       "",
+                       {}};
+    if (path.empty()) return entry;
+    entry.settings = {{"xpath", path}};
+    if (!found.children.empty()) entry.place = path;
+    return entry;
+}
+
+}  // namespace
+
+Outline jsonOutline(std::string body, const OutlineWish& wish) {
+    constexpr std::size_t sourceToIndex = 4;
+    PathTree tree(body.size() / sourceToIndex, wish.find);
+    fill(body, tree);
+    Outline outline;
+    outline.notKept = tree.dropped();
+    const Id from = placeIn(tree, wish.place);
+    for (const Id node : tree.shown(from, wish, outline.leftOut)) {
+        outline.entries.push_back(entryFor(tree, node, from));
+        // What is found stands apart from what it stands in.
+        if (!wish.find.empty()) outline.entries.back().depth = 0;
+    }
+    return outline;
+}
+
+}  // namespace probe
