@@ -1,5 +1,6 @@
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include "workbench/cli/Explanation.h"
@@ -12,10 +13,11 @@
 #include "workbench/cli/page_size.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
+#include "workbench/cli/timed_look.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
-#include "workbench/probe/explain/look_at_source.h"
 #include "workbench/probe/fetch/source_start.h"
+#include "workbench/probe/words.h"
 
 namespace workbench {
 
@@ -97,6 +99,7 @@ void tellAction(const std::string& action, const Outcome& outcome, Ladder& ladde
 /// Whether the plugin and the look at the source agree on how many records there are. Values that
 /// break the script change what is written.
 bool agree(const Ladder& ladder, const Load& load) {
+    if (ladder.isLate) return !load.outcome;
     const bool isBroken = ladder.at(Stage::Script).state == State::Warning;
     if (isBroken || ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed)
         return true;
@@ -104,11 +107,21 @@ bool agree(const Ladder& ladder, const Load& load) {
 }
 
 void tellDifference(const Load& load, Ladder& ladder) {
-    ladder.warn(Stage::Store, "",
-                "The plugin wrote " + std::to_string(load.records) +
-                    " records; looking at the source gave " + std::to_string(*ladder.records) +
-                    ". It may change all the time.",
-                "If it does not, this is a fault: please report it with the source.");
+    if (!ladder.records) return;
+    const std::string cause = "The plugin wrote " + probe::counted(load.records, "record") +
+                              "; looking at the source gave " +
+                              probe::counted(*ladder.records, "record") +
+                              ". It may change all the time.";
+    const char* const next = "If it does not, this is a fault: please report it with the source.";
+    if (load.records == 0) return ladder.fail(Stage::Store, "", cause, next);
+    ladder.warn(Stage::Store, "", cause, next);
+}
+
+/// What nobody looked into cannot be said to be rightly empty.
+void tellNothing(Ladder& ladder) {
+    if (ladder.failed() || ladder.at(Stage::Selection).state != State::Skipped) return;
+    ladder.fail(Stage::Selection, "", "The plugin loaded the source and wrote no records.",
+                "Look at what the source holds, and whether it is what these settings read.");
 }
 
 std::optional<Confirmed> confirm(const Ladder& ladder, std::size_t present, const lumo::Host& host,
@@ -126,12 +139,21 @@ std::optional<Confirmed> confirm(const Ladder& ladder, std::size_t present, cons
     return std::nullopt;
 }
 
-/// Looks at the source and loads it; both again, once, when they differ.
-Load lookAndLoad(lumo::Host& host, lumo::Instance& instance, const Options& options,
-                 const probe::Settings& settings, Ladder& ladder) {
+std::string noAnswerText(const std::string& source, double timeoutSeconds) {
+    std::array<char, 32> seconds{};
+    std::snprintf(seconds.data(), seconds.size(), "%g", timeoutSeconds);
+    return "No answer for \"" + source + "\" within " + seconds.data() + " seconds.\n";
+}
+
+/// Looks at the source and loads it; both again, once, when they differ. Nothing when a look did
+/// not end in time.
+std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, const Options& options,
+                                const probe::Settings& settings, Ladder& ladder) {
     Load load;
     for (int look = 0; look < 2; ++look) {
-        ladder = probe::lookAtSource(settings, options.timeoutSeconds);
+        auto found = lookInTime(settings, options.timeoutSeconds);
+        if (!found) return std::nullopt;
+        ladder = std::move(*found);
         proposeBesideScene(settings, options.scene, ladder);
         if (ladder.credentialsRefused) return load;  // to send them again might lock the account
         load = loadOnce(host, instance, options);
@@ -168,24 +190,27 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     Explanation explanation;
     explanation.name = nameFor(options, settings);
     Ladder& ladder = explanation.ladder;
-    const Load load = lookAndLoad(host, instance, options, settings, ladder);
+    const auto timed = lookAndLoad(host, instance, options, settings, ladder);
+    if (!timed) {
+        muted.tell(noAnswerText(redact(settings.filename), options.timeoutSeconds));
+        std::_Exit(static_cast<int>(ExitStatus::NoAnswer));
+    }
+    const Load& load = *timed;
     if (!load.outcome) muted.stay();  // what does not answer in time prints when it is ended
     const bool isLoaded = load.outcome && !ladder.credentialsRefused;
     if (!isLoaded && !ladder.failed()) {
-        std::array<char, 32> seconds{};
-        std::snprintf(seconds.data(), seconds.size(), "%g", options.timeoutSeconds);
-        muted.tell("No answer for \"" + redact(settings.filename) + "\" within " + seconds.data() +
-                   " seconds.\n");
+        muted.tell(noAnswerText(redact(settings.filename), options.timeoutSeconds));
         return ExitStatus::NoAnswer;
     }
     if (isLoaded) {
         if (load.outcome->failed) tellFailure(*load.outcome, ladder);
+        if (load.records == 0) tellNothing(ladder);
         tellStore(*load.outcome, ladder);
         tellAction(textParameter(host, instance, "postAction"), *load.outcome, ladder);
         explanation.records = load.outcome->failed ? 0 : load.records;
         explanation.bytes = load.outcome->script.size();
-        explanation.seconds = load.seconds;
     }
+    explanation.seconds = load.seconds;
     ladder.cut();
     if (!ladder.credentialsRefused)
         explanation.confirmed = confirm(ladder, load.records, host, instance, options);
@@ -194,7 +219,9 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     streams.writeResult(options.output == Output::Json
                             ? explanation.json()
                             : explanation.text(terminalHasUnicode(), page.columns));
-    return explanation.isOk() ? ExitStatus::Loaded : ExitStatus::LoadFailed;
+    return ladder.isLate        ? ExitStatus::NoAnswer
+           : explanation.isOk() ? ExitStatus::Loaded
+                                : ExitStatus::LoadFailed;
 }
 
 }  // namespace workbench

@@ -77,6 +77,9 @@ public:
     /// A user name and a password were refused; they must not be sent again.
     bool credentialsRefused = false;
 
+    /// The source did not come in time.
+    bool isLate = false;
+
 private:
     std::array<Step, stageCount> steps_;
     std::vector<Remedy> remedies_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 
 #include "formats/text/ascii.h"
@@ -18,6 +19,8 @@
 namespace probe {
 
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr long firstErrorStatus = 400;
 constexpr long firstServerErrorStatus = 500;
@@ -198,13 +201,14 @@ std::optional<Proposal> completed(Proposal proposal, const Settings& settings,
 }
 
 /// What one change does not mend takes several. Each remedy costs a look at the whole source, so
-/// that a large one gets few.
-void completeRemedies(const Settings& settings, const Fetched& source, Ladder& ladder) {
+/// that a large one gets few, and none begins after `end`.
+void completeRemedies(const Settings& settings, const Fetched& source, Clock::time_point end,
+                      Ladder& ladder) {
     constexpr std::size_t large = 10'000'000;  // bytes
     const std::size_t most = source.body.size() > large ? 1 : 8;
     std::vector<Remedy> remedies;
     for (const Remedy& each : ladder.remedies()) {
-        if (remedies.size() == most) break;
+        if (remedies.size() == most || Clock::now() > end) break;
         if (auto proposal = completed(each.proposal, settings, source))
             remedies.push_back({each.stage, std::move(*proposal)});
     }
@@ -224,6 +228,7 @@ void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladde
     ladder.fail(stage, seen, "The source " + std::string(failure.what()) + ".", failure.next);
     if (!failure.proposal.empty()) ladder.propose(stage, failure.proposal);
     ladder.credentialsRefused = failure.credentialsRefused;
+    ladder.isLate = failure.isLate;
 }
 
 /// As what a source is fetched that its query type does not read.
@@ -237,6 +242,8 @@ Settings fetchable(Settings settings) {
 }  // namespace
 
 Ladder lookAtSource(const Settings& settings, double timeoutSeconds) {
+    const auto half = std::chrono::duration<double>(timeoutSeconds / 2);
+    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(half);
     Ladder ladder;
     checkSettings(settings, ladder);
     const bool isDatabase = settings.queryMode == QueryType::Sql && !settings.connStr.empty();
@@ -246,7 +253,7 @@ Ladder lookAtSource(const Settings& settings, double timeoutSeconds) {
         ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
         ladder.credentialsRefused = source.credentialsRefused;
         lookAtArrived(settings, source, ladder);
-        completeRemedies(settings, source, ladder);
+        completeRemedies(settings, source, end, ladder);
     } catch (const FetchFailure& failure) {
         tellNotFetched(settings, failure, ladder);
     }

@@ -6,7 +6,8 @@ namespace probe {
 
 /// Looks at the source of an instance by itself, as far as the stage of the script, and notes what
 /// it finds and what may mend it. Of databases it looks at the settings only. Blocks for at most
-/// `timeoutSeconds` and the time that the source takes to be read; any thread.
+/// `timeoutSeconds` until the source is there, and then as long as it takes to look through it;
+/// of what may mend it, it leaves out what there is no time for. Any thread.
 Ladder lookAtSource(const Settings& settings, double timeoutSeconds);
 
 }  // namespace probe

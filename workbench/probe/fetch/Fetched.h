@@ -52,6 +52,7 @@ public:
     const Proposal proposal;  // what may mend it; empty for nothing
     std::optional<Certificate> certificate;  // of a server that is not trusted
     bool credentialsRefused = false;         // do not send them again
+    bool isLate = false;                     // there was no answer in time, or not all of it
 };
 
 /// Fetches the source of an instance as the plugin would: with its headers, user agent,

@@ -99,6 +99,29 @@ TEST_F(ExplainOutput, ExitsWithThreeWhenThereIsNoAnswerInTime) {
     EXPECT_EQ(result.err, "No answer for \"" + url + "\" within 1 seconds.\n");
 }
 
+TEST_F(ExplainOutput, ExitsWithThreeAndSaysWhyWhenTheSourceDoesNotComeInTime) {
+    ScriptedServer server([](const std::string&) { return Reply{"", Then::STALL}; });
+    const ChildResult result =
+        explain(ofClubs({"filename=" + server.url("/clubs")}), {"--timeout", "1"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_NE(result.out.find("did not come within 1 seconds"), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find("0.00 s"), std::string::npos) << result.out;
+}
+
+TEST_F(ExplainOutput, ExitsWithThreeWhenLookingThroughTheSourceTakesTooLong) {
+    std::string rows;
+    for (int i = 0; i < 40000; ++i)
+        rows += "<r><a>" + std::to_string(i) + "</a></r>";
+    write("rows.xml", "<t>" + rows + "</t>");
+    const std::string file = (folder / "rows.xml").string();
+    const ChildResult result =
+        explain({"queryMode=2", "filename=" + file, "xpath=/t/r", "key=//r[a > 1][last()]"},
+                {"--timeout", "0.5"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "No answer for \"" + file + "\" within 0.5 seconds.\n");
+}
+
 TEST_F(ExplainOutput, TheJsonFormHasAllStagesInOrder) {
     const ChildResult result = explain(ofClubs({"key=code"}), {"--out", "json"});
     const Explained explained(result.out);

@@ -85,8 +85,11 @@ Facts UrlFetch::facts(CURLcode code) const {
 
 FetchFailure UrlFetch::failureOf(const Reason& reason, CURLcode code, Proposal proposal) const {
     const Facts known = facts(code);
-    return {reason.stage, filled(reason.words, known) + filled(reason.detail, known),
-            filled(reason.next, known), std::move(proposal)};
+    FetchFailure failure(reason.stage,
+                         filled(reason.words, known) + filled(reason.detail, known),
+                         filled(reason.next, known), std::move(proposal));
+    failure.isLate = code == CURLE_OPERATION_TIMEDOUT;
+    return failure;
 }
 
 /// Says also where a redirect led to, when it is the server there that fails.
@@ -97,6 +100,7 @@ FetchFailure UrlFetch::withWay(const FetchFailure& failure) const {
                       failure.next);
     told.certificate = failure.certificate;
     told.credentialsRefused = failure.credentialsRefused;
+    told.isLate = failure.isLate;
     return told;
 }
 
