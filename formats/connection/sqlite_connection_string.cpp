@@ -92,4 +92,16 @@ std::optional<SqliteSettings> sqliteSettings(const ConnectionString& connection)
     return settingsOf(odbc);
 }
 
+std::string sqliteConnectionString(const std::string& file) {
+    std::string value = file;
+    if (file.find_first_of(";\"'{} ") != std::string::npos) {
+        value = "\"";
+        for (const char c : file) {
+            value.append(c == '"' ? 2 : 1, c);
+        }
+        value += '"';
+    }
+    return "Provider=SQLite;Data Source=" + value;
+}
+
 }  // namespace intake

@@ -21,4 +21,7 @@ struct SqliteSettings {
 /// that is given as a library. Throws ConnectionStringError.
 std::optional<SqliteSettings> sqliteSettings(const ConnectionString& connection);
 
+/// A connection string for a file of SQLite.
+std::string sqliteConnectionString(const std::string& file);
+
 }  // namespace intake

@@ -113,6 +113,11 @@ void JsonWriter::boolean(bool value) {
     out_ += value ? "true" : "false";
 }
 
+void JsonWriter::null() {
+    startValue();
+    out_ += "null";
+}
+
 void JsonWriter::number(std::string_view written, double value) {
     if (isJsonNumber(written)) {
         startValue();

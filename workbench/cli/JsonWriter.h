@@ -14,6 +14,7 @@ public:
     void name(std::string_view name);
     void text(std::string_view text);
     void boolean(bool value);
+    void null();
 
     /// The number as it was written, when JSON can write it so; else its value, or a text when it
     /// is infinite.

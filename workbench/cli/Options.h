@@ -26,6 +26,7 @@ struct Options {
     std::vector<std::string> settings;  // NAME=VALUE
     std::vector<std::string> definitions;
     double timeoutSeconds = 60;
+    bool mayWrite = false;  // a query that is explained
     int32_t fontEncoding = 1;
 
     std::optional<RecordRange> expectedRecords;

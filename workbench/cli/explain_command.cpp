@@ -16,6 +16,7 @@
 #include "workbench/cli/timed_look.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
+#include "workbench/probe/database/open_database.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/words.h"
 
@@ -49,15 +50,30 @@ Load loadOnce(lumo::Host& host, lumo::Instance& instance, const Options& options
     return load;
 }
 
+std::string sourceOf(const probe::Settings& settings) {
+    const bool isDatabase =
+        settings.queryMode == probe::QueryType::Sql && !settings.connStr.empty();
+    return isDatabase ? probe::placeOfDatabase(settings.connStr)
+                      : probe::withoutUserInfo(settings.filename);
+}
+
 /// A source beside the scene that the workbench was not started beside.
 void proposeBesideScene(const probe::Settings& settings, const std::string& scene, Ladder& ladder) {
     const bool isMissing = ladder.failed() == Stage::Address;
-    if (scene.empty() || !isMissing) return;
-    const auto beside = std::filesystem::path(scene).parent_path() / settings.filename;
+    const std::string source = sourceOf(settings);
+    const auto beside = std::filesystem::path(scene).parent_path() / source;
     std::error_code error;
-    if (std::filesystem::path(settings.filename).is_relative() &&
-        std::filesystem::exists(beside, error))
-        ladder.propose(Stage::Address, {{"filename", beside.lexically_normal().string()}});
+    if (scene.empty() || !isMissing || std::filesystem::path(source).is_absolute() ||
+        !std::filesystem::is_regular_file(beside, error))
+        return;
+    const std::string file = beside.lexically_normal().string();
+    const auto at = settings.connStr.find(source);
+    if (settings.queryMode != probe::QueryType::Sql) {
+        ladder.propose(Stage::Address, {{"filename", file}});
+    } else if (at != std::string::npos) {
+        std::string connection = settings.connStr;
+        ladder.propose(Stage::Address, {{"connStr", connection.replace(at, source.size(), file)}});
+    }
 }
 
 void tellFailure(const Outcome& outcome, Ladder& ladder) {
@@ -151,11 +167,11 @@ std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, cons
                                 const probe::Settings& settings, Ladder& ladder) {
     Load load;
     for (int look = 0; look < 2; ++look) {
-        auto found = lookInTime(settings, options.timeoutSeconds);
+        auto found = lookInTime(settings, options.timeoutSeconds, options.mayWrite);
         if (!found) return std::nullopt;
         ladder = std::move(*found);
         proposeBesideScene(settings, options.scene, ladder);
-        if (ladder.credentialsRefused) return load;  // to send them again might lock the account
+        if (ladder.mustNotLoad) return load;
         load = loadOnce(host, instance, options);
         if (agree(ladder, load)) return load;
     }
@@ -171,7 +187,25 @@ std::string textParameter(const lumo::Host& host, const lumo::Instance& instance
 
 std::string nameFor(const Options& options, const probe::Settings& settings) {
     if (!options.instance.empty()) return options.instance;
-    return settings.filename.empty() ? "workbench" : probe::withoutUserInfo(settings.filename);
+    const std::string source = sourceOf(settings);
+    return source.empty() ? "workbench" : source;
+}
+
+/// Adds to what the look found what the plugin's own load came to.
+void tellLoad(const Load& load, const std::string& action, Explanation& explanation) {
+    Ladder& ladder = explanation.ladder;
+    if (load.outcome->failed) tellFailure(*load.outcome, ladder);
+    if (load.records == 0) tellNothing(ladder);
+    tellStore(*load.outcome, ladder);
+    tellAction(action, *load.outcome, ladder);
+    explanation.records = load.outcome->failed ? 0 : load.records;
+    explanation.bytes = load.outcome->script.size();
+}
+
+ExitStatus statusOf(const Explanation& explanation) {
+    return explanation.ladder.isLate ? ExitStatus::NoAnswer
+           : explanation.isOk()      ? ExitStatus::Loaded
+                                     : ExitStatus::LoadFailed;
 }
 
 }  // namespace
@@ -186,42 +220,34 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     setParameter(host.parameters, instance.record(), "logLevel", "FATAL");  // what it says is told
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
+    const std::string lateText = noAnswerText(redact(sourceOf(settings)), options.timeoutSeconds);
 
     Explanation explanation;
     explanation.name = nameFor(options, settings);
     Ladder& ladder = explanation.ladder;
-    const auto timed = lookAndLoad(host, instance, options, settings, ladder);
-    if (!timed) {
-        muted.tell(noAnswerText(redact(settings.filename), options.timeoutSeconds));
+    const auto load = lookAndLoad(host, instance, options, settings, ladder);
+    if (!load) {
+        muted.tell(lateText);
         std::_Exit(static_cast<int>(ExitStatus::NoAnswer));
     }
-    const Load& load = *timed;
-    if (!load.outcome) muted.stay();  // what does not answer in time prints when it is ended
-    const bool isLoaded = load.outcome && !ladder.credentialsRefused;
-    if (!isLoaded && !ladder.failed()) {
-        muted.tell(noAnswerText(redact(settings.filename), options.timeoutSeconds));
+    if (!load->outcome) muted.stay();  // what does not answer in time prints when it is ended
+    const bool isKnown = load->outcome || ladder.mustNotLoad || ladder.failed();
+    if (!isKnown) {
+        muted.tell(lateText);
         return ExitStatus::NoAnswer;
     }
-    if (isLoaded) {
-        if (load.outcome->failed) tellFailure(*load.outcome, ladder);
-        if (load.records == 0) tellNothing(ladder);
-        tellStore(*load.outcome, ladder);
-        tellAction(textParameter(host, instance, "postAction"), *load.outcome, ladder);
-        explanation.records = load.outcome->failed ? 0 : load.records;
-        explanation.bytes = load.outcome->script.size();
-    }
-    explanation.seconds = load.seconds;
+    if (load->outcome && !ladder.mustNotLoad)
+        tellLoad(*load, textParameter(host, instance, "postAction"), explanation);
+    explanation.seconds = load->seconds;
     ladder.cut();
-    if (!ladder.credentialsRefused)
-        explanation.confirmed = confirm(ladder, load.records, host, instance, options);
+    if (!ladder.mustNotLoad)
+        explanation.confirmed = confirm(ladder, load->records, host, instance, options);
     explanation.hide(redact);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(options.output == Output::Json
                             ? explanation.json()
                             : explanation.text(terminalHasUnicode(), page.columns));
-    return ladder.isLate        ? ExitStatus::NoAnswer
-           : explanation.isOk() ? ExitStatus::Loaded
-                                : ExitStatus::LoadFailed;
+    return statusOf(explanation);
 }
 
 }  // namespace workbench

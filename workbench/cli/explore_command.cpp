@@ -13,6 +13,7 @@
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/source_settings.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/database/open_database.h"
 #include "workbench/probe/explore/explore_source.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
@@ -39,8 +40,8 @@ constexpr Row header{"records", "name", "kind", "first value"};
 constexpr std::array<std::size_t, 4> mostColumns{10, 28, 40, 24};
 
 Row rowOf(const OutlineEntry& entry, bool isCut) {
-    Row row{std::to_string(entry.records), std::string(2 * entry.depth, ' ') + entry.name,
-            entry.kind, entry.value};
+    Row row{entry.records ? std::to_string(*entry.records) : "",
+            std::string(2 * entry.depth, ' ') + entry.name, entry.kind, entry.value};
     for (std::size_t i = 0; isCut && i < row.size(); ++i)
         row[i] = fitted(row[i], mostColumns[i]);
     return row;
@@ -64,6 +65,12 @@ std::string lineOf(const Row& row, const std::array<std::size_t, 4>& widths,
     return line + "\n";
 }
 
+/// "league.json is JSON, 7.1 kB".
+std::string headOf(const std::string& source, const Explored& explored) {
+    return source + " is " + explored.words +
+           (explored.bytes ? ", " + probe::sizeText(*explored.bytes) : "");
+}
+
 /// What was not looked at; nothing when all was.
 std::string notKeptText(const probe::Outline& outline) {
     if (outline.notKept == 0) return "";
@@ -82,8 +89,7 @@ std::string asTable(const std::string& source, const Explored& explored, bool is
         for (const Row& row : rows)
             widths[i] = std::max(widths[i], displayWidth(row[i]));
     }
-    std::string text =
-        source + " is " + explored.words + ", " + probe::sizeText(explored.bytes) + "\n";
+    std::string text = headOf(source, explored) + "\n";
     text += lineOf(header, widths, "select it by");
     for (std::size_t i = 0; i < rows.size(); ++i)
         text += lineOf(rows[i], widths, settingsText(explored.outline.entries[i].settings));
@@ -96,25 +102,36 @@ std::string asTable(const std::string& source, const Explored& explored, bool is
 /// What is said in the place of a table without rows.
 std::string nothingText(const std::string& source, const Explored& explored,
                         const std::string& wanted) {
-    return source + " is " + explored.words + ", " + probe::sizeText(explored.bytes) + ".\n" +
+    return headOf(source, explored) + ".\n" +
            (wanted.empty()
                 ? "Nothing in it can be selected.\n"
                 : "Nothing in it has " + probe::quoted(wanted) + " in its name or its values.\n") +
            notKeptText(explored.outline);
 }
 
-/// How to go on from what was shown.
+/// How to go on from what was shown. `source` is empty for what is named by settings alone.
 std::string advice(const std::string& source, const Explored& explored) {
     const auto& entries = explored.outline.entries;
-    const auto selectable = std::find_if(
-        entries.begin(), entries.end(),
-        [](const OutlineEntry& entry) { return !entry.settings.empty() && entry.records > 1; });
+    const auto selectable =
+        std::find_if(entries.begin(), entries.end(), [](const OutlineEntry& entry) {
+            return !entry.settings.empty() && entry.records.value_or(2) > 1;
+        });
     if (selectable == entries.end()) return "";
     const probe::Proposal& settings = selectable->settings;
     const bool hasMode = std::any_of(settings.begin(), settings.end(),
                                      [](const auto& each) { return each.first == "mode"; });
-    return "\nLoad one, for example: intake-workbench load " + asArgument(source).substr(7) +
+    const std::string named =
+        source.empty() ? settingsText(explored.source) : asArgument(source).substr(7);
+    return "\nLoad one, for example: intake-workbench load " + named +
            (hasMode ? " " : " --set mode=DataArray ") + settingsText(settings) + "\n";
+}
+
+void writeCount(std::optional<std::size_t> count, JsonWriter& out) {
+    if (count) {
+        out.number(static_cast<double>(*count));
+    } else {
+        out.null();
+    }
 }
 
 void writeEntry(const OutlineEntry& entry, JsonWriter& out) {
@@ -128,7 +145,7 @@ void writeEntry(const OutlineEntry& entry, JsonWriter& out) {
     out.number(static_cast<double>(entry.depth));
     text("kind", entry.kind);
     out.name("records");
-    out.number(static_cast<double>(entry.records));
+    writeCount(entry.records, out);
     text("value", entry.value);
     text("place", entry.place);
     out.name("set");
@@ -147,9 +164,9 @@ std::string asJson(const std::string& source, const Explored& explored) {
     out.name("kind");
     out.text(explored.words);
     out.name("queryMode");
-    out.text(probe::valueOf(explored.queryMode));
+    out.text(explored.source.front().second);
     out.name("bytes");
-    out.number(static_cast<double>(explored.bytes));
+    writeCount(explored.bytes, out);
     out.name("leftOut");
     out.number(static_cast<double>(explored.outline.leftOut));
     out.name("entries");
@@ -164,6 +181,8 @@ std::string asJson(const std::string& source, const Explored& explored) {
 /// A server may send back what it was asked with.
 void hide(const Redaction& redact, Explored& explored) {
     explored.words = redact(explored.words);
+    for (auto& setting : explored.source)
+        setting.second = redact(setting.second);
     for (OutlineEntry& entry : explored.outline.entries) {
         for (std::string* text : {&entry.name, &entry.kind, &entry.value, &entry.place})
             *text = redact(*text);
@@ -172,37 +191,45 @@ void hide(const Redaction& redact, Explored& explored) {
     }
 }
 
+/// The instance is set as the options say; a bare source is looked at here.
+probe::Settings settingsToExplore(lumo::Host& host, const lumo::Plugin& plugin, Options options) {
+    lumo::Instance instance(host, plugin, "workbench");
+    placeInstance(host, instance, options);
+    if (!options.source.empty())
+        options.settings.insert(options.settings.begin(), "filename=" + options.source);
+    options.source.clear();
+    applySettings(host, instance, options);
+    const probe::Settings settings = probeSettings(host.parameters, instance.record());
+    if (settings.filename.empty() && settings.connStr.empty())
+        throw UsageError("Give a source to explore: a file or a URL.");
+    return settings;
+}
+
 }  // namespace
 
 ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                       const StandardStreams& streams) {
-    lumo::Instance instance(host, plugin, "workbench");
-    placeInstance(host, instance, options);
-    Options settingsOnly = options;
-    settingsOnly.source.clear();  // it is looked at here
-    if (!options.source.empty())
-        settingsOnly.settings.insert(settingsOnly.settings.begin(), "filename=" + options.source);
-    applySettings(host, instance, settingsOnly);
-    const probe::Settings settings = probeSettings(host.parameters, instance.record());
-    if (settings.filename.empty()) throw UsageError("Give a source to explore: a file or a URL.");
+    const probe::Settings settings = settingsToExplore(host, plugin, options);
     const Redaction redact(settings);
-    const std::string source = redact(probe::withoutUserInfo(settings.filename));
+    const bool isDatabase =
+        settings.queryMode == probe::QueryType::Sql && !settings.connStr.empty();
+    const std::string source = redact(isDatabase ? probe::placeOfDatabase(settings.connStr)
+                                                 : probe::withoutUserInfo(settings.filename));
     try {
         Explored explored = probe::exploreSource(
             settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
         hide(redact, explored);
-        if (options.output == Output::Json) {
-            streams.writeResult(asJson(source, explored));
-            return ExitStatus::Loaded;
-        }
-        if (explored.outline.entries.empty()) {
-            streams.writeResult(nothingText(source, explored, options.find));
-            return ExitStatus::Loaded;
-        }
         const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
-        const bool isCut = page.columns != unlimited;
-        streams.writeResult(asTable(source, explored, isCut) + advice(source, explored));
+        streams.writeResult(options.output == Output::Json ? asJson(source, explored)
+                            : explored.outline.entries.empty()
+                                ? nothingText(source, explored, options.find)
+                                : asTable(source, explored, page.columns != unlimited) +
+                                      advice(isDatabase ? "" : source, explored));
         return ExitStatus::Loaded;
+    } catch (const probe::DatabaseFailure& failure) {
+        const std::string text = redact(source + ": " + failure.what() + " " + failure.next);
+        std::fprintf(stderr, "%s\n", text.c_str());
+        return ExitStatus::LoadFailed;
     } catch (const probe::LookFailure& failure) {
         std::fprintf(stderr, "%s %s.\n", source.c_str(), redact(failure.what()).c_str());
         return ExitStatus::LoadFailed;

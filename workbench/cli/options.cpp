@@ -128,6 +128,8 @@ void addExplain(CLI::App& app, Options& options) {
     addInstance(*explain, options);
     addOutput(*explain, options, explainOutputs, "As text (default) or json");
     addTimeout(*explain, options);
+    explain->add_flag("--allow-writes", options.mayWrite,
+                      "Run an SQL query also when it may write to the database");
 }
 
 void addExplore(CLI::App& app, Options& options) {

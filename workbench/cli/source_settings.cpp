@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "formats/connection/sqlite_connection_string.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/fetch/source_start.h"
@@ -48,18 +49,6 @@ std::string startOf(const std::string& source, const lumo::ParameterTable& param
     return probe::startOfUrl(source, requestOf(parameters, record));
 }
 
-std::string quotedValue(const std::string& value) {
-    if (value.find_first_of(";\"'{} ") == std::string::npos) return value;
-    std::string quoted = "\"";
-    for (const char c : value)
-        quoted.append(c == '"' ? 2 : 1, c);
-    return quoted + '"';
-}
-
-std::string connectionString(const std::string& file) {
-    return "Provider=SQLite;Data Source=" + quotedValue(file);
-}
-
 void addDatabase(const std::string& source, const lumo::ParameterTable& parameters,
                  const lumo::Record& record, SourceSettings& found) {
     if (probe::isUrl(source))
@@ -68,7 +57,7 @@ void addDatabase(const std::string& source, const lumo::ParameterTable& paramete
         throw UsageError(source +
                          " is an SQLite database; say what to read from it, with --set "
                          "query=\"SELECT * FROM …\".");
-    found.settings.push_back("connStr=" + connectionString(source));
+    found.settings.push_back("connStr=" + intake::sqliteConnectionString(source));
 }
 
 }  // namespace

@@ -8,9 +8,10 @@
 
 namespace workbench {
 
-std::optional<probe::Ladder> lookInTime(const probe::Settings& settings, double timeoutSeconds) {
+std::optional<probe::Ladder> lookInTime(const probe::Settings& settings, double timeoutSeconds,
+                                        bool mayWrite) {
     std::packaged_task<probe::Ladder()> look(
-        [settings, timeoutSeconds] { return probe::lookAtSource(settings, timeoutSeconds); });
+        [=] { return probe::lookAtSource(settings, timeoutSeconds, mayWrite); });
     std::future<probe::Ladder> ladder = look.get_future();
     std::thread(std::move(look)).detach();
     // The source may take all its time to come, and is then told as late by the look itself.

@@ -62,7 +62,7 @@ std::string asSentence(std::string_view text) {
     std::string sentence(text.substr(0, text.find_last_not_of(" \t\r\n.") + 1));
     if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')
         sentence.front() = static_cast<char>(sentence.front() - ('a' - 'A'));
-    return sentence + '.';
+    return sentence.ends_with('?') ? sentence : sentence + '.';
 }
 
 std::string nearName(std::string_view wanted, const std::vector<std::string>& names) {

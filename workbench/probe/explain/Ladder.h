@@ -74,8 +74,8 @@ public:
     /// How many records the source holds for these settings; nothing when that is not known.
     std::optional<std::size_t> records;
 
-    /// A user name and a password were refused; they must not be sent again.
-    bool credentialsRefused = false;
+    /// To load now would do harm: refused credentials would be sent again, or the query may write.
+    bool mustNotLoad = false;
 
     /// The source did not come in time.
     bool isLate = false;

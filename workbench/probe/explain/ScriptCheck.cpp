@@ -37,7 +37,8 @@ const Shape& shapeFor(const Settings& settings) {
 std::string_view quotesFor(const Settings& settings) {
     const bool areSingle =
         settings.mode != TargetMode::FieldArray &&
-        (settings.queryMode == QueryType::Xml || settings.queryMode == QueryType::Excel);
+        (settings.queryMode == QueryType::Xml || settings.queryMode == QueryType::Excel ||
+         settings.queryMode == QueryType::Sql);
     return areSingle ? "\"" : "\"\"";
 }
 

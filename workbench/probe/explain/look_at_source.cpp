@@ -1,13 +1,14 @@
 #include "workbench/probe/explain/look_at_source.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cmath>
 
 #include "formats/text/ascii.h"
+#include "workbench/probe/explain/database_look.h"
 #include "workbench/probe/explain/html_look.h"
 #include "workbench/probe/explain/json_look.h"
+#include "workbench/probe/explain/remedies.h"
 #include "workbench/probe/explain/settings_check.h"
 #include "workbench/probe/explain/workbook_look.h"
 #include "workbench/probe/explain/xml_look.h"
@@ -173,48 +174,6 @@ void lookAtArrived(const Settings& settings, const Fetched& source, Ladder& ladd
     lookInto(settings, source, ladder);
 }
 
-bool changesSource(const Proposal& proposal) {
-    constexpr std::array names{"filename", "useCustomHeaders", "customHeaders"};
-    return std::any_of(proposal.begin(), proposal.end(), [&](const auto& each) {
-        return std::find(names.begin(), names.end(), each.first) != names.end();
-    });
-}
-
-/// A remedy with all that is still to be mended once it is used; nothing when that leads nowhere.
-std::optional<Proposal> completed(Proposal proposal, const Settings& settings,
-                                  const Fetched& source) {
-    constexpr int mostRounds = 3;
-    for (int round = 0; round < mostRounds; ++round) {
-        Settings mended = settings;
-        if (changesSource(proposal) || !set(proposal, mended)) return proposal;
-        Ladder ladder;
-        checkSettings(mended, ladder);
-        lookAtArrived(mended, source, ladder);
-        const bool isVague = !ladder.records && !ladder.remedies().empty();
-        if (!ladder.failed() && !isVague)
-            return ladder.records == std::size_t{0} ? std::nullopt : std::optional(proposal);
-        if (ladder.remedies().empty()) return std::nullopt;
-        const Proposal& more = ladder.remedies().front().proposal;
-        proposal.insert(proposal.end(), more.begin(), more.end());
-    }
-    return std::nullopt;
-}
-
-/// What one change does not mend takes several. Each remedy costs a look at the whole source, so
-/// that a large one gets few, and none begins after `end`.
-void completeRemedies(const Settings& settings, const Fetched& source, Clock::time_point end,
-                      Ladder& ladder) {
-    constexpr std::size_t large = 10'000'000;  // bytes
-    const std::size_t most = source.body.size() > large ? 1 : 8;
-    std::vector<Remedy> remedies;
-    for (const Remedy& each : ladder.remedies()) {
-        if (remedies.size() == most || Clock::now() > end) break;
-        if (auto proposal = completed(each.proposal, settings, source))
-            remedies.push_back({each.stage, std::move(*proposal)});
-    }
-    ladder.setRemedies(std::move(remedies));
-}
-
 void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladder& ladder) {
     const std::string address = withoutUserInfo(settings.filename);
     const bool hadAddress = failure.stage == FetchFailure::Stage::Fetched;
@@ -227,7 +186,7 @@ void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladde
                " until " + failure.certificate->validUntil;
     ladder.fail(stage, seen, "The source " + std::string(failure.what()) + ".", failure.next);
     if (!failure.proposal.empty()) ladder.propose(stage, failure.proposal);
-    ladder.credentialsRefused = failure.credentialsRefused;
+    ladder.mustNotLoad = failure.credentialsRefused;
     ladder.isLate = failure.isLate;
 }
 
@@ -241,19 +200,31 @@ Settings fetchable(Settings settings) {
 
 }  // namespace
 
-Ladder lookAtSource(const Settings& settings, double timeoutSeconds) {
-    const auto half = std::chrono::duration<double>(timeoutSeconds / 2);
-    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(half);
+Ladder lookAtSource(const Settings& settings, double timeoutSeconds, bool mayWrite) {
+    const auto start = Clock::now();
+    const auto patience =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(timeoutSeconds));
     Ladder ladder;
     checkSettings(settings, ladder);
-    const bool isDatabase = settings.queryMode == QueryType::Sql && !settings.connStr.empty();
-    if (isDatabase || settings.filename.empty()) return ladder;
+    if (settings.queryMode == QueryType::Sql && !settings.connStr.empty()) {
+        lookAtDatabase(settings, mayWrite, start + patience, ladder);
+        return ladder;
+    }
+    if (settings.filename.empty()) return ladder;
     try {
         const Fetched source = fetch(fetchable(settings), timeoutSeconds);
         ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
-        ladder.credentialsRefused = source.credentialsRefused;
+        ladder.mustNotLoad = source.credentialsRefused;
         lookAtArrived(settings, source, ladder);
-        completeRemedies(settings, source, end, ladder);
+        const auto look = [&source](const Settings& mended) {
+            Ladder again;
+            checkSettings(mended, again);
+            lookAtArrived(mended, source, again);
+            return again;
+        };
+        constexpr std::size_t large = 10'000'000;  // bytes; each remedy costs a look at all of them
+        completeRemedies(settings, look, source.body.size() > large ? 1 : 8, start + patience / 2,
+                         ladder);
     } catch (const FetchFailure& failure) {
         tellNotFetched(settings, failure, ladder);
     }

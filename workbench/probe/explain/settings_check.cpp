@@ -6,8 +6,6 @@
 
 namespace probe {
 
-namespace {
-
 bool needsKey(const Settings& settings) {
     const bool isJsonOrXml =
         settings.queryMode == QueryType::Json || settings.queryMode == QueryType::Xml;
@@ -25,6 +23,8 @@ bool needsKey(const Settings& settings) {
             return false;
     }
 }
+
+namespace {
 
 void checkSource(const Settings& settings, Ladder& ladder) {
     const bool isDatabase = settings.queryMode == QueryType::Sql;

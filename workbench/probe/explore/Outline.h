@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,11 +13,11 @@ namespace probe {
 struct OutlineEntry {
     std::size_t depth = 0;  // 0 for what stands directly at the place that was asked for
     std::string name;
-    std::string kind;         // "objects", "texts", "table"
-    std::size_t records = 0;  // that are loaded by its settings
-    std::string value;        // of the first one, in one line; empty where there is none
-    std::string place;        // to look below it; empty when nothing is there
-    Proposal settings;        // that select it; empty when nothing does
+    std::string kind;                    // "objects", "texts", "table"
+    std::optional<std::size_t> records;  // that are loaded by its settings; nothing: not counted
+    std::string value;                   // of the first one, in one line; empty where there is none
+    std::string place;                   // to look below it; empty when nothing is there
+    Proposal settings;                   // that select it; empty when nothing does
 };
 
 /// What can be selected in a source, or below one place of it.

@@ -1,6 +1,9 @@
 #include "workbench/probe/explore/explore_source.h"
 
+#include "formats/connection/sqlite_connection_string.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/database/open_database.h"
+#include "workbench/probe/explore/database_outline.h"
 #include "workbench/probe/explore/html_outline.h"
 #include "workbench/probe/explore/json_outline.h"
 #include "workbench/probe/explore/workbook_outline.h"
@@ -26,9 +29,7 @@ Outline outlineOf(QueryType type, Fetched source, const OutlineWish& wish) {
         case QueryType::Excel:
             return workbookOutline(source, wish);
         default:
-            throw LookFailure(
-                "is an SQLite database; what is looked into is JSON, XML, HTML pages "
-                "and workbooks");
+            throw LookFailure("is an SQLite database; it can only be looked into as a file");
     }
 }
 
@@ -42,9 +43,32 @@ Settings fetchable(Settings settings) {
     return settings;
 }
 
+Explored exploreDatabase(const std::string& connectionString, const OutlineWish& wish,
+                         double timeoutSeconds) {
+    using Clock = std::chrono::steady_clock;
+    const auto patience =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(timeoutSeconds));
+    const auto database = openDatabase(connectionString, Clock::now() + patience);
+    Explored explored;
+    explored.words = database->words();
+    explored.source = {{"queryMode", valueOf(QueryType::Sql)}, {"connStr", connectionString}};
+    explored.outline = databaseOutline(*database, wish);
+    return explored;
+}
+
+bool isFileOfSqlite(const Settings& settings) {
+    return !settings.filename.empty() && !isUrl(settings.filename) &&
+           recognise(startOfFile(settings.filename)) == Kind::Sqlite;
+}
+
 }  // namespace
 
 Explored exploreSource(const Settings& settings, const OutlineWish& wish, double timeoutSeconds) {
+    if (settings.queryMode == QueryType::Sql && !settings.connStr.empty())
+        return exploreDatabase(settings.connStr, wish, timeoutSeconds);
+    if (isFileOfSqlite(settings))
+        return exploreDatabase(intake::sqliteConnectionString(settings.filename), wish,
+                               timeoutSeconds);
     Fetched source = fetch(fetchable(settings), timeoutSeconds);
     const Kind kind = recognise(source.body);
     Explored explored;
@@ -54,9 +78,10 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
     if (source.status >= firstErrorStatus)
         explored.words += ", with status " + std::to_string(source.status);
     if (!type)
-        throw LookFailure("is " + explored.words +
-                          "; what is looked into is JSON, XML, HTML pages and workbooks");
-    explored.queryMode = *type;
+        throw LookFailure(
+            "is " + explored.words +
+            "; what is looked into is JSON, XML, HTML pages, workbooks and databases");
+    explored.source = {{"queryMode", valueOf(*type)}};
     explored.outline = outlineOf(*type, std::move(source), wish);
     return explored;
 }

@@ -225,7 +225,7 @@ fixtures.xlsx has no sheet "Clubs", but Round 28, Teams.
 TEST_F(Explored, WhatIsNoneOfTheseIsSaid) {
     write("clubs.csv", "club;points\n");
     expectExplored({"clubs.csv"}, R"(
-clubs.csv is a text, and neither JSON nor XML nor HTML; what is looked into is JSON, XML, HTML pages and workbooks.
+clubs.csv is a text, and neither JSON nor XML nor HTML; what is looked into is JSON, XML, HTML pages, workbooks and databases.
 )",
                    1);
 }

@@ -1,0 +1,320 @@
+// What `explain` says of databases in files.
+
+#include <sqlite3.h>
+
+#include "tests/sql/make_database.h"
+#include "tests/workbench/cli/linux/ExplainTest.h"
+
+namespace {
+
+constexpr const char* teams =
+    "CREATE TABLE team (code TEXT, name TEXT, points INTEGER);"
+    "CREATE VIEW best AS SELECT * FROM team WHERE points > 50;"
+    "INSERT INTO team VALUES ('HOL', 'Hollinbeck', 68), ('ESK', 'Eskerfold', 51),"
+    "('KEL', 'Kelder', -1);";
+
+class ExplainedDatabase : public ExplainTest {
+protected:
+    ExplainedDatabase() { intake::makeDatabase(folder / "league.db", teams); }
+
+    /// Of a query of league.db, with more settings behind it.
+    static Settings of(const std::string& query, const Settings& more = {}) {
+        return joined({"queryMode=SQL", "connStr=Provider=SQLite;Data Source=league.db",
+                       "query=" + query, "mode=DataTable", "table=T", "key=code"},
+                      more);
+    }
+
+    std::string count() const {
+        return load(of("SELECT count(*) AS code FROM team"), {"--out", "script"}).out;
+    }
+};
+
+/// A transaction of another program that lets nobody else in.
+class Lock {
+public:
+    explicit Lock(const std::filesystem::path& file) {
+        sqlite3_open(file.c_str(), &database_);
+        sqlite3_exec(database_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    }
+    ~Lock() { sqlite3_close(database_); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+private:
+    sqlite3* database_ = nullptr;
+};
+
+}  // namespace
+
+TEST_F(ExplainedDatabase, ThatLoadsHasATickAtEachStage) {
+    expectExplained(of("SELECT * FROM team"), R"(
+league.db: 3 records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✓ selection SELECT * FROM team: 3 rows, 3 columns
+  ✓ key       code
+  ✓ rows      all 3
+  ✓ script
+  ✓ store
+)");
+}
+
+TEST_F(ExplainedDatabase, ATableThatIsNotThereIsToldWithThoseThatAre) {
+    expectExplained(of("SELECT * FROM teem"), R"(
+league.db: no records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection SELECT * FROM teem
+                            ^^^^ No such table: teem. The database has: team, best.
+              Correct "SQL Query" (query).
+  – key, rows, script, store: not reached
+  Try: --set 'query=SELECT * FROM team'   (3 records, checked)
+)");
+}
+
+TEST_F(ExplainedDatabase, AColumnThatIsNotThereIsMendedTogetherWithTheKey) {
+    expectExplained(of("SELECT nam FROM team", {"key=nam"}), R"(
+league.db: no records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection SELECT nam FROM team
+                     ^^^ No such column: nam. The tables of the query have: code, name, points.
+              Correct "SQL Query" (query).
+  – key, rows, script, store: not reached
+  Try: --set 'query=SELECT name FROM team' --set key=name   (3 records, checked)
+)");
+}
+
+TEST_F(ExplainedDatabase, AKeyThatIsNoColumnIsTold) {
+    expectExplained(of("SELECT name, points FROM team"), R"(
+league.db: no records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✓ selection SELECT name, points FROM team: 3 rows, 2 columns
+  ✗ key       code
+              None of the columns of the query is "code". They are: name, points.
+              Set "Key" (key) to one of these, or add it to the query.
+  – rows, script, store: not reached
+  Try: --set key=name   (3 records, checked)
+)");
+}
+
+TEST_F(ExplainedDatabase, KeysThatRepeatAreTold) {
+    const Explained explained(
+        explain(of("SELECT 'a' AS code, name FROM team"), {"--out", "json"}).out);
+    EXPECT_TRUE(explained.isOk);
+    EXPECT_EQ(explained.records, 1U);
+    ASSERT_NE(explained.mended(), nullptr);
+    EXPECT_EQ(explained.mended()->name, "key");
+    EXPECT_EQ(explained.mended()->set, Settings{"key=name"});
+    EXPECT_EQ(explained.mended()->records, 3U);
+}
+
+TEST_F(ExplainedDatabase, AQueryThatFindsNoRowIsFine) {
+    expectExplained(of("SELECT * FROM team WHERE points > 100"), R"(
+league.db: no records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✓ selection SELECT * FROM team WHERE points > 100: 0 records: the query runs and finds no row; the source is fine
+  ✓ rows      no row
+  ✓ store
+  – key, script: not looked at
+)");
+}
+
+TEST_F(ExplainedDatabase, RowsBehindTheLastAreTold) {
+    const Explained explained(
+        explain(of("SELECT * FROM team", {"fromRow=7"}), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "rows");
+    EXPECT_EQ(explained.failed()->cause, "There are 3 rows, 0 to 2.");
+    EXPECT_EQ(explained.failed()->records, 3U);
+}
+
+TEST_F(ExplainedDatabase, AWordThatIsMisspeltIsTold) {
+    expectExplained(of("SELEC * FROM team"), R"(
+league.db: no records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection SELEC * FROM team
+              ^^^^^ No query begins with this word.
+              Correct "SQL Query" (query).
+  – key, rows, script, store: not reached
+  Try: --set 'query=SELECT * FROM team'   (3 records, checked)
+)");
+}
+
+TEST_F(ExplainedDatabase, WhatIsWrongWithinAQueryIsTold) {
+    const Explained explained(
+        explain(of("SELECT * FROM team WHERE AND points"), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "selection");
+    EXPECT_EQ(explained.failed()->place, "AND");
+    EXPECT_EQ(explained.failed()->cause, "Near \"AND\": syntax error.");
+}
+
+TEST_F(ExplainedDatabase, AStatementWithoutRecordsIsNotRun) {
+    const std::string before = count();
+    expectExplained(of("DELETE FROM team"), R"(
+league.db: not loaded, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection DELETE FROM team
+              DELETE gives no records, so nothing arrives. It was not run, since it writes.
+              Set "SQL Query" (query) to a SELECT.
+  – key, rows, script, store: not reached
+)");
+    EXPECT_EQ(count(), before);
+}
+
+TEST_F(ExplainedDatabase, AQueryThatMayWriteIsRunOnWishOnly) {
+    const std::string query = "INSERT INTO team VALUES ('NEW', 'New', 0) RETURNING code";
+    const std::string before = count();
+    const ChildResult asked = explain(of(query));
+    EXPECT_EQ(asked.status, 0);
+    EXPECT_NE(asked.out.find("so it was not run"), std::string::npos) << asked.out;
+    EXPECT_EQ(count(), before);
+    const ChildResult run = explain(of(query), {"--allow-writes"});
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_NE(run.out.find("league.db: 1 record, "), std::string::npos) << run.out;
+    EXPECT_NE(count(), before);
+}
+
+TEST_F(ExplainedDatabase, WhatAQueryCallsIsNoWrite) {
+    for (const char* const query :
+         {"SELECT code, \"name\" FROM team -- DELETE FROM team; \n",
+          "WITH \"insert\" AS (SELECT * FROM team) SELECT * FROM \"insert\" WHERE name <> 'DROP;';",
+          "SELECT /* UPDATE */ code FROM [team] t, (SELECT max(points) AS m FROM team) b"}) {
+        const ChildResult result = explain(of(query));
+        EXPECT_EQ(result.status, 0) << result.out;
+        EXPECT_NE(result.out.find("league.db: 3 records, "), std::string::npos) << result.out;
+    }
+}
+
+TEST_F(ExplainedDatabase, AnEmptyQueryIsTold) {
+    for (const char* const query : {"", " ; ", "-- nothing"}) {
+        const Explained explained(explain(of(query), {"--out", "json"}).out);
+        ASSERT_NE(explained.failed(), nullptr);
+        EXPECT_EQ(explained.failed()->cause, "\"SQL Query\" (query) is empty.");
+    }
+}
+
+TEST_F(ExplainedDatabase, AFileThatIsNotThereIsToldWithItsPlace) {
+    expectExplained(of("SELECT 1", {"connStr=Provider=SQLite;Data Source=legue.db"}), R"(
+legue.db: no records, # s
+  ✓ settings
+  ✗ address   legue.db
+              The database is not there; it was looked for as FOLDER/legue.db.
+              Correct the file in "Connection String" (connStr). A path that does not begin at the root starts at the folder in which the host was started.
+  – fetched, format, selection, key, rows, script, store: not reached
+)");
+}
+
+TEST_F(ExplainedDatabase, AFileBesideTheSceneIsProposed) {
+    std::filesystem::create_directory(folder / "show");
+    std::filesystem::rename(folder / "league.db", folder / "show" / "league.db");
+    write("show/scene.json",
+          R"({"instances": [{"name": "table", "parameters": {"queryMode": 1, "mode": 0,
+             "connStr": "Provider=SQLite;Data Source=league.db", "table": "T", "key": "code",
+             "query": "SELECT * FROM team"}}]})");
+    const Explained explained(
+        run({"explain", "--scene", "show/scene.json", "--instance", "table", "--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "address");
+    EXPECT_EQ(explained.failed()->set,
+              Settings{"connStr=Provider=SQLite;Data Source=show/league.db"});
+    EXPECT_EQ(explained.failed()->records, 3U);
+}
+
+TEST_F(ExplainedDatabase, AFileThatIsNoDatabaseIsTold) {
+    write("league.db", "code,name\nHOL,Hollinbeck and more than there is room for in a header\n");
+    const Explained explained(explain(of("SELECT * FROM team"), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "format");
+    EXPECT_EQ(explained.failed()->cause,
+              "The file is no whole database of SQLite: file is not a database.");
+}
+
+TEST_F(ExplainedDatabase, AFileThatIsBrokenIsTold) {
+    std::filesystem::resize_file(folder / "league.db", 4096);
+    const Explained explained(explain(of("SELECT * FROM team"), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_NE(explained.failed()->cause.find("malformed"), std::string::npos)
+        << explained.failed()->cause;
+}
+
+TEST_F(ExplainedDatabase, AFileThatIsLockedIsTold) {
+    const Lock lock(folder / "league.db");
+    const Explained explained(
+        explain(
+            of("SELECT * FROM team", {"connStr=Provider=SQLite;Data Source=league.db;Timeout=100"}),
+            {"--out", "json"})
+            .out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "fetched");
+    EXPECT_EQ(explained.failed()->seen, "locked");
+    EXPECT_EQ(explained.failed()->cause, "It is locked: database is locked.");
+}
+
+TEST_F(ExplainedDatabase, AFileThatMayOnlyBeReadIsRead) {
+    std::filesystem::permissions(folder / "league.db", std::filesystem::perms::owner_read);
+    EXPECT_EQ(explain(of("SELECT * FROM team")).status, 0);
+}
+
+TEST_F(ExplainedDatabase, AQueryThatTakesTooLongIsLate) {
+    const ChildResult result =
+        explain(of("WITH RECURSIVE c(code) AS (SELECT 1 UNION ALL SELECT code + 1 FROM c) "
+                   "SELECT max(code) FROM c"),
+                {"--timeout", "0.5"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_NE(result.out.find("It gave no answer in time."), std::string::npos) << result.out;
+}
+
+TEST_F(ExplainedDatabase, AConnectionStringThatCannotBeReadIsToldWithoutItsSecrets) {
+    const ChildResult result = explain(of("SELECT 1", {"connStr=Pwd=s3cret;nonsense"}));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.out.find("✗ settings"), std::string::npos) << result.out;
+    EXPECT_EQ((result.out + result.err).find("s3cret"), std::string::npos) << result.out;
+}
+
+TEST_F(ExplainedDatabase, AProviderThatIsNotThereIsTold) {
+    const Explained explained(
+        explain(of("SELECT 1", {"connStr=Provider=Nowhere;Data Source=x"}), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "address");
+    EXPECT_TRUE(explained.failed()->cause.starts_with("There is no provider \"Nowhere\""));
+}
+
+TEST_F(ExplainedDatabase, ADriverThatIsNotThereIsToldWithThoseThatAre) {
+    const Explained explained(
+        explain(of("SELECT 1", {"connStr=Driver=PostgreSQL Unicde;Server=x"}), {"--out", "json"})
+            .out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "address");
+    EXPECT_TRUE(explained.failed()->cause.starts_with(
+        "There is no ODBC driver \"PostgreSQL Unicde\" on this machine. There are: "));
+    EXPECT_NE(explained.failed()->cause.find("MariaDB Unicode"), std::string::npos);
+}
+
+TEST_F(ExplainedDatabase, ADataSourceThatIsNotKnownIsTold) {
+    const Explained explained(
+        explain(of("SELECT 1", {"connStr=DSN=league"}), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "address");
+    EXPECT_TRUE(explained.failed()->cause.starts_with(
+        "No data source (DSN) \"league\" is set up on this machine."));
+}
