@@ -69,6 +69,16 @@ std::string LocationPath::text(std::size_t count) const {
     return path.empty() && isAbsolute ? "/" : path;
 }
 
+std::string declarationOf(std::string_view prefix, std::string_view address) {
+    std::string declaration = "xmlns:" + std::string(prefix) + "=\"";
+    for (const char sign : address)
+        declaration += sign == '&'   ? "&amp;"
+                       : sign == '<' ? "&lt;"
+                       : sign == '"' ? "&quot;"
+                                     : std::string(1, sign);
+    return declaration + '"';
+}
+
 LocationPath locationPath(std::string_view expression) {
     expression = intake::trimmed(expression, blanks);
     LocationPath path;

@@ -33,4 +33,7 @@ struct LocationPath {
 
 LocationPath locationPath(std::string_view expression);
 
+/// What "Namespaces" declares a prefix by: xmlns:d="urn:feed".
+std::string declarationOf(std::string_view prefix, std::string_view address);
+
 }  // namespace probe

@@ -61,6 +61,10 @@ XmlQueries::XmlQueries(xmlDoc* document, const std::string& declarations)
     }
 }
 
+std::string_view XmlQueries::addressOf(const std::string& prefix) const {
+    return viewOf(xmlXPathNsLookup(context_.get(), toXml(prefix)));
+}
+
 xmlXPathCompExpr* XmlQueries::compiled(const std::string& expression) {
     if (compiled_ == nullptr || expression != expression_) {
         compiled_.reset(xmlXPathCtxtCompile(context_.get(), toXml(expression)));

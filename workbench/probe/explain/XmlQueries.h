@@ -26,6 +26,9 @@ public:
     /// Whether the declarations could be read.
     bool knowsDeclarations() const { return knowsDeclarations_; }
 
+    /// What a prefix stands for, as the library keeps it; empty for one that is not declared.
+    std::string_view addressOf(const std::string& prefix) const;
+
     /// Asks from the document, or from a node of it. An expression that would take very long is
     /// not answered.
     Answer ask(const std::string& expression, xmlNode* from = nullptr);

@@ -26,6 +26,16 @@ void addOnce(std::vector<std::string>& names, std::string name) {
         names.push_back(std::move(name));
 }
 
+/// The address of a namespace: the library leaves a reference where an ampersand stands.
+std::string addressOf(const xmlNs* space) {
+    constexpr std::string_view reference = "&#38;";
+    std::string address(viewOf(space->href));
+    for (auto at = address.find(reference); at != std::string::npos;
+         at = address.find(reference, at + 1))
+        address.replace(at, reference.size(), "&");
+    return address;
+}
+
 std::string localOf(const std::string& name) {
     return name.substr(name.find(':') + 1);
 }
@@ -141,30 +151,26 @@ std::string XmlStop::causeOfPredicate(const std::string& tested) {
 
 std::string XmlStop::causeOfNamespace(const xmlNode* there) const {
     const XPathStep& step = path_.steps[stop_];
-    if (there->ns == nullptr)
-        return "The element " + quoted(step.localName()) +
-               " is there, but in no namespace, and so without a prefix.";
-    return "The element " + quoted(step.localName()) + " is there, but in the namespace " +
-           quoted(viewOf(there->ns->href)) + ". In an XPath it needs a prefix, " +
-           "which \"Namespaces\" (namespaces) declares.";
+    const std::string thing = step.isAttribute() ? "attribute " : "element ";
+    const std::string isThere = "The " + thing + quoted(step.localName()) + " is there, but in ";
+    if (there->ns == nullptr) return isThere + "no namespace, and so without a prefix.";
+    const bool isKnown = viewOf(there->ns->prefix) == "xml";
+    return isThere + "the namespace " + quoted(addressOf(there->ns)) + ". In an XPath it needs " +
+           (isKnown ? "the prefix \"xml\", which needs no declaration."
+                    : "a prefix, which \"Namespaces\" (namespaces) declares.");
 }
 
 /// The prefix that stands for a namespace in the expression; declares one where there is none.
 std::string XmlStop::prefixFor(const xmlNs* space) {
-    const std::string uri(viewOf(space->href));
     const std::string own(viewOf(space->prefix));
     const std::string wanted = own.empty() ? "d" : own;
+    const XmlQueries known(document_, namespaces_);
     for (int number = 1;; ++number) {
         const std::string prefix = number == 1 ? wanted : wanted + std::to_string(number);
-        XmlQueries known(document_, namespaces_);
-        const std::string test = "/descendant-or-self::" + prefix + ":*[namespace-uri()='" + uri +
-                                 "'] | //@" + prefix + ":*[namespace-uri()='" + uri + "']";
-        const XmlQueries::Answer answer = known.ask(test);
-        if (!answer.nodes.empty()) return prefix;
-        if (answer.unknownPrefix.empty()) continue;  // it stands for another namespace
-        const char quote = uri.find('"') == std::string::npos ? '"' : '\'';
-        namespaces_ +=
-            (namespaces_.empty() ? "xmlns:" : " xmlns:") + prefix + "=" + quote + uri + quote;
+        const std::string_view address = known.addressOf(prefix);
+        if (address == viewOf(space->href)) return prefix;
+        if (!address.empty()) continue;  // it stands for another namespace
+        namespaces_ += (namespaces_.empty() ? "" : " ") + declarationOf(prefix, addressOf(space));
         return prefix;
     }
 }

@@ -19,6 +19,7 @@
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/explore/PathTree.h"
 #include "workbench/probe/words.h"
+#include "workbench/probe/xpath_text.h"
 
 namespace probe {
 
@@ -52,17 +53,18 @@ public:
         for (const auto& [uri, prefix] : byUri_) {
             const bool isUsed = path.find("/" + prefix + ":") != std::string::npos ||
                                 path.find("@" + prefix + ":") != std::string::npos;
-            const char quote = uri.find('"') == std::string::npos ? '"' : '\'';
-            if (isUsed)
-                declarations += (declarations.empty() ? "xmlns:" : " xmlns:") + prefix + "=" +
-                                quote + uri + quote;
+            if (isUsed && prefix != xmlPrefix)
+                declarations += (declarations.empty() ? "" : " ") + declarationOf(prefix, uri);
         }
         return declarations;
     }
 
 private:
-    std::map<std::string, std::string, std::less<>> byUri_;
-    std::set<std::string> taken_{"xml"};
+    static constexpr const char* xmlPrefix = "xml";  // that is known everywhere
+
+    std::map<std::string, std::string, std::less<>> byUri_{
+        {reinterpret_cast<const char*>(XML_XML_NAMESPACE), xmlPrefix}};
+    std::set<std::string> taken_{xmlPrefix};
 };
 
 /// Puts the elements and attributes of a document where their paths are. Names are as expressions
@@ -136,11 +138,25 @@ private:
     PathEvents events_;
 };
 
+/// Whether a name with a prefix may stand in a tag; the quick scanner does not tell of each.
+bool mayHavePrefixes(std::string_view body) {
+    constexpr std::string_view ends = "=<>/\"' \t\r\n";
+    constexpr std::size_t longest = 1000;  // of a name
+    for (auto at = body.find(':'); at != std::string_view::npos; at = body.find(':', at + 1)) {
+        const auto from = at - std::min(at, longest);
+        const auto before = body.substr(from, at - from).find_last_of(ends);
+        const auto behind = body.substr(at + 1, longest).find_first_of(ends);
+        const bool isWhole = before != std::string_view::npos && behind != std::string_view::npos;
+        if (!isWhole || body[from + before] == '<' || body[at + 1 + behind] == '=') return true;
+    }
+    return false;
+}
+
 /// Reads a document that is as plain as programs mostly write it, several times as fast as a parser
 /// can. False when it is not; the tree is of no use then.
 bool scan(const Fetched& source, PathTree& tree) {
-    const bool hasNamespaces = source.body.find("xmlns") != std::string::npos ||
-                               source.body.find(" xml:") != std::string::npos;
+    const bool hasNamespaces =
+        source.body.find("xmlns") != std::string::npos || mayHavePrefixes(source.body);
     const std::string charset = intake::charsetOf(source.contentType);
     const bool isUtf8 = charset.empty() || intake::equalIgnoringCase(charset, "utf-8");
     if (hasNamespaces || !isUtf8) return false;
@@ -206,13 +222,16 @@ struct ParserDeleter {
     void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
 };
 
-/// What the plugin's own parser says of a document.
-[[noreturn]] void refuse(const Fetched& source) {
+/// What the plugin's own parser says against a document; empty when it loads.
+std::string faultOf(const Fetched& source) {
     const intake::EndMark never;
     const auto loaded = intake::loadXml(intake::TextSource(source.body), never,
                                         intake::charsetOf(source.contentType));
-    throw LookFailure("is no XML that can be read: " +
-                      std::string(intake::trimmed(loaded.reason, intake::XML_SPACE)));
+    return std::string(intake::trimmed(loaded.reason, intake::XML_SPACE));
+}
+
+[[noreturn]] void refuse(const std::string& fault) {
+    throw LookFailure("is no XML that can be read: " + fault);
 }
 
 void parse(const Fetched& source, ParsedEvents& events) {
@@ -222,7 +241,8 @@ void parse(const Fetched& source, ParsedEvents& events) {
         xmlCreatePushParserCtxt(&sax, nullptr, nullptr, 0, nullptr));
     if (parser == nullptr) throw std::bad_alloc();
     parser->_private = &events;
-    xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_HUGE);
+    // Character references in attributes are decoded too; with DTDs refused there are no entities.
+    xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOENT);
     const std::string charset = intake::charsetOf(source.contentType);
     const bool hasMark = intake::byteOrderMarkOf(source.body).encoding != nullptr;
     if (!charset.empty() && !hasMark) {
@@ -233,10 +253,13 @@ void parse(const Fetched& source, ParsedEvents& events) {
     for (std::size_t at = 0; at < source.body.size(); at += piece) {
         const std::size_t length = std::min(piece, source.body.size() - at);
         xmlParseChunk(parser.get(), source.body.data() + at, static_cast<int>(length), 0);
-        if (parser->wellFormed == 0 || parser->disableSAX != 0) refuse(source);
+        if (parser->wellFormed == 0 || parser->disableSAX != 0) refuse(faultOf(source));
     }
     xmlParseChunk(parser.get(), "", 0, 1);
-    if (parser->wellFormed == 0) refuse(source);
+    if (parser->wellFormed == 0) refuse(faultOf(source));
+    // Some faults of namespaces are advice only, such as an address of an unusual form.
+    const std::string fault = parser->nsWellFormed == 0 ? faultOf(source) : "";
+    if (!fault.empty()) refuse(fault);
 }
 
 std::string pathTo(const PathTree& tree, Id node) {

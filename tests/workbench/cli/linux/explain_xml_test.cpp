@@ -211,6 +211,38 @@ source.xml: no records, # s
 )");
 }
 
+TEST_F(ExplainedXml, ANamespaceOfAnyAddressIsDeclared) {
+    expectOf("<feed xmlns=\"urn:o'neil&amp;&quot;&lt;\"><entry id='1'/></feed>",
+             {"xpath=/feed/entry", "key=@id"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   62 bytes
+  ✓ format    XML
+  ✗ selection /feed/entry
+               ^^^^ The element "feed" is there, but in the namespace "urn:o'neil&"<". In an XPath it needs a prefix, which "Namespaces" (namespaces) declares.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set 'namespaces=xmlns:d="urn:o'\''neil&amp;&quot;&lt;"' --set xpath=/d:feed/d:entry   (1 record, checked)
+)");
+}
+
+TEST_F(ExplainedXml, AnAttributeWithThePrefixXmlNeedsNoDeclaration) {
+    expectOf("<l><c xml:lang='en'/><c xml:lang='de'/></l>",
+             {"xpath=/l/c/@lang", "mode=Data Field Array"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   43 bytes
+  ✓ format    XML
+  ✗ selection /l/c/@lang
+                   ^^^^^ The attribute "lang" is there, but in the namespace "http://www.w3.org/XML/1998/namespace". In an XPath it needs the prefix "xml", which needs no declaration.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=/l/c/@xml:lang   (2 records, checked)
+)");
+}
+
 TEST_F(ExplainedXml, NamespacesThatAreNoDeclarationsAreTold) {
     expectOf(feed, {"xpath=/d:feed", "namespaces=d=http://example.com/feed"}, R"(
 source.xml: no records, # s

@@ -130,6 +130,42 @@ Load one, for example: intake-workbench load feed.xml --set mode=DataArray --set
 )");
 }
 
+TEST_F(Explored, ThePrefixXmlNeedsNoDeclaration) {
+    write("feed.xml", "<f><t\nxml:lang='en'>Wind</t></f>");
+    expectExplored({"feed.xml", "--at", "/f/t"}, R"(
+feed.xml is XML, 32 bytes
+records  name       kind        first value  select it by
+      1  @xml:lang  attributes  en           --set xpath=/f/t/@xml:lang
+)");
+}
+
+TEST_F(Explored, NamespacesOfAnyAddressAreDeclared) {
+    write("feed.xml", "<f xmlns:m=\"urn:o'neil&amp;&quot;&lt;\"><m:c/></f>");
+    expectExplored({"feed.xml", "--find", "m:c"}, R"(
+feed.xml is XML, 49 bytes
+records  name  kind   first value  select it by
+      1  m:c   texts               --set 'namespaces=xmlns:m="urn:o'\''neil&amp;&quot;&lt;"' --set xpath=/f/m:c
+)");
+}
+
+TEST_F(Explored, XmlWithAPrefixThatNothingDeclaresIsNotLoaded) {
+    for (const char* const text : {"<f><t a:b='1'/></f>", "<f xmlns='urn:f'><a:t/></f>"}) {
+        write("feed.xml", text);
+        const ChildResult result = explore({"feed.xml"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.err.find("Namespace prefix a"), std::string::npos) << result.err;
+    }
+}
+
+TEST_F(Explored, ReferencesInAttributesOfXmlAreDecoded) {
+    write("feed.xml", "<f xmlns:m='urn:m'><c id='A&#38;B&#x41; &lt;&amp;&quot;'/></f>");
+    expectExplored({"feed.xml", "--find", "&BA"}, R"(
+feed.xml is XML, 62 bytes
+records  name  kind        first value  select it by
+      1  @id   attributes  A&BA <&"     --set xpath=/f/c/@id
+)");
+}
+
 TEST_F(Explored, XmlIsListedBelowAPlace) {
     write("league.xml", "<l><c id='1'><n>Quay</n></c><c id='2'><n>Pier</n></c></l>");
     expectExplored({"league.xml", "--at", "/l/c"}, R"(
