@@ -1,6 +1,18 @@
 #include "workbench/cli/probe_settings.h"
 
+#include <array>
+
+#include "workbench/cli/received_text.h"
+
 namespace workbench {
+
+namespace {
+
+/// The texts that reach the reader as the plugin's command leaves them.
+constexpr std::array unescaped{&probe::Settings::fromRow, &probe::Settings::numRows,
+                               &probe::Settings::proxyUrl, &probe::Settings::customHeaders};
+
+}  // namespace
 
 probe::Settings probeSettings(const lumo::ParameterTable& parameters, const lumo::Record& record) {
     probe::Settings settings;
@@ -19,6 +31,11 @@ probe::Settings probeSettings(const lumo::ParameterTable& parameters, const lumo
     settings.proxyMode = static_cast<probe::ProxyMode>(number("proxyMode"));
     settings.inputFormat = number("inputFormat");
     settings.outputFormat = number("outputFormat");
+    for (const auto text : unescaped)
+        settings.*text = receivedText(settings.*text);
+    // Of a worksheet the sheet and the fields arrive in a query.
+    if (settings.queryMode != probe::QueryType::Excel)
+        settings.sheet = receivedText(settings.sheet);
     return settings;
 }
 

@@ -5,6 +5,7 @@
 
 #include "formats/connection/sqlite_connection_string.h"
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/received_text.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
@@ -31,7 +32,7 @@ probe::Request requestOf(const lumo::ParameterTable& parameters, const lumo::Rec
         request.password = textOf("password", parameters, record);
     }
     if (!isOn("useCustomHeaders", parameters, record)) return request;
-    std::istringstream lines(textOf("customHeaders", parameters, record));
+    std::istringstream lines(receivedText(textOf("customHeaders", parameters, record)));
     for (std::string line; std::getline(lines, line);) {
         line.erase(line.find_last_not_of('\r') + 1);
         if (line.find(':') != std::string::npos) request.headers.push_back(line);

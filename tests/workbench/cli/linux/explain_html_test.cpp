@@ -42,6 +42,22 @@ page.html: 2 records, # s
 )");
 }
 
+TEST_F(ExplainedPage, SettingsAreReadAsTheyArriveAtThePlugin) {
+    expectOf("<!DOCTYPE html><table id='a|b'><tr><td>1<tr><td>2</table>",
+             {"sheet=ID a\\|b", "fromRow=1|x"}, R"(
+page.html: 1 record, # s
+  ✓ settings
+  ✓ address   page.html
+  ✓ fetched   57 bytes
+  ✓ format    an HTML page
+  ✓ selection ID a|b: 2 rows, 1 column
+  ✓ key       none is needed
+  ✓ rows      1 of 2: number 1
+  ✓ script
+  ✓ store
+)");
+}
+
 TEST_F(ExplainedPage, AnIdThatIsNotThereIsToldWithThoseThatAre) {
     expectOf(page, {"sheet=ID heat"}, R"(
 page.html: no records, # s
