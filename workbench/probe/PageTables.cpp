@@ -65,6 +65,12 @@ std::string textOf(const Node& element) {
     return std::string(intake::trimmed(text, " \t\r\n"));
 }
 
+/// The parameter travels framed by bars, within which a backslash has a meaning.
+bool arrives(const std::string& selector) {
+    return selector.size() <= longestSelector &&
+           selector.find_first_of("\r\n\\|") == std::string::npos;
+}
+
 bool isSectionHeading(const Node& node) {
     constexpr std::array headings{Tag::H1, Tag::H2, Tag::H3, Tag::H4, Tag::H5, Tag::H6};
     return std::any_of(headings.begin(), headings.end(), [&](Tag tag) { return node.isHtml(tag); });
@@ -114,10 +120,12 @@ FoundTable PageTables::find(const HtmlSelector& selector) {
     return {inside == nullptr && isTable(*element) ? element : inside, element};
 }
 
+bool PageTables::canFind(const std::string& selector) {
+    return arrives(selector) && find(htmlSelector(selector)).table != nullptr;
+}
+
 bool PageTables::finds(const std::string& selector, const Node& table) {
-    const bool fits =
-        selector.size() <= longestSelector && selector.find_first_of("\r\n") == std::string::npos;
-    return fits && find(htmlSelector(selector)).table == &table;
+    return arrives(selector) && find(htmlSelector(selector)).table == &table;
 }
 
 std::string PageTables::selectorFor(const Node& table) {

@@ -33,6 +33,9 @@ public:
 
     FoundTable find(const HtmlSelector& selector);
 
+    /// Whether a selector arrives at the plugin as it stands, and finds a table.
+    bool canFind(const std::string& selector);
+
     /// A selector that finds just this table, the most telling one; empty when there is none that
     /// fits into the parameter.
     std::string selectorFor(const intake::html::Node& table);

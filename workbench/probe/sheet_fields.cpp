@@ -1,6 +1,7 @@
 #include "workbench/probe/sheet_fields.h"
 
 #include <algorithm>
+#include <array>
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
@@ -10,6 +11,75 @@ namespace probe {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
+
+/// Words of the language of queries, in alphabetical order.
+constexpr std::array<std::string_view, 63> reserved{"add",
+                                                    "all",
+                                                    "alter",
+                                                    "and",
+                                                    "as",
+                                                    "autoincrement",
+                                                    "between",
+                                                    "case",
+                                                    "cast",
+                                                    "check",
+                                                    "collate",
+                                                    "commit",
+                                                    "constraint",
+                                                    "create",
+                                                    "current_date",
+                                                    "current_time",
+                                                    "current_timestamp",
+                                                    "default",
+                                                    "deferrable",
+                                                    "delete",
+                                                    "distinct",
+                                                    "drop",
+                                                    "else",
+                                                    "escape",
+                                                    "except",
+                                                    "exists",
+                                                    "foreign",
+                                                    "from",
+                                                    "group",
+                                                    "having",
+                                                    "in",
+                                                    "index",
+                                                    "insert",
+                                                    "intersect",
+                                                    "into",
+                                                    "is",
+                                                    "isnull",
+                                                    "join",
+                                                    "limit",
+                                                    "not",
+                                                    "nothing",
+                                                    "notnull",
+                                                    "null",
+                                                    "on",
+                                                    "or",
+                                                    "order",
+                                                    "primary",
+                                                    "raise",
+                                                    "references",
+                                                    "returning",
+                                                    "select",
+                                                    "set",
+                                                    "table",
+                                                    "then",
+                                                    "to",
+                                                    "transaction",
+                                                    "union",
+                                                    "unique",
+                                                    "update",
+                                                    "using",
+                                                    "values",
+                                                    "when",
+                                                    "where"};
+
+bool isReserved(const std::string& name) {
+    return std::binary_search(reserved.begin(), reserved.end(), intake::lowerCase(name));
+}
 
 bool isPlainName(std::string_view text) {
     return !text.empty() && !intake::isDigit(text.front()) &&
@@ -66,7 +136,8 @@ std::vector<SheetField> sheetFields(std::string_view range) {
 }
 
 std::string bracketed(const std::string& column) {
-    return isPlainName(column) ? column : "[" + column + "]";
+    const bool isPlain = isPlainName(column) && !isReserved(column);
+    return isPlain ? column : "[" + column + "]";
 }
 
 }  // namespace probe

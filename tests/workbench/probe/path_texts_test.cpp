@@ -40,6 +40,10 @@ TEST(JsonPathText, CannotNameEveryMember) {
         EXPECT_FALSE(canBeNamed(name)) << name;
 }
 
+TEST(XPathText, DeclaresANamespaceOfAnyAddress) {
+    EXPECT_EQ(declarationOf("d", "urn:o'neil&\"<"), "xmlns:d=\"urn:o'neil&amp;&quot;&lt;\"");
+}
+
 TEST(XPathText, OfALocationPathHasSteps) {
     const LocationPath path = locationPath("/a:feed//item[@id='x/y'][1]/@name");
     ASSERT_EQ(path.steps.size(), 3U);
@@ -69,6 +73,8 @@ TEST(SheetFields, AreColumnsOrExpressions) {
     EXPECT_EQ(fields[3].column, "two, words");
     EXPECT_TRUE(sheetFields(" * ").empty());
     EXPECT_EQ(bracketed("Kick-off"), "[Kick-off]");
+    EXPECT_EQ(bracketed("Order"), "[Order]");
+    EXPECT_EQ(bracketed("Orders"), "Orders");
 }
 
 }  // namespace

@@ -120,8 +120,7 @@ private:
         }
         selectors.resize(std::min(selectors.size(), mostProposals));
         for (const std::string& selector : selectors) {
-            if (tables_.find(htmlSelector(selector)).table != nullptr)
-                ladder_.propose(Stage::Selection, {{"sheet", selector}});
+            if (tables_.canFind(selector)) ladder_.propose(Stage::Selection, {{"sheet", selector}});
         }
     }
 

@@ -81,6 +81,7 @@ public:
         if (found.table == nullptr) throw LookFailure("has no table at " + quoted(wish_.place));
         const TableRows rows(*found.table);
         const std::size_t columns = rows.rowCount() == 0 ? 0 : rows.cellCount(0);
+        const bool canBeSelected = tables_.canFind(wish_.place);
         std::set<std::string> names;
         for (std::size_t column = 0; column < columns; ++column) {
             const std::string name = cellText(rows, 0, column);
@@ -88,7 +89,7 @@ public:
             OutlineEntry entry{0,  name, "column", records, startOf(cellText(rows, 1, column)),
                                "", {}};
             // A key is looked up by name, and found in the first column that has it.
-            if (!name.empty() && names.insert(name).second) {
+            if (canBeSelected && !name.empty() && names.insert(name).second) {
                 entry.settings = settingsFor(wish_.place, rows);
                 entry.settings.emplace_back("key", name);
                 entry.settings.emplace_back("mode", "Data Field Array");

@@ -102,7 +102,9 @@ void fill(std::string& body, PathTree& tree) {
     rapidjson::InsituStringStream stream(body.data() + (hasMark ? intake::UTF8_MARK.size() : 0));
     PathEvents events(tree);
     rapidjson::Reader reader;
-    if (reader.Parse<flags>(stream, events).IsError())
+    const bool isRead = !reader.Parse<flags>(stream, events).IsError();
+    const bool hasRest = stream.src_ != body.data() + body.size();  // behind a zero byte
+    if (!isRead || hasRest)
         throw LookFailure("is no JSON that can be read; explain says where it ends");
 }
 

@@ -111,7 +111,8 @@ std::string xmlDocument(Draw& draw) {
 
 std::string htmlTable(Draw& draw) {
     std::string text = "<table";
-    if (draw.isOneIn(3)) text += " id='" + draw.of({"heats", "final", "t 1", "t\"q"}) + "'";
+    if (draw.isOneIn(3))
+        text += " id='" + draw.of({"heats", "final", "t 1", "t\"q", "a|b", "a\\b"}) + "'";
     if (draw.isOneIn(3)) text += " class='" + draw.of({"results", "wide box"}) + "'";
     text += ">";
     if (draw.isOneIn(3)) text += "<caption>" + draw.of({"Heats", "Final", "Day 2"}) + "</caption>";
@@ -153,7 +154,7 @@ std::string workbook(Draw& draw) {
                             ? "<c r='" + place + "'><v>" + std::to_string(number) + "</v></c>"
                             : "<c r='" + place + "' t='inlineStr'><is><t>" +
                                   draw.of({"Home", "Away", "Kick-off", "Home odds", "x.y", "a]b",
-                                           "Größe"}) +
+                                           "Größe", "Order", "group", "Key"}) +
                                   "</t></is></c>";
             }
             rows += "</row>";

@@ -226,6 +226,25 @@ swim.html has no table at "ID semifinal".
                    1);
 }
 
+TEST_F(Explored, ATableIsNotSelectedByWhatDoesNotArrive) {
+    write("swim.html",
+          "<!DOCTYPE html><title>Swim</title><table><tr><td>1</table><table "
+          "id='a|b'><tr><td>2</table>"
+          "<table id='a\\b' class=c><tr><td>3</table>");
+    expectExplored({"swim.html"}, R"(
+swim.html is an HTML page titled "Swim", 132 bytes
+records  name             kind                    first value  select it by
+      1  the first table  table, 1 row, 1 column  1            --set sheet=
+      1  a table          table, 1 row, 1 column  2
+      1  CLASS c          table, 1 row, 1 column  3            --set 'sheet=CLASS c'
+)");
+    expectExplored({"swim.html", "--at", "ID a|b"}, R"(
+swim.html is an HTML page titled "Swim", 132 bytes
+records  name  kind    first value  select it by
+      1  2     column
+)");
+}
+
 TEST_F(Explored, APageWithoutTablesIsSaid) {
     write("signin.html", "<!DOCTYPE html><title>Sign in</title><form></form>");
     expectExplored({"signin.html"}, R"(
@@ -268,6 +287,14 @@ clubs.csv is a text, and neither JSON nor XML nor HTML; what is looked into is J
 
 TEST_F(Explored, JsonThatCannotBeReadIsSaid) {
     write("league.json", R"({"a": [1, )");
+    expectExplored({"league.json"}, R"(
+league.json is no JSON that can be read; explain says where it ends.
+)",
+                   1);
+}
+
+TEST_F(Explored, JsonWithAZeroByteBehindItIsNotRead) {
+    write("league.json", std::string("{\"a\": 1}\0", 9));
     expectExplored({"league.json"}, R"(
 league.json is no JSON that can be read; explain says where it ends.
 )",
