@@ -60,12 +60,11 @@ Assignments assignmentsOf(std::string_view script) {
     return assignments != nullptr ? std::move(*assignments) : Assignments{};
 }
 
-// A key such as 7-9 reads as a range, of which one record sets the first element.
 std::size_t countEntries(const Assignments& assignments) {
     std::unordered_set<std::string> keys;
     for (const Assignment& each : assignments) {
-        if (each.target.kind == Target::Kind::Entry) keys.emplace(each.target.key);
-        if (each.target.kind == Target::Kind::Range) keys.insert(std::to_string(each.target.first));
+        if (each.target.kind != Target::Kind::Whole)
+            keys.insert(cobalt::entrySetBy(each.target.key));
     }
     return keys.size();
 }

@@ -64,6 +64,11 @@ Target readTarget(Cursor& cursor) {
     return target;
 }
 
+std::string entrySetBy(std::string_view brackets) {
+    Target target;
+    return readRange(brackets, target) ? std::to_string(target.first) : std::string(brackets);
+}
+
 void requireRoom(const Target& target, std::size_t count, std::size_t offset) {
     if (target.kind != Target::Kind::Range || count == 0) return;
     const std::string range = "the range [" + std::string(target.key) + "]";

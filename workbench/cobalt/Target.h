@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,6 +31,10 @@ struct AssignedValues {
 
 /// Reads a target up to its "=", which is not read. Throws ParseFailure.
 Target readTarget(Cursor& cursor);
+
+/// The entry that one value is set to by a target with this in its brackets: what reads as a range,
+/// such as 7-9, has the value for its first element.
+std::string entrySetBy(std::string_view brackets);
 
 /// Throws ParseFailure at `offset` when the target is a range with room for fewer values.
 void requireRoom(const Target& target, std::size_t count, std::size_t offset);

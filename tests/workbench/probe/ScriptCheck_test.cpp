@@ -53,6 +53,17 @@ TEST(ScriptCheck, FindsNamesThatAScriptCannotCarry) {
         EXPECT_EQ(stateOfName(name), State::Warning) << name;
 }
 
+TEST(ScriptCheck, FindsKeysThatAreAnotherOneInBrackets) {
+    for (const char* key : {"7-9", "2027-05", "a]b"}) {
+        ScriptCheck check(doubled);
+        check.key(key);
+        EXPECT_EQ(stateOf(check), State::Warning) << key;
+    }
+    ScriptCheck check(doubled);
+    check.key("2027-05-01");
+    EXPECT_EQ(stateOf(check), State::Ok);
+}
+
 TEST(ScriptCheck, NamesWhatIsSetBehindTheEndOfAValue) {
     ScriptCheck check(doubled);
     check.value("text", "so\"\";Score=\"\"9");

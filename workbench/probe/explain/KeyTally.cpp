@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "workbench/cobalt/Target.h"
 #include "workbench/probe/words.h"
 
 namespace probe {
@@ -19,7 +20,7 @@ void KeyTally::add(std::optional<std::string_view> key) {
         return;
     }
     if (key->empty()) ++empty_;
-    if (seen_.emplace(*key).second) return;
+    if (seen_.insert(cobalt::entrySetBy(*key)).second) return;
     ++repeated_;
     const bool isNew = std::find(examples_.begin(), examples_.end(), *key) == examples_.end();
     if (isNew && examples_.size() < mostExamples) examples_.emplace_back(*key);

@@ -36,7 +36,7 @@ private:
     std::size_t records_ = 0;
     std::size_t missing_ = 0;
     std::size_t empty_ = 0;
-    std::unordered_set<std::string> seen_;
+    std::unordered_set<std::string> seen_;  // as entries of the data store
     std::size_t repeated_ = 0;
     std::vector<std::string> examples_;  // of keys that were there already
 };

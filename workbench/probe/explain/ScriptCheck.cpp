@@ -127,7 +127,8 @@ void ScriptCheck::name(std::string_view name) {
 }
 
 void ScriptCheck::key(std::string_view key) {
-    const bool isPlain = key.find_first_of("]\r\n\t ") == std::string_view::npos;
+    // A dash may make a range of it.
+    const bool isPlain = key.find_first_of("]-\r\n\t ") == std::string_view::npos;
     if (isPlain || keyArrives(key)) return;
     if (badKeys_.count++ == 0)
         badKeys_.first = "The key " + quoted(key) + " cannot stand in brackets as it is.";
