@@ -33,14 +33,14 @@ std::string counted(std::size_t count, std::string_view thing) {
     return std::to_string(count) + ' ' + std::string(thing) + (count == 1 ? "" : "s");
 }
 
-std::string listOf(const std::vector<std::string>& names) {
+std::string listOf(const std::vector<std::string>& names, std::size_t further) {
     if (names.empty()) return "nothing";
+    const std::size_t shown = std::min(names.size(), mostNames);
     std::string list;
-    for (std::size_t i = 0; i < std::min(names.size(), mostNames); ++i)
+    for (std::size_t i = 0; i < shown; ++i)
         list += (i == 0 ? "" : ", ") + inOneLine(names[i]);
-    if (names.size() > mostNames)
-        list += " and " + std::to_string(names.size() - mostNames) + " more";
-    return list;
+    const std::size_t more = names.size() - shown + further;
+    return more == 0 ? list : list + " and " + std::to_string(more) + " more";
 }
 
 std::string sizeText(std::size_t bytes) {

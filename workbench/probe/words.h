@@ -11,8 +11,9 @@ namespace probe {
 std::string counted(std::size_t count, std::string_view thing);
 
 /// The first few of the names, each in one line and cut where it is long, and how many more there
-/// are: "id, name and 12 more". "nothing" when there is none.
-std::string listOf(const std::vector<std::string>& names);
+/// are, with `further` ones that are not among them: "id, name and 12 more". "nothing" when there
+/// is none.
+std::string listOf(const std::vector<std::string>& names, std::size_t further = 0);
 
 /// A number of bytes: "7.1 kB".
 std::string sizeText(std::size_t bytes);

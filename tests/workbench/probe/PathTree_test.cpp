@@ -35,6 +35,25 @@ TEST(PathTree, LeavesOutNamesForWhichThereIsNoRoom) {
     EXPECT_EQ(tree.dropped(), root.leftOut);
 }
 
+TEST(PathTree, GrowsOnlyBelowAPlace) {
+    PathTree tree(plenty, "");
+    const PathTree::Id place = tree.keep({"a", "b"});
+    EXPECT_FALSE(tree.hasMet({"a", "b"}));
+    tree.growOnlyBelow(place);
+    std::size_t hint = 0;
+    EXPECT_EQ(tree.child(PathTree::ROOT, "other", hint), PathTree::NONE);
+    const PathTree::Id a = tree.child(PathTree::ROOT, "a", hint);
+    hint = 0;
+    EXPECT_EQ(tree.child(a, "b", hint), place);
+    EXPECT_TRUE(tree.hasMet({"a", "b"}));
+    hint = 0;
+    const PathTree::Id below = tree.child(place, "c", hint);
+    ASSERT_NE(below, PathTree::NONE);
+    hint = 0;
+    EXPECT_NE(tree.child(below, "d", hint), PathTree::NONE);
+    EXPECT_EQ(tree.dropped(), 0U);
+}
+
 TEST(PathTree, ShowsWholeLevelsAsLongAsTheyFit) {
     PathTree tree(plenty, "");
     std::size_t hint = 0;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "formats/text/ascii.h"
 #include "formats/text/utf8.h"
 
 namespace probe {
@@ -45,10 +44,10 @@ std::string wordsForKinds(uint8_t kinds) {
     return words.empty() ? "empty" : words;
 }
 
-PathTree::PathTree(std::size_t mostBytes, std::string find)
+PathTree::PathTree(std::size_t mostBytes, std::string_view find)
     : mostBytes_(std::max(mostBytes, leastNodes * bytesOfNode)),
-      find_(intake::lowerCase(find)),
-      nodes_{Node{"", NONE, {}, 0, 0, "", "", 0}} {}
+      wanted_(find),
+      nodes_{Node{"", NONE, {}}} {}
 
 PathTree::Id PathTree::find(Id parent, std::string_view name) const {
     const std::vector<Id>& children = nodes_[parent].children;
@@ -64,9 +63,16 @@ PathTree::Id PathTree::find(Id parent, std::string_view name) const {
 PathTree::Id PathTree::child(Id parent, std::string_view name, std::size_t& hint) {
     if (parent == NONE) return NONE;
     const std::vector<Id>& children = nodes_[parent].children;
-    if (hint < children.size() && nodes_[children[hint]].name == name) return children[hint++];
-    const Id known = find(parent, name);
-    if (known != NONE) return known;
+    const bool isHint = hint < children.size() && nodes_[children[hint]].name == name;
+    const Id known = isHint ? children[hint++] : find(parent, name);
+    if (known != NONE) {
+        nodes_[known].isMet = true;
+        return known;
+    }
+    return nodes_[parent].grows ? made(parent, name, hint) : NONE;
+}
+
+PathTree::Id PathTree::made(Id parent, std::string_view name, std::size_t& hint) {
     const std::size_t needed = bytesOfNode + name.size();
     if (bytes_ + needed > mostBytes_) {
         ++nodes_[parent].leftOut;
@@ -74,18 +80,18 @@ PathTree::Id PathTree::child(Id parent, std::string_view name, std::size_t& hint
         return NONE;
     }
     bytes_ += needed;
-    const Id made = static_cast<Id>(nodes_.size());
-    nodes_.push_back(Node{std::string(name), parent, {}, 0, 0, "", "", 0});
+    const Id node = static_cast<Id>(nodes_.size());
+    nodes_.push_back(Node{std::string(name), parent, {}});
     std::vector<Id>& siblings = nodes_[parent].children;
-    siblings.push_back(made);
+    siblings.push_back(node);
     hint = siblings.size();
     if (siblings.size() == manyChildren + 1) {
         for (const Id each : siblings)
             byName_.emplace(keyOf(parent, nodes_[each].name), each);
     } else if (siblings.size() > manyChildren) {
-        byName_.emplace(keyOf(parent, name), made);
+        byName_.emplace(keyOf(parent, name), node);
     }
-    return made;
+    return node;
 }
 
 void PathTree::count(Id node, Kind kind, std::string_view value) {
@@ -100,14 +106,37 @@ void PathTree::note(Id node, std::string_view value) {
     if (node == NONE) return;
     Node& noted = nodes_[node];
     if (noted.value.empty()) noted.value = startOf(value);
-    const bool isWanted = !find_.empty() && noted.match.empty();
-    if (isWanted && intake::lowerCase(value).find(find_) != std::string::npos)
-        noted.match = startOf(value);
+    const bool isSought = !wanted_.isNone() && noted.match.empty();
+    if (isSought && wanted_.isIn(value)) noted.match = startOf(value);
+}
+
+PathTree::Id PathTree::keep(const std::vector<std::string>& path) {
+    Id node = ROOT;
+    for (const std::string& name : path) {
+        std::size_t hint = 0;
+        node = child(node, name, hint);
+        if (node != NONE) nodes_[node].isMet = false;
+    }
+    return node;
+}
+
+bool PathTree::hasMet(const std::vector<std::string>& path) const {
+    Id node = ROOT;
+    for (const std::string& name : path) {
+        node = find(node, name);
+        if (node == NONE || !nodes_[node].isMet) return false;
+    }
+    return true;
+}
+
+void PathTree::growOnlyBelow(Id node) {
+    for (Node& each : nodes_)
+        each.grows = false;
+    if (node != NONE) nodes_[node].grows = true;
 }
 
 bool PathTree::matches(Id node) const {
-    return !nodes_[node].match.empty() ||
-           intake::lowerCase(nodes_[node].name).find(find_) != std::string::npos;
+    return !nodes_[node].match.empty() || wanted_.isIn(nodes_[node].name);
 }
 
 std::size_t PathTree::depthBelow(Id node, Id ancestor) const {
@@ -126,13 +155,13 @@ std::vector<PathTree::Id> PathTree::shown(Id from, const OutlineWish& wish,
         const Id node = open.back();
         open.pop_back();
         open.insert(open.end(), nodes_[node].children.rbegin(), nodes_[node].children.rend());
-        if (!find_.empty() && !matches(node)) continue;
+        if (!wanted_.isNone() && !matches(node)) continue;
         all.push_back(node);
         const std::size_t depth = depthBelow(node, from);
         atDepth.resize(std::max(atDepth.size(), depth + 1));
         ++atDepth[depth];
     }
-    if (find_.empty()) {
+    if (wanted_.isNone()) {
         std::size_t levels = 0;
         for (std::size_t shown = 0; levels < atDepth.size(); ++levels) {
             shown += atDepth[levels];

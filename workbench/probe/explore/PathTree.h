@@ -8,48 +8,49 @@
 #include <vector>
 
 #include "workbench/probe/explore/Outline.h"
+#include "workbench/probe/explore/PathSink.h"
+#include "workbench/probe/explore/Wanted.h"
 
 namespace probe {
 
 /// All paths of names that occur in a document, with how many values each selects: what is alike in
 /// a million records is there once. Takes no more than the memory that it is given; names for which
 /// there is no room are counted and left out.
-class PathTree {
+class PathTree final : public PathSink {
 public:
-    using Id = uint32_t;
-    static constexpr Id ROOT = 0;
-    static constexpr Id NONE = static_cast<Id>(-1);
-
-    enum class Kind : uint8_t { Null, Text, Number, Switch, Array, Object };
-
     struct Node {
         std::string name;
         Id parent;
         std::vector<Id> children;
         std::size_t records = 0;
-        uint8_t kinds = 0;  // a bit for each that occurs
-        std::string value;  // the first
-        std::string match;  // the first value that holds the text that is looked for
+        uint8_t kinds = 0;    // a bit for each that occurs
+        std::string value{};  // the first
+        std::string match{};  // the first value that holds the text that is looked for
         std::size_t leftOut = 0;
+        bool isMet = true;  // in the document, rather than only wished for
+        bool grows = true;  // takes children that it does not have yet
     };
 
     /// `find`: the text that values are searched for; empty for none.
-    PathTree(std::size_t mostBytes, std::string find);
+    PathTree(std::size_t mostBytes, std::string_view find);
 
-    /// The child of that name, made when there is none; NONE when there is no room. `hint` is where
-    /// among the children it probably stands, and is moved on.
-    Id child(Id parent, std::string_view name, std::size_t& hint);
+    /// Makes the child where there is none and there is room.
+    Id child(Id parent, std::string_view name, std::size_t& hint) override;
 
-    /// Counts one more value that the path selects.
-    void count(Id node, Kind kind, std::string_view value = {});
+    void count(Id node, Kind kind, std::string_view value) override;
 
-    /// Whether note would look at a text.
-    bool wantsText(Id node) const {
-        return node != NONE && (nodes_[node].value.empty() || !find_.empty());
+    bool wantsText(Id node) const override {
+        return node != NONE && (nodes_[node].value.empty() || !wanted_.isNone());
     }
 
-    /// Notes the text of what was counted as something else: that of an element.
-    void note(Id node, std::string_view value);
+    /// Makes a path that is not yet met in the document.
+    Id keep(const std::vector<std::string>& path);
+
+    /// Whether the document has a path that is in the tree.
+    bool hasMet(const std::vector<std::string>& path) const;
+
+    /// From now on only a node takes new children, and those do; with NONE, none at all.
+    void growOnlyBelow(Id node);
 
     const Node& at(Id node) const { return nodes_[node]; }
     Node& at(Id node) { return nodes_[node]; }
@@ -70,10 +71,13 @@ public:
     std::size_t depthBelow(Id node, Id ancestor) const;
 
 private:
+    Id made(Id parent, std::string_view name, std::size_t& hint);
+    void note(Id node, std::string_view value);
+
     std::size_t bytes_ = 0;
     std::size_t dropped_ = 0;
     const std::size_t mostBytes_;
-    const std::string find_;  // in lower case
+    const Wanted wanted_;
     std::vector<Node> nodes_;
     std::unordered_map<std::string, Id> byName_;  // of nodes with many children
 };

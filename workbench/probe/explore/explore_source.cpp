@@ -18,10 +18,10 @@ namespace {
 
 constexpr long firstErrorStatus = 400;
 
-Outline outlineOf(QueryType type, Fetched source, const OutlineWish& wish) {
+Outline outlineOf(QueryType type, const Fetched& source, const OutlineWish& wish) {
     switch (type) {
         case QueryType::Json:
-            return jsonOutline(std::move(source.body), wish);
+            return jsonOutline(source.body, wish);
         case QueryType::Xml:
             return xmlOutline(source, wish);
         case QueryType::Html:
@@ -69,7 +69,7 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
     if (isFileOfSqlite(settings))
         return exploreDatabase(intake::sqliteConnectionString(settings.filename), wish,
                                timeoutSeconds);
-    Fetched source = fetch(fetchable(settings), timeoutSeconds);
+    const Fetched source = fetch(fetchable(settings), timeoutSeconds);
     const Kind kind = recognise(source.body);
     Explored explored;
     explored.words = wordsFor(kind, source.body);
@@ -82,7 +82,7 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
             "is " + explored.words +
             "; what is looked into is JSON, XML, HTML pages, workbooks and databases");
     explored.source = {{"queryMode", valueOf(*type)}};
-    explored.outline = outlineOf(*type, std::move(source), wish);
+    explored.outline = outlineOf(*type, source, wish);
     return explored;
 }
 

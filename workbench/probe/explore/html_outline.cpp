@@ -6,11 +6,11 @@
 #include "formats/html/PageError.h"
 #include "formats/html/TableRows.h"
 #include "formats/html/page_encoding.h"
-#include "formats/text/ascii.h"
 #include "formats/text/media_type.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/PageTables.h"
 #include "workbench/probe/explore/PathTree.h"
+#include "workbench/probe/explore/Wanted.h"
 #include "workbench/probe/words.h"
 
 namespace probe {
@@ -35,11 +35,10 @@ std::string rowText(const TableRows& rows, std::size_t row) {
     return startOf(text);
 }
 
-bool holds(const TableRows& rows, const std::string& wanted) {
+bool holds(const TableRows& rows, const Wanted& wanted) {
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         for (std::size_t cell = 0; cell < rows.cellCount(row); ++cell) {
-            if (intake::lowerCase(cellText(rows, row, cell)).find(wanted) != std::string::npos)
-                return true;
+            if (wanted.isIn(cellText(rows, row, cell))) return true;
         }
     }
     return false;
@@ -63,14 +62,14 @@ public:
     HtmlOutline(const Page& page, const OutlineWish& wish) : tables_(page), wish_(wish) {}
 
     Outline tables() {
-        const std::string wanted = intake::lowerCase(wish_.find);
+        const Wanted wanted(wish_.find);
         for (const Node* table : tables_.all()) {
             if (outline_.entries.size() == wish_.most) {
                 ++outline_.leftOut;  // finding how each is selected would take long
                 continue;
             }
             const TableRows rows(*table);
-            const bool isFound = wanted.empty() || holds(rows, wanted);
+            const bool isFound = wanted.isNone() || holds(rows, wanted);
             if (isFound) add(entryFor(*table, rows, tables_.selectorFor(*table)));
         }
         return std::move(outline_);

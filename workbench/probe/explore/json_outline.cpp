@@ -4,9 +4,8 @@
 
 #include "formats/text/utf8.h"
 #include "workbench/probe/LookFailure.h"
-#include "workbench/probe/explore/PathTree.h"
+#include "workbench/probe/explore/path_index.h"
 #include "workbench/probe/json_path_text.h"
-#include "workbench/probe/words.h"
 
 namespace probe {
 
@@ -24,7 +23,7 @@ class PathEvents : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, PathEv
 public:
     using Length = rapidjson::SizeType;
 
-    explicit PathEvents(PathTree& tree) : tree_(tree) {}
+    explicit PathEvents(PathSink& paths) : paths_(paths) {}
 
     bool Null() { return scalar(Kind::Null, {}); }
     bool Bool(bool value) { return scalar(Kind::Switch, value ? "true" : "false"); }
@@ -35,7 +34,7 @@ public:
         return scalar(Kind::Text, {text, length});
     }
     bool Key(const char* name, Length length, bool) {
-        name_ = {name, length};
+        name_.assign(name, length);
         return true;
     }
     bool StartObject() {
@@ -67,7 +66,7 @@ private:
     /// Where a child of the innermost container is.
     Id classOfChild() {
         Container& in = open_.back();
-        return tree_.child(in.place, in.isArray ? std::string_view(anyName) : name_, in.hint);
+        return paths_.child(in.place, in.isArray ? anyName : std::string_view(name_), in.hint);
     }
 
     /// Counts a value where a path selects it, and says where that is.
@@ -75,7 +74,7 @@ private:
         const Id place = open_.empty()                 ? PathTree::ROOT
                          : open_.back().passesElements ? open_.back().place
                                                        : classOfChild();
-        tree_.count(place, kind, value);
+        paths_.count(place, kind, value);
         return place;
     }
 
@@ -89,18 +88,18 @@ private:
         return true;
     }
 
-    PathTree& tree_;
+    PathSink& paths_;
     std::vector<Container> open_;
-    std::string_view name_;
+    std::string name_;
 };
 
-void fill(std::string& body, PathTree& tree) {
-    constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+void read(const std::string& body, PathSink& paths) {
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag |
                                rapidjson::kParseNumbersAsStringsFlag |
                                rapidjson::kParseValidateEncodingFlag;
     const bool hasMark = body.starts_with(intake::UTF8_MARK);
-    rapidjson::InsituStringStream stream(body.data() + (hasMark ? intake::UTF8_MARK.size() : 0));
-    PathEvents events(tree);
+    rapidjson::StringStream stream(body.data() + (hasMark ? intake::UTF8_MARK.size() : 0));
+    PathEvents events(paths);
     rapidjson::Reader reader;
     const bool isRead = !reader.Parse<flags>(stream, events).IsError();
     const bool hasRest = stream.src_ != body.data() + body.size();  // behind a zero byte
@@ -121,22 +120,11 @@ std::string pathTo(const PathTree& tree, Id node) {
     return path.size() <= longestPath ? path : "";
 }
 
-Id placeIn(const PathTree& tree, const std::string& place) {
-    Id node = PathTree::ROOT;
-    for (const PathSegment& segment : pathSegments(place)) {
-        const Id below = segment.anyDepth ? PathTree::NONE : tree.find(node, segment.text);
-        if (below == PathTree::NONE) {
-            std::vector<std::string> names;
-            for (const Id each : tree.at(node).children)
-                names.push_back(tree.at(each).name);
-            throw LookFailure("has nothing at " + quoted(place) +
-                              (tree.dropped() == 0 ? ": there is no "
-                                                   : ": among the names that are kept is no ") +
-                              quoted(segment.text) + ", but " + listOf(names));
-        }
-        node = below;
-    }
-    return node;
+std::vector<std::string> namesIn(const std::string& place) {
+    std::vector<std::string> names;
+    for (const PathSegment& segment : pathSegments(place))
+        names.push_back((segment.anyDepth ? "//" : "") + segment.text);
+    return names;
 }
 
 OutlineEntry entryFor(const PathTree& tree, Id node, Id from) {
@@ -157,15 +145,17 @@ OutlineEntry entryFor(const PathTree& tree, Id node, Id from) {
 
 }  // namespace
 
-Outline jsonOutline(std::string body, const OutlineWish& wish) {
-    constexpr std::size_t sourceToIndex = 4;
-    PathTree tree(body.size() / sourceToIndex, wish.find);
-    fill(body, tree);
+Outline jsonOutline(const std::string& body, const OutlineWish& wish) {
+    const std::vector<std::string> place = namesIn(wish.place);
+    const auto tree = pathIndex(body.size(), wish, place, [&](PathSink& paths) {
+        read(body, paths);
+        return true;
+    });
     Outline outline;
-    outline.notKept = tree.dropped();
-    const Id from = placeIn(tree, wish.place);
-    for (const Id node : tree.shown(from, wish, outline.leftOut)) {
-        outline.entries.push_back(entryFor(tree, node, from));
+    outline.notKept = tree->dropped();
+    const Id from = placeIn(*tree, wish, place);
+    for (const Id node : tree->shown(from, wish, outline.leftOut)) {
+        outline.entries.push_back(entryFor(*tree, node, from));
         // What is found stands apart from what it stands in.
         if (!wish.find.empty()) outline.entries.back().depth = 0;
     }

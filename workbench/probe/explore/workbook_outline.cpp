@@ -11,6 +11,7 @@
 #include "formats/workbook/foreign_file.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/explore/PathTree.h"
+#include "workbench/probe/explore/Wanted.h"
 #include "workbench/probe/sheet_fields.h"
 #include "workbench/probe/words.h"
 
@@ -44,7 +45,7 @@ struct Column {
     std::string match;  // the first with the text that is looked for
 };
 
-Column columnOf(const SheetTable& table, std::size_t column, const std::string& wanted) {
+Column columnOf(const SheetTable& table, std::size_t column, const Wanted& wanted) {
     Column found;
     for (std::size_t position = table.position(table.firstRow()); table.hasRecordAt(position);
          ++position) {
@@ -52,9 +53,8 @@ Column columnOf(const SheetTable& table, std::size_t column, const std::string& 
         if (!table.value(position, column, cell)) continue;
         found.kinds = static_cast<uint8_t>(found.kinds | 1U << static_cast<unsigned>(cell.kind));
         if (found.value.empty()) found.value = startOf(textOf(cell));
-        const bool isWanted = !wanted.empty() && found.match.empty();
-        if (isWanted && intake::lowerCase(textOf(cell)).find(wanted) != std::string::npos)
-            found.match = startOf(textOf(cell));
+        const bool isSought = !wanted.isNone() && found.match.empty();
+        if (isSought && wanted.isIn(textOf(cell))) found.match = startOf(textOf(cell));
     }
     return found;
 }
@@ -75,7 +75,7 @@ std::size_t rowsOf(const SheetTable& table) {
 class WorkbookOutline {
 public:
     WorkbookOutline(Workbook& workbook, const OutlineWish& wish)
-        : workbook_(workbook), wish_(wish), wanted_(intake::lowerCase(wish.find)) {}
+        : workbook_(workbook), wish_(wish), wanted_(wish.find) {}
 
     Outline make() {
         const auto& sheets = workbook_.index().sheets();
@@ -101,7 +101,7 @@ private:
             OutlineEntry entry{0, sheet.name, hidden, rowsOf(table), "", sheet.name, {}};
             const bool canBeNamed = sheet.name.find(']') == std::string::npos;
             if (canBeNamed) entry.settings = {{"sheet", sheet.name}};
-            if (wanted_.empty() || holds(sheet.name)) add(entry);
+            if (wanted_.isNone() || wanted_.isIn(sheet.name)) add(entry);
             addColumns(table, entry);
         } catch (const intake::WorkbookFault& fault) {
             add({0, sheet.name, std::string("not readable: ") + fault.what(), 0, "", "", {}});
@@ -110,13 +110,13 @@ private:
 
     void addColumns(const SheetTable& table, const OutlineEntry& sheet) {
         for (std::size_t i = 0; i < table.columns().size(); ++i) {
-            if (isFull() && wanted_.empty()) {
+            if (isFull() && wanted_.isNone()) {
                 outline_.leftOut += table.columns().size() - i;
                 return;
             }
             const std::string& name = table.columns()[i];
             const Column column = columnOf(table, i, wanted_);
-            if (!wanted_.empty() && column.match.empty() && !holds(name)) continue;
+            if (!wanted_.isNone() && column.match.empty() && !wanted_.isIn(name)) continue;
             OutlineEntry entry{1,
                                name,
                                wordsFor(column),
@@ -135,10 +135,6 @@ private:
 
     bool isFull() const { return outline_.entries.size() == wish_.most; }
 
-    bool holds(const std::string& name) const {
-        return intake::lowerCase(name).find(wanted_) != std::string::npos;
-    }
-
     void add(OutlineEntry entry) {
         if (isFull()) {
             ++outline_.leftOut;
@@ -149,7 +145,7 @@ private:
 
     Workbook& workbook_;
     const OutlineWish& wish_;
-    const std::string wanted_;
+    const Wanted wanted_;
     Outline outline_;
 };
 

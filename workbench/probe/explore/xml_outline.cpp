@@ -17,8 +17,7 @@
 #include "formats/xml/xml_load.h"
 #include "formats/xml/xml_text.h"
 #include "workbench/probe/LookFailure.h"
-#include "workbench/probe/explore/PathTree.h"
-#include "workbench/probe/words.h"
+#include "workbench/probe/explore/path_index.h"
 #include "workbench/probe/xpath_text.h"
 
 namespace probe {
@@ -71,14 +70,14 @@ private:
 /// write them.
 class PathEvents {
 public:
-    explicit PathEvents(PathTree& tree) : tree_(tree) {
+    explicit PathEvents(PathSink& paths) : paths_(paths) {
         open_.push_back({PathTree::ROOT, 0, {}, false});
     }
 
     void startElement(std::string_view name) {
         Element& parent = open_.back();
         parent.hasElements = true;
-        const Id node = tree_.child(parent.node, name, parent.hint);
+        const Id node = paths_.child(parent.node, name, parent.hint);
         open_.push_back({node, 0, {}, false});
     }
 
@@ -86,12 +85,12 @@ public:
     void attribute(std::string_view name, std::string_view value) {
         Element& element = open_.back();
         attributeName_.replace(1, std::string::npos, name);
-        tree_.count(tree_.child(element.node, attributeName_, element.hint), Kind::Text, value);
+        paths_.count(paths_.child(element.node, attributeName_, element.hint), Kind::Text, value);
     }
 
     void text(std::string_view text) {
         Element& element = open_.back();
-        if (tree_.wantsText(element.node) && element.text.size() < longestText)
+        if (paths_.wantsText(element.node) && element.text.size() < longestText)
             element.text.append(text);
     }
 
@@ -99,8 +98,8 @@ public:
         const Element& element = open_.back();
         const std::string_view text = intake::trimmed(element.text, intake::XML_SPACE);
         if (element.node != PathTree::NONE)
-            tree_.count(element.node, element.hasElements ? Kind::Object : Kind::Text,
-                        element.hasElements ? std::string_view{} : text);
+            paths_.count(element.node, element.hasElements ? Kind::Object : Kind::Text,
+                         element.hasElements ? std::string_view{} : text);
         open_.pop_back();
     }
 
@@ -112,7 +111,7 @@ private:
         bool hasElements;
     };
 
-    PathTree& tree_;
+    PathSink& paths_;
     std::vector<Element> open_;
     std::string attributeName_ = "@";
 };
@@ -120,7 +119,7 @@ private:
 /// What the quick scanner tells of a document without namespaces.
 class PlainEvents final : public intake::XmlEvents {
 public:
-    explicit PlainEvents(PathTree& tree) : events_(tree) {}
+    explicit PlainEvents(PathSink& paths) : events_(paths) {}
 
     void startDocument() override {}
     void startElement(std::string_view name, const intake::XmlAttributes& attributes) override {
@@ -153,14 +152,14 @@ bool mayHavePrefixes(std::string_view body) {
 }
 
 /// Reads a document that is as plain as programs mostly write it, several times as fast as a parser
-/// can. False when it is not; the tree is of no use then.
-bool scan(const Fetched& source, PathTree& tree) {
+/// can. False when it is not; what was told is of no use then.
+bool scan(const Fetched& source, PathSink& paths) {
     const bool hasNamespaces =
         source.body.find("xmlns") != std::string::npos || mayHavePrefixes(source.body);
     const std::string charset = intake::charsetOf(source.contentType);
     const bool isUtf8 = charset.empty() || intake::equalIgnoringCase(charset, "utf-8");
     if (hasNamespaces || !isUtf8) return false;
-    PlainEvents events(tree);
+    PlainEvents events(paths);
     intake::XmlScanner<PlainEvents> scanner(events);
     return scanner.scan(source.body) == intake::XmlScanner<PlainEvents>::Outcome::SCANNED &&
            scanner.isComplete();
@@ -168,7 +167,7 @@ bool scan(const Fetched& source, PathTree& tree) {
 
 /// What libxml2 tells of a document.
 struct ParsedEvents {
-    ParsedEvents(PathTree& tree, Prefixes& known) : events(tree), prefixes(known) {}
+    ParsedEvents(PathSink& paths, Prefixes& known) : events(paths), prefixes(known) {}
 
     std::string_view nameOf(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri) {
         if (uri == nullptr) return intake::viewOf(local);
@@ -269,26 +268,14 @@ std::string pathTo(const PathTree& tree, Id node) {
     return path;
 }
 
-Id placeIn(const PathTree& tree, const std::string& place) {
-    Id node = PathTree::ROOT;
+std::vector<std::string> namesIn(const std::string& place) {
+    std::vector<std::string> names;
     for (std::size_t start = 0; start < place.size();) {
         const std::size_t slash = std::min(place.find('/', start), place.size());
-        const std::string name = place.substr(start, slash - start);
+        if (slash > start) names.push_back(place.substr(start, slash - start));
         start = slash + 1;
-        if (name.empty()) continue;
-        const Id below = tree.find(node, name);
-        if (below == PathTree::NONE) {
-            std::vector<std::string> names;
-            for (const Id each : tree.at(node).children)
-                names.push_back(tree.at(each).name);
-            throw LookFailure("has nothing at " + quoted(place) +
-                              (tree.dropped() == 0 ? ": there is no "
-                                                   : ": among the names that are kept is no ") +
-                              quoted(name) + ", but " + listOf(names));
-        }
-        node = below;
     }
-    return node;
+    return names;
 }
 
 OutlineEntry entryFor(const PathTree& tree, const Prefixes& prefixes, Id node, Id from) {
@@ -315,18 +302,20 @@ OutlineEntry entryFor(const PathTree& tree, const Prefixes& prefixes, Id node, I
 }  // namespace
 
 Outline xmlOutline(const Fetched& source, const OutlineWish& wish) {
-    constexpr std::size_t sourceToIndex = 4;
-    const std::size_t mostBytes = source.body.size() / sourceToIndex;
-    auto tree = std::make_unique<PathTree>(mostBytes, wish.find);
+    const std::vector<std::string> place = namesIn(wish.place);
     Prefixes prefixes;
-    if (!scan(source, *tree)) {
-        tree = std::make_unique<PathTree>(mostBytes, wish.find);
-        ParsedEvents events(*tree, prefixes);
+    bool isPlain = true;
+    const auto tree = pathIndex(source.body.size(), wish, place, [&](PathSink& paths) {
+        const bool wasPlain = isPlain;
+        if (isPlain) isPlain = scan(source, paths);
+        if (wasPlain) return isPlain;
+        ParsedEvents events(paths, prefixes);
         parse(source, events);
-    }
+        return true;
+    });
     Outline outline;
     outline.notKept = tree->dropped();
-    const Id from = placeIn(*tree, wish.place);
+    const Id from = placeIn(*tree, wish, place);
     for (const Id node : tree->shown(from, wish, outline.leftOut)) {
         outline.entries.push_back(entryFor(*tree, prefixes, node, from));
         // What is found stands apart from what it stands in.

@@ -105,6 +105,48 @@ league.json has nothing at "table/coaches": there is no "coaches", but id, name,
                    1);
 }
 
+TEST_F(Explored, ALeafHasNothingBelowIt) {
+    write("league.json", league);
+    expectExplored({"league.json", "--at", "table/id"}, R"(
+league.json has nothing below "table/id": what stands there has no names in it.
+)",
+                   1);
+}
+
+TEST_F(Explored, WhatIsSoughtIsFoundAmongMoreNamesThanAreKept) {
+    std::string json = "{";
+    std::string xml = "<l>";
+    for (int name = 0; name < 3000; ++name) {
+        json += "\"n" + std::to_string(name) + "\": {\"v\": 1}, ";
+        xml += "<n" + std::to_string(name) + ">1</n" + std::to_string(name) + ">";
+    }
+    write("many.json", json + R"("last": {"v": [{"who": "ÅSA"}, {"who": "Bo"}]}})");
+    write("many.xml", xml + "<last><v><w>ÅSA</w></v><v><w>Bo</w></v></last></l>");
+    const std::string who = R"(
+many.json is JSON, 55.9 kB
+records  name  kind   first value  select it by
+      2  who   texts  ÅSA          --set xpath=last/v/who
+
+Load one, for example: intake-workbench load many.json --set mode=DataArray --set xpath=last/v/who
+)";
+    expectExplored({"many.json", "--find", "åsa"}, who);
+    expectExplored({"many.json", "--at", "last/v"}, who);
+    expectExplored({"many.json", "--at", "last", "--find", "WHO"}, who);
+    const std::string w = R"(
+many.xml is XML, 45.8 kB
+records  name  kind   first value  select it by
+      2  w     texts  ÅSA          --set xpath=/l/last/v/w
+
+Load one, for example: intake-workbench load many.xml --set mode=DataArray --set xpath=/l/last/v/w
+)";
+    expectExplored({"many.xml", "--find", "åsa"}, w);
+    expectExplored({"many.xml", "--at", "/l/last/v"}, w);
+    expectExplored({"many.json", "--at", "none"}, R"(
+many.json has nothing at "none": there is no "none", but n0, n1, n2, n3, n4, n5, n6, n7 and 2993 more.
+)",
+                   1);
+}
+
 TEST_F(Explored, NothingThatIsFoundIsSaid) {
     write("league.json", league);
     expectExplored({"league.json", "--find", "zebra"}, R"(
