@@ -36,6 +36,9 @@ std::string nearestName(std::string_view wanted, const std::vector<std::string>&
     std::string nearest;
     std::size_t smallest = std::numeric_limits<std::size_t>::max();
     for (const std::string& name : names) {
+        const std::size_t missing =
+            std::max(wanted.size(), name.size()) - std::min(wanted.size(), name.size());
+        if (missing >= smallest) continue;  // each takes an error
         const std::size_t distance = typingErrors(wanted, name);
         if (distance >= smallest) continue;
         smallest = distance;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 
 #include "formats/text/ascii.h"
 #include "formats/text/utf8.h"
@@ -66,8 +67,13 @@ std::string asSentence(std::string_view text) {
 }
 
 std::string nearName(std::string_view wanted, const std::vector<std::string>& names) {
-    const std::string nearest = nearestName(wanted, names);
+    constexpr std::size_t longest = 200;  // of a name that somebody typed
+    if (wanted.size() > longest) return "";
     const std::size_t allowed = std::max<std::size_t>(1, wanted.size() / 3);
+    std::vector<std::string> likely;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(likely),
+                 [&](const std::string& name) { return name.size() <= wanted.size() + allowed; });
+    const std::string nearest = nearestName(wanted, likely);
     const bool isNear = typingErrors(wanted, nearest) <= allowed;
     return isNear ? nearest : "";
 }

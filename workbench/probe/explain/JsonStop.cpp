@@ -1,9 +1,9 @@
 #include "workbench/probe/explain/JsonStop.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "formats/json/json_select.h"
+#include "workbench/probe/NameList.h"
 #include "workbench/probe/words.h"
 
 namespace probe {
@@ -13,9 +13,6 @@ namespace {
 using intake::JsonDocument;
 using Node = JsonDocument::Node;
 using Nodes = std::vector<Node>;
-
-constexpr std::size_t mostNodesAsked = 1000;
-constexpr std::size_t mostNames = 2000;
 
 // In the order of JsonDocument::Type.
 constexpr std::array<const char*, 6> typeWords{"null",     "a text",   "a number",
@@ -44,16 +41,13 @@ std::string elementsWords(std::size_t count) {
 }  // namespace
 
 std::vector<std::string> memberNames(const JsonDocument& document, const Nodes& nodes) {
-    std::vector<std::string> names;
-    std::unordered_set<std::string_view> known;
-    for (std::size_t i = 0; i < std::min(nodes.size(), mostNodesAsked); ++i) {
-        forEachChild(document, nodes[i], [&](Node child) {
-            const std::string_view name = document.name(child);
-            if (!name.empty() && names.size() < mostNames && known.insert(name).second)
-                names.emplace_back(name);
+    NameList list;
+    for (const Node node : nodes) {
+        forEachChild(document, node, [&](Node child) {
+            if (!document.name(child).empty()) list.add(document.name(child));
         });
     }
-    return names;
+    return list.names();
 }
 
 std::string spacedPath(const std::vector<PathSegment>& segments) {
@@ -121,13 +115,11 @@ std::string JsonStop::parentWords() const {
 std::string JsonStop::causeOfMatches(const Nodes& matches) const {
     const intake::PathStep step = intake::parsePath(pathOf({{segments_[stop_].text}})).front();
     std::size_t elements = 0;
-    std::vector<std::string> values;
-    std::unordered_set<std::string_view> known;
+    NameList values;
     for (const Node match : matches) {
         const auto note = [&](Node candidate) {
             const Node member = document_.find(candidate, step.field);
-            if (member != JsonDocument::NONE && known.insert(document_.asString(member)).second)
-                values.emplace_back(document_.asString(member));
+            if (member != JsonDocument::NONE) values.add(document_.asString(member));
         };
         if (document_.type(match) != JsonDocument::Type::ARRAY) {
             note(match);
@@ -140,9 +132,10 @@ std::string JsonStop::causeOfMatches(const Nodes& matches) const {
     if (step.kind == intake::PathStep::Kind::INDEX)
         return name + " has " + elementsWords(elements) + ", counted from 0.";
     if (step.kind == intake::PathStep::Kind::FILTER)
-        return values.empty() ? "Nothing in " + name + " has a member " + quoted(step.field) + "."
-                              : "Nothing in " + name + " has " + quoted(step.value) + " for its " +
-                                    quoted(step.field) + ". There are: " + listOf(values) + ".";
+        return values.names().empty()
+                   ? "Nothing in " + name + " has a member " + quoted(step.field) + "."
+                   : "Nothing in " + name + " has " + quoted(step.value) + " for its " +
+                         quoted(step.field) + ". There are: " + listOf(values.names()) + ".";
     return name + " holds nothing.";
 }
 

@@ -39,8 +39,7 @@ private:
     std::vector<Node> parents_;
 };
 
-/// The names of the members of these nodes, each once, in order of appearance; not of all when
-/// there are very many.
+/// The names of the members of these nodes, each once, in order of appearance.
 std::vector<std::string> memberNames(const intake::JsonDocument& document,
                                      const std::vector<intake::JsonDocument::Node>& nodes);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "formats/xml/xml_text.h"
+#include "workbench/probe/NameList.h"
 #include "workbench/probe/words.h"
 
 namespace probe {
@@ -11,20 +12,6 @@ namespace {
 
 using intake::viewOf;
 using Nodes = std::vector<xmlNode*>;
-
-constexpr std::size_t mostNodesAsked = 1000;
-constexpr std::size_t mostNames = 2000;
-
-std::string nameOfNode(const xmlNode* node) {
-    std::string name;
-    intake::appendNodeName(node, name);
-    return name;
-}
-
-void addOnce(std::vector<std::string>& names, std::string name) {
-    if (names.size() < mostNames && std::find(names.begin(), names.end(), name) == names.end())
-        names.push_back(std::move(name));
-}
 
 /// The address of a namespace: the library leaves a reference where an ampersand stands.
 std::string addressOf(const xmlNs* space) {
@@ -72,14 +59,18 @@ std::string comparedIn(const std::string& predicates) {
 }  // namespace
 
 std::vector<std::string> namesIn(const Nodes& nodes, bool attributes) {
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < std::min(nodes.size(), mostNodesAsked); ++i) {
-        for (const xmlNode* each = firstBelow(nodes[i], attributes); each != nullptr;
+    NameList list;
+    std::string name;
+    for (const xmlNode* node : nodes) {
+        for (const xmlNode* each = firstBelow(node, attributes); each != nullptr;
              each = each->next) {
-            if (isNamed(each)) addOnce(names, nameOfNode(each));
+            if (!isNamed(each)) continue;
+            name.clear();
+            intake::appendNodeName(each, name);
+            list.add(name);
         }
     }
-    return names;
+    return list.names();
 }
 
 XmlStop::XmlStop(xmlDoc* document, const std::string& namespaces, LocationPath path)
@@ -139,14 +130,14 @@ std::string XmlStop::cause() {
 std::string XmlStop::causeOfPredicate(const std::string& tested) {
     const std::string compared = comparedIn(path_.steps[stop_].predicates);
     if (compared.empty()) return "";
-    std::vector<std::string> values;
+    NameList values;
     for (const xmlNode* node : queries_.ask(tested + "/" + compared).nodes) {
         std::string value;
         intake::appendNodeText(node, value);
-        addOnce(values, std::move(value));
+        values.add(value);
     }
-    return values.empty() ? " None has " + quoted(compared) + "."
-                          : " " + quoted(compared) + " is: " + listOf(values) + ".";
+    return values.names().empty() ? " None has " + quoted(compared) + "."
+                                  : " " + quoted(compared) + " is: " + listOf(values.names()) + ".";
 }
 
 std::string XmlStop::causeOfNamespace(const xmlNode* there) const {
@@ -181,9 +172,10 @@ bool XmlStop::mend(std::size_t number) {
     if (!step.isName()) return true;
     queries_ = XmlQueries(document_, namespaces_);
     const Nodes above = parents(path_, number);
-    std::vector<std::string> locals;
+    NameList list;
     for (const std::string& name : namesIn(above, step.isAttribute()))
-        addOnce(locals, localOf(name));
+        list.add(localOf(name));
+    const std::vector<std::string>& locals = list.names();
     const bool isThere = std::find(locals.begin(), locals.end(), step.localName()) != locals.end();
     const std::string local = isThere ? step.localName() : nearName(step.localName(), locals);
     if (local.empty()) return false;

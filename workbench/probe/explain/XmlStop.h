@@ -38,8 +38,7 @@ private:
     std::size_t stop_ = 0;
 };
 
-/// The names of the elements, or of the attributes, that these nodes have, each once; not of all
-/// when there are very many.
+/// The names of the elements, or of the attributes, that these nodes have, each once.
 std::vector<std::string> namesIn(const std::vector<xmlNode*>& nodes, bool attributes);
 
 }  // namespace probe
