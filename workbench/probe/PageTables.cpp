@@ -6,6 +6,7 @@
 
 #include "formats/html/inner_text.h"
 #include "formats/text/trim.h"
+#include "workbench/probe/NameList.h"
 
 namespace probe {
 
@@ -17,8 +18,8 @@ using intake::html::Page;
 using intake::html::Tag;
 
 constexpr std::string_view blanks = " \t\v\f";
-constexpr std::size_t mostNames = 200;
 constexpr int mostLevels = 10;                // above a table, in which a name for it is looked for
+constexpr std::size_t mostTexts = 10;         // for each of which the whole page is searched
 constexpr std::size_t longestSelector = 511;  // bytes, of the parameter
 
 template <class Condition>
@@ -27,6 +28,10 @@ const Node* next(const Node* node, const Node& root, Condition condition) {
         node = node->following(&root);
     } while (node != nullptr && !(node->type == NodeType::ELEMENT && condition(*node)));
     return node;
+}
+
+bool isAny(const Node& /*node*/) {
+    return true;
 }
 
 template <class Condition>
@@ -47,16 +52,17 @@ const Node* parentElement(const Node& node) {
     return node.parent != nullptr && node.parent->type == NodeType::ELEMENT ? node.parent : nullptr;
 }
 
+bool isWithin(const Node* element, const Node& ancestor) {
+    while (element != nullptr && element != &ancestor)
+        element = parentElement(*element);
+    return element != nullptr;
+}
+
 const Node* nearestTable(const Node* element) {
     for (element = parentElement(*element); element != nullptr; element = parentElement(*element)) {
         if (const Node* const table = first(*element, isTable)) return table;
     }
     return nullptr;
-}
-
-void addOnce(std::vector<std::string>& names, std::string_view name) {
-    const bool isNew = std::find(names.begin(), names.end(), name) == names.end();
-    if (!name.empty() && isNew && names.size() < mostNames) names.emplace_back(name);
 }
 
 std::string textOf(const Node& element) {
@@ -94,9 +100,16 @@ HtmlSelector htmlSelector(std::string_view sheet) {
 }
 
 PageTables::PageTables(const Page& page) : page_(page) {
-    for (const Node* node = first(page.document, isTable); node != nullptr;
-         node = next(node, page.document, isTable))
-        tables_.push_back(node);
+    for (const Node* node = first(page.document, isAny); node != nullptr;
+         node = next(node, page.document, isAny)) {
+        byId_.try_emplace(valueOf(*node, "id"), node);
+        byClass_.try_emplace(valueOf(*node, "class"), node);
+        if (isTable(*node)) {
+            positions_.emplace(node, landmarks_.size());
+            tables_.push_back(node);
+        }
+        if (isTable(*node) || isSectionHeading(*node)) landmarks_.push_back(node);
+    }
 }
 
 FoundTable PageTables::findByText(const std::string& text) {
@@ -110,11 +123,10 @@ FoundTable PageTables::find(const HtmlSelector& selector) {
     if (selector.kind.empty()) return {tables_.empty() ? nullptr : tables_.front(), nullptr};
     if (selector.kind != "ID" && selector.kind != "CLASS") return findByText(selector.text);
     const bool byId = selector.kind == "ID";
-    const Node* const element = first(page_.document, [&](const Node& node) {
-        return byId ? !selector.text.empty() && valueOf(node, "id") == selector.text
-                    : valueOf(node, "class") == selector.text;
-    });
-    if (element == nullptr) return {};
+    const auto& elements = byId ? byId_ : byClass_;
+    const auto known = elements.find(selector.text);
+    if (known == elements.end() || (byId && selector.text.empty())) return {};
+    const Node* const element = known->second;
     if (byId && isTable(*element)) return {element, element};
     const Node* const inside = first(*element, isTable);
     return {inside == nullptr && isTable(*element) ? element : inside, element};
@@ -122,6 +134,15 @@ FoundTable PageTables::find(const HtmlSelector& selector) {
 
 bool PageTables::canFind(const std::string& selector) {
     return arrives(selector) && find(htmlSelector(selector)).table != nullptr;
+}
+
+std::string PageTables::selectorMeantBy(const std::string& selector) {
+    if (!canFind(selector)) return "";
+    const FoundTable found = find(htmlSelector(selector));
+    const bool isByText = selector.starts_with("TEXT ");
+    if (!isByText || isWithin(found.element, *found.table)) return selector;
+    const Node* const meant = next(found.element, page_.document, isTable);
+    return meant == found.table || meant == nullptr ? selector : selectorFor(*meant);
 }
 
 bool PageTables::finds(const std::string& selector, const Node& table) {
@@ -140,8 +161,8 @@ std::string PageTables::selectorFor(const Node& table) {
     }
     if (tables_.front() == &table) return "";
     std::vector<std::string> texts = headingsAbove(table);
-    for (const Node* heading = first(table, isHeading); heading != nullptr;
-         heading = next(heading, table, isHeading))
+    for (const Node* heading = first(table, isHeading);
+         heading != nullptr && texts.size() < mostTexts; heading = next(heading, table, isHeading))
         texts.push_back(textOf(*heading));
     for (const std::string& text : texts) {
         const std::string selector = "TEXT " + text;
@@ -154,17 +175,10 @@ std::string PageTables::selectorFor(const Node& table) {
 std::vector<std::string> PageTables::headingsAbove(const Node& table) const {
     constexpr std::size_t most = 3;
     std::vector<std::string> texts;
-    const auto isNext = [](const Node& node) { return isTable(node) || isSectionHeading(node); };
-    for (const Node* node = first(page_.document, isNext); node != nullptr && node != &table;
-         node = next(node, page_.document, isNext)) {
-        if (isTable(*node)) {
-            texts.clear();
-        } else {
-            texts.push_back(textOf(*node));
-        }
+    for (std::size_t i = positions_.at(&table); i > 0 && texts.size() < most; --i) {
+        if (isTable(*landmarks_[i - 1])) break;
+        texts.push_back(textOf(*landmarks_[i - 1]));
     }
-    std::reverse(texts.begin(), texts.end());
-    texts.resize(std::min(texts.size(), most));
     return texts;
 }
 
@@ -177,20 +191,24 @@ std::string PageTables::headingOf(const Node& table) const {
 }
 
 std::vector<std::string> PageTables::valuesAround(std::string_view attribute) const {
-    std::vector<std::string> values;
+    NameList values;
     for (const Node* table : tables_) {
-        for (const Node* node = table; node != nullptr; node = parentElement(*node))
-            addOnce(values, valueOf(*node, attribute));
+        for (const Node* node = table; node != nullptr; node = parentElement(*node)) {
+            const std::string_view value = valueOf(*node, attribute);
+            if (!value.empty()) values.add(value);
+        }
     }
-    return values;
+    return values.names();
 }
 
 std::vector<std::string> PageTables::headings() const {
-    std::vector<std::string> texts;
+    NameList texts;
     for (const Node* node = first(page_.document, isHeading); node != nullptr;
-         node = next(node, page_.document, isHeading))
-        addOnce(texts, textOf(*node));
-    return texts;
+         node = next(node, page_.document, isHeading)) {
+        const std::string text = textOf(*node);
+        if (!text.empty()) texts.add(text);
+    }
+    return texts.names();
 }
 
 }  // namespace probe

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "formats/html/Page.h"
@@ -36,6 +37,10 @@ public:
     /// Whether a selector arrives at the plugin as it stands, and finds a table.
     bool canFind(const std::string& selector);
 
+    /// The selector, or another one where its text stands above another table than it finds. Empty
+    /// when it finds none.
+    std::string selectorMeantBy(const std::string& selector);
+
     /// A selector that finds just this table, the most telling one; empty when there is none that
     /// fits into the parameter.
     std::string selectorFor(const intake::html::Node& table);
@@ -54,8 +59,14 @@ private:
     FoundTable findByText(const std::string& text);
     bool finds(const std::string& selector, const intake::html::Node& table);
 
+    using Node = intake::html::Node;
+
     const intake::html::Page& page_;
-    std::vector<const intake::html::Node*> tables_;
+    std::unordered_map<std::string_view, const Node*> byId_;  // the first one of each
+    std::unordered_map<std::string_view, const Node*> byClass_;
+    std::vector<const Node*> landmarks_;                      // tables and headings of sections
+    std::unordered_map<const Node*, std::size_t> positions_;  // of the tables among these
+    std::vector<const Node*> tables_;
     uint32_t searches_ = 0;  // by text, each of which has a number of its own
 };
 

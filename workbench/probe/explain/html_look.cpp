@@ -120,7 +120,9 @@ private:
         }
         selectors.resize(std::min(selectors.size(), mostProposals));
         for (const std::string& selector : selectors) {
-            if (tables_.canFind(selector)) ladder_.propose(Stage::Selection, {{"sheet", selector}});
+            const std::string meant = tables_.selectorMeantBy(selector);
+            if (!meant.empty() || selector.empty())
+                ladder_.propose(Stage::Selection, {{"sheet", meant}});
         }
     }
 

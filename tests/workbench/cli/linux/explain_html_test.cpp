@@ -99,7 +99,25 @@ page.html: no records, # s
               Nothing on the page has the text "Finals". The whole text must be the same. Headings that are there: Heats, Lane, Swimmer, Final, Rank, Time.
               Set "Table/Sheet" (sheet) to one of these, or leave it empty for the first table.
   – key, rows, script, store: not reached
-  Try: --set 'sheet=TEXT Final'   (3 records, checked)
+  Try: --set 'sheet=CLASS results'   (2 records, checked)
+)");
+}
+
+TEST_F(ExplainedPage, ATextThatLeadsToANeighbouringTableIsNotProposed) {
+    expectOf(
+        "<!DOCTYPE html><h2>Heats</h2><table><tr><td>1</table>"
+        "<h2>Final</h2><table class=c><tr><td>1<tr><td>2</table>",
+        {"sheet=TEXT Finals"}, R"(
+page.html: no records, # s
+  ✓ settings
+  ✓ address   page.html
+  ✓ fetched   108 bytes
+  ✓ format    an HTML page
+  ✗ selection TEXT Finals
+              Nothing on the page has the text "Finals". The whole text must be the same. Headings that are there: Heats, Final.
+              Set "Table/Sheet" (sheet) to one of these, or leave it empty for the first table.
+  – key, rows, script, store: not reached
+  Try: --set 'sheet=CLASS c'   (2 records, checked)
 )");
 }
 
