@@ -8,6 +8,8 @@
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/source_settings.h"
+#include "workbench/probe/LookFailure.h"
+#include "workbench/probe/fetch/source_start.h"
 
 namespace workbench {
 
@@ -20,6 +22,19 @@ void applySetting(lumo::Host& host, lumo::Instance& instance, const std::string&
     const std::string_view text = setting;
     instance.changed(setParameter(host.parameters, instance.record(), text.substr(0, equals),
                                   text.substr(equals + 1)));
+}
+
+/// What is wrong with a source is for an explanation to say; one behind an address cannot be a
+/// workbook.
+SourceSettings settingsToLoad(const lumo::Host& host, const lumo::Instance& instance,
+                              const Options& options) {
+    try {
+        return settingsForSource(options.source, host.parameters, instance.record());
+    } catch (const probe::LookFailure&) {
+        if (options.command != Command::Explain) throw;
+        return {"not looked at",
+                {std::string("queryMode=") + (probe::isUrl(options.source) ? "JSON" : "EXCEL")}};
+    }
 }
 
 bool isSet(const std::vector<std::string>& settings, std::string_view name) {
@@ -49,7 +64,7 @@ void applySettings(lumo::Host& host, lumo::Instance& instance, const Options& op
     for (const std::string& setting : options.settings)
         applySetting(host, instance, setting);
     if (source.empty() || isSet(options.settings, "queryMode")) return;
-    SourceSettings found = settingsForSource(source, host.parameters, instance.record());
+    SourceSettings found = settingsToLoad(host, instance, options);
     std::erase_if(found.settings, [&options](const std::string& setting) {
         return isSet(options.settings, setting.substr(0, setting.find('=')));
     });

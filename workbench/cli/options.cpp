@@ -125,6 +125,8 @@ void addExplain(CLI::App& app, Options& options) {
         "explain", "Load a source once and say why it brings what it brings, stage by stage");
     explain->callback([&options] { options.command = Command::Explain; });
     addPlugin(*explain, options);
+    explain->add_option("SOURCE", options.source,
+                        "A file or a URL; what kind of source it is, is found by looking");
     addInstance(*explain, options);
     addOutput(*explain, options, explainOutputs, "As text (default) or json");
     addTimeout(*explain, options);

@@ -9,9 +9,11 @@ namespace probe {
 bool needsKey(const Settings& settings) {
     const bool isJsonOrXml =
         settings.queryMode == QueryType::Json || settings.queryMode == QueryType::Xml;
+    // A document that is written as a whole has no records.
+    const bool isWhole = settings.queryMode == QueryType::Json && settings.xpath.empty();
     switch (settings.mode) {
         case TargetMode::DataTable:
-            return true;
+            return !isWhole;
         case TargetMode::DataStructure:
             return settings.queryMode == QueryType::Html ||
                    (settings.queryMode != QueryType::Json && settings.table.empty());
