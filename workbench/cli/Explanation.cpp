@@ -6,6 +6,7 @@
 #include <sstream>
 #include <utility>
 
+#include "formats/text/trim.h"
 #include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/Table.h"
 #include "workbench/cli/display_text.h"
@@ -60,7 +61,8 @@ std::string titleOf(const Explanation& explanation) {
 /// The text in lines of at most so many columns, each behind `margin` blanks. A word is never cut.
 std::string wrapped(const std::string& text, std::size_t margin, std::size_t columns) {
     if (text.empty()) return "";
-    if (columns == unlimited) return std::string(margin, ' ') + text + "\n";
+    if (columns == unlimited)
+        return std::string(margin, ' ') + std::string(intake::trimmedEnd(text, " ")) + "\n";
     const std::size_t width = std::max<std::size_t>(columns, margin + 1) - margin;
     std::string lines;
     std::istringstream words(text);
@@ -172,23 +174,29 @@ probe::Stage Explanation::stageToMend() const {
     return ladder.failed().value_or(confirmed->remedy.stage);
 }
 
-void Explanation::hide(const Redaction& redact) {
-    name = redact(name);
+void Explanation::rewrite(const std::function<std::string(std::string)>& rewritten) {
+    name = rewritten(name);
     forEachStage([&](Stage stage) {
         Step& step = ladder.at(stage);
-        step.placeOffset = redact(step.seen.substr(0, step.placeOffset)).size();
+        step.placeOffset = rewritten(step.seen.substr(0, step.placeOffset)).size();
         for (std::string* text : {&step.seen, &step.place, &step.cause, &step.next})
-            *text = redact(*text);
+            *text = rewritten(*text);
     });
+}
+
+void Explanation::hide(const Redaction& redact) {
+    rewrite(redact);
     if (!confirmed) return;
     for (auto& setting : confirmed->remedy.proposal)
         setting.second = redact(setting.second);
 }
 
 std::string Explanation::text(bool hasUnicode, std::size_t columns) const {
-    std::string lines = titleOf(*this);
+    Explanation shown(*this);
+    shown.rewrite(printable);
+    std::string lines = titleOf(shown);
     forEachStage([&](Stage stage) {
-        const Step& step = ladder.at(stage);
+        const Step& step = shown.ladder.at(stage);
         if (step.state != State::Skipped) lines += linesOf(stage, step, hasUnicode, columns);
     });
     lines += skippedLines(ladder, hasUnicode);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -38,6 +39,10 @@ struct Explanation {
 
     /// As one JSON object.
     std::string json() const;
+
+private:
+    /// Puts what becomes of them in the place of all texts but the remedy.
+    void rewrite(const std::function<std::string(std::string)>& rewritten);
 };
 
 }  // namespace workbench

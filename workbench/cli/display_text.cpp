@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "formats/text/latin1.h"
 #include "formats/text/utf8.h"
@@ -61,6 +62,10 @@ std::size_t displayWidth(std::string_view text) {
         text.remove_prefix(character.length);
     }
     return width;
+}
+
+std::string printable(std::string_view text) {
+    return fitted(text, std::numeric_limits<std::size_t>::max());
 }
 
 std::string fitted(std::string_view text, std::size_t width) {

@@ -42,8 +42,8 @@ constexpr std::array<std::size_t, 4> mostColumns{10, 28, 40, 24};
 Row rowOf(const OutlineEntry& entry, bool isCut) {
     Row row{entry.records ? std::to_string(*entry.records) : "",
             std::string(2 * entry.depth, ' ') + entry.name, entry.kind, entry.value};
-    for (std::size_t i = 0; isCut && i < row.size(); ++i)
-        row[i] = fitted(row[i], mostColumns[i]);
+    for (std::size_t i = 0; i < row.size(); ++i)
+        row[i] = isCut ? fitted(row[i], mostColumns[i]) : printable(row[i]);
     return row;
 }
 
@@ -109,6 +109,11 @@ std::string nothingText(const std::string& source, const Explored& explored,
            notKeptText(explored.outline);
 }
 
+/// A source as an argument; a file whose name begins as an option does is named by its folder.
+std::string sourceArgument(const std::string& source) {
+    return asArgument((source.starts_with('-') ? "./" : "") + source).substr(7);
+}
+
 /// How to go on from what was shown. `source` is empty for what is named by settings alone.
 std::string advice(const std::string& source, const Explored& explored) {
     const auto& entries = explored.outline.entries;
@@ -121,7 +126,7 @@ std::string advice(const std::string& source, const Explored& explored) {
     const bool hasMode = std::any_of(settings.begin(), settings.end(),
                                      [](const auto& each) { return each.first == "mode"; });
     const std::string named =
-        source.empty() ? settingsText(explored.source) : asArgument(source).substr(7);
+        source.empty() ? settingsText(explored.source) : sourceArgument(source);
     return "\nLoad one, for example: intake-workbench load " + named +
            (hasMode ? " " : " --set mode=DataArray ") + settingsText(settings) + "\n";
 }
@@ -213,25 +218,27 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
     const Redaction redact(settings);
     const bool isDatabase =
         settings.queryMode == probe::QueryType::Sql && !settings.connStr.empty();
-    const std::string source = redact(isDatabase ? probe::placeOfDatabase(settings.connStr)
-                                                 : probe::withoutUserInfo(settings.filename));
+    const std::string address = redact(isDatabase ? probe::placeOfDatabase(settings.connStr)
+                                                  : probe::withoutUserInfo(settings.filename));
+    const std::string source = printable(address);
     try {
         Explored explored = probe::exploreSource(
             settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
         hide(redact, explored);
         const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
-        streams.writeResult(options.output == Output::Json ? asJson(source, explored)
+        streams.writeResult(options.output == Output::Json ? asJson(address, explored)
                             : explored.outline.entries.empty()
                                 ? nothingText(source, explored, options.find)
                                 : asTable(source, explored, page.columns != unlimited) +
-                                      advice(isDatabase ? "" : source, explored));
+                                      advice(isDatabase ? "" : address, explored));
         return ExitStatus::Loaded;
     } catch (const probe::DatabaseFailure& failure) {
-        const std::string text = redact(source + ": " + failure.what() + " " + failure.next);
+        const std::string text =
+            printable(redact(address + ": " + failure.what() + " " + failure.next));
         std::fprintf(stderr, "%s\n", text.c_str());
         return ExitStatus::LoadFailed;
     } catch (const probe::LookFailure& failure) {
-        std::fprintf(stderr, "%s %s.\n", source.c_str(), redact(failure.what()).c_str());
+        std::fprintf(stderr, "%s %s.\n", source.c_str(), printable(redact(failure.what())).c_str());
         return ExitStatus::LoadFailed;
     }
 }

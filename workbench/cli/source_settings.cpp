@@ -1,10 +1,13 @@
 #include "workbench/cli/source_settings.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <sstream>
 
 #include "formats/connection/sqlite_connection_string.h"
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/display_text.h"
 #include "workbench/cli/received_text.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/fetch/source_start.h"
@@ -50,6 +53,20 @@ std::string startOf(const std::string& source, const lumo::ParameterTable& param
     return probe::startOfUrl(source, requestOf(parameters, record));
 }
 
+/// As it stands between $' and '.
+std::string escaped(const std::string& text) {
+    std::string written;
+    for (const char c : text) {
+        const bool isPrinted = c >= ' ' && c < 0x7F;
+        std::array<char, 8> code{};
+        std::snprintf(code.data(), code.size(), "\\x%02x",
+                      static_cast<unsigned>(static_cast<unsigned char>(c)));
+        const bool isOfSyntax = c == '\'' || c == '\\';
+        written += !isPrinted ? code.data() : (isOfSyntax ? "\\" : "") + std::string(1, c);
+    }
+    return written;
+}
+
 void addDatabase(const std::string& source, const lumo::ParameterTable& parameters,
                  const lumo::Record& record, SourceSettings& found) {
     if (probe::isUrl(source))
@@ -79,6 +96,7 @@ SourceSettings settingsForSource(const std::string& source, const lumo::Paramete
 }
 
 std::string asArgument(const std::string& setting) {
+    if (printable(setting) != setting) return " --set $'" + escaped(setting) + "'";
     const bool isPlain = setting.find_first_of(" \t\n;\"'$&|<>()[]{}*?!#~`\\") == std::string::npos;
     if (isPlain) return " --set " + setting;
     std::string quoted;

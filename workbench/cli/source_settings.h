@@ -20,7 +20,8 @@ struct SourceSettings {
 SourceSettings settingsForSource(const std::string& source, const lumo::ParameterTable& parameters,
                                  const lumo::Record& record);
 
-/// NAME=VALUE as it is given on a command line, with quotes where a shell needs them.
+/// NAME=VALUE as it is given on a command line, with quotes where a shell needs them, and without
+/// what commands a terminal.
 std::string asArgument(const std::string& setting);
 
 /// What is told of it: what it is, and how to say so without looking.

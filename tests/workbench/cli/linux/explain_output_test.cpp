@@ -174,6 +174,21 @@ protected:
 
 }  // namespace
 
+TEST_F(ExplainOutput, CommandsNoTerminal) {
+    const ChildResult result = explain(ofClubs({"xpath=a\x1B[2J\r\xC2\x9B", "key=\r"}));
+    EXPECT_EQ(result.out.find_first_of("\x1B\r"), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find("\xC2\x9B"), std::string::npos) << result.out;
+}
+
+TEST_F(ExplainOutput, ProposesWhatCanBePasted) {
+    write("clubs.json", R"([{"id\r'": 7}, {"id\r'": 9}])");
+    const ChildResult result =
+        explain({"queryMode=JSON", "filename=clubs.json", "table=T", "key=id", "xpath=*"});
+    EXPECT_NE(result.out.find("  Try: --set $'key=id\\x0d\\''   (2 records, checked)\n"),
+              std::string::npos)
+        << result.out;
+}
+
 TEST_F(ExplainOutput, HasNoLogBesideIt) {
     write("rows.xml", "<l><c><n>a</n></c><c/></l>");  // a record without a key is logged
     explain({"queryMode=XML", "filename=rows.xml", "xpath=/l/c", "key=n"});

@@ -343,6 +343,18 @@ league.json is no JSON that can be read; explain says where it ends.
                    1);
 }
 
+TEST_F(Explored, WhatIsFoundCommandsNoTerminal) {
+    write("-clubs.json", R"([{"a\u001Bc": "\r\u009B"}, {"a\u001Bc": 1}])");
+    expectExplored({"--", "-clubs.json"}, R"(
+-clubs.json is JSON, 43 bytes
+records  name   kind            first value  select it by
+      2  *      objects                      --set 'xpath=*'
+      2    a c  texts, numbers               --set $'xpath=*/a\x1bc'
+
+Load one, for example: intake-workbench load ./-clubs.json --set mode=DataArray --set 'xpath=*'
+)");
+}
+
 TEST_F(Explored, AFileThatIsNotThereIsSaid) {
     expectExplored({"absent.json"}, R"(
 absent.json is not there; it was looked for as FOLDER/absent.json.
