@@ -14,7 +14,10 @@ public:
         console_.field = found;
         return {found != nullptr ? &console_ : nullptr, true};
     }
-    void executing() override { start_ = threadUsage(); }
+    cobalt::Origin executing() override {
+        start_ = threadUsage();
+        return {};
+    }
     void executed(std::string_view script, const cobalt::ScriptError*) override {
         spent_ += threadUsage() - start_;
         ++scripts_;

@@ -50,24 +50,33 @@ const Value* Entries::find(std::string_view key) const {
 }
 
 Value& Entries::define(std::string_view key) {
+    return defineEntry(key).value;
+}
+
+Entry& Entries::defineEntry(std::string_view key) {
     const std::size_t position = findPosition(key);
-    if (position != KeyIndex::none) return entries_[position].value;
-    entries_.push_back(Entry{std::string(key), Value()});
+    if (position != KeyIndex::none) return entries_[position];
+    entries_.push_back(Entry{std::string(key), Value(), {}});
     if (index_) {
         index_->addLast(entries_);
     } else if (entries_.size() > mostWithoutIndex) {
         index_ = std::make_unique<KeyIndex>(entries_);
     }
-    return entries_.back().value;
+    return entries_.back();
 }
 
-void Entries::merge(Entries other) {
+void Entries::merge(Entries other, Origin origin) {
+    for (Entry& entry : other.entries_)
+        entry.origin = origin;
     if (entries_.empty()) {
         *this = std::move(other);
         return;
     }
-    for (Entry& entry : other.entries_)
-        define(entry.key) = std::move(entry.value);
+    for (Entry& entry : other.entries_) {
+        Entry& own = defineEntry(entry.key);
+        own.value = std::move(entry.value);
+        own.origin = origin;
+    }
 }
 
 void Entries::shrinkToFit() {

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "workbench/cobalt/Origin.h"
+
 namespace cobalt {
 
 struct Entry;
@@ -35,8 +37,11 @@ public:
     /// The value of that name, made as an empty text at the end when there is none.
     Value& define(std::string_view key);
 
-    /// Takes over every entry of `other`. Names that exist keep their place.
-    void merge(Entries other);
+    /// The same for the entry itself.
+    Entry& defineEntry(std::string_view key);
+
+    /// Takes over every entry of `other`, each of this origin. Names that exist keep their place.
+    void merge(Entries other, Origin origin = {});
 
     /// Gives back the memory that was set aside for more entries.
     void shrinkToFit();

@@ -26,7 +26,7 @@ void Evaluator::execute(const Statement& statement) {
     if (!statement.target) return;
     assigned.separated = statement.separated;
     const Target& target = *statement.target;
-    assign(store_.define(target.name).value(), target, combine(target, std::move(assigned)));
+    store_.define(target.name).assign(target, combine(target, std::move(assigned)), {});
 }
 
 Operand Evaluator::calculate(const Calculation& calculation) {

@@ -9,6 +9,12 @@
 
 namespace cobalt {
 
+void Field::assign(const Target& target, Value value, Origin origin) {
+    const bool isWhole = target.kind == Target::Kind::Whole;
+    if (isWhole || value_.isScalar()) origin_ = isWhole ? origin : Origin{};
+    cobalt::assign(value_, target, std::move(value), origin);
+}
+
 Field* Store::find(std::string_view name) {
     const auto found = byName_.find(name);
     return found == byName_.end() ? nullptr : found->second;
@@ -32,8 +38,8 @@ public:
     explicit Change(Store& store) : store_(store), fieldsBefore_(store.fields_.size()) {}
     ~Change() {
         if (isWhole_) return;
-        for (auto& [field, value] : former_)
-            field->value() = std::move(value);
+        for (Former& former : former_)
+            former.field->set(std::move(former.value), former.origin);
         while (store_.fields_.size() > fieldsBefore_) {
             store_.byName_.erase(store_.fields_.back().name());
             store_.fields_.pop_back();
@@ -42,27 +48,33 @@ public:
     Change(const Change&) = delete;
     Change& operator=(const Change&) = delete;
 
-    /// The value of a field that is about to be changed; the field is made where there is none.
-    Value& valueOf(std::string_view name) {
+    /// A field that is about to be changed; it is made where there is none.
+    Field& fieldOf(std::string_view name) {
         Field* const known = store_.find(name);
         Field& field = known != nullptr ? *known : store_.define(name);
         if (touched_.insert(&field).second && known != nullptr) {
-            former_.emplace_back(known, known->value());
+            former_.push_back({known, known->value(), known->origin()});
         }
-        return field.value();
+        return field;
     }
 
     void keep() { isWhole_ = true; }
 
 private:
+    struct Former {
+        Field* field;
+        Value value;
+        Origin origin;
+    };
+
     Store& store_;
     const std::size_t fieldsBefore_;
     std::unordered_set<const Field*> touched_;
-    std::vector<std::pair<Field*, Value>> former_;
+    std::vector<Former> former_;
     bool isWhole_ = false;
 };
 
-std::optional<ScriptError> Store::execute(std::string_view script) {
+std::optional<ScriptError> Store::execute(std::string_view script, Origin origin) {
     try {
         auto parsed = parseScript(script);
         if (auto* error = std::get_if<ScriptError>(&parsed)) return std::move(*error);
@@ -70,7 +82,7 @@ std::optional<ScriptError> Store::execute(std::string_view script) {
         auto& assignments = std::get<Assignments>(parsed);
         for (; !assignments.empty(); assignments.pop_front()) {
             Assignment& next = assignments.front();
-            assign(change.valueOf(next.target.name), next.target, std::move(next.value));
+            change.fieldOf(next.target.name).assign(next.target, std::move(next.value), origin);
         }
         change.keep();
         return std::nullopt;

@@ -13,6 +13,8 @@
 
 namespace cobalt {
 
+struct Target;
+
 /// One named field of a store. Owned by its store, at the same address as long as the store lives.
 class Field {
 public:
@@ -22,12 +24,24 @@ public:
     const Value& value() const { return value_; }
     Value& value() { return value_; }
 
+    /// Of a value that was assigned as a whole; entries that were assigned one by one have theirs.
+    Origin origin() const { return origin_; }
+
+    void set(Value value, Origin origin) {
+        value_ = std::move(value);
+        origin_ = origin;
+    }
+
+    /// Sets the value, or the part of it that the target means.
+    void assign(const Target& target, Value value, Origin origin);
+
     /// Sets the value to a text, whatever it looks like.
-    void setText(std::string text) { value_ = Value::text(std::move(text)); }
+    void setText(std::string text) { set(Value::text(std::move(text)), {}); }
 
 private:
     std::string name_;
     Value value_;
+    Origin origin_;
 };
 
 /// The data store of a scene: fields by name, in order of creation. Used on one thread. Fields are
@@ -47,7 +61,8 @@ public:
 
     /// Carries out the assignments of `script`, making the fields that they name. A script that
     /// does not parse, or that there is no memory for, changes nothing and gives its first error.
-    std::optional<ScriptError> execute(std::string_view script);
+    /// What is assigned bears the origin.
+    std::optional<ScriptError> execute(std::string_view script, Origin origin = {});
 
     std::size_t size() const { return fields_.size(); }
     bool empty() const { return fields_.empty(); }

@@ -96,16 +96,16 @@ Value combine(const Target& target, AssignedValues assigned) {
     return Value::array(numbered(std::move(values), 0));
 }
 
-void assign(Value& slot, const Target& target, Value value) {
+void assign(Value& slot, const Target& target, Value value, Origin origin) {
     switch (target.kind) {
         case Target::Kind::Whole:
             slot = std::move(value);
             return;
         case Target::Kind::Entry:
-            slot.assignEntry(target.key, std::move(value));
+            slot.assignEntry(target.key, std::move(value), origin);
             return;
         case Target::Kind::Range:
-            slot.assignEntries(std::move(value).takeEntries());
+            slot.assignEntries(std::move(value).takeEntries(), origin);
             return;
     }
 }

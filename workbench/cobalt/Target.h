@@ -43,7 +43,8 @@ void requireRoom(const Target& target, std::size_t count, std::size_t offset);
 /// as many as it has room for.
 Value combine(const Target& target, AssignedValues assigned);
 
-/// Sets `slot`, the value of the target's name, or the part of it that the target means.
-void assign(Value& slot, const Target& target, Value value);
+/// Sets `slot`, the value of the target's name, or the part of it that the target means. Entries
+/// bear the origin.
+void assign(Value& slot, const Target& target, Value value, Origin origin = {});
 
 }  // namespace cobalt

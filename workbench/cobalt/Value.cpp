@@ -62,12 +62,14 @@ Entries Value::takeEntries() && {
     return {};
 }
 
-void Value::assignEntry(std::string_view key, Value value) {
-    requireEntries().define(key) = std::move(value);
+void Value::assignEntry(std::string_view key, Value value, Origin origin) {
+    Entry& entry = requireEntries().defineEntry(key);
+    entry.value = std::move(value);
+    entry.origin = origin;
 }
 
-void Value::assignEntries(Entries entries) {
-    requireEntries().merge(std::move(entries));
+void Value::assignEntries(Entries entries, Origin origin) {
+    requireEntries().merge(std::move(entries), origin);
 }
 
 Entries& Value::requireEntries() {

@@ -44,10 +44,10 @@ public:
     Entries takeEntries() &&;
 
     /// Sets the member or element of that name. A text or a number gives way to an array.
-    void assignEntry(std::string_view key, Value value);
+    void assignEntry(std::string_view key, Value value, Origin origin);
 
     /// Sets all these members or elements. A text or a number gives way to an array.
-    void assignEntries(Entries entries);
+    void assignEntries(Entries entries, Origin origin);
 
 private:
     struct Number {
@@ -69,6 +69,7 @@ private:
 struct Entry {
     std::string key;
     Value value;
+    Origin origin;  // of one that was assigned by itself
 };
 
 }  // namespace cobalt

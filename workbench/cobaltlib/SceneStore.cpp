@@ -27,8 +27,8 @@ DataField* SceneStore::findField(const char* name, int32_t create, int32_t local
 
 int32_t SceneStore::executeScript(const char* text, int32_t flags) {
     trace_.call("Cobalt::executeScript", text, flags);
-    if (observer_ != nullptr) observer_->executing();
-    const auto error = core_.execute(text);
+    const auto error =
+        core_.execute(text, observer_ != nullptr ? observer_->executing() : cobalt::Origin{});
     if (error) report("The data store could not execute the script", *error);
     if (observer_ != nullptr) observer_->executed(text, error ? &*error : nullptr);
     return error ? 0 : 1;

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "host/cobalt.h"
+#include "workbench/cobalt/Origin.h"
 #include "workbench/cobalt/ScriptError.h"
 
 namespace cobaltlib {
@@ -22,8 +23,8 @@ public:
     /// gets to see, and whether the trace shows the question (and how the plugin got at the store).
     virtual LookUp lookedUp(std::string_view name, DataField* found) = 0;
 
-    /// A script is about to be executed.
-    virtual void executing() {}
+    /// A script is about to be executed. Returns the origin of what it assigns.
+    virtual cobalt::Origin executing() { return {}; }
 
     /// A script was executed; `error` is null when it succeeded.
     virtual void executed(std::string_view script, const cobalt::ScriptError* error) = 0;
