@@ -69,6 +69,10 @@ void appendEscaped(char c, std::string& out) {
 }  // namespace
 
 void JsonWriter::startLine() {
+    if (layout_ == Layout::OneLine) {
+        if (out_.ends_with(',')) out_ += ' ';
+        return;
+    }
     out_ += '\n';
     out_.append(2 * depth_, ' ');
 }

@@ -5,10 +5,14 @@
 
 namespace workbench {
 
-/// Writes indented JSON piece by piece. The caller opens and closes in pairs and, inside an object,
-/// writes a name before each value.
+/// Writes JSON piece by piece, indented or in one line. The caller opens and closes in pairs and,
+/// inside an object, writes a name before each value.
 class JsonWriter {
 public:
+    enum class Layout { Indented, OneLine };
+
+    explicit JsonWriter(Layout layout = Layout::Indented) : layout_(layout) {}
+
     void open(char bracket);
     void close(char bracket);
     void name(std::string_view name);
@@ -29,6 +33,7 @@ private:
     void startLine();
     void appendQuoted(std::string_view text);
 
+    const Layout layout_;
     std::string out_;
     std::size_t depth_ = 0;
     bool first_ = true;

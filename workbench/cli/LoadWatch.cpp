@@ -1,8 +1,12 @@
 #include "workbench/cli/LoadWatch.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/moments.h"
+#include "workbench/cli/written_records.h"
+#include "workbench/cobalt/Expression.h"
 
 namespace workbench {
 
@@ -41,10 +45,16 @@ LoadWatch::LoadWatch(lumo::Host& host, lumo::Instance& instance, bool keepsScrip
       queryMode_(indexOf("queryMode")),
       targetMode_(indexOf("mode")),
       prefix_(indexOf("varsPrefix")),
-      source_(indexOf("filename")) {
+      source_(indexOf("filename")),
+      action_(host.parameters.find("postAction")) {
     const int32_t showData = indexOf("show_data");
     userSeesConsole_ = instance.record().integer(showData) != 0;
     instance.record().setInteger(showData, 1);
+}
+
+void LoadWatch::follow(std::uint32_t writer) {
+    countsRecords_ = true;
+    origin_ = {writer, 0};
 }
 
 int32_t LoadWatch::indexOf(const char* name) const {
@@ -62,12 +72,16 @@ std::string LoadWatch::prefixed(const char* name) const {
 std::optional<Outcome> LoadWatch::runFrame() {
     outcome_ = {};
     answered_ = false;
+    loadsBegun_ = -host_.fontEncodingQueries;
     host_.memories.takeLastSet();
     host_.store.setObserver(this);
     instance_.execPerField();
     host_.store.setObserver(nullptr);
+    loadsBegun_ += host_.fontEncodingQueries;
     if (!answered_) return std::nullopt;
     finishSharedMemory();
+    finishAction();
+    if (outcome_.failed) outcome_.records = 0;
     return std::move(outcome_);
 }
 
@@ -77,10 +91,24 @@ LoadWatch::LookUp LoadWatch::lookedUp(std::string_view name, DataField* found) {
     return {&console_, userSeesConsole_};
 }
 
+cobalt::Origin LoadWatch::executing() {
+    if (origin_.writer == 0) return {};
+    origin_.moment = std::max(origin_.moment + 1, momentNow());
+    return origin_;
+}
+
 void LoadWatch::executed(std::string_view script, const cobalt::ScriptError* error) {
     outcome_.notExecuted = error != nullptr;
     outcome_.scriptFault = wordsFor(error);
-    if (keepsScripts_) outcome_.script = script;
+    note(script);
+    if (error != nullptr) outcome_.records = 0;
+}
+
+void LoadWatch::note(std::string_view written) {
+    if (keepsScripts_) outcome_.script = written;
+    outcome_.bytes = written.size();
+    if (countsRecords_)
+        outcome_.records = writtenRecords(written, host_.parameters, instance_.record());
 }
 
 void LoadWatch::actionDone(const cobalt::ScriptError* error) {
@@ -106,7 +134,20 @@ void LoadWatch::finishSharedMemory() {
     if (instance_.record().integer(targetMode_) != sharedMemory) return;
     const std::string* stored = host_.memories.takeLastSet();
     outcome_.notStored = stored == nullptr;
-    if (keepsScripts_ && stored != nullptr) outcome_.script = *stored;
+    if (stored != nullptr) note(*stored);
+}
+
+// The plugin carries out nothing in the place of an action that cannot be read, and says so only
+// when it gets it.
+void LoadWatch::finishAction() {
+    if (!action_ || !outcome_.actionFault.empty()) return;
+    const std::string_view action = instance_.record().text(*action_);
+    if (action != parsedAction_) {
+        parsedAction_ = action;
+        const auto fault = cobalt::Expression().parse(action);
+        actionFault_ = wordsFor(fault ? &*fault : nullptr);
+    }
+    outcome_.actionFault = actionFault_;
 }
 
 }  // namespace workbench

@@ -8,6 +8,7 @@
 // the user did, everything shows as it would without the watch.
 // Owned by a command, for one instance; host's thread only.
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,8 @@ struct Outcome {
     std::string actionFault;   // of a post-update action that failed
     bool notStored = false;    // Shared Memory mode, and no memory was bound
     std::string script;        // what was executed or stored; only when the watch keeps it
+    std::size_t bytes = 0;     // of that
+    std::size_t records = 0;   // that were written; only when the watch counts them
 };
 
 /// How a process ends whose load came to that.
@@ -38,8 +41,21 @@ public:
     /// plugin lacks a parameter that the watch needs.
     LoadWatch(lumo::Host& host, lumo::Instance& instance, bool keepsScripts);
 
+    /// From now on, counts the records of each load and marks in the store what this writer wrote.
+    void follow(std::uint32_t writer);
+
+    /// Whether the user sees what is written to the console variable: the parameter show_data,
+    /// which the watch keeps on.
+    void showConsole(bool shown) { userSeesConsole_ = shown; }
+
     /// Runs the per-field hook once. Returns the outcome when it executed an answer.
     std::optional<Outcome> runFrame();
+
+    /// How many loads the plugin began in the last frame.
+    std::int64_t loadsBegun() const { return loadsBegun_; }
+
+    /// That of the last load that wrote into the store.
+    std::uint32_t lastMoment() const { return origin_.moment; }
 
 private:
     // Lets the watch judge the console text, and passes it on to the user's own field when there is
@@ -56,12 +72,15 @@ private:
     };
 
     LookUp lookedUp(std::string_view name, DataField* found) override;
+    cobalt::Origin executing() override;
     void executed(std::string_view script, const cobalt::ScriptError* error) override;
     void actionDone(const cobalt::ScriptError* error) override;
     int32_t indexOf(const char* name) const;
     std::string prefixed(const char* name) const;
     void judge(std::string_view consoleText);
+    void note(std::string_view written);
     void finishSharedMemory();
+    void finishAction();
 
     lumo::Host& host_;
     lumo::Instance& instance_;
@@ -70,6 +89,12 @@ private:
     const int32_t targetMode_;
     const int32_t prefix_;
     const int32_t source_;
+    const std::optional<int32_t> action_;
+    std::string parsedAction_;  // the text of the action that `actionFault_` is about
+    std::string actionFault_;   // of one that cannot be read
+    bool countsRecords_ = false;
+    cobalt::Origin origin_;
+    std::int64_t loadsBegun_ = 0;
     bool userSeesConsole_ = false;
     ConsoleField console_{*this};
     bool answered_ = false;

@@ -30,6 +30,7 @@ struct Options {
     int32_t fontEncoding = 1;
 
     std::optional<RecordRange> expectedRecords;
+    std::string report;  // the file to which loads are reported; empty for none
 
     std::string at;          // the place that is explored
     std::string find;        // what is looked for

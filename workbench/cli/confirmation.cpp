@@ -1,73 +1,16 @@
 #include "workbench/cli/confirmation.h"
 
-#include <array>
-#include <cstdio>
-
 #include "workbench/cli/ExitStatus.h"
-#include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/child_process.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/process.h"
+#include "workbench/cli/record_values.h"
 #include "workbench/cli/written_records.h"
 
 namespace workbench {
 
 namespace {
-
-using lumo::Parameter;
-using lumo::ParameterKind;
-
-void copyValue(const Parameter& parameter, int32_t index, const lumo::Record& from,
-               lumo::Record& to) {
-    if (lumo::isText(parameter)) {
-        to.setText(index, from.text(index));
-    } else if (parameter.kind == ParameterKind::Float) {
-        to.setNumber(index, from.number(index));
-    } else {
-        to.setInteger(index, from.integer(index));
-    }
-}
-
-void writeValue(const Parameter& parameter, int32_t index, const lumo::Record& record,
-                JsonWriter& out) {
-    out.name(parameter.name);
-    if (lumo::isText(parameter)) {
-        out.text(record.text(index));
-    } else if (parameter.kind == ParameterKind::Float) {
-        out.number(static_cast<double>(record.number(index)));
-    } else {
-        out.number(record.integer(index));
-    }
-}
-
-template <class Visit>
-void forEachValue(const lumo::ParameterTable& parameters, Visit visit) {
-    for (int32_t index = 1; index <= parameters.size(); ++index) {
-        if (lumo::hasValue(parameters.at(index))) visit(parameters.at(index), index);
-    }
-}
-
-/// A scene with just this instance.
-std::string sceneOf(const lumo::ParameterTable& parameters, const lumo::Record& record) {
-    JsonWriter out;
-    out.open('{');
-    out.name("instances");
-    out.open('[');
-    out.open('{');
-    out.name("name");
-    out.text("confirmed");
-    out.name("parameters");
-    out.open('{');
-    forEachValue(parameters, [&](const Parameter& parameter, int32_t index) {
-        writeValue(parameter, index, record, out);
-    });
-    out.close('}');
-    out.close('}');
-    out.close(']');
-    out.close('}');
-    return out.take();
-}
 
 std::vector<std::string> commandFor(const Options& options, const lumo::ParameterTable& parameters,
                                     const lumo::Record& record, double timeoutSeconds) {
@@ -98,7 +41,7 @@ std::optional<std::size_t> recordsWith(const probe::Proposal& proposal,
                                        const lumo::Record& record, const Options& options,
                                        double timeoutSeconds) {
     lumo::Record changed(parameters);
-    forEachValue(parameters, [&](const Parameter& parameter, int32_t index) {
+    forEachValue(parameters, [&](const lumo::Parameter& parameter, int32_t index) {
         copyValue(parameter, index, record, changed);
     });
     try {
@@ -109,7 +52,7 @@ std::optional<std::size_t> recordsWith(const probe::Proposal& proposal,
         return std::nullopt;
     }
     const ChildAnswer answer = askChild(commandFor(options, parameters, changed, timeoutSeconds),
-                                        sceneOf(parameters, changed), timeoutSeconds);
+                                        sceneOf("confirmed", parameters, changed), timeoutSeconds);
     if (answer.status != static_cast<int>(ExitStatus::Loaded)) return std::nullopt;
     return writtenRecords(answer.out, parameters, changed);
 }

@@ -1,12 +1,16 @@
 #include <cstdio>
 
+#include "workbench/cli/FrameClock.h"
 #include "workbench/cli/LoadWatch.h"
 #include "workbench/cli/PatienceNotice.h"
+#include "workbench/cli/Redaction.h"
 #include "workbench/cli/commands.h"
 #include "workbench/cli/environment.h"
 #include "workbench/cli/missing_file.h"
 #include "workbench/cli/one_load.h"
 #include "workbench/cli/page_size.h"
+#include "workbench/cli/probe_settings.h"
+#include "workbench/cli/run/ReportFile.h"
 #include "workbench/cli/store_json.h"
 #include "workbench/cli/store_table.h"
 #include "workbench/cli/written_records.h"
@@ -42,7 +46,7 @@ void adviseOnMissingFile(const lumo::Host& host, const lumo::Instance& instance,
     if (!advice.empty()) std::fprintf(stderr, "%s\n", advice.c_str());
 }
 
-void report(const Outcome& outcome) {
+void tell(const Outcome& outcome) {
     if (outcome.failed) {
         std::fprintf(stderr, "%s\n", outcome.error.c_str());
     } else if (outcome.notStored) {
@@ -71,14 +75,31 @@ ExitStatus judge(const Outcome& outcome, const Options& options, const lumo::Hos
                : ExitStatus::UnexpectedRecords;
 }
 
+LoadReport reportOfNoAnswer() {
+    LoadReport report;
+    report.outcome = LoadOutcome::Late;
+    report.error = "no answer in time";
+    report.time = std::chrono::system_clock::now();
+    return report;
+}
+
+LoadReport reportOn(const std::optional<Outcome>& outcome, const lumo::Host& host,
+                    const lumo::Instance& instance) {
+    LoadReport report = outcome ? reportOf(*outcome) : reportOfNoAnswer();
+    const Redaction redact(probeSettings(host.parameters, instance.record()));
+    report.error = redact(report.error);
+    return report;
+}
+
 }  // namespace
 
 ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                    const StandardStreams& streams) {
+    ReportFile reports(options.report, streams);
     for (const std::string& name : options.definitions)
         host.store.core().define(name);
     lumo::Instance instance(host, plugin, "workbench");
-    placeInstance(host, instance, options);
+    const std::string name = placeInstance(host, instance, options);
     try {
         applySettings(host, instance, options);
     } catch (const probe::LookFailure& failure) {
@@ -91,19 +112,25 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
         requireCountable(host.parameters, instance.record());
 
     LoadWatch watch(host, instance, options.output == Output::Script || expected);
+    if (!options.report.empty()) watch.follow(1);
+    const FrameClock clock;
     instance.execAction(loadAction);
     const std::string source = sourceOf(host, instance);
     PatienceNotice notice(streams.errorIsTerminal(), options.timeoutSeconds);
     const auto outcome = waitForAnswer(watch, notice, options.timeoutSeconds);
+    LoadReport report = reportOn(outcome, host, instance);
+    report.instance = name;
+    report.seconds = clock.elapsedSeconds();
 
     if (!outcome)
         std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n", source.c_str(),
                      options.timeoutSeconds);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(result(host, outcome.value_or(Outcome{}), options.output, page));
+    reports.write(report);
     if (!outcome) return ExitStatus::NoAnswer;
     if (outcome->failed) adviseOnMissingFile(host, instance, options.scene);
-    report(*outcome);
+    tell(*outcome);
     return judge(*outcome, options, host, instance);
 }
 

@@ -45,16 +45,18 @@ bool isSet(const std::vector<std::string>& settings, std::string_view name) {
 
 }  // namespace
 
-void placeInstance(lumo::Host& host, lumo::Instance& instance, const Options& options) {
+std::string placeInstance(lumo::Host& host, lumo::Instance& instance, const Options& options) {
     if (options.scene.empty()) {
         instance.create();
         instance.load();
-        return;
+        return instance.name();
     }
     const SceneFile scene = readSceneFile(options.scene);
-    scene.restore(scene.find(options.instance), host.parameters, instance.record());
+    const StoredInstance& stored = scene.find(options.instance);
+    scene.restore(stored, host.parameters, instance.record());
     instance.load();
     instance.afterLoad();
+    return stored.name;
 }
 
 // What the user has set holds. It comes before looking, since it says with which credentials.

@@ -10,8 +10,9 @@ namespace workbench {
 
 inline constexpr int32_t loadAction = 0;
 
-/// Makes the instance that the options name: one of a scene, or a new one. Throws UsageError.
-void placeInstance(lumo::Host& host, lumo::Instance& instance, const Options& options);
+/// Makes the instance that the options name: one of a scene, or a new one, which is called
+/// "workbench". Returns its name. Throws UsageError.
+std::string placeInstance(lumo::Host& host, lumo::Instance& instance, const Options& options);
 
 /// Sets what the options say, and what is found of a bare source by looking at it. Throws
 /// UsageError, and probe::LookFailure for a source.

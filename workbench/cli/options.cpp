@@ -105,6 +105,13 @@ void addTimeout(CLI::App& command, Options& options) {
         ->type_name("N");
 }
 
+void addReport(CLI::App& command, Options& options) {
+    command
+        .add_option("--report", options.report,
+                    "Append a line of JSON for each load (- for standard output)")
+        ->type_name("FILE");
+}
+
 void addLoad(CLI::App& app, Options& options) {
     CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
     load->callback([&options] { options.command = Command::Load; });
@@ -118,6 +125,7 @@ void addLoad(CLI::App& app, Options& options) {
     addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
     addTimeout(*load, options);
     addExpectations(*load, options);
+    addReport(*load, options);
 }
 
 void addExplain(CLI::App& app, Options& options) {
@@ -172,6 +180,7 @@ void addRun(CLI::App& app, Options& options) {
         ->type_name("S")
         ->check(notNegative())
         ->excludes(frames);
+    addReport(*run, options);
 }
 
 }  // namespace

@@ -34,6 +34,8 @@ public:
     cobaltlib::Library library{trace, scene, runningContainer};
     cobaltlib::SceneStore& store = library.store;
     int32_t fontEncoding = 1;
+    int64_t fontEncodingQueries =
+        0;  // a plugin asks when it begins a load, which nothing else tells
 };
 
 }  // namespace lumo

@@ -55,6 +55,7 @@ int32_t _api__lumo_send_command(const char* command, const char** answer) {
 
 int32_t _api__global_get_font_encoding() {
     trace().call("_api__global_get_font_encoding");
+    ++host().fontEncodingQueries;
     return host().fontEncoding;
 }
 

@@ -45,3 +45,14 @@ TEST(JsonWriter, NestsAndSeparates) {
     out.close('}');
     EXPECT_EQ(out.take(), "{\n  \"a\": [\n    true,\n    2\n  ],\n  \"b\": {}\n}\n");
 }
+
+TEST(JsonWriter, WritesOneLineWhereThatIsAskedFor) {
+    JsonWriter out(JsonWriter::Layout::OneLine);
+    out.open('{');
+    out.name("a");
+    out.text("x,");
+    out.name("b");
+    out.number("1", 1);
+    out.close('}');
+    EXPECT_EQ(out.take(), "{\"a\": \"x,\", \"b\": 1}\n");
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace workbench {
+
+/// How an instance is doing, the most urgent first.
+enum class State { Failed, Late, Empty, Stale, Loading, Waiting, Loaded };
+
+/// What is shown of an instance. Times are in seconds. Plain values; any thread.
+struct InstanceState {
+    std::string name;
+    State state = State::Waiting;
+    std::optional<std::size_t> records;  // of the last load
+    std::optional<std::size_t> before;   // where that has changed a short time ago
+    std::size_t leftOver = 0;            // from older loads
+    std::optional<double> age;           // since the last answer
+    std::optional<double> duration;      // of the last load
+    std::optional<double> next;          // until the next load begins
+    std::string words;                   // what is wrong or waited for
+};
+
+}  // namespace workbench

@@ -1,0 +1,119 @@
+#include "workbench/cli/run/LiveInstance.h"
+
+#include <utility>
+
+#include "workbench/cli/missing_file.h"
+#include "workbench/cli/probe_settings.h"
+#include "workbench/cli/record_values.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr float shortestPeriod = 0.001F;  // of one that loads at all
+
+}  // namespace
+
+LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene,
+                           const StoredInstance& stored, std::uint32_t writer)
+    : host_(host),
+      scene_(scene.file),
+      writer_(writer),
+      instance_(host, plugin, stored.name),
+      stored_(host.parameters),
+      redact_(probe::Settings{}) {
+    scene.restore(stored, host.parameters, stored_);
+    forEachValue(host.parameters, [&](const lumo::Parameter& parameter, int32_t index) {
+        copyValue(parameter, index, stored_, instance_.record());
+    });
+    redact_ = Redaction(probeSettings(host.parameters, stored_));
+}
+
+void LiveInstance::start() {
+    instance_.afterLoad();
+    watch_.emplace(host_, instance_, false);
+    watch_->follow(writer_);
+    history_.setPeriod(period());
+}
+
+bool LiveInstance::take(const SceneFile& scene, const StoredInstance& stored) {
+    lumo::Record wanted(host_.parameters);
+    scene.restore(stored, host_.parameters, wanted);
+    const auto showData = host_.parameters.find("show_data");
+    bool isChanged = false;
+    forEachValue(host_.parameters, [&](const lumo::Parameter& parameter, int32_t index) {
+        if (isSameValue(parameter, index, stored_, wanted)) return;
+        isChanged = true;
+        copyValue(parameter, index, wanted, stored_);
+        if (index == showData) return watch_->showConsole(wanted.integer(index) != 0);
+        copyValue(parameter, index, wanted, instance_.record());
+        instance_.changed(index);
+    });
+    if (!isChanged) return false;
+    redact_ = Redaction(probeSettings(host_.parameters, stored_));
+    history_.setPeriod(period());
+    return true;
+}
+
+bool LiveInstance::loadsAutomatically() const {
+    const auto autoLoad = host_.parameters.find("autoLoad");
+    return autoLoad && record().integer(*autoLoad) != 0;
+}
+
+std::optional<double> LiveInstance::period() const {
+    const auto interval = host_.parameters.find("autoLoadInterval");
+    if (!loadsAutomatically() || !interval) return std::nullopt;
+    const float seconds = record().number(*interval);
+    if (!(seconds > shortestPeriod)) return std::nullopt;
+    return static_cast<double>(seconds);
+}
+
+LoadEvent LiveInstance::eventOf(LoadReport report) const {
+    const auto& last = history_.last();
+    LoadEvent event;
+    event.report = std::move(report);
+    event.report.instance = name();
+    event.isFirst = !last;
+    event.wasEmpty = last && last->outcome == LoadOutcome::Empty;
+    return event;
+}
+
+LoadEvent LiveInstance::answered(const Outcome& outcome, double now) {
+    const bool wasGood =
+        !history_.isLate() && (!history_.last() || isGood(history_.last()->outcome));
+    LoadEvent event = eventOf(reportOf(outcome));
+    event.report.error = redact_(event.report.error);
+    event.plainError = outcome.error;
+    if (outcome.failed)
+        event.advice = adviceOnMissingSource(host_.parameters, instance_.record(), scene_);
+    history_.answered(event.report, now);
+    event.isRecovery = !wasGood && isGood(event.report.outcome) && !history_.isLate();
+    lastStatus_ = statusOf(outcome);
+    return event;
+}
+
+void LiveInstance::runFrame(double now, std::vector<LoadEvent>& events) {
+    const auto outcome = watch_->runFrame();
+    if (outcome) events.push_back(answered(*outcome, now));
+    for (auto begun = watch_->loadsBegun(); begun > 0; --begun)
+        history_.began(now);
+    const bool wasLate = history_.isLate();
+    for (auto late = history_.becameLate(now); late > 0; --late) {
+        LoadReport report;
+        report.outcome = LoadOutcome::Late;
+        report.recordsBefore = history_.last() ? history_.last()->records : 0;
+        report.seconds = history_.underWay(now).value_or(0);
+        report.error = "no answer yet";
+        report.time = std::chrono::system_clock::now();
+        events.push_back(eventOf(std::move(report)));
+        events.back().isNews = !wasLate;
+    }
+}
+
+InstanceState LiveInstance::stateAt(double now) const {
+    InstanceState state = history_.stateAt(now);
+    state.name = name();
+    return state;
+}
+
+}  // namespace workbench

@@ -1,0 +1,75 @@
+#pragma once
+
+// An instance of a scene that runs: the plugin's instance, the watch over its loads, and what is
+// known of them. Owned by its LiveScene; host's thread only.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/cli/LoadWatch.h"
+#include "workbench/cli/Redaction.h"
+#include "workbench/cli/run/InstanceHistory.h"
+#include "workbench/cli/scene_file.h"
+
+namespace workbench {
+
+/// Something that befell a load: it was answered, or it has become late.
+struct LoadEvent {
+    LoadReport report;
+    bool isFirst = false;      // there was no answer before it
+    bool isNews = false;       // of a late one: the ones before were not
+    bool isRecovery = false;   // it is good and in time, which the one before was not
+    bool wasEmpty = false;     // the load before
+    std::string plainError;    // as the plugin says it; of a load that failed
+    std::string advice;        // on a file that is not there
+    std::size_t instance = 0;  // its place in the scene
+};
+
+class LiveInstance {
+public:
+    /// Places it with the values of the scene. Throws UsageError.
+    LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene,
+                 const StoredInstance& stored, std::uint32_t writer);
+
+    /// What the host does with an instance that comes from a scene: first load() for each, then
+    /// start() for each.
+    void load() { instance_.load(); }
+    void start();
+
+    /// Gives it the values of a changed scene, as a user would that edits them one by one. Whether
+    /// any had changed. Throws UsageError, and changes nothing.
+    bool take(const SceneFile& scene, const StoredInstance& stored);
+
+    /// Runs a frame. Adds what has happened to `events`, without what is left over.
+    void runFrame(double now, std::vector<LoadEvent>& events);
+
+    InstanceState stateAt(double now) const;
+    const std::string& name() const { return instance_.name(); }
+    const lumo::Record& record() const { return instance_.record(); }
+    InstanceHistory& history() { return history_; }
+    const InstanceHistory& history() const { return history_; }
+    const std::optional<ExitStatus>& lastStatus() const { return lastStatus_; }
+    bool loadsAutomatically() const;
+    std::uint32_t writer() const { return writer_; }
+    std::uint32_t lastMoment() const { return watch_ ? watch_->lastMoment() : 0; }
+    std::string redacted(std::string text) const { return redact_(std::move(text)); }
+
+private:
+    std::optional<double> period() const;
+    LoadEvent eventOf(LoadReport report) const;
+    LoadEvent answered(const Outcome& outcome, double now);
+
+    lumo::Host& host_;
+    const std::string scene_;
+    const std::uint32_t writer_;
+    lumo::Instance instance_;
+    lumo::Record stored_;  // the values of the scene; the plugin changes some of its own
+    Redaction redact_;
+    std::optional<LoadWatch> watch_;  // from the start on
+    InstanceHistory history_;
+    std::optional<ExitStatus> lastStatus_;
+};
+
+}  // namespace workbench

@@ -1,0 +1,50 @@
+#pragma once
+
+// The instances of a scene file, live. Owned by the command; host's thread only.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "workbench/cli/Table.h"
+#include "workbench/cli/run/LiveInstance.h"
+
+namespace workbench {
+
+class LiveScene {
+public:
+    /// Places the instances and starts them. Throws UsageError.
+    LiveScene(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene);
+
+    /// Takes up a changed scene: instances that are new, gone or changed. Returns what has become
+    /// of them, a sentence each. Throws UsageError, and changes nothing, when a value does not fit.
+    std::vector<std::string> take(const SceneFile& scene);
+
+    /// Runs a frame of each instance. Returns what has happened.
+    std::vector<LoadEvent> runFrame(double now);
+
+    std::vector<InstanceState> statesAt(double now) const;
+    std::vector<std::unique_ptr<LiveInstance>>& instances() { return instances_; }
+
+    /// How the process ends: as the first instance whose last load did not end well says. Tells of
+    /// those that should have had an answer.
+    ExitStatus status() const;
+
+    /// What older loads left in the store, for people; without rows when there is nothing.
+    Table leftOverTable() const;
+
+private:
+    using Instances = std::vector<std::unique_ptr<LiveInstance>>;
+
+    std::unique_ptr<LiveInstance> make(const SceneFile& scene, const StoredInstance& stored);
+    std::vector<std::uint32_t> lastMoments() const;
+    void noteLeftOver(std::vector<LoadEvent>& events);
+
+    lumo::Host& host_;
+    const lumo::Plugin& plugin_;
+    std::vector<std::string> writers_{""};  // the names of all instances there ever were
+    Instances instances_;
+};
+
+}  // namespace workbench

@@ -1,0 +1,9 @@
+#include "workbench/cli/run/EventLines.h"
+
+namespace workbench {
+
+std::unique_ptr<RunView> makeRunView(const StandardStreams& streams) {
+    return std::make_unique<EventLines>(streams.errorIsTerminal());
+}
+
+}  // namespace workbench
