@@ -55,7 +55,8 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     const SceneFile file = readSceneFile(options.scene);
     ReportFile reports(options.report, streams);
     LiveScene scene(host, plugin, file);
-    std::signal(SIGINT, onInterrupt);
+    for (const int signal : {SIGINT, SIGTERM})
+        std::signal(signal, onInterrupt);
     runFrames(scene, options, streams, reports);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(finalTables(host, scene, page));

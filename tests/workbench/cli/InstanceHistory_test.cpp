@@ -69,7 +69,7 @@ TEST_F(History, ALoadIsShownAsUnderWayWhenItTakesItsTime) {
     history.began(10);
     EXPECT_EQ(stateAt(10.5), State::Loaded);
     EXPECT_EQ(stateAt(12), State::Loading);
-    EXPECT_EQ(history.stateAt(12).words, "for 2.0 s");
+    EXPECT_EQ(history.stateAt(12).words, "for 2 s");
 }
 
 TEST_F(History, WhatIsOlderThanThreePeriodsIsStale) {

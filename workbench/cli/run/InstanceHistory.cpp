@@ -55,7 +55,7 @@ State InstanceHistory::judge(double now) const {
 }
 
 std::string InstanceHistory::wordsFor(State state, double now) const {
-    const std::string waited = durationText(pending_.age(now).value_or(0));
+    const std::string waited = calmDurationText(pending_.age(now).value_or(0));
     switch (state) {
         case State::Late:
             return "no answer for " + waited;

@@ -87,6 +87,7 @@ LoadEvent LiveInstance::answered(const Outcome& outcome, double now) {
     if (outcome.failed)
         event.advice = adviceOnMissingSource(host_.parameters, instance_.record(), scene_);
     history_.answered(event.report, now);
+    event.isNews = wasGood && !isGood(event.report.outcome);
     event.isRecovery = !wasGood && isGood(event.report.outcome) && !history_.isLate();
     lastStatus_ = statusOf(outcome);
     return event;

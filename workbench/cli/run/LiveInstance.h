@@ -19,7 +19,7 @@ namespace workbench {
 struct LoadEvent {
     LoadReport report;
     bool isFirst = false;      // there was no answer before it
-    bool isNews = false;       // of a late one: the ones before were not
+    bool isNews = false;       // it is bad or late, which the one before was not
     bool isRecovery = false;   // it is good and in time, which the one before was not
     bool wasEmpty = false;     // the load before
     std::string plainError;    // as the plugin says it; of a load that failed

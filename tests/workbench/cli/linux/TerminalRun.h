@@ -1,0 +1,41 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/workbench/cli/TerminalModel.h"
+
+/// The workbench on a terminal: its standard error is one, its standard output a file.
+class TerminalRun {
+public:
+    TerminalRun(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                std::size_t columns, std::size_t rows);
+    ~TerminalRun();
+    TerminalRun(const TerminalRun&) = delete;
+    TerminalRun& operator=(const TerminalRun&) = delete;
+
+    /// Reads what comes within so many seconds, or until the workbench ends.
+    void watch(double seconds);
+
+    void resize(std::size_t columns, std::size_t rows);
+    void interrupt();
+
+    /// Waits for the end. Returns the exit status, or -1 when it did not exit by itself.
+    int finish();
+
+    const TerminalModel& terminal() const { return terminal_; }
+    std::string shown() const { return terminal_.text(); }
+    const std::string& written() const { return written_; }
+
+private:
+    bool readOnce(int milliseconds);
+
+    TerminalModel terminal_;
+    std::string written_;  // all of it
+    std::string rest_;     // that does not end with whole characters
+    int master_ = -1;
+    pid_t child_ = -1;
+};

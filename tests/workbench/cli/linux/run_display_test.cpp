@@ -1,0 +1,146 @@
+// `run` on a terminal.
+
+#include "tests/http/support/EnvironmentVariable.h"
+#include "tests/workbench/cli/linux/ChangingScene.h"
+#include "tests/workbench/cli/linux/TerminalRun.h"
+
+namespace {
+
+struct RunDisplay : ChangingScene {
+    RunDisplay() {
+        write("source.json", arrayOf(20));
+        write("scene.json", sceneWith(listInstance("list") + "," +
+                                      listInstance("lost", R"(, "filename": "absent.json")") + "," +
+                                      R"({"name": "manual", "parameters": {}})"));
+    }
+
+    intake::EnvironmentVariable locale{"LC_ALL", "C.UTF-8"};
+    intake::EnvironmentVariable noColour{"NO_COLOR", "1"};
+};
+
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++found;
+    return found;
+}
+
+std::string startOf(const std::string& line, const std::string& end) {
+    return line.substr(0, line.find(end));
+}
+
+}  // namespace
+
+TEST_F(RunDisplay, KeepsALineForEachInstanceThatStaysAtTheEnd) {
+    TerminalRun run({"run", "scene.json"}, folder, 80, 24);
+    run.watch(1);
+    EXPECT_FALSE(run.terminal().isCursorShown());
+    run.interrupt();
+    EXPECT_EQ(run.finish(), 1);
+    EXPECT_TRUE(run.terminal().isCursorShown());
+    EXPECT_EQ(startOf(run.terminal().lineWith("list"), " s"),
+              "● LOADED   list             20     0");
+    EXPECT_NE(run.terminal().lineWith("✗ FAILED   lost").find("Could not load \"absent.json\""),
+              std::string::npos)
+        << run.shown();
+    EXPECT_NE(run.terminal().lineWith("· WAITING  manual"), "");
+    EXPECT_EQ(count(run.shown(), "LOADED"), 1U) << run.shown();
+    EXPECT_EQ(run.written().find("\x1b[3"), std::string::npos);  // no colours
+}
+
+TEST_F(RunDisplay, FitsOnTerminalsOfAnyWidth) {
+    for (const std::size_t columns : {20U, 40U, 80U, 200U}) {
+        TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, columns, 24);
+        EXPECT_EQ(run.finish(), 1);
+        EXPECT_EQ(count(run.shown(), "FAILED"), 1U) << run.shown();
+        EXPECT_EQ(count(run.shown(), "manual"), 1U) << run.shown();
+        const std::string line = run.terminal().lineWith("FAILED");
+        EXPECT_EQ(line.find("Could not load \"absent.json\"") != std::string::npos, columns > 40)
+            << line;
+    }
+}
+
+TEST_F(RunDisplay, FollowsTheSizeOfTheTerminal) {
+    TerminalRun run({"run", "scene.json"}, folder, 200, 24);
+    run.watch(0.6);
+    EXPECT_NE(run.terminal().lineWith("next in"), "");
+    run.resize(40, 10);
+    run.watch(0.4);
+    EXPECT_EQ(run.terminal().lineWith("next in"), "") << run.shown();
+    EXPECT_EQ(count(run.shown(), "LOADED"), 1U) << run.shown();
+    run.resize(120, 24);
+    run.watch(0.4);
+    EXPECT_NE(run.terminal().lineWith("next in"), "");
+    run.interrupt();
+    run.finish();
+    EXPECT_EQ(count(run.shown(), "LOADED"), 1U) << run.shown();
+}
+
+TEST_F(RunDisplay, IsAsWideAsColumnsSays) {
+    const intake::EnvironmentVariable columns("COLUMNS", "60");
+    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 200, 24);
+    run.finish();
+    EXPECT_EQ(run.terminal().lineWith("next in"), "");
+    EXPECT_NE(run.terminal().lineWith("FAILED").find("…"), std::string::npos) << run.shown();
+}
+
+TEST_F(RunDisplay, ShowsWhatFailsFirstWhereThereIsNotRoomForAll) {
+    std::string instances;
+    for (int i = 0; i < 20; ++i) {
+        const bool fails = i == 4 || i == 9 || i == 15;
+        instances +=
+            (i == 0 ? "" : ",") + listInstance("number " + std::to_string(i),
+                                               fails ? R"(, "filename": "absent.json")" : "");
+    }
+    write("scene.json", sceneWith(instances));
+    TerminalRun run({"run", "scene.json", "--seconds", "1"}, folder, 80, 10);
+    EXPECT_EQ(run.finish(), 1);
+    const std::string shown = run.shown();
+    const std::string block = shown.substr(shown.rfind("state "));
+    EXPECT_EQ(count(block, "FAILED"), 3U) << block;
+    EXPECT_EQ(count(block, "\n"), 8U) << block;
+    EXPECT_LT(block.rfind("FAILED"), block.find("LOADED"));
+    EXPECT_TRUE(block.ends_with("and 13 more, all loaded")) << block;
+}
+
+TEST_F(RunDisplay, ShowsWhatTheRecordsWere) {
+    write("scene.json", sceneWith(listInstance("list")));
+    TerminalRun run({"run", "scene.json"}, folder, 80, 24);
+    run.watch(0.7);
+    replace("source.json", arrayOf(1));
+    run.watch(0.7);
+    EXPECT_EQ(startOf(run.terminal().lineWith("list"), " s"),
+              "● LOADED   list         20 → 1     0");
+    EXPECT_TRUE(run.terminal().lineWith("list").ends_with("    19")) << run.shown();
+    replace("source.json", "[]");
+    run.watch(0.7);
+    EXPECT_EQ(startOf(run.terminal().lineWith("list"), " s"),
+              "○ EMPTY    list          1 → 0     0");
+    run.interrupt();
+    run.finish();
+}
+
+TEST_F(RunDisplay, WhatThePluginPrintsStandsAboveTheLines) {
+    TerminalRun run({"run", "scene.json", "--seconds", "1.5"}, folder, 80, 12);
+    run.finish();
+    const std::string shown = run.shown();
+    EXPECT_GE(count(shown, "ERROR: RDR_FILE::Read() failed: : No such file or directory\n"), 3U);
+    EXPECT_LT(shown.rfind("ERROR"), shown.find("state "));
+    EXPECT_EQ(count(shown, "state "), 1U) << shown;
+}
+
+TEST_F(RunDisplay, IsInAsciiAndColouredAsTheEnvironmentSays) {
+    const intake::EnvironmentVariable ascii("LC_ALL", "C");
+    const intake::EnvironmentVariable coloured("NO_COLOR", "");
+    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 80, 24);
+    run.finish();
+    EXPECT_NE(run.terminal().lineWith("* LOADED   list"), "") << run.shown();
+    EXPECT_NE(run.written().find("\x1b[31mx FAILED \x1b[0m"), std::string::npos);
+}
+
+TEST_F(RunDisplay, ALineThatDoesNotChangeIsNotWrittenAgain) {
+    write("scene.json", sceneWith(R"({"name": "manual", "parameters": {}})"));
+    TerminalRun run({"run", "scene.json", "--seconds", "1"}, folder, 80, 24);
+    run.finish();
+    EXPECT_EQ(count(run.written(), "manual"), 1U) << run.written();
+}
