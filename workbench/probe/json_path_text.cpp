@@ -74,6 +74,18 @@ PathSegment renamed(const PathSegment& segment, std::string_view name) {
     return {std::string(name) + segment.text.substr(bracket), segment.anyDepth};
 }
 
+std::vector<PathSegment> withoutDots(const std::vector<PathSegment>& segments) {
+    std::vector<PathSegment> kept;
+    for (const PathSegment& each : segments) {
+        if (each.text == "..") {
+            if (!kept.empty()) kept.pop_back();
+        } else if (each.text != ".") {
+            kept.push_back(each);
+        }
+    }
+    return kept;
+}
+
 bool canBeNamed(std::string_view name) {
     return !name.empty() && name != "*" && name.find_first_of("/[") == std::string_view::npos &&
            intake::trimmed(name, whiteSpace).size() == name.size() &&

@@ -20,6 +20,9 @@ std::vector<PathSegment> pathSegments(std::string_view path);
 std::string pathOf(const std::vector<PathSegment>& segments, std::size_t count);
 std::string pathOf(const std::vector<PathSegment>& segments);
 
+/// The path with the parents that ".." means in other notations.
+std::vector<PathSegment> withoutDots(const std::vector<PathSegment>& segments);
+
 /// The name that a step asks for, without what stands in brackets.
 std::string nameIn(const PathSegment& segment);
 

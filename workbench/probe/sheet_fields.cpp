@@ -102,7 +102,7 @@ SheetField fieldOf(std::string_view text) {
     const std::string lower = intake::lowerCase(text);
     const auto as = lower.rfind(" as ");
     const auto source = intake::trimmed(text.substr(0, as), blanks);
-    SheetField field{std::string(text), nameOf(source), ""};
+    SheetField field{std::string(text), nameOf(source), "", 0};
     field.name = as == std::string::npos ? field.column
                                          : nameOf(intake::trimmed(text.substr(as + 4), blanks));
     return field;
@@ -120,7 +120,10 @@ std::vector<SheetField> sheetFields(std::string_view range) {
         const bool isEnd = at == range.size() || (sign == ',' && depth == 0 && quote == 0);
         if (isEnd) {
             const auto text = intake::trimmed(range.substr(start, at - start), blanks);
-            if (!text.empty() && text != "*") fields.push_back(fieldOf(text));
+            if (!text.empty() && text != "*") {
+                fields.push_back(fieldOf(text));
+                fields.back().offset = static_cast<std::size_t>(text.data() - range.data());
+            }
             start = at + 1;
         } else if (quote != 0) {
             if (sign == quote) quote = 0;

@@ -8,9 +8,10 @@ namespace probe {
 
 /// One of "Fields to read".
 struct SheetField {
-    std::string written;  // as it stands there
-    std::string column;   // the column of the sheet that it is; empty for an expression
-    std::string name;     // of the column of the result; empty where the database chooses it
+    std::string written;     // as it stands there
+    std::string column;      // the column of the sheet that it is; empty for an expression
+    std::string name;        // of the column of the result; empty where the database chooses it
+    std::size_t offset = 0;  // of `written` in the list
 };
 
 /// What a list of fields asks for; one star asks for all columns and has no fields. Expressions are

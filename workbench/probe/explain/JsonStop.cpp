@@ -55,7 +55,7 @@ std::string spacedPath(const std::vector<PathSegment>& segments) {
     for (const PathSegment& each : segments)
         text += (each.anyDepth ? (text.empty() ? "// " : " // ") : (text.empty() ? "" : " / ")) +
                 each.text;
-    return text;
+    return text.empty() ? "/" : text;
 }
 
 JsonStop::JsonStop(const JsonDocument& document, std::vector<PathSegment> segments)
@@ -189,18 +189,22 @@ std::string JsonStop::mended() const {
 
 std::vector<std::string> JsonStop::remedies() const {
     constexpr std::size_t mostTried = 50;
-    std::vector<std::string> candidates{fromJsonPath(pathOf(segments_)), mended()};
+    std::vector<std::string> candidates{fromJsonPath(pathOf(segments_)),
+                                        pathOf(withoutDots(segments_)), mended()};
     const std::string rest =
         pathOf({segments_.begin() + static_cast<std::ptrdiff_t>(stop_) + 1, segments_.end()});
     const std::string before = pathOf(segments_, stop_);
     const auto joined = [&](const std::string& step) {
         return before + (before.empty() ? "" : "/") + step + (rest.empty() ? "" : "/" + rest);
     };
-    const std::vector<std::string> there = names();
+    // What has the name is meant, whichever of its elements.
+    const bool isNamed = !matches().empty();
+    if (isNamed) candidates.push_back(joined(nameIn(segments_[stop_])));
+    const std::vector<std::string> there = isNamed ? std::vector<std::string>{} : names();
     for (std::size_t i = 0; i < std::min(there.size(), mostTried) && !rest.empty(); ++i) {
         if (canBeNamed(there[i])) candidates.push_back(joined(there[i]));
     }
-    const bool isUnnamed = there.empty() && document_.isContainer(parents_.front());
+    const bool isUnnamed = !isNamed && there.empty() && document_.isContainer(parents_.front());
     if (isUnnamed) {
         candidates.push_back(joined("*"));
         candidates.push_back(joined("*/" + segments_[stop_].text));

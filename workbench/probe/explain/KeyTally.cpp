@@ -50,4 +50,15 @@ void KeyTally::tell(Ladder& ladder) const {
     }
 }
 
+void tellOneStructure(std::size_t records, Ladder& ladder) {
+    ladder.records = std::min<std::size_t>(1, records);
+    if (records <= 1) return ladder.ok(Stage::Key, "none is needed");
+    ladder.warn(Stage::Key, "none is used",
+                "All " + counted(records, "record") +
+                    " are written to the same structure, and each takes the place of the one "
+                    "before. The last is left.",
+                "Set \"Field is a: \" (mode) to DataArray, or load just one.");
+    ladder.propose(Stage::Key, {{"mode", "DataArray"}});
+}
+
 }  // namespace probe

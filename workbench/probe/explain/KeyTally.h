@@ -41,4 +41,7 @@ private:
     std::vector<std::string> examples_;  // of keys that were there already
 };
 
+/// Tells of records that are all written to one structure, of which one is left.
+void tellOneStructure(std::size_t records, Ladder& ladder);
+
 }  // namespace probe

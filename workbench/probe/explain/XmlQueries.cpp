@@ -96,6 +96,7 @@ XmlQueries::Answer XmlQueries::ask(const std::string& expression, xmlNode* from)
         // What is a namespace declaration lives only as long as the answer of the library.
         std::copy_if(found.nodeTab, found.nodeTab + found.nodeNr, std::back_inserter(answer.nodes),
                      [](const xmlNode* node) { return node->type != XML_NAMESPACE_DECL; });
+        answer.declarations = static_cast<std::size_t>(found.nodeNr) - answer.nodes.size();
     }
     return answer;
 }

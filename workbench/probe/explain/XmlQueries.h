@@ -16,8 +16,9 @@ public:
     /// What an expression finds, in no certain order, or why it cannot be asked.
     struct Answer {
         std::vector<xmlNode*> nodes;
-        std::string fault;          // in a few words; empty when there is none
-        std::string unknownPrefix;  // that nothing declares
+        std::size_t declarations = 0;  // of namespaces, that are found too
+        std::string fault;             // in a few words; empty when there is none
+        std::string unknownPrefix;     // that nothing declares
     };
 
     /// `declarations` is a sequence of xmlns declarations.

@@ -11,6 +11,7 @@
 #include "workbench/probe/explain/KeyTally.h"
 #include "workbench/probe/explain/RowRange.h"
 #include "workbench/probe/explain/ScriptCheck.h"
+#include "workbench/probe/explain/text_end.h"
 #include "workbench/probe/words.h"
 
 namespace probe {
@@ -32,14 +33,20 @@ intake::ByteBuffer bufferOf(std::string_view body) {
     return buffer;
 }
 
-/// "line 3, column 7" of the text's end.
-std::string endOf(std::string_view body) {
-    const auto lines = std::count(body.begin(), body.end(), '\n') + 1;
-    const auto lastLine = body.substr(body.rfind('\n') + 1);
-    return "line " + std::to_string(lines) + ", column " + std::to_string(lastLine.size() + 1);
+/// Half of the bytes of a text in UTF-16 are mostly zero.
+bool isUtf16(std::string_view body) {
+    const std::string_view start = body.substr(0, 4);
+    return start.starts_with("\xFF\xFE") || start.starts_with("\xFE\xFF") ||
+           start.find('\0') != std::string_view::npos;
 }
 
 void tellUnreadable(std::string_view body, const std::string& reason, Ladder& ladder) {
+    if (isUtf16(body)) {
+        ladder.fail(Stage::Format, "JSON, in UTF-16",
+                    reason + " JSON is read in UTF-8 only; this text is in UTF-16.",
+                    "Have the source written in UTF-8.");
+        return;
+    }
     if (!intake::isValidUtf8(body)) {
         ladder.fail(Stage::Format, "JSON, not in UTF-8",
                     reason +
@@ -48,9 +55,7 @@ void tellUnreadable(std::string_view body, const std::string& reason, Ladder& la
                     "Have the source written in UTF-8.");
         return;
     }
-    const std::string_view written = intake::trimmedEnd(body, intake::XML_SPACE);
-    const bool isCut =
-        reason.starts_with(endOf(body) + ":") || reason.starts_with(endOf(written) + ":");
+    const bool isCut = namesEnd(reason.substr(0, reason.find(':')), body);
     ladder.fail(Stage::Format, "JSON that is not whole or not right",
                 reason + (isCut ? " The text ends there: it is cut off." : ""),
                 isCut ? "Fetch it again, or ask whoever writes it." : "Have the source mended.");
@@ -184,7 +189,7 @@ private:
 
     void checkKey() {
         if (settings_.mode == TargetMode::DataStructure && settings_.key.empty())
-            ladder_.records = std::min<std::size_t>(1, nodes_.size());
+            return tellOneStructure(nodes_.size(), ladder_);
         if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
         if (nodes_.empty()) return;
         KeyTally tally(settings_.key, "member");

@@ -119,7 +119,7 @@ private:
         step.state = State::Failed;
         step.seen = settings_.range;
         step.place = missing->written;
-        step.placeOffset = settings_.range.find(missing->written);
+        step.placeOffset = missing->offset;
         step.cause = "The sheet " + quoted(settings_.sheet) + " has no column " +
                      quoted(missing->column) + ". It has: " + listOf(table.columns()) + ".";
         step.next =
@@ -187,7 +187,7 @@ private:
 
     void checkKey(const SheetTable& table) {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
-            ladder_.records = std::min<std::size_t>(1, *ladder_.records);
+            return tellOneStructure(*ladder_.records, ladder_);
         if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
         if (*ladder_.records == 0) return;
         const std::size_t key = keyColumn();

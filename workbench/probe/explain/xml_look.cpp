@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "formats/text/media_type.h"
+#include "formats/text/trim.h"
 #include "formats/xml/libxml_setup.h"
 #include "formats/xml/xml_text.h"
 #include "workbench/probe/explain/KeyTally.h"
@@ -10,6 +11,7 @@
 #include "workbench/probe/explain/ScriptCheck.h"
 #include "workbench/probe/explain/XmlQueries.h"
 #include "workbench/probe/explain/XmlStop.h"
+#include "workbench/probe/explain/text_end.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/words.h"
 
@@ -49,6 +51,10 @@ public:
                 "as xmlns:a=\"http://example.com/a\".",
                 "Write it so, with blanks between several.");
         XmlQueries::Answer answer = queries_.ask(settings_.xpath);
+        if (answer.declarations > 0)  // what is written of them is not looked at
+            return ladder_.ok(Stage::Selection,
+                              settings_.xpath + ": " +
+                                  counted(answer.nodes.size() + answer.declarations, "node"));
         const LocationPath path = locationPath(settings_.xpath);
         if (answer.nodes.empty() && !path.steps.empty() &&
             (answer.fault.empty() || !answer.unknownPrefix.empty()))
@@ -131,7 +137,7 @@ private:
 
     void checkKey() {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
-            ladder_.records = std::min<std::size_t>(1, nodes_.size());
+            return tellOneStructure(nodes_.size(), ladder_);
         if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
         if (nodes_.empty()) return;
         KeyTally tally(settings_.key, "child or attribute");
@@ -241,6 +247,26 @@ intake::LoadedXml loadedFrom(const Fetched& source) {
                            intake::charsetOf(source.contentType));
 }
 
+/// What goes wrong at the end of a text, within a tag or with elements open, does so for want of
+/// more. `reason` ends with the place in brackets.
+bool isCutOff(std::string_view body, std::string_view reason) {
+    const auto bracket = reason.rfind('(') + 1;
+    const bool isAtEnd = namesEnd(reason.substr(bracket, reason.rfind(')') - bracket), body);
+    const bool hasTag = intake::trimmedEnd(body, intake::XML_SPACE).ends_with('>');
+    return isAtEnd && (!hasTag || reason.starts_with("Premature end"));
+}
+
+void tellUnreadable(std::string_view body, const std::string& reason, bool isRemote,
+                    Ladder& ladder) {
+    const bool isCut = isCutOff(body, reason);
+    ladder.fail(
+        Stage::Format, "XML that is not whole or not right",
+        asSentence(reason) + (isCut ? " The text ends there: it is cut off." : "") +
+            (isRemote ? " Over the network the plugin says nothing of this; it loads no records."
+                      : ""),
+        isCut ? "Fetch it again, or ask whoever writes it." : "Have the source mended.");
+}
+
 }  // namespace
 
 bool isXml(const Fetched& source) {
@@ -249,16 +275,8 @@ bool isXml(const Fetched& source) {
 
 void lookAtXml(const Settings& settings, const Fetched& source, Ladder& ladder) {
     const intake::LoadedXml loaded = loadedFrom(source);
-    if (loaded.document == nullptr) {
-        const bool fails = !isUrl(settings.filename);
-        ladder.fail(
-            Stage::Format, "XML that is not whole or not right",
-            asSentence(loaded.reason) +
-                (fails ? ""
-                       : " Over the network the plugin says nothing of this; it loads no records."),
-            "Have the source mended.");
-        return;
-    }
+    if (loaded.document == nullptr)
+        return tellUnreadable(source.body, loaded.reason, isUrl(settings.filename), ladder);
     ladder.ok(Stage::Format, "XML");
     constexpr int32_t payload = 1;
     // The conversion is the plugin's own: what it makes of the document is not looked at.

@@ -773,3 +773,79 @@ league.json: 3 records, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedJson, RecordsThatAreAllWrittenToOneStructureAreAWarning) {
+    expectOf(R"([{"id": 7}, {"id": 9}])", {"xpath=*", "mode=DataStructure", "key="}, R"(
+league.json: 1 record, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   22 bytes
+  ✓ format    JSON
+  ✓ selection *: 2 objects
+  ! key       none is used
+              All 2 records are written to the same structure, and each takes the place of the one before. The last is left.
+              Set "Field is a: " (mode) to DataArray, or load just one.
+  ✓ rows      all 2
+  ✓ script
+  ✓ store
+  Try: --set mode=DataArray   (2 records, checked)
+)");
+}
+
+TEST_F(ExplainedJson, AnIndexBehindTheEndIsMendedWithoutIt) {
+    expectOf(R"({"a": [{"id": 7}], "b": [{"id": 8}, {"id": 9}]})", {"xpath=a[9]", "key=id"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   47 bytes
+  ✓ format    JSON
+  ✗ selection a[9]
+              ^^^^ "a" has 1 element, counted from 0.
+              Set "XPath" (xpath) to a path of names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=a   (1 record, checked)
+)");
+}
+
+TEST_F(ExplainedJson, AParentIsTakenForWhatItMeansElsewhere) {
+    expectOf(R"({"a": {"b": [{"id": 8}]}, "c": [{"id": 9}]})", {"xpath=a/b/../../c", "key=id"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   43 bytes
+  ✓ format    JSON
+  ✗ selection a / b / .. / .. / c
+                      ^^ "b" has no member "..". It has: id.
+              Set "XPath" (xpath) to a path of names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=c   (1 record, checked)
+)");
+}
+
+TEST_F(ExplainedJson, TheRootIsShown) {
+    expectOf(R"({"id": 7})", {"xpath=/", "key=id"}, R"(
+league.json: 1 record, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   9 bytes
+  ✓ format    JSON
+  ✓ selection /: 1 object
+  ✓ key       id
+  ✓ rows      all 1
+  ✓ script
+  ✓ store
+)");
+}
+
+TEST_F(ExplainedJson, InUtf16IsTold) {
+    expectOf(std::string("[\0{\0}\0]\0", 8), {"xpath=*", "key=id"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   8 bytes
+  ✗ format    JSON, in UTF-16
+              The document is not in UTF-8. JSON is read in UTF-8 only; this text is in UTF-16.
+              Have the source written in UTF-8.
+  – selection, key, rows, script, store: not reached
+)");
+}

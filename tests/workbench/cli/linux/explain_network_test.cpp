@@ -375,8 +375,8 @@ http://SERVER/clubs: no records, # s
   ✓ address   http://SERVER/clubs
   ✓ fetched   200, 20 bytes, # ms
   ✗ format    XML that is not whole or not right
-              AttValue: " or ' expected (line 1, column 21). Over the network the plugin says nothing of this; it loads no records.
-              Have the source mended.
+              AttValue: " or ' expected (line 1, column 21). The text ends there: it is cut off. Over the network the plugin says nothing of this; it loads no records.
+              Fetch it again, or ask whoever writes it.
   – selection, key, rows, script, store: not reached
 )");
 }

@@ -312,3 +312,18 @@ http://SERVER/fixtures.xlsx: no records, # s
   – address, fetched, format, selection, key, rows, script, store: not reached
 )");
 }
+
+TEST_F(ExplainedWorkbook, AMissingColumnIsMarkedWhereItStandsAlone) {
+    expectOf({"range=Match, [Home], Ho"}, R"(
+fixtures.xlsx: no records, # s
+  ✓ settings
+  ✓ address   fixtures.xlsx
+  ✓ fetched   1.6 kB
+  ✓ format    a workbook
+  ✗ selection Match, [Home], Ho
+                             ^^ The sheet "Round 28" has no column "Ho". It has: Match, Home, Away.
+              Set "Fields to read" (range) to columns that are there, or leave it empty for all.
+  – key, rows, script, store: not reached
+  Try: --set 'range=Match, [Home]'   (3 records, checked)
+)");
+}

@@ -392,8 +392,8 @@ source.xml: no records, # s
   ✓ address   source.xml
   ✓ fetched   120 bytes
   ✗ format    XML that is not whole or not right
-              Expected '>' (line 3, column 76).
-              Have the source mended.
+              Expected '>' (line 3, column 76). The text ends there: it is cut off.
+              Fetch it again, or ask whoever writes it.
   – selection, key, rows, script, store: not reached
 )");
 }
@@ -440,5 +440,31 @@ source.xml: 1 record, # s
   ✓ rows      all 1
   ✓ script
   ✓ store
+)");
+}
+
+TEST_F(ExplainedXml, ThatIsWrongBeforeItsEndIsNotCut) {
+    expectOf("<l><c></l>", {"xpath=/l/c"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   10 bytes
+  ✗ format    XML that is not whole or not right
+              Opening and ending tag mismatch: c line 1 and l (line 1, column 11).
+              Have the source mended.
+  – selection, key, rows, script, store: not reached
+)");
+}
+
+TEST_F(ExplainedXml, DeclarationsOfNamespacesAreNotLookedAt) {
+    expectOf("<l xmlns:a='urn:a'/>", {"xpath=//namespace::*", "mode=DataArray"}, R"(
+source.xml: 2 records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   20 bytes
+  ✓ format    XML
+  ✓ selection //namespace::*: 2 nodes
+  ✓ store
+  – key, rows, script: not looked at
 )");
 }
