@@ -228,9 +228,10 @@ private:
 void lookAtHtml(const Settings& settings, const Fetched& source, Ladder& ladder) {
     try {
         const intake::EndMark never;
-        const auto page = intake::html::parsePage(
-            intake::html::decodePage(source.body, intake::charsetOf(source.contentType)), never);
-        const std::string title = titleOf(source.body);
+        const std::string text =
+            intake::html::decodePage(source.body, intake::charsetOf(source.contentType));
+        const std::string title = titleOf(text);
+        const auto page = intake::html::parsePage(text, never);
         ladder.ok(Stage::Format,
                   title.empty() ? "an HTML page" : "an HTML page titled " + quoted(title));
         HtmlLook(settings, *page, ladder).look();

@@ -295,3 +295,20 @@ file://FOLDER/page.html: 3 records, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedPage, ATitleInAnotherEncodingIsDecoded) {
+    expectOf(
+        "<!DOCTYPE html><meta charset=iso-8859-1><title>K\xF6ge</title><table><tr><td>1</table>",
+        {}, R"(
+page.html: 1 record, # s
+  ✓ settings
+  ✓ address   page.html
+  ✓ fetched   83 bytes
+  ✓ format    an HTML page titled "Köge"
+  ✓ selection the first table: 1 row, 1 column
+  ✓ key       none is needed
+  ✓ rows      all 1
+  ✓ script
+  ✓ store
+)");
+}
