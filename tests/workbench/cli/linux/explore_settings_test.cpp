@@ -168,7 +168,7 @@ class ExploredSettings : public ExplainTest {
 protected:
     static constexpr std::size_t wanted = 300;
 
-    /// What `explore` offers of a document, and below its places.
+    /// What `explore` offers of a document, and of each of its places.
     std::vector<Offer> offersOf(const std::string& file, const std::string& place = "") const {
         std::vector<std::string> arguments{"explore", file, "--out", "json", "--limit", "1000"};
         if (!place.empty()) arguments.insert(arguments.end(), {"--at", place});
@@ -186,6 +186,10 @@ protected:
                 offer.settings.push_back(std::string(setting.name.GetString()) + "=" +
                                          setting.value.GetString());
             if (entry["set"].MemberCount() > 0) offers.push_back(offer);
+            const std::string below = entry["place"].GetString();
+            if (!place.empty() || below.empty()) continue;
+            const std::vector<Offer> more = offersOf(file, below);
+            offers.insert(offers.end(), more.begin(), more.end());
         }
         return offers;
     }

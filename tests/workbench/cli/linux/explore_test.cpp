@@ -406,3 +406,80 @@ TEST_F(Explored, TheJsonFormHasAllOfAnEntry) {
 }
 )");
 }
+
+TEST_F(Explored, XmlIsSearchedAndLimited) {
+    write("league.xml", "<l><c id='1'><n>Quay</n></c><c id='2'><n>Pier</n></c></l>");
+    expectExplored({"league.xml", "--find", "pier"}, R"(
+league.xml is XML, 57 bytes
+records  name  kind   first value  select it by
+      2  n     texts  Pier         --set xpath=/l/c/n
+
+Load one, for example: intake-workbench load league.xml --set mode=DataArray --set xpath=/l/c/n
+)");
+    expectExplored({"league.xml", "--limit", "2"}, R"(
+league.xml is XML, 57 bytes
+records  name  kind      first value  select it by
+      1  l     elements               --set xpath=/l
+      2    c   elements               --set xpath=/l/c
+
+Load one, for example: intake-workbench load league.xml --set mode=DataArray --set xpath=/l/c
+)");
+}
+
+TEST_F(Explored, PagesAreSearchedAndLimited) {
+    write("swim.html", page);
+    expectExplored({"swim.html", "--find", "bo"}, R"(
+swim.html is an HTML page titled "Harbour swim", 239 bytes
+records  name             kind                              first value     select it by
+      2  the first table  table "Heats", 3 rows, 2 columns  Lane | Swimmer  --set sheet= --set fromRow=1
+      1  ID final         table, 2 rows, 3 columns          Rank |  | Rank  --set 'sheet=ID final' --set fromRow=1
+
+Load one, for example: intake-workbench load swim.html --set mode=DataArray --set sheet= --set fromRow=1
+)");
+    expectExplored({"swim.html", "--limit", "1"}, R"(
+swim.html is an HTML page titled "Harbour swim", 239 bytes
+records  name             kind                              first value     select it by
+      2  the first table  table "Heats", 3 rows, 2 columns  Lane | Swimmer  --set sheet= --set fromRow=1
+(2 more; --limit lists more, --at goes down, --find searches)
+
+Load one, for example: intake-workbench load swim.html --set mode=DataArray --set sheet= --set fromRow=1
+)");
+}
+
+TEST_F(Explored, WorkbooksAreSearchedAndLimited) {
+    write("fixtures.xlsx", fixtureList());
+    expectExplored({"fixtures.xlsx", "--find", "HOLM"}, R"(
+fixtures.xlsx is a workbook, 1.6 kB
+records  name    kind   first value  select it by
+      2    Home  texts  Holm         --set 'sheet=Round 28' --set range=Home
+
+Load one, for example: intake-workbench load fixtures.xlsx --set mode=DataArray --set 'sheet=Round 28' --set range=Home
+)");
+    expectExplored({"fixtures.xlsx", "--limit", "2"}, R"(
+fixtures.xlsx is a workbook, 1.6 kB
+records  name      kind   first value  select it by
+      2  Round 28  sheet               --set 'sheet=Round 28'
+      2    Home    texts  Holm         --set 'sheet=Round 28' --set range=Home
+(4 more; --limit lists more, --at goes down, --find searches)
+
+Load one, for example: intake-workbench load fixtures.xlsx --set mode=DataArray --set 'sheet=Round 28'
+)");
+}
+
+TEST_F(Explored, AHiddenSheetIsListedAsSuch) {
+    write("fixtures.xlsx",
+          intake::TestBook()
+              .sheet("Teams", "<row><c t='inlineStr'><is><t>Team</t></is></c></row>")
+              .part("xl/workbook.xml",
+                    "<workbook xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main' "
+                    "xmlns:r='http://schemas.openxmlformats.org/officeDocument/2006/relationships'>"
+                    "<sheets><sheet name='Teams' sheetId='1' state='hidden' r:id='rId1'/></sheets>"
+                    "</workbook>")
+              .bytes());
+    expectExplored({"fixtures.xlsx"}, R"(
+fixtures.xlsx is a workbook, 1.2 kB
+records  name    kind          first value  select it by
+      0  Teams   hidden sheet               --set sheet=Teams
+      0    Team  blank                      --set sheet=Teams --set range=Team
+)");
+}
