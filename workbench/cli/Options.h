@@ -36,6 +36,8 @@ struct Options {
     std::string find;        // what is looked for
     std::size_t limit = 40;  // of what is listed
 
+    bool watchesScene = false;
+    bool explains = false;
     std::optional<int64_t> frames;
     std::optional<double> seconds;
 };

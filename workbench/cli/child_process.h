@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,9 +14,9 @@ struct ChildAnswer {
 };
 
 /// Runs a program with `input` as its standard input and waits for its end; ends it when that takes
-/// longer than `timeoutSeconds`. What it writes to standard error goes nowhere. Throws
-/// std::system_error when it cannot be started.
+/// longer than `timeoutSeconds`, or soon when a stop is requested. What it writes to standard error
+/// goes nowhere. Throws std::system_error when it cannot be started.
 ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
-                     double timeoutSeconds);
+                     double timeoutSeconds, const std::stop_token& stop = {});
 
 }  // namespace workbench

@@ -181,6 +181,8 @@ void addRun(CLI::App& app, Options& options) {
         ->check(notNegative())
         ->excludes(frames);
     addReport(*run, options);
+    run->add_flag("--watch", options.watchesScene, "Take up the scene file when it changes");
+    run->add_flag("--explain", options.explains, "Say why instances bring nothing, once a minute");
 }
 
 }  // namespace

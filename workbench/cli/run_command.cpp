@@ -8,6 +8,8 @@
 #include "workbench/cli/run/LiveScene.h"
 #include "workbench/cli/run/ReportFile.h"
 #include "workbench/cli/run/RunView.h"
+#include "workbench/cli/run/SceneWatch.h"
+#include "workbench/cli/run/WhyFinder.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/store_table.h"
 
@@ -27,17 +29,20 @@ bool isOver(const Options& options, int64_t frame, const FrameClock& clock) {
     return options.seconds && clock.elapsedSeconds() >= *options.seconds;
 }
 
-void runFrames(LiveScene& scene, const Options& options, const StandardStreams& streams,
-               ReportFile& reports) {
-    const std::unique_ptr<RunView> view = makeRunView(streams);
+/// Runs until the end; `whys` may be null.
+void runFrames(LiveScene& scene, const Options& options, ReportFile& reports, WhyFinder* whys,
+               RunView& view) {
+    SceneWatch sceneWatch(options.scene);
     FrameClock clock;
     for (int64_t frame = 0; !isOver(options, frame, clock); ++frame) {
         const double now = clock.elapsedSeconds();
         for (const LoadEvent& event : scene.runFrame(now)) {
             reports.write(event.report);
-            view->tell(event, now);
+            view.tell(event, now);
         }
-        view->frame(scene, now);
+        if (options.watchesScene) sceneWatch.runFrame(scene, view, now);
+        if (whys != nullptr) whys->runFrame(scene, view, now);
+        view.frame(scene, now);
         clock.waitForNextFrame();
     }
 }
@@ -54,10 +59,11 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
                     const StandardStreams& streams) {
     const SceneFile file = readSceneFile(options.scene);
     ReportFile reports(options.report, streams);
+    const auto whys = options.explains ? makeWhyFinder(host, options) : nullptr;
     LiveScene scene(host, plugin, file);
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, onInterrupt);
-    runFrames(scene, options, streams, reports);
+    runFrames(scene, options, reports, whys.get(), *makeRunView(streams));
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(finalTables(host, scene, page));
     return scene.status();

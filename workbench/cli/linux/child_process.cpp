@@ -68,20 +68,21 @@ pid_t start(const std::vector<std::string>& command, const Pipe& in, const Pipe&
 /// over.
 class Talk {
 public:
-    Talk(Pipe& in, Pipe& out, std::string_view input, Clock::time_point end)
-        : in_(in), out_(out), input_(input), end_(end) {
+    Talk(Pipe& in, Pipe& out, std::string_view input, Clock::time_point end,
+         const std::stop_token& stop)
+        : in_(in), out_(out), input_(input), end_(end), stop_(stop) {
         fcntl(in.ends[1], F_SETFL, O_NONBLOCK);
         fcntl(out.ends[0], F_SETFL, O_NONBLOCK);
     }
 
-    /// False when the time was over.
+    /// False when the time was over, or a stop was requested.
     bool run(std::string& answer) {
         while (out_.ends[0] >= 0) {
             const auto left =
                 std::chrono::duration_cast<std::chrono::milliseconds>(end_ - Clock::now()).count();
             std::array<pollfd, 2> ready{{{out_.ends[0], POLLIN, 0}, {in_.ends[1], POLLOUT, 0}}};
-            if (left <= 0) return false;
-            if (poll(ready.data(), ready.size(), static_cast<int>(std::min<long>(left, 1000))) < 0)
+            if (left <= 0 || stop_.stop_requested()) return false;
+            if (poll(ready.data(), ready.size(), static_cast<int>(std::min(left, longestWait))) < 0)
                 continue;
             if (ready[1].revents != 0) give();
             if (ready[0].revents != 0) take(answer);
@@ -90,6 +91,8 @@ public:
     }
 
 private:
+    static constexpr std::chrono::milliseconds::rep longestWait = 50;  // for a stop to be noticed
+
     void give() {
         const ssize_t written = write(in_.ends[1], input_.data(), input_.size());
         if (written > 0) input_.remove_prefix(static_cast<std::size_t>(written));
@@ -109,6 +112,7 @@ private:
     Pipe& out_;
     std::string_view input_;
     Clock::time_point end_;
+    const std::stop_token& stop_;
 };
 
 int statusOf(pid_t child) {
@@ -121,7 +125,7 @@ int statusOf(pid_t child) {
 }  // namespace
 
 ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
-                     double timeoutSeconds) {
+                     double timeoutSeconds, const std::stop_token& stop) {
     std::signal(SIGPIPE, SIG_IGN);  // of a child that does not read its input
     Pipe in;
     Pipe out;
@@ -131,7 +135,7 @@ ChildAnswer askChild(const std::vector<std::string>& command, std::string_view i
     const auto patience = std::chrono::duration<double>(timeoutSeconds);
     const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(patience);
     ChildAnswer answer;
-    const bool isAnswered = Talk(in, out, input, end).run(answer.out);
+    const bool isAnswered = Talk(in, out, input, end, stop).run(answer.out);
     if (!isAnswered) kill(child, SIGKILL);
     answer.status = statusOf(child);
     return answer;

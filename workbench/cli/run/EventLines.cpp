@@ -63,6 +63,10 @@ void EventLines::tell(const LoadEvent& event, double now) {
     }
 }
 
+void EventLines::explain(const std::string& instance, const std::string& why, double now) {
+    print(now, instance, why);
+}
+
 void EventLines::note(const std::string& sentence, double now) {
     std::fprintf(stderr, "%8.2f s  %s\n", now, sentence.c_str());
 }

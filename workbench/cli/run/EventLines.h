@@ -11,6 +11,7 @@ public:
     explicit EventLines(bool tellsEach) : tellsEach_(tellsEach) {}
 
     void tell(const LoadEvent& event, double now) override;
+    void explain(const std::string& instance, const std::string& why, double now) override;
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene&, double) override {}
 

@@ -41,6 +41,12 @@ std::size_t InstanceHistory::becameLate(double now) {
     return period_ ? pending_.becameLate(now, periodsToWait * *period_) : 0;
 }
 
+bool InstanceHistory::explain(const std::string& why) {
+    const bool isNews = why != why_;
+    why_ = why;
+    return isNews;
+}
+
 bool InstanceHistory::isStale(double now) const {
     return period_ && now - answeredAt_ > periodsToWait * *period_;
 }

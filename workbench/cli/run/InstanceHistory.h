@@ -32,8 +32,8 @@ public:
     const std::optional<LoadReport>& last() const { return last_; }
     bool isLate() const { return pending_.isAnyLate(); }
 
-    /// What a closer look at a load that brought nothing has found; empty for nothing.
-    void explain(std::string why) { why_ = std::move(why); }
+    /// What a closer look at a load that brought nothing has found. Whether that is news.
+    bool explain(const std::string& why);
 
     void setLeftOver(std::size_t count) { leftOver_ = count; }
 

@@ -16,6 +16,9 @@ public:
     /// Something befell a load.
     virtual void tell(const LoadEvent& event, double now) = 0;
 
+    /// Why an instance brings nothing.
+    virtual void explain(const std::string& instance, const std::string& why, double now) = 0;
+
     /// Something befell the scene: a sentence.
     virtual void note(const std::string& sentence, double now) = 0;
 

@@ -14,6 +14,7 @@ public:
     ~RunDisplay() override;
 
     void tell(const LoadEvent& event, double now) override;
+    void explain(const std::string&, const std::string&, double) override {}  // the line says it
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene& scene, double now) override;
 

@@ -1,0 +1,25 @@
+#include "workbench/cli/run/stage_of_failure.h"
+
+#include <gtest/gtest.h>
+
+using workbench::stageOfFailure;
+
+TEST(StageOfFailure, IsTheFirstThatFailedWithItsCause) {
+    EXPECT_EQ(stageOfFailure(R"({"ok": false, "stages": [
+                  {"stage": "settings", "state": "ok", "cause": ""},
+                  {"stage": "address", "state": "failed", "cause": "There is no such file."},
+                  {"stage": "format", "state": "failed", "cause": "x"}]})"),
+              "address: There is no such file.");
+}
+
+TEST(StageOfFailure, IsNoneWhereTheSourceIsRightlyEmpty) {
+    EXPECT_EQ(stageOfFailure(R"({"stages": [{"stage": "settings", "state": "ok", "cause": ""}]})"),
+              "the source is there and has nothing");
+}
+
+TEST(StageOfFailure, IsNotKnownOfWhatIsNoExplanation) {
+    for (const char* text : {"", "{", "[]", "7", R"({"stages": []})"})
+        EXPECT_EQ(stageOfFailure(text).find("address"), std::string::npos) << text;
+    EXPECT_EQ(stageOfFailure(""), "");
+    EXPECT_EQ(stageOfFailure("[]"), "");
+}

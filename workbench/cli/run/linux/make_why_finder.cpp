@@ -1,0 +1,128 @@
+#include <map>
+#include <mutex>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "workbench/cli/child_process.h"
+#include "workbench/cli/process.h"
+#include "workbench/cli/record_values.h"
+#include "workbench/cli/run/WhyFinder.h"
+#include "workbench/cli/run/stage_of_failure.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr double interval = 60;  // between two looks at an instance
+constexpr int timeoutSeconds = 20;
+
+/// A child process that explains a load, and the thread that talks with it.
+class Look {
+public:
+    Look(std::vector<std::string> command, std::string scene)
+        : thread_([this, command = std::move(command),
+                   scene = std::move(scene)](const std::stop_token& stop) {
+              const std::string why = explain(command, scene, stop);
+              const std::lock_guard lock(mutex_);
+              why_ = why;
+          }) {}
+
+    /// What was found, which may be nothing; none as long as the look goes on.
+    std::optional<std::string> result() {
+        const std::lock_guard lock(mutex_);
+        return why_;
+    }
+
+private:
+    static std::string explain(const std::vector<std::string>& command, const std::string& scene,
+                               const std::stop_token& stop) {
+        try {
+            return stageOfFailure(askChild(command, scene, 2 * timeoutSeconds, stop).out);
+        } catch (const std::exception& error) {
+            return error.what();
+        }
+    }
+
+    std::mutex mutex_;  // of what follows
+    std::optional<std::string> why_;
+    std::jthread thread_;  // the last member: it uses the others
+};
+
+class LinuxWhyFinder final : public WhyFinder {
+public:
+    LinuxWhyFinder(const lumo::Host& host, const Options& options)
+        : host_(host), options_(options) {}
+
+    void runFrame(LiveScene& scene, RunView& view, double now) override {
+        if (look_) {
+            finish(scene, view, now);
+        } else if (LiveInstance* const instance = nextOf(scene, now)) {
+            start(*instance, now);
+        }
+    }
+
+private:
+    static bool bringsNothing(const LiveInstance& instance) {
+        const auto& last = instance.history().last();
+        return last && last->outcome != LoadOutcome::Loaded;
+    }
+
+    /// One that brings nothing and has no load under way: it would be asked for twice at a time.
+    LiveInstance* nextOf(LiveScene& scene, double now) const {
+        for (const auto& instance : scene.instances()) {
+            const auto looked = lookedAt_.find(instance->writer());
+            const bool isDue = looked == lookedAt_.end() || now - looked->second >= interval;
+            if (isDue && bringsNothing(*instance) && !instance->history().underWay(now))
+                return instance.get();
+        }
+        return nullptr;
+    }
+
+    void start(const LiveInstance& instance, double now) {
+        lookedAt_[instance.writer()] = now;
+        writer_ = instance.writer();
+        std::vector<std::string> command{executablePath().string(),
+                                         "explain",
+                                         "--scene",
+                                         "/dev/stdin",
+                                         "--out",
+                                         "json",
+                                         "--timeout",
+                                         std::to_string(timeoutSeconds),
+                                         "--font-encoding",
+                                         std::to_string(host_.fontEncoding)};
+        if (!options_.plugin.empty()) command.insert(command.end(), {"--plugin", options_.plugin});
+        look_.emplace(std::move(command),
+                      sceneOf(instance.name(), host_.parameters, instance.record()));
+    }
+
+    void finish(LiveScene& scene, RunView& view, double now) {
+        const auto why = look_->result();
+        if (!why) return;
+        look_.reset();
+        for (const auto& instance : scene.instances()) {
+            const bool isMeant = instance->writer() == writer_ && bringsNothing(*instance);
+            if (!isMeant || why->empty()) continue;
+            const std::string words = instance->redacted(*why);
+            if (instance->history().explain(words)) view.explain(instance->name(), words, now);
+        }
+    }
+
+    const lumo::Host& host_;
+    const Options& options_;
+    std::map<std::uint32_t, double> lookedAt_;  // by writer
+    std::uint32_t writer_ = 0;                  // that is looked at
+    std::optional<Look> look_;
+};
+
+}  // namespace
+
+std::unique_ptr<WhyFinder> makeWhyFinder(const lumo::Host& host, const Options& options) {
+    return std::make_unique<LinuxWhyFinder>(host, options);
+}
+
+}  // namespace workbench
