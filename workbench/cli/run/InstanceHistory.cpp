@@ -41,6 +41,10 @@ std::size_t InstanceHistory::becameLate(double now) {
     return period_ ? pending_.becameLate(now, periodsToWait * *period_) : 0;
 }
 
+std::optional<std::size_t> InstanceHistory::recordsBefore() const {
+    return changedAt_ ? std::optional(before_) : std::nullopt;
+}
+
 bool InstanceHistory::explain(const std::string& why) {
     const bool isNews = why != why_;
     why_ = why;

@@ -30,6 +30,10 @@ public:
     std::optional<double> underWay(double now) const { return pending_.age(now); }
 
     const std::optional<LoadReport>& last() const { return last_; }
+
+    /// How many records a load wrote before their number changed last; nothing when it never did.
+    std::optional<std::size_t> recordsBefore() const;
+
     bool isLate() const { return pending_.isAnyLate(); }
 
     /// What a closer look at a load that brought nothing has found. Whether that is news.

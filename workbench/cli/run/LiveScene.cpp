@@ -127,18 +127,22 @@ Table LiveScene::leftOverTable() const {
     const std::vector<LeftOver> found = countLeftOver(host_.store.core(), moments);
     for (std::uint32_t writer = 1; writer < writers_.size(); ++writer) {
         if (found[writer].count == 0) continue;
-        const auto live = std::find_if(instances_.begin(), instances_.end(),
-                                       [&](const auto& each) { return each->writer() == writer; });
-        const LoadReport* last = live != instances_.end() && (*live)->history().last()
-                                     ? &*(*live)->history().last()
-                                     : nullptr;
+        const auto [records, before] = recordsOf(writer);
         table.rows.push_back({writers_[writer], std::to_string(found[writer].count),
-                              durationText(secondsSince(found[writer].oldest)),
-                              last == nullptr ? "" : std::to_string(last->records),
-                              last == nullptr ? "" : std::to_string(last->recordsBefore),
+                              durationText(secondsSince(found[writer].oldest)), records, before,
                               namesOfLeftOver(host_.store.core(), {writer, moments[writer]})});
     }
     return table;
+}
+
+/// How many records it loaded last, and how many before that changed; empty when that is not known.
+std::pair<std::string, std::string> LiveScene::recordsOf(std::uint32_t writer) const {
+    const auto live = std::find_if(instances_.begin(), instances_.end(),
+                                   [&](const auto& each) { return each->writer() == writer; });
+    if (live == instances_.end() || !(*live)->history().last()) return {};
+    const InstanceHistory& history = (*live)->history();
+    const auto before = history.recordsBefore();
+    return {std::to_string(history.last()->records), before ? std::to_string(*before) : ""};
 }
 
 }  // namespace workbench

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/cli/Table.h"
@@ -39,6 +40,7 @@ private:
 
     std::unique_ptr<LiveInstance> make(const SceneFile& scene, const StoredInstance& stored);
     std::vector<std::uint32_t> lastMoments() const;
+    std::pair<std::string, std::string> recordsOf(std::uint32_t writer) const;
     void noteLeftOver(std::vector<LoadEvent>& events);
 
     lumo::Host& host_;
