@@ -38,7 +38,7 @@ const std::array ACCESS{
     Access{"formats/json/", {"formats/json/", "readers/json/", "workbench/"}},
     Access{"formats/workbook/", {"formats/workbook/", "platform/", "workbench/"}},
     Access{"formats/xml/", {"formats/xml/", "formats/workbook/", "platform/", "workbench/"}},
-    Access{"workbench/probe/", {"workbench/probe/", "workbench/cli/"}},
+    Access{"workbench/probe/", {"workbench/probe/", "workbench/cli/", "workbench/commands/"}},
     Access{"workbench/", {"workbench/"}},
     Access{"bench/", {}},
     Access{"tests/", {}},

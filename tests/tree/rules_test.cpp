@@ -161,7 +161,7 @@ TEST_F(TreeRules, NothingOfTheProductIncludesTheWorkbenchAndItIncludesNothingOfT
 TEST_F(TreeRules, TheProbeKnowsFormatsAndTheWorkbenchOnlyAndNobodyElseKnowsIt) {
     expectAllowed("workbench/probe/recognise.cpp", "formats/html/character_references.h");
     expectAllowed("workbench/probe/recognise.cpp", "workbench/cli/UsageError.h");
-    expectAllowed("workbench/cli/load_command.cpp", "workbench/probe/recognise.h");
+    expectAllowed("workbench/commands/load_command.cpp", "workbench/probe/recognise.h");
     for (const std::string product :
          {"plugin/a.h", "pipeline/a.h", "readers/a.h", "platform/a.h", "host/lumo.h"}) {
         expectForbidden("workbench/probe/recognise.cpp", product);

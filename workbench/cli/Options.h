@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-enum class Command { Help, Load, Params, Run, Explain, Explore };
+enum class Command { Help, Load, Params, Run, Explain, Explore, Serve };
 enum class Output { Table, Script, Json, Trace };
 
 /// What the command line asks for.
@@ -38,6 +38,8 @@ struct Options {
 
     bool watchesScene = false;
     bool explains = false;
+    uint16_t port = 0;  // that is served on; 0 for any
+
     std::optional<int64_t> frames;
     std::optional<double> seconds;
 };

@@ -185,6 +185,16 @@ void addRun(CLI::App& app, Options& options) {
     run->add_flag("--explain", options.explains, "Say why instances bring nothing, once a minute");
 }
 
+void addServe(CLI::App& app, Options& options) {
+    CLI::App* serve = app.add_subcommand(
+        "serve", "Run all instances of a scene, and show them on a page in the browser");
+    serve->callback([&options] { options.command = Command::Serve; });
+    addPlugin(*serve, options);
+    serve->add_option("SCENE", options.scene, "The scene file")->required();
+    serve->add_option("--port", options.port, "The port of the page (default: any that is free)")
+        ->type_name("N");
+}
+
 }  // namespace
 
 Options readOptions(int argc, const char* const* argv) {
@@ -197,10 +207,11 @@ Options readOptions(int argc, const char* const* argv) {
     addExplore(app, options);
     addParams(app, options);
     addRun(app, options);
+    addServe(app, options);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            throw UsageError("Give a command: load, explain, explore, params or run.");
+            throw UsageError("Give a command: load, explain, explore, params, run or serve.");
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
         options.helpText = app.help();

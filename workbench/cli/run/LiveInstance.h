@@ -38,6 +38,9 @@ public:
     void load() { instance_.load(); }
     void start();
 
+    /// Presses a button of the plugin.
+    void execAction(int32_t action) { instance_.execAction(action); }
+
     /// Gives it the values of a changed scene, as a user would that edits them one by one. Whether
     /// any had changed. Throws UsageError, and changes nothing.
     bool take(const SceneFile& scene, const StoredInstance& stored);

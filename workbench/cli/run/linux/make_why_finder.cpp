@@ -5,10 +5,8 @@
 #include <string>
 #include <thread>
 #include <utility>
-#include <vector>
 
-#include "workbench/cli/child_process.h"
-#include "workbench/cli/process.h"
+#include "workbench/cli/explain_child.h"
 #include "workbench/cli/record_values.h"
 #include "workbench/cli/run/WhyFinder.h"
 #include "workbench/cli/run/stage_of_failure.h"
@@ -18,15 +16,14 @@ namespace workbench {
 namespace {
 
 constexpr double interval = 60;  // between two looks at an instance
-constexpr int timeoutSeconds = 20;
 
 /// A child process that explains a load, and the thread that talks with it.
 class Look {
 public:
-    Look(std::vector<std::string> command, std::string scene)
-        : thread_([this, command = std::move(command),
-                   scene = std::move(scene)](const std::stop_token& stop) {
-              const std::string why = explain(command, scene, stop);
+    Look(std::string scene, int32_t fontEncoding, std::string plugin)
+        : thread_([this, scene = std::move(scene), fontEncoding,
+                   plugin = std::move(plugin)](const std::stop_token& stop) {
+              const std::string why = explain(scene, fontEncoding, plugin, stop);
               const std::lock_guard lock(mutex_);
               why_ = why;
           }) {}
@@ -38,10 +35,10 @@ public:
     }
 
 private:
-    static std::string explain(const std::vector<std::string>& command, const std::string& scene,
-                               const std::stop_token& stop) {
+    static std::string explain(const std::string& scene, int32_t fontEncoding,
+                               const std::string& plugin, const std::stop_token& stop) {
         try {
-            return stageOfFailure(askChild(command, scene, 2 * timeoutSeconds, stop).out);
+            return stageOfFailure(explainInChild(scene, fontEncoding, plugin, stop));
         } catch (const std::exception& error) {
             return error.what();
         }
@@ -85,19 +82,8 @@ private:
     void start(const LiveInstance& instance, double now) {
         lookedAt_[instance.writer()] = now;
         writer_ = instance.writer();
-        std::vector<std::string> command{executablePath().string(),
-                                         "explain",
-                                         "--scene",
-                                         "/dev/stdin",
-                                         "--out",
-                                         "json",
-                                         "--timeout",
-                                         std::to_string(timeoutSeconds),
-                                         "--font-encoding",
-                                         std::to_string(host_.fontEncoding)};
-        if (!options_.plugin.empty()) command.insert(command.end(), {"--plugin", options_.plugin});
-        look_.emplace(std::move(command),
-                      sceneOf(instance.name(), host_.parameters, instance.record()));
+        look_.emplace(sceneOf(instance.name(), host_.parameters, instance.record()),
+                      host_.fontEncoding, options_.plugin);
     }
 
     void finish(LiveScene& scene, RunView& view, double now) {

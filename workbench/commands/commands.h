@@ -20,5 +20,7 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
                       const StandardStreams& streams);
 ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                     const StandardStreams& streams);
+ExitStatus runServe(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
+                    const StandardStreams& streams);
 
 }  // namespace workbench

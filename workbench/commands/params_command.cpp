@@ -1,5 +1,5 @@
-#include "workbench/cli/commands.h"
 #include "workbench/cli/parameter_list.h"
+#include "workbench/commands/commands.h"
 
 namespace workbench {
 

@@ -3,8 +3,8 @@
 #include <filesystem>
 
 #include "workbench/cli/StandardStreams.h"
-#include "workbench/cli/commands.h"
 #include "workbench/cli/process.h"
+#include "workbench/commands/commands.h"
 
 namespace workbench {
 
@@ -33,6 +33,8 @@ ExitStatus execute(const Options& options, const StandardStreams& streams) {
             return runParams(host, options, streams);
         case Command::Run:
             return runScene(host, plugin, options, streams);
+        case Command::Serve:
+            return runServe(host, plugin, options, streams);
         case Command::Explain:
             return runExplain(host, plugin, options, streams);
         case Command::Explore:

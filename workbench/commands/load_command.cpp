@@ -4,7 +4,6 @@
 #include "workbench/cli/LoadWatch.h"
 #include "workbench/cli/PatienceNotice.h"
 #include "workbench/cli/Redaction.h"
-#include "workbench/cli/commands.h"
 #include "workbench/cli/environment.h"
 #include "workbench/cli/missing_file.h"
 #include "workbench/cli/one_load.h"
@@ -14,6 +13,7 @@
 #include "workbench/cli/store_json.h"
 #include "workbench/cli/store_table.h"
 #include "workbench/cli/written_records.h"
+#include "workbench/commands/commands.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/fetch/source_start.h"
 

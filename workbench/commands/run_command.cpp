@@ -2,7 +2,6 @@
 #include <csignal>
 
 #include "workbench/cli/FrameClock.h"
-#include "workbench/cli/commands.h"
 #include "workbench/cli/environment.h"
 #include "workbench/cli/page_size.h"
 #include "workbench/cli/run/LiveScene.h"
@@ -12,6 +11,7 @@
 #include "workbench/cli/run/WhyFinder.h"
 #include "workbench/cli/scene_file.h"
 #include "workbench/cli/store_table.h"
+#include "workbench/commands/commands.h"
 
 namespace workbench {
 

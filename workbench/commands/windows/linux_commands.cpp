@@ -1,5 +1,5 @@
 #include "workbench/cli/UsageError.h"
-#include "workbench/cli/commands.h"
+#include "workbench/commands/commands.h"
 
 namespace workbench {
 
@@ -9,6 +9,10 @@ ExitStatus runExplain(lumo::Host&, const lumo::Plugin&, const Options&, const St
 
 ExitStatus runExplore(lumo::Host&, const lumo::Plugin&, const Options&, const StandardStreams&) {
     throw UsageError("explore is there on Linux only, so far.");
+}
+
+ExitStatus runServe(lumo::Host&, const lumo::Plugin&, const Options&, const StandardStreams&) {
+    throw UsageError("serve is there on Linux only, so far.");
 }
 
 }  // namespace workbench

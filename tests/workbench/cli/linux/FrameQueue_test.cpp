@@ -1,0 +1,51 @@
+#include "workbench/cli/serve/FrameQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using workbench::FrameQueue;
+
+TEST(FrameQueueTest, MakesTheCallsInTheirOrder) {
+    FrameQueue queue;
+    std::string made;
+    queue.post([&] { made += 'a'; });
+    queue.post([&] { made += 'b'; });
+    EXPECT_EQ(made, "");
+    queue.runFrame();
+    EXPECT_EQ(made, "ab");
+    queue.runFrame();
+    EXPECT_EQ(made, "ab");
+}
+
+TEST(FrameQueueTest, LeavesForTheNextFrameWhatTakesTooLong) {
+    FrameQueue queue;
+    std::string made;
+    queue.post([&] {
+        made += 'a';
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    });
+    queue.post([&] { made += 'b'; });
+    queue.runFrame();
+    EXPECT_EQ(made, "a");
+    queue.post([&] { made += 'c'; });
+    queue.runFrame();
+    EXPECT_EQ(made, "abc");
+}
+
+TEST(FrameQueueTest, TakesNoMoreThanAThousand) {
+    FrameQueue queue;
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_TRUE(queue.post([] {}));
+    EXPECT_FALSE(queue.post([] {}));
+}
+
+TEST(FrameQueueTest, ACallMayPostAnother) {
+    FrameQueue queue;
+    int made = 0;
+    queue.post([&] { queue.post([&] { ++made; }); });
+    queue.runFrame();
+    EXPECT_EQ(made, 0);
+    queue.runFrame();
+    EXPECT_EQ(made, 1);
+}

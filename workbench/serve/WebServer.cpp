@@ -1,0 +1,278 @@
+#include "workbench/serve/WebServer.h"
+
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ip/v6_only.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/beast/core.hpp>
+#include <boost/beast/http.hpp>
+#include <boost/beast/websocket.hpp>
+#include <deque>
+#include <set>
+#include <thread>
+
+namespace serve {
+
+namespace {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = beast::http;
+namespace websocket = beast::websocket;
+using boost::system::error_code;
+using tcp = asio::ip::tcp;
+
+constexpr std::size_t mostConnections = 64;
+constexpr std::size_t mostWaiting = 256;  // texts for one WebSocket
+constexpr uint32_t longestHeader = 16'000;
+constexpr uint64_t longestBody = 1'000'000;
+constexpr std::chrono::seconds patience{30};
+
+using RawRequest = http::request<http::string_body>;
+using RawResponse = http::response<http::string_body>;
+
+WebRequest requestOf(RawRequest& raw) {
+    WebRequest request;
+    request.method = raw.method_string();
+    const std::string target = raw.target();
+    const auto question = target.find('?');
+    request.path = target.substr(0, question);
+    if (question != std::string::npos) request.query = target.substr(question + 1);
+    for (const auto& field : raw)
+        request.headers.emplace(std::string(field.name_string()), std::string(field.value()));
+    request.body = std::move(raw.body());
+    return request;
+}
+
+/// Nothing that a page of ours shows comes from elsewhere, or is shown elsewhere.
+RawResponse rawOf(WebResponse response, unsigned version, bool isKept) {
+    RawResponse raw{static_cast<http::status>(response.status), version};
+    raw.set(http::field::content_type, response.contentType);
+    raw.set(http::field::cache_control, "no-store");
+    raw.set("Content-Security-Policy",
+            "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; "
+            "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'");
+    raw.set("X-Content-Type-Options", "nosniff");
+    raw.set("Referrer-Policy", "no-referrer");
+    raw.set("Cross-Origin-Resource-Policy", "same-origin");
+    for (const auto& [name, value] : response.headers)
+        raw.set(name, value);
+    raw.keep_alive(isKept);
+    raw.body() = std::move(response.body);
+    raw.prepare_payload();
+    return raw;
+}
+
+/// What the server knows of those that are connected. Used on its thread alone.
+struct Connections {
+    WebHandler* handler = nullptr;
+    std::size_t count = 0;
+    std::set<class EventSocket*> sockets;
+};
+
+/// Counts a connection as long as it lives.
+class Counted {
+public:
+    explicit Counted(Connections& all) : all_(all) { ++all_.count; }
+    ~Counted() { --all_.count; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+private:
+    Connections& all_;
+};
+
+/// A WebSocket, on which the server alone has something to say. Lives as long as it is read from or
+/// written to.
+class EventSocket : public std::enable_shared_from_this<EventSocket> {
+public:
+    EventSocket(beast::tcp_stream stream, std::shared_ptr<Counted> counted, Connections& all)
+        : all_(all), counted_(std::move(counted)), socket_(std::move(stream)) {}
+    ~EventSocket() { all_.sockets.erase(this); }
+    EventSocket(const EventSocket&) = delete;
+    EventSocket& operator=(const EventSocket&) = delete;
+
+    void accept(const RawRequest& request, std::vector<std::string> greeting) {
+        beast::get_lowest_layer(socket_).expires_never();
+        socket_.set_option(websocket::stream_base::timeout::suggested(beast::role_type::server));
+        socket_.read_message_max(longestHeader);
+        socket_.async_accept(request, [self = shared_from_this(),
+                                       greeting = std::move(greeting)](error_code error) mutable {
+            if (error) return;
+            self->all_.sockets.insert(self.get());
+            for (std::string& text : greeting)
+                self->send(std::move(text));
+            self->read();
+        });
+    }
+
+    void send(std::string text) {
+        if (waiting_.size() == mostWaiting) return beast::get_lowest_layer(socket_).close();
+        waiting_.push_back(std::move(text));
+        if (waiting_.size() == 1) write();
+    }
+
+private:
+    void read() {
+        socket_.async_read(buffer_, [self = shared_from_this()](error_code error, std::size_t) {
+            if (error) return;
+            self->buffer_.consume(self->buffer_.size());
+            self->read();
+        });
+    }
+
+    void write() {
+        socket_.text(true);
+        socket_.async_write(asio::buffer(waiting_.front()),
+                            [self = shared_from_this()](error_code error, std::size_t) {
+                                if (error) return;
+                                self->waiting_.pop_front();
+                                if (!self->waiting_.empty()) self->write();
+                            });
+    }
+
+    Connections& all_;
+    std::shared_ptr<Counted> counted_;
+    websocket::stream<beast::tcp_stream> socket_;
+    beast::flat_buffer buffer_;
+    std::deque<std::string> waiting_;
+};
+
+/// A connection that asks and is answered, again and again. Lives as long as one of these goes on.
+class Conversation : public std::enable_shared_from_this<Conversation> {
+public:
+    Conversation(tcp::socket socket, Connections& all)
+        : all_(all), counted_(std::make_shared<Counted>(all)), stream_(std::move(socket)) {}
+
+    void read() {
+        parser_.emplace();
+        parser_->header_limit(longestHeader);
+        parser_->body_limit(longestBody);
+        stream_.expires_after(patience);
+        http::async_read(
+            stream_, buffer_, *parser_,
+            [self = shared_from_this()](error_code error, std::size_t) { self->take(error); });
+    }
+
+private:
+    void take(error_code error) {
+        if (error == http::error::body_limit)
+            return answer(refusal(413, "This is too long."), false);
+        if (error == http::error::header_limit)
+            return answer(refusal(431, "The header is too long."), false);
+        if (error) return;
+        stream_.expires_never();
+        RawRequest raw = parser_->release();
+        version_ = raw.version();
+        isHead_ = raw.method() == http::verb::head;
+        const bool isKept = raw.keep_alive();
+        if (websocket::is_upgrade(raw)) return upgrade(raw);
+        all_.handler->handle(
+            requestOf(raw), [self = shared_from_this(), isKept](WebResponse response) {
+                asio::post(self->stream_.get_executor(),
+                           [self, isKept, response = std::move(response)]() mutable {
+                               self->answer(std::move(response), isKept);
+                           });
+            });
+    }
+
+    void upgrade(RawRequest& raw) {
+        const WebRequest request = requestOf(raw);
+        if (auto refused = all_.handler->refusesSocket(request))
+            return answer(std::move(*refused), false);
+        std::make_shared<EventSocket>(std::move(stream_), counted_, all_)
+            ->accept(raw, all_.handler->greeting(request));
+    }
+
+    void answer(WebResponse response, bool isKept) {
+        response_.emplace(rawOf(std::move(response), version_, isKept));
+        if (isHead_) response_->body().clear();
+        stream_.expires_after(patience);
+        http::async_write(stream_, *response_,
+                          [self = shared_from_this(), isKept](error_code error, std::size_t) {
+                              if (error) return;
+                              if (isKept) return self->read();
+                              error_code ignored;
+                              self->stream_.socket().shutdown(tcp::socket::shutdown_send, ignored);
+                          });
+    }
+
+    Connections& all_;
+    std::shared_ptr<Counted> counted_;
+    beast::tcp_stream stream_;
+    beast::flat_buffer buffer_;
+    unsigned version_ = 11;
+    bool isHead_ = false;
+    std::optional<http::request_parser<http::string_body>> parser_;
+    std::optional<RawResponse> response_;
+};
+
+class LoopbackServer final : public WebServer {
+public:
+    explicit LoopbackServer(uint16_t port) : first_(io_), second_(io_) {
+        listen(first_, {asio::ip::address_v4::loopback(), port});
+        port_ = first_.local_endpoint().port();
+        try {
+            listen(second_, {asio::ip::address_v6::loopback(), port_});
+        } catch (const boost::system::system_error&) {
+            error_code ignored;  // a machine without IPv6
+            second_.close(ignored);
+        }
+    }
+
+    ~LoopbackServer() override {
+        io_.stop();
+        if (thread_.joinable()) thread_.join();
+    }
+    LoopbackServer(const LoopbackServer&) = delete;
+    LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+    uint16_t port() const override { return port_; }
+
+    void start(WebHandler& handler) override {
+        all_.handler = &handler;
+        accept(first_);
+        if (second_.is_open()) accept(second_);
+        thread_ = std::thread([this] { io_.run(); });
+    }
+
+    void publish(std::string text) override {
+        asio::post(io_, [this, text = std::move(text)] {
+            const std::set<EventSocket*> sockets = all_.sockets;
+            for (EventSocket* const each : sockets)
+                each->send(text);
+        });
+    }
+
+private:
+    static void listen(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
+        acceptor.open(endpoint.protocol());
+        acceptor.set_option(asio::socket_base::reuse_address(true));
+        if (endpoint.address().is_v6()) acceptor.set_option(asio::ip::v6_only(true));
+        acceptor.bind(endpoint);
+        acceptor.listen();
+    }
+
+    void accept(tcp::acceptor& acceptor) {
+        acceptor.async_accept([this, &acceptor](error_code error, tcp::socket socket) {
+            if (error == asio::error::operation_aborted) return;
+            const bool isRoom = all_.count < mostConnections;
+            if (!error && isRoom) std::make_shared<Conversation>(std::move(socket), all_)->read();
+            accept(acceptor);
+        });
+    }
+
+    Connections all_;  // outlives what the context holds
+    asio::io_context io_{1};
+    tcp::acceptor first_;
+    tcp::acceptor second_;
+    uint16_t port_ = 0;
+    std::thread thread_;
+};
+
+}  // namespace
+
+std::unique_ptr<WebServer> listenOnLoopback(uint16_t port) {
+    return std::make_unique<LoopbackServer>(port);
+}
+
+}  // namespace serve

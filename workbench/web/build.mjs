@@ -1,0 +1,21 @@
+// Makes dist/, which is checked in and becomes part of the program. The same sources give the same
+// bytes on every machine. Another folder may be named.
+import { build } from "esbuild";
+import { copyFile, mkdir } from "node:fs/promises";
+
+const folder = process.argv[2] ?? "dist";
+await mkdir(folder, { recursive: true });
+await build({
+  entryPoints: { app: "src/main.tsx" },
+  outdir: folder,
+  bundle: true,
+  minify: true,
+  format: "esm",
+  target: "es2022",
+  legalComments: "none",
+  jsx: "automatic",
+  jsxImportSource: "preact",
+});
+for (const file of ["app.css", "icon.svg", "index.html"]) {
+  await copyFile(`src/${file}`, `${folder}/${file}`);
+}

@@ -1,0 +1,65 @@
+// The state of the scene as the page knows it, kept current by events.
+
+import { signal } from "@preact/signals";
+import * as api from "./api.js";
+
+/** An instance, and when the page heard of it, by the browser's clock in milliseconds. */
+export interface Seen extends api.Instance {
+  at: number;
+}
+
+export const scene = signal("");
+export const seen = signal<Seen[]>([]);
+export const error = signal("");
+
+/** When the connection broke; 0 while it stands. */
+export const brokenAt = signal(0);
+
+const retryAfter = 1000; // milliseconds
+let last = 0;
+
+function note(states: api.Instance[], isAll: boolean): void {
+  const at = Date.now();
+  const fresh = new Map(states.map((state) => [state.name, { ...state, at }]));
+  const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
+  const known = new Set(kept.map((each) => each.name));
+  seen.value = [...kept, ...[...fresh.values()].filter((each) => !known.has(each.name))];
+}
+
+async function readAll(): Promise<void> {
+  const about = await api.about();
+  scene.value = about.scene;
+  last = about.seq;
+  note(await api.instances(), true);
+}
+
+function take(event: api.Event): void {
+  last = event.seq;
+  if (event.type === "resync") void start();
+  else note(event.instances, false);
+}
+
+function listen(): void {
+  const socket = api.openEvents(last);
+  socket.onopen = () => (brokenAt.value = 0);
+  socket.onmessage = (message: MessageEvent<string>) =>
+    take(JSON.parse(message.data) as api.Event);
+  socket.onclose = () => {
+    if (brokenAt.value === 0) brokenAt.value = Date.now();
+    setTimeout(() => void start(), retryAfter);
+  };
+}
+
+/** Reads everything and listens from there on; tries again until the server answers. */
+export async function start(): Promise<void> {
+  try {
+    await api.logIn();
+    await readAll();
+    error.value = "";
+    listen();
+  } catch (fault) {
+    error.value = fault instanceof Error ? fault.message : String(fault);
+    if (brokenAt.value === 0) brokenAt.value = Date.now();
+    setTimeout(() => void start(), retryAfter);
+  }
+}
