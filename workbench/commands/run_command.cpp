@@ -45,6 +45,7 @@ void runFrames(LiveScene& scene, const Options& options, ReportFile& reports, Wh
         view.frame(scene, now);
         clock.waitForNextFrame();
     }
+    view.finish(scene, clock.elapsedSeconds());
 }
 
 std::string finalTables(const lumo::Host& host, const LiveScene& scene, const PageSize& page) {
@@ -63,7 +64,7 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     LiveScene scene(host, plugin, file);
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, onInterrupt);
-    runFrames(scene, options, reports, whys.get(), *makeRunView(streams));
+    runFrames(scene, options, reports, whys.get(), *makeRunView(streams, options));
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(finalTables(host, scene, page));
     return scene.status();

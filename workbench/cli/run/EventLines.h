@@ -14,6 +14,7 @@ public:
     void explain(const std::string& instance, const std::string& why, double now) override;
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene&, double) override {}
+    void finish(const LiveScene&, double) override {}
 
 private:
     const bool tellsEach_;

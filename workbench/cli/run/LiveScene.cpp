@@ -109,6 +109,13 @@ std::vector<InstanceState> LiveScene::statesAt(double now) const {
     return states;
 }
 
+std::string LiveScene::redacted(std::string text) const {
+    for (const auto& instance : instances_) {
+        if (!text.empty()) text = instance->redacted(std::move(text));
+    }
+    return text;
+}
+
 ExitStatus LiveScene::status() const {
     ExitStatus first = ExitStatus::Loaded;
     for (const auto& instance : instances_) {

@@ -26,6 +26,10 @@ public:
     std::vector<LoadEvent> runFrame(double now);
 
     std::vector<InstanceState> statesAt(double now) const;
+
+    /// The text without the secrets of any instance.
+    std::string redacted(std::string text) const;
+
     std::vector<std::unique_ptr<LiveInstance>>& instances() { return instances_; }
 
     /// How the process ends: as the first instance whose last load did not end well says. Tells of

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "workbench/cli/Options.h"
 #include "workbench/cli/StandardStreams.h"
 #include "workbench/cli/run/LiveScene.h"
 
@@ -24,10 +25,13 @@ public:
 
     /// A frame has passed.
     virtual void frame(const LiveScene& scene, double now) = 0;
+
+    /// The last one has.
+    virtual void finish(const LiveScene& scene, double now) = 0;
 };
 
-/// One that keeps a line for each instance where a terminal shows it, else one that prints a line
-/// for each event.
-std::unique_ptr<RunView> makeRunView(const StandardStreams& streams);
+/// One that keeps a line for each instance where a terminal shows it and nothing else writes there,
+/// else one that prints a line for each event.
+std::unique_ptr<RunView> makeRunView(const StandardStreams& streams, const Options& options);
 
 }  // namespace workbench

@@ -129,6 +129,16 @@ TEST_F(RunDisplay, WhatThePluginPrintsStandsAboveTheLines) {
     EXPECT_EQ(count(shown, "state "), 1U) << shown;
 }
 
+TEST_F(RunDisplay, HidesSecretsAlsoInWhatIsPrintedMeanwhile) {
+    const std::string action = R"json("command(\"SAY sesame\")")json";
+    write("scene.json",
+          sceneWith(listInstance("list", R"(, "password": "sesame", "postAction": )" + action)));
+    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 80, 24);
+    run.finish();
+    EXPECT_NE(run.terminal().lineWith("Host command: SAY ••••"), "") << run.shown();
+    EXPECT_EQ(run.written().find("sesame"), std::string::npos);
+}
+
 TEST_F(RunDisplay, IsInAsciiAndColouredAsTheEnvironmentSays) {
     const intake::EnvironmentVariable ascii("LC_ALL", "C");
     const intake::EnvironmentVariable coloured("NO_COLOR", "");

@@ -37,10 +37,6 @@ std::string printable(std::string text) {
 
 RunDisplay::RunDisplay() : screen_(currentScreen()) {}
 
-RunDisplay::~RunDisplay() {
-    draw(states_);
-}
-
 // Wider lines than the terminal's would be broken, and the rows could not be counted any more. The
 // last column stays free, since terminals differ in what is behind it, and the last row too, for
 // the cursor.
@@ -69,18 +65,21 @@ void RunDisplay::note(const std::string& sentence, double now) {
 void RunDisplay::frame(const LiveScene& scene, double now) {
     if (drawnAt_ >= 0 && now - drawnAt_ < interval) return;
     drawnAt_ = now;
-    states_ = scene.statesAt(now);
-    draw(states_);
+    draw(scene, now);
 }
 
-void RunDisplay::draw(const std::vector<InstanceState>& states) {
+void RunDisplay::finish(const LiveScene& scene, double now) {
+    draw(scene, now);
+}
+
+void RunDisplay::draw(const LiveScene& scene, double now) {
     std::string out;
     const Screen screen = currentScreen();
     if (!(screen == screen_)) out = block_.clear();
     screen_ = screen;
-    const std::string above = printable(terminal_.takePrinted() + notes_);
+    const std::string above = printable(scene.redacted(terminal_.takePrinted()) + notes_);
     notes_.clear();
-    out += block_.update(displayLines(states, screen_), above);
+    out += block_.update(displayLines(scene.statesAt(now), screen_), above);
     if (!out.empty()) terminal_.write(out);
 }
 

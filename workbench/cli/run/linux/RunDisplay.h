@@ -11,22 +11,21 @@ namespace workbench {
 class RunDisplay final : public RunView {
 public:
     RunDisplay();
-    ~RunDisplay() override;
 
     void tell(const LoadEvent& event, double now) override;
     void explain(const std::string&, const std::string&, double) override {}  // the line says it
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene& scene, double now) override;
+    void finish(const LiveScene& scene, double now) override;
 
 private:
     Screen currentScreen() const;
-    void draw(const std::vector<InstanceState>& states);
+    void draw(const LiveScene& scene, double now);
 
     Terminal terminal_;
     Screen screen_;
     ScreenBlock block_;
-    std::vector<InstanceState> states_;  // of the last frame
-    std::string notes_;                  // to be shown above the lines
+    std::string notes_;  // to be shown above the lines
     double drawnAt_ = -1;
 };
 

@@ -3,8 +3,9 @@
 
 namespace workbench {
 
-std::unique_ptr<RunView> makeRunView(const StandardStreams& streams) {
-    if (streams.errorIsTerminal()) return std::make_unique<RunDisplay>();
+std::unique_ptr<RunView> makeRunView(const StandardStreams& streams, const Options& options) {
+    const bool isShared = options.report == "-" && streams.resultColumns();
+    if (streams.errorIsTerminal() && !isShared) return std::make_unique<RunDisplay>();
     return std::make_unique<EventLines>(false);
 }
 

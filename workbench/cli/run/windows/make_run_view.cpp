@@ -2,7 +2,7 @@
 
 namespace workbench {
 
-std::unique_ptr<RunView> makeRunView(const StandardStreams& streams) {
+std::unique_ptr<RunView> makeRunView(const StandardStreams& streams, const Options&) {
     return std::make_unique<EventLines>(streams.errorIsTerminal());
 }
 
