@@ -1,6 +1,10 @@
 // `run` in a pipe, while its sources change.
 
+#include <algorithm>
+#include <iterator>
+
 #include "tests/http/support/ScriptedServer.h"
+#include "tests/workbench/cli/ReportLines.h"
 #include "tests/workbench/cli/linux/ChangingScene.h"
 
 using intake::reply;
@@ -72,6 +76,14 @@ TEST_F(RunEvents, ASourceThatIsSlowerThanItsPeriodIsLateOnceForEachLoad) {
     const auto events = eventsOf(result.err);
     ASSERT_EQ(events.size(), 1U) << result.err;
     EXPECT_TRUE(events[0].starts_with("list: late, no answer for 6")) << events[0];
+    std::ifstream report(folder / "report.jsonl");
+    const auto outcomes = outcomesOf(readReport({std::istreambuf_iterator<char>(report), {}}));
+    const auto late = std::count(outcomes.begin(), outcomes.end(), "late");
+    const auto loaded = std::count(outcomes.begin(), outcomes.end(), "loaded");
+    EXPECT_EQ(outcomes.front(), "late");
+    EXPECT_GE(loaded, 1);
+    EXPECT_GE(late, 4);
+    EXPECT_LE(late, 10);  // of some twelve loads that were begun
 }
 
 TEST_F(RunEvents, AnActionThatFailsIsTold) {
