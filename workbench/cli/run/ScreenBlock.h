@@ -14,6 +14,9 @@ public:
     /// as usual. Empty when there is nothing to change.
     std::string update(const std::vector<std::string>& lines, const std::string& above);
 
+    /// Leaves the lines where they are; the next ones appear below.
+    void leave() { shown_.clear(); }
+
     /// Clears the terminal, whose size has changed: nobody knows where the lines are then.
     std::string clear();
 

@@ -85,6 +85,16 @@ void TerminalRun::interrupt() {
     if (write(master_, &controlC, 1) != 1) kill(child_, SIGINT);
 }
 
+void TerminalRun::suspend() {
+    kill(child_, SIGTSTP);
+    waitpid(child_, nullptr, WUNTRACED);
+    watch(0.1);
+}
+
+void TerminalRun::resume() {
+    kill(child_, SIGCONT);
+}
+
 int TerminalRun::finish() {
     while (readOnce(1000)) {
     }

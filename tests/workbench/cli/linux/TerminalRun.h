@@ -23,6 +23,10 @@ public:
     void resize(std::size_t columns, std::size_t rows);
     void interrupt();
 
+    /// Presses Ctrl-Z and waits until the workbench is suspended; lets it go on.
+    void suspend();
+    void resume();
+
     /// Waits for the end. Returns the exit status, or -1 when it did not exit by itself.
     int finish();
 

@@ -129,6 +129,20 @@ TEST_F(RunDisplay, WhatThePluginPrintsStandsAboveTheLines) {
     EXPECT_EQ(count(shown, "state "), 1U) << shown;
 }
 
+TEST_F(RunDisplay, GivesTheTerminalBackWhileItIsSuspended) {
+    TerminalRun run({"run", "scene.json"}, folder, 80, 24);
+    run.watch(0.6);
+    run.suspend();
+    EXPECT_TRUE(run.terminal().isCursorShown());
+    run.resume();
+    run.watch(0.4);
+    EXPECT_FALSE(run.terminal().isCursorShown());
+    EXPECT_EQ(count(run.shown(), "LOADED"), 2U) << run.shown();
+    run.interrupt();
+    EXPECT_EQ(run.finish(), 1);
+    EXPECT_TRUE(run.terminal().isCursorShown());
+}
+
 TEST_F(RunDisplay, HidesSecretsAlsoInWhatIsPrintedMeanwhile) {
     const std::string action = R"json("command(\"SAY sesame\")")json";
     write("scene.json",

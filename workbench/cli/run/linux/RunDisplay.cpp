@@ -73,6 +73,7 @@ void RunDisplay::finish(const LiveScene& scene, double now) {
 }
 
 void RunDisplay::draw(const LiveScene& scene, double now) {
+    if (terminal_.suspendWhereAsked()) block_.leave();
     std::string out;
     const Screen screen = currentScreen();
     if (!(screen == screen_)) out = block_.clear();

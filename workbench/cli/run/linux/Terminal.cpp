@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <system_error>
 #include <utility>
@@ -17,6 +19,12 @@ namespace {
 
 constexpr std::string_view hideCursor = "\x1b[?25l";
 constexpr std::string_view showCursor = "\x1b[?25h";
+
+std::atomic<bool> suspended = false;
+
+void onSuspend(int) {
+    suspended = true;
+}
 
 int checked(int descriptor) {
     if (descriptor < 0)
@@ -44,8 +52,8 @@ Terminal::Terminal()
     std::fflush(nullptr);
     dup2(printed_, STDOUT_FILENO);
     dup2(printed_, STDERR_FILENO);
-    hideTyping();
-    write(hideCursor);
+    seize();
+    std::signal(SIGTSTP, onSuspend);
 }
 
 Terminal::~Terminal() {
@@ -53,10 +61,28 @@ Terminal::~Terminal() {
     dup2(output_, STDOUT_FILENO);
     dup2(terminal_, STDERR_FILENO);
     write(takePrinted() + begun_);
-    if (typing_) tcsetattr(terminal_, TCSANOW, &*typing_);
-    write(showCursor);
+    giveBack();
+    std::signal(SIGTSTP, SIG_DFL);
     for (const int descriptor : {terminal_, output_, printed_})
         close(descriptor);
+}
+
+void Terminal::seize() {
+    hideTyping();
+    write(hideCursor);
+}
+
+void Terminal::giveBack() {
+    if (typing_) tcsetattr(terminal_, TCSANOW, &*typing_);
+    write(showCursor);
+}
+
+bool Terminal::suspendWhereAsked() {
+    if (!suspended.exchange(false)) return false;
+    giveBack();
+    raise(SIGSTOP);
+    seize();
+    return true;
 }
 
 // A process in the background would be stopped for that.

@@ -30,10 +30,16 @@ public:
     /// Writes the text in one piece.
     void write(std::string_view text) const;
 
+    /// When the user has suspended the process by Ctrl-Z: gives the terminal back, waits until the
+    /// process is to go on, and returns true.
+    bool suspendWhereAsked();
+
     /// The whole lines that were printed since this was called last.
     std::string takePrinted();
 
 private:
+    void seize();
+    void giveBack();
     void hideTyping();
 
     int terminal_;       // where standard error led
