@@ -85,8 +85,7 @@ Facts UrlFetch::facts(CURLcode code) const {
 
 FetchFailure UrlFetch::failureOf(const Reason& reason, CURLcode code, Proposal proposal) const {
     const Facts known = facts(code);
-    FetchFailure failure(reason.stage,
-                         filled(reason.words, known) + filled(reason.detail, known),
+    FetchFailure failure(reason.stage, filled(reason.words, known) + filled(reason.detail, known),
                          filled(reason.next, known), std::move(proposal));
     failure.isLate = code == CURLE_OPERATION_TIMEDOUT;
     return failure;
