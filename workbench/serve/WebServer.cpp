@@ -219,10 +219,7 @@ public:
         }
     }
 
-    ~LoopbackServer() override {
-        io_.stop();
-        if (thread_.joinable()) thread_.join();
-    }
+    ~LoopbackServer() override { end(); }
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
 
@@ -235,6 +232,8 @@ public:
         thread_ = std::thread([this] { io_.run(); });
     }
 
+    void stop() override { end(); }
+
     void publish(std::string text) override {
         asio::post(io_, [this, text = std::move(text)] {
             const std::set<EventSocket*> sockets = all_.sockets;
@@ -244,6 +243,11 @@ public:
     }
 
 private:
+    void end() {
+        io_.stop();
+        if (thread_.joinable()) thread_.join();
+    }
+
     static void listen(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
         acceptor.open(endpoint.protocol());
         acceptor.set_option(asio::socket_base::reuse_address(true));

@@ -35,8 +35,11 @@ public:
     virtual ~WebServer() = default;
     virtual uint16_t port() const = 0;
 
-    /// Begins to answer. The handler outlives the server.
+    /// Begins to answer. The handler lives until the server was stopped.
     virtual void start(WebHandler& handler) = 0;
+
+    /// Answers no more. A Reply that is still held has to go before the server.
+    virtual void stop() = 0;
 
     /// Sends a text to all WebSockets. Any thread. A browser that does not keep up is cut off.
     virtual void publish(std::string text) = 0;

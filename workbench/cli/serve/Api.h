@@ -22,6 +22,9 @@ public:
     /// Begins to answer.
     Api(const lumo::Host& host, LiveScene& scene, const Options& options,
         std::unique_ptr<serve::WebServer> server);
+    ~Api() override { server_->stop(); }
+    Api(const Api&) = delete;
+    Api& operator=(const Api&) = delete;
 
     void handle(const serve::WebRequest& request, serve::Reply reply) override;
     std::optional<serve::WebResponse> refusesSocket(const serve::WebRequest& request) override;
@@ -47,14 +50,14 @@ private:
     const std::string parameters_;  // as JSON; they never change
     LiveScene& scene_;
     const serve::Gate gate_;
-    FrameQueue queue_;
+    std::unique_ptr<serve::WebServer> server_;
+    FrameQueue queue_;  // what waits here, and with the jobs, goes before the server
     EventFeed feed_;
     double now_ = 0;
     double publishedAt_ = 0;
     std::vector<InstanceState> published_;
     std::vector<bool> hasNews_;
-    std::unique_ptr<serve::WebServer> server_;
-    ExplainJobs jobs_;  // the last to come and the first to go: they use all others
+    ExplainJobs jobs_;
 };
 
 }  // namespace workbench
