@@ -36,7 +36,7 @@ TEST_F(Usage, TheVersionIsAResultAndThatOfThePlugin) {
 
 TEST_F(Usage, ACommandIsNeeded) {
     EXPECT_EQ(refusal({}),
-              "intake-workbench: Give a command: load, explain, explore, params or run.\n");
+              "intake-workbench: Give a command: load, explain, explore, params, run or serve.\n");
     EXPECT_EQ(refusal({"fetch"}),
               "intake-workbench: The following argument was not expected: fetch\n");
     EXPECT_EQ(refusal({"run"}), "intake-workbench: SCENE is required\n");
