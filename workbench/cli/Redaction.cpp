@@ -25,9 +25,12 @@ std::vector<std::string> secretsIn(const std::string& connectionString) {
     try {
         const auto connection = intake::ConnectionString::parse(connectionString);
         for (const intake::ConnectionProperty& each : connection.properties()) {
-            if (!isSecretKey(each.key)) continue;
-            secrets.push_back(each.value);
-            secrets.push_back(each.written);
+            if (isSecretKey(each.key)) secrets.insert(secrets.end(), {each.value, each.written});
+            const bool isList = intake::equalIgnoringCase(each.key, "Extended Properties") &&
+                                each.value.find('=') != std::string::npos;
+            if (!isList) continue;
+            const std::vector<std::string> inner = secretsIn(each.value);
+            secrets.insert(secrets.end(), inner.begin(), inner.end());
         }
     } catch (const intake::ConnectionStringError&) {
         secrets.push_back(connectionString);

@@ -171,7 +171,7 @@ std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, cons
         if (!found) return std::nullopt;
         ladder = std::move(*found);
         proposeBesideScene(settings, options.scene, ladder);
-        if (ladder.mustNotLoad) return load;
+        if (ladder.credentialsRefused || ladder.mustNotLoad) return load;
         load = loadOnce(host, instance, options);
         if (agree(ladder, load)) return load;
     }
@@ -202,6 +202,15 @@ void tellLoad(const Load& load, const std::string& action, Explanation& explanat
     explanation.bytes = load.outcome->script.size();
 }
 
+/// The plugin's load too, in this process and in those that try proposals. Options that the library
+/// of PostgreSQL is given already stay.
+void holdPostgresToReading() {
+    constexpr const char* variable = "PGOPTIONS";
+    const char* const present = std::getenv(variable);
+    const std::string options = present == nullptr ? "" : present + std::string(" ");
+    setenv(variable, (options + "-c default_transaction_read_only=on").c_str(), 1);
+}
+
 ExitStatus statusOf(const Explanation& explanation) {
     return explanation.ladder.isLate ? ExitStatus::NoAnswer
            : explanation.isOk()      ? ExitStatus::Loaded
@@ -214,6 +223,7 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
                       const StandardStreams& streams) {
     // What the plugin prints is told by stage, and may hold secrets.
     MutedOutput muted;
+    if (!options.mayWrite) holdPostgresToReading();
     lumo::Instance instance(host, plugin, "workbench");
     placeInstance(host, instance, options);
     applySettings(host, instance, options);
@@ -236,11 +246,10 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
         muted.tell(lateText);
         return ExitStatus::NoAnswer;
     }
-    if (load->outcome && !ladder.mustNotLoad)
-        tellLoad(*load, textParameter(host, instance, "postAction"), explanation);
+    if (load->outcome) tellLoad(*load, textParameter(host, instance, "postAction"), explanation);
     explanation.seconds = load->seconds;
     ladder.cut();
-    if (!ladder.mustNotLoad)
+    if (!ladder.credentialsRefused)
         explanation.confirmed = confirm(ladder, load->records, host, instance, options);
     explanation.hide(redact);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());

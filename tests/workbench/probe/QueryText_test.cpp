@@ -52,10 +52,30 @@ TEST(QueryTextTest, ReadsOneSelectOrWithOnly) {
         EXPECT_FALSE(QueryText(query).isReading()) << query;
 }
 
+TEST(QueryTextTest, KnowsWhereDatabasesDisagree) {
+    for (const char* const query :
+         {"SELECT $$'$$; DELETE FROM t --'", "SELECT E'\\'' a; DELETE FROM t --'",
+          "/* /* */ ' */ SELECT 1; DELETE FROM t -- '", "/*! DELETE FROM t */",
+          "SELECT 1 /*M! INTO OUTFILE 'x' */", "SELECT 1 # it's\nINTO OUTFILE 'x' -- '",
+          "SELECT 1 --1; DELETE FROM t", "SELECT ARRAY['a']; DELETE FROM t --'",
+          "SELECT \"a\\\" FROM t", "SELECT `a;b`"})
+        EXPECT_FALSE(QueryText(query).isCertain()) << query;
+    for (const char* const query : {"SELECT 'a;b', '#1' FROM [Sheet1$] -- x",
+                                    "SELECT a$b /* c */ FROM \"t u\"", "SELECT 1 --\n, 2"})
+        EXPECT_TRUE(QueryText(query).isCertain()) << query;
+}
+
+TEST(QueryTextTest, WhatAColumnIsCalledIsNoStatement) {
+    EXPECT_TRUE(QueryText("SELECT count(*) AS call, 'x' AS merge FROM t").isReading());
+    EXPECT_FALSE(QueryText("WITH a AS (DELETE FROM t) SELECT 1").isReading());
+    EXPECT_FALSE(QueryText("SELECT 1 EXEC p").isReading());
+}
+
 TEST(QueryTextTest, IsBlankWithoutAnythingToRun) {
     EXPECT_TRUE(QueryText("").isBlank());
     EXPECT_TRUE(QueryText(" ;; -- SELECT").isBlank());
     EXPECT_FALSE(QueryText("(").isBlank());
+    EXPECT_FALSE(QueryText("/*! DELETE FROM t */").isBlank());
 }
 
 TEST(QueryTextTest, FindsTheTablesThatAreRead) {

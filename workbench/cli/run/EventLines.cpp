@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "workbench/cli/display_text.h"
 #include "workbench/cli/environment.h"
 #include "workbench/cli/run/duration_text.h"
 
@@ -10,7 +11,8 @@ namespace workbench {
 namespace {
 
 void print(double now, const std::string& instance, const std::string& words) {
-    std::fprintf(stderr, "%8.2f s  %s: %s\n", now, instance.c_str(), words.c_str());
+    std::fprintf(stderr, "%8.2f s  %s: %s\n", now, printable(instance).c_str(),
+                 printable(words).c_str());
 }
 
 std::string counted(std::size_t records) {

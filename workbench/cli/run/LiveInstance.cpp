@@ -83,7 +83,7 @@ LoadEvent LiveInstance::answered(const Outcome& outcome, double now) {
         !history_.isLate() && (!history_.last() || isGood(history_.last()->outcome));
     LoadEvent event = eventOf(reportOf(outcome));
     event.report.error = redact_(event.report.error);
-    event.plainError = outcome.error;
+    event.plainError = redact_(outcome.error);
     if (outcome.failed)
         event.advice = adviceOnMissingSource(host_.parameters, instance_.record(), scene_);
     history_.answered(event.report, now);

@@ -84,6 +84,9 @@ public:
 
     virtual std::unique_ptr<Rows> query(const std::string& query) = 0;
 
+    /// Whether it takes queries apart as QueryText does, whatever is in them.
+    virtual bool hasPlainSyntax() const = 0;
+
     /// The sign around a name that is no plain word.
     virtual char quote() const = 0;
 };

@@ -16,6 +16,7 @@ public:
     std::vector<TableEntry> tables() override;
     std::vector<ColumnEntry> columns(const TableEntry& table) override;
     std::unique_ptr<Rows> query(const std::string& query) override;
+    bool hasPlainSyntax() const override { return false; }
     char quote() const override;
 
 private:

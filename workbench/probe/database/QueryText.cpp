@@ -9,8 +9,9 @@ namespace probe {
 
 namespace {
 
-constexpr std::array writing{"INSERT", "UPDATE", "DELETE", "MERGE", "INTO",
-                             "CREATE", "DROP",   "ALTER",  "CALL",  "TRUNCATE"};
+constexpr std::array writing{"INSERT", "UPDATE", "DELETE", "MERGE",  "INTO",    "CREATE",
+                             "DROP",   "ALTER",  "CALL",   "EXEC",   "EXECUTE", "TRUNCATE",
+                             "GRANT",  "REVOKE", "COMMIT", "BACKUP", "RESTORE", "SHUTDOWN"};
 constexpr std::array beforeTables{"FROM", "JOIN"};
 constexpr std::array behindTables{"WHERE", "GROUP", "ORDER", "HAVING", "LIMIT", "UNION", "SELECT"};
 
@@ -44,9 +45,9 @@ public:
         while (at_ < text_.size()) {
             const std::string_view rest = text_.substr(at_);
             if (rest.starts_with("--")) {
-                skipBehind("\n", 2);
+                skipLineComment();
             } else if (rest.starts_with("/*")) {
-                skipBehind("*/", 2);
+                skipComment();
             } else if (rest.front() == '\'') {
                 takeQuoted('\'');
             } else if (closingSign(rest.front()) != '\0') {
@@ -60,9 +61,26 @@ public:
     }
 
 private:
-    void skipBehind(std::string_view end, std::size_t opening) {
-        const auto found = text_.find(end, at_ + opening);
+    std::string_view skipBehind(std::string_view end, std::size_t opening) {
+        const std::size_t start = at_ + opening;
+        const auto found = text_.find(end, start);
         at_ = found == std::string_view::npos ? text_.size() : found + end.size();
+        return text_.substr(start, found == std::string_view::npos ? found : found - start);
+    }
+
+    /// Some want a blank behind the signs, and take them for two minuses else.
+    void skipLineComment() {
+        const std::string_view comment = skipBehind("\n", 2);
+        const bool isPlain = comment.empty() || comment.front() == ' ' || comment.front() == '\t' ||
+                             comment.front() == '\r';
+        if (!isPlain) query_.isCertain_ = false;
+    }
+
+    /// Some nest them, and some run what stands in "/*! */".
+    void skipComment() {
+        const std::string_view comment = skipBehind("*/", 2);
+        const bool isCode = comment.starts_with('!') || comment.starts_with("M!");
+        if (isCode || comment.find("/*") != std::string_view::npos) query_.isCertain_ = false;
     }
 
     /// What stands between quotes, of which two mean one.
@@ -77,17 +95,24 @@ private:
             content += text_[at_];
         }
         at_ = std::min(at_ + 1, text_.size());
+        if (content.find('\\') != std::string::npos) query_.isCertain_ = false;
         return content;
     }
 
     void takeName() {
         const std::size_t start = at_;
         std::string name = takeQuoted(closingSign(text_[at_]));
+        // Where brackets and such quotes are none, something else begins in them.
+        const bool isPlain = name.find_first_of("'\"`;#") == std::string::npos &&
+                             name.find("--") == std::string::npos &&
+                             name.find("/*") == std::string::npos;
+        if (!isPlain) query_.isCertain_ = false;
         query_.words_.push_back({std::move(name), start, at_ - start, true});
     }
 
     void takeWord() {
         const std::size_t start = at_;
+        if (text_[at_] == '$') query_.isCertain_ = false;  // $$ begins a value
         while (at_ < text_.size() && isWordCharacter(text_[at_]))
             ++at_;
         query_.words_.push_back(
@@ -95,6 +120,7 @@ private:
     }
 
     void takeSign(char sign) {
+        if (sign == '#' || sign == '\\') query_.isCertain_ = false;  // # begins a comment
         constexpr std::string_view blanks = " \t\r\n\f\v";
         if (blanks.find(sign) == std::string_view::npos)
             query_.signs_.push_back({sign, at_, query_.words_.size()});
@@ -111,8 +137,9 @@ QueryText::QueryText(std::string_view text) {
 }
 
 bool QueryText::isBlank() const {
-    return words_.empty() && std::all_of(signs_.begin(), signs_.end(),
-                                         [](const Sign& sign) { return sign.character == ';'; });
+    return isCertain_ && words_.empty() &&
+           std::all_of(signs_.begin(), signs_.end(),
+                       [](const Sign& sign) { return sign.character == ';'; });
 }
 
 std::string QueryText::verb() const {
@@ -129,17 +156,31 @@ bool QueryText::isReading() const {
     const bool isTwo = std::any_of(signs_.begin(), signs_.end(), [this](const Sign& sign) {
         return sign.character == ';' && sign.wordsBefore < words_.size();
     });
-    const bool writes = std::any_of(words_.begin(), words_.end(),
-                                    [](const QueryWord& word) { return isOneOf(writing, word); });
+    bool writes = false;
+    for (std::size_t word = 0; word < words_.size(); ++word)
+        writes = writes || isWriting(word);
     return (first == "SELECT" || first == "WITH") && !isTwo && !writes;
 }
 
-/// Whether the sign stands directly behind the word, of all that is no blank.
-bool QueryText::isSignBehind(std::size_t word, char sign) const {
+/// The sign that stands directly behind the word, of all that is no blank; nullptr where a word
+/// does.
+const QueryText::Sign* QueryText::signBehind(std::size_t word) const {
     const auto behind = std::find_if(signs_.begin(), signs_.end(), [word](const Sign& each) {
         return each.wordsBefore == word + 1;
     });
-    return behind != signs_.end() && behind->character == sign;
+    return behind == signs_.end() ? nullptr : &*behind;
+}
+
+bool QueryText::isSignBehind(std::size_t word, char sign) const {
+    const Sign* const behind = signBehind(word);
+    return behind != nullptr && behind->character == sign;
+}
+
+/// A word for a statement that writes, unless it is what a column is called: AS merge.
+bool QueryText::isWriting(std::size_t word) const {
+    const bool isAlias =
+        word > 0 && isKeyword(words_[word - 1], "AS") && signBehind(word - 1) == nullptr;
+    return isOneOf(writing, words_[word]) && !isAlias;
 }
 
 /// Whether the query itself says what the table is: WITH name AS (...).

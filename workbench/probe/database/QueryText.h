@@ -21,11 +21,15 @@ class QueryText {
 public:
     explicit QueryText(std::string_view text);
 
-    /// Whether there is nothing to run.
+    /// Whether there is nothing to run, for any database.
     bool isBlank() const;
 
     /// "SELECT", "INSERT", in capitals; empty where the query begins with no word.
     std::string verb() const;
+
+    /// Whether all databases take it apart like this: they do not agree on what is a comment, and
+    /// on where a quote ends.
+    bool isCertain() const { return isCertain_; }
 
     /// Whether it is one SELECT or WITH in which no word says that something is written.
     bool isReading() const;
@@ -45,11 +49,14 @@ private:
 
     class Scanner;
 
+    const Sign* signBehind(std::size_t word) const;
     bool isSignBehind(std::size_t word, char sign) const;
+    bool isWriting(std::size_t word) const;
     bool isDeclared(const QueryWord& table) const;
 
     std::vector<QueryWord> words_;
     std::vector<Sign> signs_;  // in the order of the text
+    bool isCertain_ = true;
 };
 
 /// Whether a query word is this keyword, which is given in capitals.

@@ -51,11 +51,22 @@ int isOver(void* deadline) {
     }
 }
 
+/// Nobody gives them a value.
+void refuseParameters(sqlite3_stmt* statement) {
+    if (sqlite3_bind_parameter_count(statement) == 0) return;
+    const char* const name = sqlite3_bind_parameter_name(statement, 1);
+    throw DatabaseFailure(DatabaseFault::Query,
+                          std::string("the query has a parameter without a value: ") +
+                              (name == nullptr ? "?" : name));
+}
+
 Statement prepared(sqlite3* database, const std::string& query) {
     sqlite3_stmt* statement = nullptr;
     const int result = sqlite3_prepare_v2(database, query.c_str(), -1, &statement, nullptr);
     if (result != SQLITE_OK) fail(database, result);
-    return Statement(statement);
+    Statement whole(statement);
+    refuseParameters(statement);
+    return whole;
 }
 
 class SqliteRows final : public Rows {
@@ -108,9 +119,12 @@ bool isSpecialName(const std::string& path) {
 
 SqliteDatabase::SqliteDatabase(const intake::SqliteSettings& settings, Deadline end) : end_(end) {
     if (!isSpecialName(settings.path)) checkDatabaseFile(settings.path);
-    open(settings.path.c_str(), SQLITE_OPEN_READONLY);
+    // Opened for reading only, it could not roll back what a writer left unfinished, and would
+    // leave files behind; the plugin opens it so, too.
+    open(settings.path.c_str(), SQLITE_OPEN_READWRITE);
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
     sqlite3_busy_timeout(handle(), static_cast<int>(std::min(left, settings.lockTime).count()));
+    query("PRAGMA query_only = 1")->next();
     query("PRAGMA schema_version")->next();  // says whether it is a database, and locked
 }
 
@@ -144,14 +158,12 @@ std::vector<TableEntry> SqliteDatabase::tables() {
 
 std::vector<ColumnEntry> SqliteDatabase::columns(const TableEntry& table) {
     std::vector<ColumnEntry> columns;
-    const Statement statement = prepared(handle(), "SELECT name, type FROM pragma_table_info(?)");
-    sqlite3_bind_text(statement.get(), 1, table.name.c_str(), -1, SQLITE_STATIC);
-    const auto text = [&](int column) {
-        return std::string(
-            reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column)));
-    };
-    while (sqlite3_step(statement.get()) == SQLITE_ROW)
-        columns.push_back({text(0), text(1)});
+    std::string name;
+    for (const char c : table.name)
+        name.append(c == '\'' ? 2 : 1, c);
+    const auto rows = query("SELECT name, type FROM pragma_table_info('" + name + "')");
+    while (rows->next())
+        columns.push_back({rows->value(0).value_or(""), rows->value(1).value_or("")});
     return columns;
 }
 

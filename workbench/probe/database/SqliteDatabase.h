@@ -12,13 +12,14 @@ namespace probe {
 /// A database of SQLite: a file, or what is made in memory.
 class SqliteDatabase : public Database {
 public:
-    /// Opens a file, for reading only.
+    /// Opens a file. Nothing that is asked can write.
     SqliteDatabase(const intake::SqliteSettings& settings, Deadline end);
 
     std::string words() const override;
     std::vector<TableEntry> tables() override;
     std::vector<ColumnEntry> columns(const TableEntry& table) override;
     std::unique_ptr<Rows> query(const std::string& query) override;
+    bool hasPlainSyntax() const override { return true; }
     char quote() const override { return '"'; }
 
 protected:

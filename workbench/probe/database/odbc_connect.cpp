@@ -27,7 +27,7 @@ constexpr std::array meanings{
     Meaning{"", 1049, "", DatabaseFault::NoDatabase},
     Meaning{"", 4060, "", DatabaseFault::NoDatabase},
     Meaning{"", 0, "FATAL: database", DatabaseFault::NoDatabase},
-    Meaning{"", 0, "password authentication failed", DatabaseFault::Login},
+    Meaning{"", 0, "authentication failed", DatabaseFault::Login},
     Meaning{"", 0, "no password supplied", DatabaseFault::Login},
     Meaning{"", 0, "FATAL: role", DatabaseFault::Login},
     Meaning{"", 1045, "", DatabaseFault::Login},

@@ -7,6 +7,7 @@
 #include "formats/text/ascii.h"
 #include "workbench/probe/database/OdbcDatabase.h"
 #include "workbench/probe/database/SheetDatabase.h"
+#include "workbench/probe/database/database_file.h"
 #include "workbench/probe/database/odbc_drivers.h"
 #include "workbench/probe/words.h"
 
@@ -35,6 +36,10 @@ std::unique_ptr<Database> openOdbc(const ConnectionString& connection, const std
                                    Deadline end) {
     const ConnectionString odbc = intake::toOdbc(connection);
     checkDriver(odbc, written);
+    // Its driver makes what is not there.
+    const bool isSqlite =
+        intake::lowerCase(odbc.value("Driver")).find("sqlite") != std::string::npos;
+    if (isSqlite) checkDatabaseFile(odbc.value("Database"));
     return std::make_unique<OdbcDatabase>(odbc, written, end);
 }
 

@@ -74,7 +74,10 @@ public:
     /// How many records the source holds for these settings; nothing when that is not known.
     std::optional<std::size_t> records;
 
-    /// To load now would do harm: refused credentials would be sent again, or the query may write.
+    /// A user name and a password were refused; they must not be sent again.
+    bool credentialsRefused = false;
+
+    /// The query must not be run by the plugin, which would not keep it from writing.
     bool mustNotLoad = false;
 
     /// The source did not come in time.

@@ -40,18 +40,23 @@ constexpr std::array places{
     Place{DatabaseFault::NotReadable, Stage::Format, "not readable"},
 };
 
+/// What else goes wrong before there is a query is told as not readable.
+const Place& placeOf(DatabaseFault fault) {
+    const auto* const row = std::find_if(
+        places.begin(), places.end(), [fault](const Place& each) { return each.fault == fault; });
+    return row == places.end() ? places.back() : *row;
+}
+
 /// The stages before the one that fails have gone well.
 void tellNotOpened(const std::string& place, const DatabaseFailure& failure, Ladder& ladder) {
-    const auto* const row = std::find_if(places.begin(), places.end(), [&](const Place& each) {
-        return each.fault == failure.fault;
-    });
-    const bool hadAddress = row->stage > Stage::Address;
+    const Place& row = placeOf(failure.fault);
+    const bool hadAddress = row.stage > Stage::Address;
     if (hadAddress) ladder.ok(Stage::Address, place);
-    if (row->stage > Stage::Fetched) ladder.ok(Stage::Fetched, "");
-    ladder.fail(row->stage, row->stage == Stage::Address ? place : row->seen, failure.what(),
+    if (row.stage > Stage::Fetched) ladder.ok(Stage::Fetched, "");
+    ladder.fail(row.stage, row.stage == Stage::Address ? place : row.seen, failure.what(),
                 failure.next);
-    if (!failure.proposal.empty()) ladder.propose(row->stage, failure.proposal);
-    ladder.mustNotLoad = failure.fault == DatabaseFault::Login;
+    if (!failure.proposal.empty()) ladder.propose(row.stage, failure.proposal);
+    ladder.credentialsRefused = failure.fault == DatabaseFault::Login;
     ladder.isLate = failure.fault == DatabaseFault::Late;
 }
 
@@ -189,13 +194,16 @@ void tellNotRun(const Settings& settings, const QueryText& query, bool mayWrite,
                                (mayWrite ? "" : " It was not run, since it writes."),
                            "Set \"SQL Query\" (query) to a SELECT.");
     if (mayWrite) return;
-    ladder.warn(Stage::Selection, seen,
-                "The query is no single SELECT or WITH that only reads, so it was not run.",
-                "Explain it with --allow-writes, which runs it.");
+    ladder.warn(
+        Stage::Selection, seen,
+        "It is not certain that the query only reads, so it was not run: what is run is one "
+        "plain SELECT or WITH.",
+        "Explain it with --allow-writes, which runs it.");
 }
 
 void tellQueryFailure(const Settings& settings, const DatabaseFailure& failure, bool mayWrite,
                       Database& database, Ladder& ladder) {
+    ladder.mustNotLoad = !mayWrite;
     if (failure.fault == DatabaseFault::Query)
         return QueryStop(settings.query, failure.what(), database).tell(ladder);
     if (failure.fault == DatabaseFault::Write)
@@ -227,13 +235,14 @@ bool tellMisspelt(const Settings& settings, const QueryText& query, Ladder& ladd
 
 void lookAtQuery(const Settings& settings, bool mayWrite, Database& database, Ladder& ladder) {
     const QueryText query(settings.query);
+    ladder.mustNotLoad = query.isBlank() && !mayWrite;
     if (query.isBlank())
         return ladder.fail(Stage::Selection, "", "\"SQL Query\" (query) is empty.",
                            "Set it to a SELECT; explore lists the tables.");
     try {
         if (tellMisspelt(settings, query, ladder)) return;
-        if (!query.isReading() && !query.verb().empty())
-            return tellNotRun(settings, query, mayWrite, ladder);
+        const bool isCertain = query.isCertain() || database.hasPlainSyntax();
+        if (!query.isReading() || !isCertain) return tellNotRun(settings, query, mayWrite, ladder);
         const auto rows = database.query(settings.query);
         QueryLook(settings, *rows, ladder).look();
     } catch (const DatabaseFailure& failure) {

@@ -186,7 +186,7 @@ void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladde
                " until " + failure.certificate->validUntil;
     ladder.fail(stage, seen, "The source " + std::string(failure.what()) + ".", failure.next);
     if (!failure.proposal.empty()) ladder.propose(stage, failure.proposal);
-    ladder.mustNotLoad = failure.credentialsRefused;
+    ladder.credentialsRefused = failure.credentialsRefused;
     ladder.isLate = failure.isLate;
 }
 
@@ -214,7 +214,7 @@ Ladder lookAtSource(const Settings& settings, double timeoutSeconds, bool mayWri
     try {
         const Fetched source = fetch(fetchable(settings), timeoutSeconds);
         ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
-        ladder.mustNotLoad = source.credentialsRefused;
+        ladder.credentialsRefused = source.credentialsRefused;
         lookAtArrived(settings, source, ladder);
         const auto look = [&source](const Settings& mended) {
             Ladder again;

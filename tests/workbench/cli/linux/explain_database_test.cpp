@@ -63,7 +63,7 @@ league.db: 3 records, # s
 
 TEST_F(ExplainedDatabase, ATableThatIsNotThereIsToldWithThoseThatAre) {
     expectExplained(of("SELECT * FROM teem"), R"(
-league.db: no records, # s
+league.db: not loaded, # s
   ✓ settings
   ✓ address   league.db
   ✓ fetched   connected, # ms
@@ -78,7 +78,7 @@ league.db: no records, # s
 
 TEST_F(ExplainedDatabase, AColumnThatIsNotThereIsMendedTogetherWithTheKey) {
     expectExplained(of("SELECT nam FROM team", {"key=nam"}), R"(
-league.db: no records, # s
+league.db: not loaded, # s
   ✓ settings
   ✓ address   league.db
   ✓ fetched   connected, # ms
@@ -203,6 +203,40 @@ TEST_F(ExplainedDatabase, WhatAQueryCallsIsNoWrite) {
         EXPECT_EQ(result.status, 0) << result.out;
         EXPECT_NE(result.out.find("league.db: 3 records, "), std::string::npos) << result.out;
     }
+}
+
+TEST_F(ExplainedDatabase, AParameterWithoutAValueIsTold) {
+    const Explained explained(
+        explain(of("SELECT * FROM team WHERE code = :code"), {"--out", "json"}).out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->name, "selection");
+    EXPECT_EQ(explained.failed()->cause, "The query has a parameter without a value: :code.");
+}
+
+TEST_F(ExplainedDatabase, WhatAWriterLeftUnfinishedIsNoFault) {
+    intake::makeDatabase(folder / "wal.db",
+                         "PRAGMA journal_mode = WAL; CREATE TABLE team (code TEXT);"
+                         "INSERT INTO team VALUES ('HOL');");
+    const std::string connection = "connStr=Provider=SQLite;Data Source=wal.db";
+    EXPECT_EQ(explain(of("SELECT * FROM team", {connection})).status, 0);
+    EXPECT_EQ(run({"explore", "--set", "queryMode=SQL", "--set", connection}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "wal.db-shm"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "wal.db-wal"));
+}
+
+TEST_F(ExplainedDatabase, WhatCannotBeOpenedAtAllHasALadder) {
+    const ChildResult result =
+        explain(of("SELECT 1", {"connStr=Provider=SQLite;Data Source=file:absent.db?mode=rwc"}));
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_NE(result.out.find("✗ format"), std::string::npos) << result.out;
+}
+
+TEST_F(ExplainedDatabase, APasswordWithinExtendedPropertiesIsHidden) {
+    const ChildResult result =
+        explain(of("SELECT 1", {"connStr=Provider=MSDASQL;Extended Properties=\"Driver=PostgreSQL "
+                                "Unicod;Server=127.0.0.1;Port=1;Uid=designer;Pwd=s3cret\""}),
+                {"--out", "json"});
+    EXPECT_EQ((result.out + result.err).find("s3cret"), std::string::npos) << result.out;
 }
 
 TEST_F(ExplainedDatabase, AnEmptyQueryIsTold) {

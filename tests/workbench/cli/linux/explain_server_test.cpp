@@ -1,6 +1,6 @@
 // What `explain` and `explore` say of database servers.
 
-#include <regex>
+#include <thread>
 
 #include "tests/platform/database/odbc/DatabaseServer.h"
 #include "tests/support/eventually.h"
@@ -154,6 +154,31 @@ TEST_P(ExplainedServer, WritesNothingByAQueryThatLooksHarmless) {
     EXPECT_TRUE(explained.isOk);
     EXPECT_EQ(explained.stages[4].state, "warning");
     EXPECT_NE(explained.stages[4].cause.find("so it was not run"), std::string::npos);
+    EXPECT_EQ(told("SELECT * FROM team", connection()).records, 2U);
+}
+
+TEST_P(ExplainedServer, WritesNothingByWhatItsOwnSyntaxHides) {
+    for (const char* const query :
+         {"SELECT $$'$$; COMMIT; BEGIN READ WRITE; DELETE FROM team; COMMIT; SELECT 1 -- '",
+          "SELECT E'\\'' a; COMMIT; BEGIN READ WRITE; DELETE FROM team; COMMIT; SELECT 1 a --'",
+          "/* /* */ ' */ SELECT 1; COMMIT; BEGIN READ WRITE; DELETE FROM team; COMMIT; SELECT 1 "
+          "--'",
+          "/*! DELETE FROM team */", "SELECT 1 # it's\n; DELETE FROM team -- '"}) {
+        const Explained explained = told(query, connection());
+        EXPECT_EQ(explained.stages[4].state == "ok", false) << query;
+    }
+    EXPECT_EQ(told("SELECT * FROM team", connection()).records, 2U);
+}
+
+TEST_P(ExplainedServer, WritesNothingByAQueryThatIsLate) {
+    // MariaDB refuses such a query before it begins.
+    const bool isPostgres = GetParam().name == std::string("Postgres");
+    load(of(GetParam().writingFunction, connection()), {"--out", "script"});
+    const std::string query =
+        std::string("SELECT ") + (isPostgres ? "pg_sleep(2)" : "sleep(2)") + ", empty_it() AS code";
+    const ChildResult late = explain(of(query, connection()), {"--timeout", "1"});
+    EXPECT_EQ(late.status, isPostgres ? 3 : 0) << late.out;
+    std::this_thread::sleep_for(std::chrono::seconds(2));
     EXPECT_EQ(told("SELECT * FROM team", connection()).records, 2U);
 }
 
