@@ -55,8 +55,8 @@ function Row({ row }: { row: Seen }) {
       <td class="number">{recordsText(row)}</td>
       <td class="number">{row.leftOver > 0 ? row.leftOver : ""}</td>
       <td class="number">{row.age === null ? "" : shortTime(row.age + passed)}</td>
-      <td class="number">{row.duration === null ? "" : duration(row.duration)}</td>
-      <td class="number">{next === null ? "" : shortTime(next)}</td>
+      <td class="number minor">{row.duration === null ? "" : duration(row.duration)}</td>
+      <td class="number minor">{next === null ? "" : shortTime(next)}</td>
       <td class="words">{row.words}</td>
       <td class="actions">
         <button disabled={!isLive} onClick={() => explain(row.name)}>
@@ -108,8 +108,8 @@ export function Wall() {
             <th scope="col" class="number">records</th>
             <th scope="col" class="number">left over</th>
             <th scope="col" class="number">age</th>
-            <th scope="col" class="number">took</th>
-            <th scope="col" class="number">next</th>
+            <th scope="col" class="number minor">took</th>
+            <th scope="col" class="number minor">next</th>
             <th scope="col">what is wrong</th>
             <th scope="col"><span class="unseen">action</span></th>
           </tr>
