@@ -93,3 +93,14 @@ TEST_F(RunEvents, AnActionThatFailsIsTold) {
     EXPECT_TRUE(contains(result.err, " s  list: the post-update action failed: line 1, column "))
         << result.err;
 }
+
+TEST_F(RunEvents, PasswordsAndWhatCommandsATerminalAreNotPrinted) {
+    write("scene.json", R"({"instances": [{"name": "red \u001b[31m\nname", "parameters": {
+        "queryMode": 1, "connStr": "Provider=SQLite;Data Source=absent.db;Password=s3cret",
+        "query": "SELECT 1", "key": "a", "table": "T", "autoLoad": 1, "autoLoadInterval": 0.2}}]})");
+    const ChildResult result = runWhile(0.5, {});
+    EXPECT_TRUE(contains(result.err, "Password=••••")) << result.err;
+    EXPECT_FALSE(contains(result.err, "s3cret")) << result.err;
+    EXPECT_FALSE(contains(result.err, "\x1b")) << result.err;
+    EXPECT_FALSE(contains(result.err, "\nname")) << result.err;
+}
