@@ -12,7 +12,7 @@
 #include "workbench/probe/explain/settings_check.h"
 #include "workbench/probe/explain/workbook_look.h"
 #include "workbench/probe/explain/xml_look.h"
-#include "workbench/probe/fetch/Fetched.h"
+#include "workbench/probe/fetch/fetched_words.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
 #include "workbench/probe/words.h"
@@ -116,7 +116,7 @@ void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Lad
         std::string(source.status == proxyLogin ? "The proxy" : "The server") +
         " answers with status " + std::to_string(source.status) +
         (kind == Kind::Empty ? std::string(" and nothing.")
-                             : ", and with what is " + wordsFor(kind, source.body) + ".");
+                             : ", and with what is " + wordsFor(kind, source) + ".");
     if (asksForLogin(source.status)) return tellRefused(settings, source, what, ladder);
     if (source.status >= firstServerErrorStatus)
         return ladder.fail(Stage::Fetched, seen, what + " The fault is the server's.",
@@ -142,7 +142,7 @@ void tellPacked(const Settings& settings, Ladder& ladder) {
 }
 
 void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, Ladder& ladder) {
-    const std::string words = wordsFor(kind, source.body);
+    const std::string words = wordsFor(kind, source);
     if (kind == Kind::Empty)
         return ladder.fail(Stage::Format, "empty", "The source is empty: it has not one character.",
                            "Wait until it is written, or ask whoever writes it.");

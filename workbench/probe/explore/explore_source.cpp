@@ -1,8 +1,6 @@
 #include "workbench/probe/explore/explore_source.h"
 
 #include "formats/connection/sqlite_connection_string.h"
-#include "formats/html/page_encoding.h"
-#include "formats/text/media_type.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/database/open_database.h"
 #include "workbench/probe/explore/database_outline.h"
@@ -10,7 +8,7 @@
 #include "workbench/probe/explore/json_outline.h"
 #include "workbench/probe/explore/workbook_outline.h"
 #include "workbench/probe/explore/xml_outline.h"
-#include "workbench/probe/fetch/Fetched.h"
+#include "workbench/probe/fetch/fetched_words.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
 
@@ -63,12 +61,6 @@ bool isFileOfSqlite(const Settings& settings) {
            recognise(startOfFile(settings.filename)) == Kind::Sqlite;
 }
 
-/// As much of a page as has its title, decoded.
-std::string pageStart(const Fetched& source) {
-    return intake::html::decodePage(source.body.substr(0, recognisableBytes),
-                                    intake::charsetOf(source.contentType));
-}
-
 }  // namespace
 
 Explored exploreSource(const Settings& settings, const OutlineWish& wish, double timeoutSeconds) {
@@ -80,7 +72,7 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
     const Fetched source = fetch(fetchable(settings), timeoutSeconds);
     const Kind kind = recognise(source.body);
     Explored explored;
-    explored.words = wordsFor(kind, kind == Kind::Html ? pageStart(source) : source.body);
+    explored.words = wordsFor(kind, source);
     explored.bytes = source.body.size();
     const auto type = queryTypeFor(kind);
     if (source.status >= firstErrorStatus)

@@ -278,6 +278,18 @@ http://SERVER/clubs: no records, # s
 )");
 }
 
+TEST_F(ExplainedUrl, TheTitleOfAPageIsReadInThePagesEncoding) {
+    ScriptedServer server(
+        always(reply("200 OK", "<html><head><title>M\xFCnchen, anmelden</title></head></html>",
+                     "Content-Type: text/html; charset=iso-8859-1\r\n")));
+    const Explained explained(explain({"queryMode=JSON", "filename=" + server.url("/clubs"),
+                                       "table=Team", "key=id", "xpath=*"},
+                                      {"--out", "json"})
+                                  .out);
+    ASSERT_NE(explained.failed(), nullptr);
+    EXPECT_EQ(explained.failed()->seen, "an HTML page titled \"München, anmelden\"");
+}
+
 TEST_F(ExplainedUrl, ADatabaseWithoutAConnectionIsTold) {
     expectOf(reply("200 OK", clubs, isJson), {"queryMode=SQL"}, R"(
 http://SERVER/clubs: no records, # s
