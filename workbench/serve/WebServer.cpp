@@ -91,18 +91,14 @@ public:
     EventSocket(const EventSocket&) = delete;
     EventSocket& operator=(const EventSocket&) = delete;
 
-    void accept(const RawRequest& request, std::vector<std::string> greeting) {
+    void accept(const RawRequest& raw, WebRequest request) {
         beast::get_lowest_layer(socket_).expires_never();
         socket_.set_option(websocket::stream_base::timeout::suggested(beast::role_type::server));
         socket_.read_message_max(longestHeader);
-        socket_.async_accept(request, [self = shared_from_this(),
-                                       greeting = std::move(greeting)](error_code error) mutable {
-            if (error) return;
-            self->all_.sockets.insert(self.get());
-            for (std::string& text : greeting)
-                self->send(std::move(text));
-            self->read();
-        });
+        socket_.async_accept(
+            raw, [self = shared_from_this(), request = std::move(request)](error_code error) {
+                if (!error) self->begin(request);
+            });
     }
 
     void send(std::string text) {
@@ -112,6 +108,14 @@ public:
     }
 
 private:
+    /// What is published from here on is sent; what was before is in the greeting.
+    void begin(const WebRequest& request) {
+        all_.sockets.insert(this);
+        for (std::string& text : all_.handler->greeting(request))
+            send(std::move(text));
+        read();
+    }
+
     void read() {
         socket_.async_read(buffer_, [self = shared_from_this()](error_code error, std::size_t) {
             if (error) return;
@@ -176,11 +180,11 @@ private:
     }
 
     void upgrade(RawRequest& raw) {
-        const WebRequest request = requestOf(raw);
+        WebRequest request = requestOf(raw);
         if (auto refused = all_.handler->refusesSocket(request))
             return answer(std::move(*refused), false);
         std::make_shared<EventSocket>(std::move(stream_), counted_, all_)
-            ->accept(raw, all_.handler->greeting(request));
+            ->accept(raw, std::move(request));
     }
 
     void answer(WebResponse response, bool isKept) {
