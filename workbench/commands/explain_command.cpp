@@ -173,7 +173,7 @@ std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, cons
         proposeBesideScene(settings, options.scene, ladder);
         if (ladder.credentialsRefused || ladder.mustNotLoad) return load;
         load = loadOnce(host, instance, options);
-        if (agree(ladder, load)) return load;
+        if (options.mayWrite || agree(ladder, load)) return load;  // what may write is run once
     }
     tellDifference(load, ladder);
     return load;
