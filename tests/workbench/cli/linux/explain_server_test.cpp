@@ -182,6 +182,18 @@ TEST_P(ExplainedServer, WritesNothingByAQueryThatIsLate) {
     EXPECT_EQ(told("SELECT * FROM team", connection()).records, 2U);
 }
 
+TEST_P(ExplainedServer, HoldsThePluginsOwnLoadToReading) {
+    if (GetParam().name != std::string("Postgres"))
+        GTEST_SKIP() << "Only PostgreSQL can be asked for that from outside of the plugin.";
+    load(of("CREATE SEQUENCE counter", connection()), {"--out", "script"});
+    const Explained explained = told(
+        "SELECT CASE WHEN current_setting('transaction_read_only') = 'on' THEN 0 "
+        "ELSE nextval('counter') END AS code",
+        connection());
+    EXPECT_EQ(explained.records, 1U);
+    EXPECT_EQ(told("SELECT 1 AS code FROM counter WHERE is_called", connection()).records, 0U);
+}
+
 TEST_P(ExplainedServer, IsExplored) {
     const ChildResult result =
         run({"explore", "--set", "queryMode=SQL", "--set", "connStr=" + connection()});
