@@ -14,7 +14,7 @@ ForwardProxy::ForwardProxy(const std::string& settings) {
             directory_.write("tinyproxy.conf", "Listen 127.0.0.1\nPort " + std::to_string(port_) +
                                                    "\nTimeout 60\nLogLevel Connect\n" + settings);
         process_ = std::make_unique<ServerProcess>(
-            "/usr/bin/tinyproxy", std::vector<std::string>{"-d", "-c", configuration}, port_,
+            "/usr/bin/tinyproxy", std::vector<std::string>{"-d", "-c", configuration}, Ports{port_},
             directory_.path() / "output");
     });
 }

@@ -42,8 +42,8 @@ FtpDaemon::FtpDaemon(const std::string& password) {
         port_ = freePort();
         process_ = std::make_unique<ServerProcess>(
             "/usr/sbin/vsftpd",
-            std::vector<std::string>{directory_.write("vsftpd.conf", configuration())}, port_,
-            file("vsftpd.log"));
+            std::vector<std::string>{directory_.write("vsftpd.conf", configuration())},
+            Ports{port_}, file("vsftpd.log"));
     });
 }
 

@@ -38,7 +38,7 @@ KerberosRealm::KerberosRealm() {
         }
         process_ = std::make_unique<ServerProcess>("/usr/sbin/krb5kdc",
                                                    std::vector<std::string>{"-n", "-r", REALM},
-                                                   port_, directory_.path() / "krb5kdc.log");
+                                                   Ports{port_}, directory_.path() / "krb5kdc.log");
     });
 }
 

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -81,10 +82,12 @@ void runTool(const std::string& program, const std::vector<std::string>& argumen
 }
 
 ServerProcess::ServerProcess(const std::string& program, const std::vector<std::string>& arguments,
-                             uint16_t port, const std::filesystem::path& output, int stopSignal)
+                             const Ports& ports, const std::filesystem::path& output,
+                             int stopSignal)
     : process_(start(program, arguments, "/dev/null", output.string())), stopSignal_(stopSignal) {
-    eventually([&] { return isListening(port) || hasEnded(process_); });
-    if (hasEnded(process_) || !isListening(port)) {
+    const auto listensOnAll = [&] { return std::ranges::all_of(ports, isListening); };
+    eventually([&] { return listensOnAll() || hasEnded(process_); });
+    if (hasEnded(process_) || !listensOnAll()) {
         stop(process_, stopSignal_);
         throw std::runtime_error(program + " did not start:\n" + contents(output));
     }

@@ -15,15 +15,19 @@ namespace intake {
 void runTool(const std::string& program, const std::vector<std::string>& arguments,
              const std::string& input = "");
 
+/// The TCP ports of this machine on which a server accepts connections.
+using Ports = std::vector<uint16_t>;
+
 /// A real server that runs as a child process, in the foreground, for as long as this object lives.
 /// It ends with the test even when the test crashes.
 class ServerProcess {
 public:
-    /// Returns when the server accepts connections on `port`. What it prints goes to `output`.
-    /// Throws std::runtime_error when it is not installed or ends before. `stopSignal` is what ends
-    /// it.
+    /// Returns when the server accepts connections on all of `ports`: servers open one after the
+    /// other. What it prints goes to `output`. Throws std::runtime_error when it is not installed
+    /// or ends before. `stopSignal` is what ends it.
     ServerProcess(const std::string& program, const std::vector<std::string>& arguments,
-                  uint16_t port, const std::filesystem::path& output, int stopSignal = SIGKILL);
+                  const Ports& ports, const std::filesystem::path& output,
+                  int stopSignal = SIGKILL);
     ~ServerProcess();
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;

@@ -35,7 +35,7 @@ WebServer::WebServer(const std::string& locations, const TlsFiles* tls) {
     std::filesystem::create_directory(directory_.path() / "files");
     withRetries([&] {
         port_ = freePort();
-        securePort_ = freePort();
+        securePort_ = tls != nullptr ? freePort() : 0;
         directory_.write("nginx.conf", configuration(locations, tls));
         start();
     });
@@ -56,7 +56,8 @@ void WebServer::start() {
     const std::string folder = directory_.path().string() + "/";
     process_ = std::make_unique<ServerProcess>(
         "/usr/sbin/nginx",
-        std::vector<std::string>{"-p", folder, "-c", "nginx.conf", "-e", "stderr"}, port_,
+        std::vector<std::string>{"-p", folder, "-c", "nginx.conf", "-e", "stderr"},
+        securePort_ != 0 ? Ports{port_, securePort_} : Ports{port_},
         directory_.path() / "nginx.log");
 }
 

@@ -113,7 +113,7 @@ void DatabaseServer::runAsItsUser(const std::string& program,
 void DatabaseServer::launch(const std::string& program, const std::vector<std::string>& arguments,
                             int stopSignal) {
     const Command command = asUser(user_, {program, arguments});
-    process_ = std::make_unique<ServerProcess>(command.program, command.arguments, port_,
+    process_ = std::make_unique<ServerProcess>(command.program, command.arguments, Ports{port_},
                                                directory_.path() / "output", stopSignal);
 }
 

@@ -76,7 +76,7 @@ protected:
                 WORKBENCH,
                 std::vector<std::string>{"serve", "show.scene.json", "--port",
                                          std::to_string(port_)},
-                port_, folder / "output", SIGTERM);
+                intake::Ports{port_}, folder / "output", SIGTERM);
         });
         EXPECT_TRUE(
             intake::eventually([this] { return output().find('\n') != std::string::npos; }));
