@@ -47,4 +47,7 @@ struct Options {
 /// Reads the command line. Throws UsageError.
 Options readOptions(int argc, const char* const* argv);
 
+/// "1.2.3".
+const char* programVersion();
+
 }  // namespace workbench

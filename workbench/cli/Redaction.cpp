@@ -11,8 +11,6 @@ namespace workbench {
 
 namespace {
 
-constexpr const char* dots = "••••";
-
 // Shorter ones would hide half of every text, and are none.
 constexpr std::size_t shortestSecret = 3;
 
@@ -56,9 +54,17 @@ void hideCut(std::string_view secret, std::string& text) {
         while (length >= shortestPart && !before.ends_with(secret.substr(0, length)))
             --length;
         if (length < shortestPart) continue;
-        text.replace(at - length, length, dots);
-        at = at - length + std::string_view(dots).size();
+        text.replace(at - length, length, hiddenText);
+        at = at - length + hiddenText.size();
     }
+}
+
+std::size_t countOf(std::string_view part, std::string_view text) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string_view::npos;
+         at = text.find(part, at + part.size()))
+        ++count;
+    return count;
 }
 
 }  // namespace
@@ -90,9 +96,39 @@ void Redaction::add(std::string secret) {
 std::string Redaction::operator()(std::string text) const {
     for (const std::string& secret : secrets_) {
         for (auto at = text.find(secret); at != std::string::npos;
-             at = text.find(secret, at + std::string_view(dots).size()))
-            text.replace(at, secret.size(), dots);
+             at = text.find(secret, at + hiddenText.size()))
+            text.replace(at, secret.size(), hiddenText);
         hideCut(secret, text);
+    }
+    return text;
+}
+
+/// What is hidden in a text, in the order in which it stands there.
+std::vector<std::string> Redaction::hiddenIn(std::string text) const {
+    std::vector<std::string> hidden;
+    for (const std::string& secret : secrets_) {
+        for (auto at = text.find(secret); at != std::string::npos;
+             at = text.find(secret, at + hiddenText.size())) {
+            const std::size_t before = countOf(hiddenText, std::string_view(text).substr(0, at));
+            hidden.insert(hidden.begin() + static_cast<std::ptrdiff_t>(before), secret);
+            text.replace(at, secret.size(), hiddenText);
+        }
+    }
+    return hidden;
+}
+
+std::optional<std::string> Redaction::restored(const std::string& edited,
+                                               const std::string& original) const {
+    const std::size_t wanted = countOf(hiddenText, edited);
+    if (wanted == 0 || edited == original) return edited;
+    const std::vector<std::string> hidden = hiddenIn(original);
+    if (wanted != hidden.size()) return std::nullopt;
+    std::string text = edited;
+    std::size_t at = 0;
+    for (const std::string& secret : hidden) {
+        at = text.find(hiddenText, at);
+        text.replace(at, hiddenText.size(), secret);
+        at += secret.size();
     }
     return text;
 }

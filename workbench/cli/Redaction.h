@@ -1,11 +1,16 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "workbench/probe/Settings.h"
 
 namespace workbench {
+
+/// What stands in the place of a secret.
+inline constexpr std::string_view hiddenText = "••••";
 
 /// Hides the secrets of an instance: its passwords, the values of its headers, those of its
 /// connection string and the user in its address.
@@ -16,8 +21,14 @@ public:
     /// The text with dots in the place of each secret.
     std::string operator()(std::string text) const;
 
+    /// A text that somebody edited who saw `original` with its secrets hidden, with the secrets put
+    /// back. Nothing when they cannot be told apart any more.
+    std::optional<std::string> restored(const std::string& edited,
+                                        const std::string& original) const;
+
 private:
     void add(std::string secret);
+    std::vector<std::string> hiddenIn(std::string text) const;
 
     std::vector<std::string> secrets_;  // the longest first
 };

@@ -11,12 +11,14 @@ namespace workbench {
 struct ChildAnswer {
     int status = -1;  // its exit status; -1 when it was ended, or did not exit by itself
     std::string out;  // what it wrote to standard output
+    std::string err;  // and to standard error
 };
 
 /// Runs a program with `input` as its standard input and waits for its end; ends it when that takes
-/// longer than `timeoutSeconds`, or soon when a stop is requested. What it writes to standard error
-/// goes nowhere. Throws std::system_error when it cannot be started.
+/// longer than `timeoutSeconds`, or soon when a stop is requested. `environment`: variables,
+/// NAME=VALUE, beside those of this process. Throws std::system_error when it cannot be started.
 ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
-                     double timeoutSeconds, const std::stop_token& stop = {});
+                     double timeoutSeconds, const std::stop_token& stop = {},
+                     const std::vector<std::string>& environment = {});
 
 }  // namespace workbench

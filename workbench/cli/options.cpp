@@ -197,6 +197,10 @@ void addServe(CLI::App& app, Options& options) {
 
 }  // namespace
 
+const char* programVersion() {
+    return INTAKE_VERSION;
+}
+
 Options readOptions(int argc, const char* const* argv) {
     Options options;
     CLI::App app{"A stand-in for the graphics host: runs Intake and shows what it does."};

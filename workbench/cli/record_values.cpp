@@ -34,6 +34,13 @@ void copyValue(const Parameter& parameter, int32_t index, const lumo::Record& fr
     }
 }
 
+void copyValues(const lumo::ParameterTable& parameters, const lumo::Record& from,
+                lumo::Record& to) {
+    forEachValue(parameters, [&](const Parameter& parameter, int32_t index) {
+        copyValue(parameter, index, from, to);
+    });
+}
+
 bool isSameValue(const Parameter& parameter, int32_t index, const lumo::Record& a,
                  const lumo::Record& b) {
     if (lumo::isText(parameter)) return a.text(index) == b.text(index);

@@ -18,6 +18,8 @@ void forEachValue(const lumo::ParameterTable& parameters, Visit visit) {
 void copyValue(const lumo::Parameter& parameter, int32_t index, const lumo::Record& from,
                lumo::Record& to);
 
+void copyValues(const lumo::ParameterTable& parameters, const lumo::Record& from, lumo::Record& to);
+
 bool isSameValue(const lumo::Parameter& parameter, int32_t index, const lumo::Record& a,
                  const lumo::Record& b);
 

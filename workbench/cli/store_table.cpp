@@ -120,4 +120,19 @@ std::string storeTables(const cobalt::Store& store, const lumo::SharedMemories& 
     return out.empty() ? "The store is empty.\n" : out;
 }
 
+Table recordsOf(const cobalt::Store& loaded, std::size_t maximumRows) {
+    std::vector<const Field*> fields;
+    for (const Field& field : loaded) {
+        if (!field.value().isScalar()) fields.push_back(&field);
+    }
+    if (fields.empty()) return plainFields(loaded);
+    if (fields.size() == 1) return fieldTable(*fields.front(), maximumRows);
+    Entries structures;
+    for (const Field* const field : fields)
+        structures.define(field->name()) = field->value();
+    Field all("");
+    all.set(Value::array(std::move(structures)), {});
+    return fieldTable(all, maximumRows);
+}
+
 }  // namespace workbench

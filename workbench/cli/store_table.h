@@ -13,4 +13,7 @@ namespace workbench {
 std::string storeTables(const cobalt::Store& store, const lumo::SharedMemories& memories,
                         const PageSize& page);
 
+/// What one load wrote into a store that was empty, as one table: a row for each record.
+Table recordsOf(const cobalt::Store& loaded, std::size_t maximumRows);
+
 }  // namespace workbench

@@ -1,5 +1,8 @@
 #include "workbench/cli/value_text.h"
 
+#include <algorithm>
+
+#include "formats/text/utf8.h"
 #include "workbench/cli/display_text.h"
 
 namespace workbench {
@@ -9,6 +12,24 @@ namespace {
 constexpr std::size_t longest = 200;  // bytes of a nested value; no cell shows more
 
 void append(const cobalt::Value& value, std::string& out);
+
+/// Whether a byte of UTF-8 is not the first of its character.
+bool isWithinCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+bool hasKeysInOrder(const cobalt::Value& array, std::size_t most) {
+    const cobalt::Entries& entries = array.entries();
+    for (std::size_t i = 0; i < std::min(most, entries.size()); ++i) {
+        if (entries[i].key != std::to_string(i)) return false;
+    }
+    return true;
+}
+
+/// As far as it is shown.
+bool beginsAsList(const cobalt::Value& value) {
+    return value.kind() == cobalt::Kind::Array && hasKeysInOrder(value, longest);
+}
 
 void appendEntries(const cobalt::Value& value, bool named, std::string& out) {
     bool first = true;
@@ -31,7 +52,7 @@ void append(const cobalt::Value& value, std::string& out) {
     }
     const bool structure = value.kind() == cobalt::Kind::Structure;
     out += structure ? '{' : '[';
-    appendEntries(value, structure || !isList(value), out);
+    appendEntries(value, structure || !beginsAsList(value), out);
     out += structure ? '}' : ']';
 }
 
@@ -43,13 +64,17 @@ std::string inlineText(const cobalt::Value& value) {
     return out;
 }
 
+std::string startOf(const cobalt::Value& value) {
+    if (!value.isScalar()) return fitted(inlineText(value), longest);
+    const std::string_view text = value.text();
+    std::size_t end = std::min(text.size(), longest * intake::LONGEST_UTF8);
+    while (end > 0 && end < text.size() && isWithinCharacter(text[end]))
+        --end;
+    return fitted(toUtf8(text.substr(0, end)), longest);
+}
+
 bool isList(const cobalt::Value& array) {
-    if (array.kind() != cobalt::Kind::Array) return false;
-    std::size_t position = 0;
-    for (const cobalt::Entry& entry : array.entries()) {
-        if (entry.key != std::to_string(position++)) return false;
-    }
-    return true;
+    return array.kind() == cobalt::Kind::Array && hasKeysInOrder(array, array.entries().size());
 }
 
 const cobalt::Value& unwrapped(const cobalt::Value& value) {

@@ -10,6 +10,9 @@ namespace workbench {
 /// array as [1, 2]. Long ones may be cut; they end with an ellipsis then.
 std::string inlineText(const cobalt::Value& value);
 
+/// The start of the same: at most 200 columns. As quick for long values as for short ones.
+std::string startOf(const cobalt::Value& value);
+
 /// Whether the keys of an array are 0, 1, 2 and so on, in order.
 bool isList(const cobalt::Value& array);
 

@@ -9,10 +9,38 @@
 
 namespace cobalt {
 
+Field::Field(std::string name) : name_(std::move(name)), value_(std::make_shared<Value>()) {}
+
+void Field::set(Value value, Origin origin) {
+    value_ = std::make_shared<Value>(std::move(value));
+    origin_ = origin;
+}
+
 void Field::assign(const Target& target, Value value, Origin origin) {
-    const bool isWhole = target.kind == Target::Kind::Whole;
-    if (isWhole || value_.isScalar()) origin_ = isWhole ? origin : Origin{};
-    cobalt::assign(value_, target, std::move(value), origin);
+    if (target.kind == Target::Kind::Whole) return set(std::move(value), origin);
+    const bool isShared = value_.use_count() > 1;
+    if (isShared) value_ = std::make_shared<Value>(*value_);
+    if (value_->isScalar()) origin_ = {};
+    cobalt::assign(*value_, target, std::move(value), origin);
+}
+
+void Field::restore(Field&& copy) noexcept {
+    value_.swap(copy.value_);
+    origin_ = copy.origin_;
+}
+
+Store Store::copyIf(const std::function<bool(const Field&)>& isWanted) const {
+    Store copy;
+    for (const Field& field : fields_) {
+        if (isWanted(field)) copy.add(field);
+    }
+    return copy;
+}
+
+Field& Store::add(Field field) {
+    Field& added = fields_.emplace_back(std::move(field));
+    byName_.emplace(added.name(), &added);
+    return added;
 }
 
 Field* Store::find(std::string_view name) {
@@ -27,9 +55,7 @@ const Field* Store::find(std::string_view name) const {
 
 Field& Store::define(std::string_view name) {
     if (Field* field = find(name)) return *field;
-    Field& field = fields_.emplace_back(std::string(name));
-    byName_.emplace(field.name(), &field);
-    return field;
+    return add(Field(std::string(name)));
 }
 
 /// What a script has changed so far, which is taken back unless it was all.
@@ -39,7 +65,7 @@ public:
     ~Change() {
         if (isWhole_) return;
         for (Former& former : former_)
-            former.field->set(std::move(former.value), former.origin);
+            former.field->restore(std::move(former.content));
         while (store_.fields_.size() > fieldsBefore_) {
             store_.byName_.erase(store_.fields_.back().name());
             store_.fields_.pop_back();
@@ -53,7 +79,7 @@ public:
         Field* const known = store_.find(name);
         Field& field = known != nullptr ? *known : store_.define(name);
         if (touched_.insert(&field).second && known != nullptr) {
-            former_.push_back({known, known->value(), known->origin()});
+            former_.push_back({known, *known});
         }
         return field;
     }
@@ -63,8 +89,7 @@ public:
 private:
     struct Former {
         Field* field;
-        Value value;
-        Origin origin;
+        Field content;  // shares its value
     };
 
     Store& store_;

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,21 +18,18 @@ namespace cobalt {
 struct Target;
 
 /// One named field of a store. Owned by its store, at the same address as long as the store lives.
+/// Copies are cheap: they share the value until one of them is changed.
 class Field {
 public:
-    explicit Field(std::string name) : name_(std::move(name)) {}
+    explicit Field(std::string name);
 
     const std::string& name() const { return name_; }
-    const Value& value() const { return value_; }
-    Value& value() { return value_; }
+    const Value& value() const { return *value_; }
 
     /// Of a value that was assigned as a whole; entries that were assigned one by one have theirs.
     Origin origin() const { return origin_; }
 
-    void set(Value value, Origin origin) {
-        value_ = std::move(value);
-        origin_ = origin;
-    }
+    void set(Value value, Origin origin);
 
     /// Sets the value, or the part of it that the target means.
     void assign(const Target& target, Value value, Origin origin);
@@ -38,9 +37,12 @@ public:
     /// Sets the value to a text, whatever it looks like.
     void setText(std::string text) { set(Value::text(std::move(text)), {}); }
 
+    /// Takes the value and the origin of a copy back.
+    void restore(Field&& copy) noexcept;
+
 private:
     std::string name_;
-    Value value_;
+    std::shared_ptr<Value> value_;  // never null
     Origin origin_;
 };
 
@@ -49,8 +51,13 @@ private:
 class Store {
 public:
     Store() = default;
+    Store(Store&&) = default;
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
+
+    /// A copy with those fields that are wanted. It may be used on another thread, but goes on the
+    /// one of this store.
+    Store copyIf(const std::function<bool(const Field&)>& isWanted) const;
 
     /// The field of that name, or null.
     Field* find(std::string_view name);
@@ -71,6 +78,8 @@ public:
 
 private:
     class Change;
+
+    Field& add(Field field);
 
     std::deque<Field> fields_;                             // a deque, so that fields stay in place
     std::unordered_map<std::string_view, Field*> byName_;  // names belong to the fields

@@ -17,6 +17,7 @@
 #include "workbench/cobalt/Expression.h"
 #include "workbench/commands/commands.h"
 #include "workbench/probe/database/open_database.h"
+#include "workbench/probe/database/postgres_reading.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/words.h"
 
@@ -202,13 +203,11 @@ void tellLoad(const Load& load, const std::string& action, Explanation& explanat
     explanation.bytes = load.outcome->script.size();
 }
 
-/// The plugin's load too, in this process and in those that try proposals. Options that the library
-/// of PostgreSQL is given already stay.
+/// The plugin's load too, in this process and in those that try proposals.
 void holdPostgresToReading() {
-    constexpr const char* variable = "PGOPTIONS";
-    const char* const present = std::getenv(variable);
-    const std::string options = present == nullptr ? "" : present + std::string(" ");
-    setenv(variable, (options + "-c default_transaction_read_only=on").c_str(), 1);
+    const std::string variable = probe::variableThatHoldsPostgresToReading();
+    const auto equals = variable.find('=');
+    setenv(variable.substr(0, equals).c_str(), variable.substr(equals + 1).c_str(), 1);
 }
 
 ExitStatus statusOf(const Explanation& explanation) {

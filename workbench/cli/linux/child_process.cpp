@@ -46,19 +46,34 @@ struct Pipe {
     std::array<int, 2> ends{-1, -1};  // to read from, to write to
 };
 
-pid_t start(const std::vector<std::string>& command, const Pipe& in, const Pipe& out) {
-    std::vector<char*> arguments;
-    for (const std::string& each : command)
-        arguments.push_back(const_cast<char*>(each.c_str()));
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& each : texts)
+        pointers.push_back(const_cast<char*>(each.c_str()));
+    return pointers;
+}
+
+/// The first of a name holds, so that those of this process come last.
+std::vector<char*> variables(const std::vector<std::string>& further) {
+    std::vector<char*> pointers = pointersTo(further);
+    for (char** own = environ; *own != nullptr; ++own)
+        pointers.push_back(*own);
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+pid_t start(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+            const Pipe& in, const Pipe& out, const Pipe& err) {
+    std::vector<char*> arguments = pointersTo(command);
     arguments.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, in.ends[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, out.ends[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, err.ends[1], STDERR_FILENO);
     pid_t child = 0;
-    const int error =
-        posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    const int error = posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(),
+                                  variables(environment).data());
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) fail(error, "Could not start a process");
     return child;
@@ -68,26 +83,36 @@ pid_t start(const std::vector<std::string>& command, const Pipe& in, const Pipe&
 /// over.
 class Talk {
 public:
-    Talk(Pipe& in, Pipe& out, std::string_view input, Clock::time_point end,
+    Talk(Pipe& in, Pipe& out, Pipe& err, std::string_view input, Clock::time_point end,
          const std::stop_token& stop)
-        : in_(in), out_(out), input_(input), end_(end), stop_(stop) {
-        fcntl(in.ends[1], F_SETFL, O_NONBLOCK);
-        fcntl(out.ends[0], F_SETFL, O_NONBLOCK);
+        : in_(in), out_(out), err_(err), input_(input), end_(end), stop_(stop) {
+        for (const int pipe : {in.ends[1], out.ends[0], err.ends[0]})
+            fcntl(pipe, F_SETFL, O_NONBLOCK);
     }
 
     /// False when the time was over, or a stop was requested.
-    bool run(std::string& answer) {
+    bool run(ChildAnswer& answer) {
         while (out_.ends[0] >= 0) {
             const auto left =
                 std::chrono::duration_cast<std::chrono::milliseconds>(end_ - Clock::now()).count();
-            std::array<pollfd, 2> ready{{{out_.ends[0], POLLIN, 0}, {in_.ends[1], POLLOUT, 0}}};
+            std::array<pollfd, 3> ready{
+                {{out_.ends[0], POLLIN, 0}, {err_.ends[0], POLLIN, 0}, {in_.ends[1], POLLOUT, 0}}};
             if (left <= 0 || stop_.stop_requested()) return false;
             if (poll(ready.data(), ready.size(), static_cast<int>(std::min(left, longestWait))) < 0)
                 continue;
-            if (ready[1].revents != 0) give();
-            if (ready[0].revents != 0) take(answer);
+            if (ready[2].revents != 0) give();
+            if (ready[1].revents != 0) take(err_, answer.err);
+            if (ready[0].revents != 0) take(out_, answer.out);
         }
         return true;
+    }
+
+    /// What the child wrote to standard error last; it has ended.
+    void takeRest(std::string& errors) {
+        for (std::size_t before = errors.size() + 1; before != errors.size();) {
+            before = errors.size();
+            take(err_, errors);
+        }
     }
 
 private:
@@ -100,16 +125,17 @@ private:
         if (input_.empty() || isBroken) in_.closeEnd(1);
     }
 
-    void take(std::string& answer) {
+    static void take(Pipe& from, std::string& text) {
         std::array<char, 65536> bytes;
-        const ssize_t count = read(out_.ends[0], bytes.data(), bytes.size());
-        if (count > 0) answer.append(bytes.data(), static_cast<std::size_t>(count));
+        const ssize_t count = read(from.ends[0], bytes.data(), bytes.size());
+        if (count > 0) text.append(bytes.data(), static_cast<std::size_t>(count));
         const bool isBroken = count < 0 && errno != EAGAIN && errno != EINTR;
-        if (count == 0 || isBroken) out_.closeEnd(0);
+        if (count == 0 || isBroken) from.closeEnd(0);
     }
 
     Pipe& in_;
     Pipe& out_;
+    Pipe& err_;
     std::string_view input_;
     Clock::time_point end_;
     const std::stop_token& stop_;
@@ -125,19 +151,24 @@ int statusOf(pid_t child) {
 }  // namespace
 
 ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
-                     double timeoutSeconds, const std::stop_token& stop) {
+                     double timeoutSeconds, const std::stop_token& stop,
+                     const std::vector<std::string>& environment) {
     std::signal(SIGPIPE, SIG_IGN);  // of a child that does not read its input
     Pipe in;
     Pipe out;
-    const pid_t child = start(command, in, out);
+    Pipe err;
+    const pid_t child = start(command, environment, in, out, err);
     in.closeEnd(0);
     out.closeEnd(1);
+    err.closeEnd(1);
     const auto patience = std::chrono::duration<double>(timeoutSeconds);
     const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(patience);
     ChildAnswer answer;
-    const bool isAnswered = Talk(in, out, input, end, stop).run(answer.out);
+    Talk talk(in, out, err, input, end, stop);
+    const bool isAnswered = talk.run(answer);
     if (!isAnswered) kill(child, SIGKILL);
     answer.status = statusOf(child);
+    talk.takeRest(answer.err);
     return answer;
 }
 

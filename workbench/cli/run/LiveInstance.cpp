@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "workbench/cli/missing_file.h"
+#include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/record_values.h"
 
@@ -23,9 +24,7 @@ LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const S
       stored_(host.parameters),
       redact_(probe::Settings{}) {
     scene.restore(stored, host.parameters, stored_);
-    forEachValue(host.parameters, [&](const lumo::Parameter& parameter, int32_t index) {
-        copyValue(parameter, index, stored_, instance_.record());
-    });
+    copyValues(host.parameters, stored_, instance_.record());
     redact_ = Redaction(probeSettings(host.parameters, stored_));
 }
 
@@ -39,6 +38,29 @@ void LiveInstance::start() {
 bool LiveInstance::take(const SceneFile& scene, const StoredInstance& stored) {
     lumo::Record wanted(host_.parameters);
     scene.restore(stored, host_.parameters, wanted);
+    const std::uint64_t before = revision_;
+    apply(wanted);
+    return revision_ != before;
+}
+
+lumo::Record LiveInstance::values() const {
+    lumo::Record values(host_.parameters);
+    copyValues(host_.parameters, record(), values);
+    const auto showData = host_.parameters.find("show_data");
+    if (showData) values.setInteger(*showData, stored_.integer(*showData));
+    return values;
+}
+
+void LiveInstance::edit(const std::vector<std::pair<std::string, std::string>>& changes) {
+    lumo::Record wanted = values();
+    copyValues(host_.parameters, wanted, stored_);  // the plugin may have changed some of its own
+    for (const auto& [name, value] : changes)
+        setParameter(host_.parameters, wanted, name, value);
+    apply(wanted);
+}
+
+/// Each change for itself, as the editor tells the plugin of it.
+void LiveInstance::apply(const lumo::Record& wanted) {
     const auto showData = host_.parameters.find("show_data");
     bool isChanged = false;
     forEachValue(host_.parameters, [&](const lumo::Parameter& parameter, int32_t index) {
@@ -49,10 +71,10 @@ bool LiveInstance::take(const SceneFile& scene, const StoredInstance& stored) {
         copyValue(parameter, index, wanted, instance_.record());
         instance_.changed(index);
     });
-    if (!isChanged) return false;
+    if (!isChanged) return;
+    ++revision_;
     redact_ = Redaction(probeSettings(host_.parameters, stored_));
     history_.setPeriod(period());
-    return true;
 }
 
 bool LiveInstance::loadsAutomatically() const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/cli/LoadWatch.h"
@@ -45,12 +46,32 @@ public:
     /// any had changed. Throws UsageError, and changes nothing.
     bool take(const SceneFile& scene, const StoredInstance& stored);
 
+    /// Sets parameters as a user of the host's editor does. Throws UsageError, and changes nothing.
+    void edit(const std::vector<std::pair<std::string, std::string>>& changes);
+
+    /// Rises with each change of a parameter by a user or by a changed scene.
+    std::uint64_t revision() const { return revision_; }
+
+    /// Lets the plugin say which of its parameters the editor shows just now.
+    void askWhatIsShown() { instance_.guiStatus(); }
+
+    /// A text of a parameter that somebody edited who saw it with its secrets hidden, with the
+    /// secrets put back. Nothing when they are not known any more.
+    std::optional<std::string> restored(const std::string& edited,
+                                        const std::string& original) const {
+        return redact_.restored(edited, original);
+    }
+
     /// Runs a frame. Adds what has happened to `events`, without what is left over.
     void runFrame(double now, std::vector<LoadEvent>& events);
 
     InstanceState stateAt(double now) const;
     const std::string& name() const { return instance_.name(); }
     const lumo::Record& record() const { return instance_.record(); }
+
+    /// What the user has set, and the plugin has changed since: the record without what the watch
+    /// over the loads keeps in it.
+    lumo::Record values() const;
     InstanceHistory& history() { return history_; }
     const InstanceHistory& history() const { return history_; }
     const std::optional<ExitStatus>& lastStatus() const { return lastStatus_; }
@@ -60,6 +81,7 @@ public:
     std::string redacted(std::string text) const { return redact_(std::move(text)); }
 
 private:
+    void apply(const lumo::Record& wanted);
     std::optional<double> period() const;
     LoadEvent eventOf(LoadReport report) const;
     LoadEvent answered(const Outcome& outcome, double now);
@@ -69,6 +91,7 @@ private:
     const std::uint32_t writer_;
     lumo::Instance instance_;
     lumo::Record stored_;  // the values of the scene; the plugin changes some of its own
+    std::uint64_t revision_ = 1;
     Redaction redact_;
     std::optional<LoadWatch> watch_;  // from the start on
     InstanceHistory history_;

@@ -142,6 +142,18 @@ Table LiveScene::leftOverTable() const {
     return table;
 }
 
+LiveInstance* LiveScene::find(std::string_view name) const {
+    const auto found = std::find_if(instances_.begin(), instances_.end(),
+                                    [&](const auto& each) { return each->name() == name; });
+    return found == instances_.end() ? nullptr : found->get();
+}
+
+std::uint32_t LiveScene::lastMomentOf(std::uint32_t writer) const {
+    const auto live = std::find_if(instances_.begin(), instances_.end(),
+                                   [&](const auto& each) { return each->writer() == writer; });
+    return live == instances_.end() ? 0 : (*live)->lastMoment();
+}
+
 /// How many records it loaded last, and how many before that changed; empty when that is not known.
 std::pair<std::string, std::string> LiveScene::recordsOf(std::uint32_t writer) const {
     const auto live = std::find_if(instances_.begin(), instances_.end(),

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,15 @@ public:
 
     /// The text without the secrets of any instance.
     std::string redacted(std::string text) const;
+
+    /// The instance of that name, or null.
+    LiveInstance* find(std::string_view name) const;
+
+    /// Of one that has written into the store, also after it is gone; empty for no writer.
+    const std::string& nameOfWriter(std::uint32_t writer) const { return writers_[writer]; }
+
+    /// That of its last load that wrote into the store; 0 when it is gone.
+    std::uint32_t lastMomentOf(std::uint32_t writer) const;
 
     std::vector<std::unique_ptr<LiveInstance>>& instances() { return instances_; }
 

@@ -31,18 +31,6 @@ std::string errorOf(const Outcome& outcome) {
     return "";
 }
 
-/// 2027-01-31T18:05:09.042Z
-std::string isoTime(std::chrono::system_clock::time_point time) {
-    using std::chrono::milliseconds;
-    const auto sinceEpoch = std::chrono::floor<milliseconds>(time.time_since_epoch()).count();
-    const auto second = static_cast<std::time_t>(sinceEpoch / 1000);
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", std::gmtime(&second));
-    std::array<char, 8> fraction{};
-    std::snprintf(fraction.data(), fraction.size(), ".%03dZ", static_cast<int>(sinceEpoch % 1000));
-    return std::string(text.data()) + fraction.data();
-}
-
 void writeCount(const char* name, std::size_t count, JsonWriter& out) {
     out.name(name);
     out.number(std::to_string(count), static_cast<double>(count));
@@ -70,6 +58,17 @@ LoadReport reportOf(const Outcome& outcome) {
     report.error = errorOf(outcome);
     report.time = std::chrono::system_clock::now();
     return report;
+}
+
+std::string isoTime(std::chrono::system_clock::time_point time) {
+    using std::chrono::milliseconds;
+    const auto sinceEpoch = std::chrono::floor<milliseconds>(time.time_since_epoch()).count();
+    const auto second = static_cast<std::time_t>(sinceEpoch / 1000);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", std::gmtime(&second));
+    std::array<char, 8> fraction{};
+    std::snprintf(fraction.data(), fraction.size(), ".%03dZ", static_cast<int>(sinceEpoch % 1000));
+    return std::string(text.data()) + fraction.data();
 }
 
 std::string lineOf(const LoadReport& report) {

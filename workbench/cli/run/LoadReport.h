@@ -34,6 +34,9 @@ struct LoadReport {
 /// The report of an answer: outcome, records, bytes and error.
 LoadReport reportOf(const Outcome& outcome);
 
+/// 2027-01-31T18:05:09.042Z
+std::string isoTime(std::chrono::system_clock::time_point time);
+
 /// The report as a JSON object, in one line with its line feed.
 std::string lineOf(const LoadReport& report);
 

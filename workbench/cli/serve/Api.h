@@ -1,7 +1,8 @@
 #pragma once
 
 // What the page asks of a scene that runs. Requests come on the server's thread, are answered there
-// where they need nothing of the host, and else wait for the next frame.
+// where they need nothing of the host, and else wait for the next frame; what takes long is left to
+// jobs in child processes.
 // Owned by the command, which calls runFrame() on the host's thread.
 
 #include <memory>
@@ -9,9 +10,12 @@
 
 #include "workbench/cli/Options.h"
 #include "workbench/cli/run/LiveScene.h"
+#include "workbench/cli/scene_child.h"
+#include "workbench/cli/serve/DryRun.h"
 #include "workbench/cli/serve/EventFeed.h"
-#include "workbench/cli/serve/ExplainJobs.h"
 #include "workbench/cli/serve/FrameQueue.h"
+#include "workbench/cli/serve/Jobs.h"
+#include "workbench/cli/serve/LoadLog.h"
 #include "workbench/serve/Gate.h"
 #include "workbench/serve/WebServer.h"
 
@@ -20,7 +24,7 @@ namespace workbench {
 class Api final : public serve::WebHandler {
 public:
     /// Begins to answer.
-    Api(const lumo::Host& host, LiveScene& scene, const Options& options,
+    Api(lumo::Host& host, LiveScene& scene, const Options& options,
         std::unique_ptr<serve::WebServer> server);
     ~Api() override { server_->stop(); }
     Api(const Api&) = delete;
@@ -37,27 +41,66 @@ public:
     std::string address() const;
 
 private:
-    void login(const serve::WebRequest& request, const serve::Reply& reply) const;
-    std::string about() const;
-    LiveInstance* find(const std::string& name) const;
-    serve::WebResponse load(const std::string& name);
-    void explain(const std::string& name, const serve::Reply& reply);
-    void onFrame(serve::Reply reply, std::function<serve::WebResponse()> answer);
-    void publishChanges(double now);
+    /// A request, and what the star of its route's path stands for.
+    struct Call {
+        serve::WebRequest request;
+        std::string name;
+        serve::Reply reply;
+    };
 
-    const lumo::Host& host_;
-    const std::string sceneFile_;
+    struct Route {
+        const char* method;
+        const char* path;  // below /api/v1/; a star stands for one name
+        void (Api::*answer)(const Call& call);
+    };
+    static const Route routes[];
+
+    // On the server's thread:
+    bool isRouted(const serve::WebRequest& request, const serve::Reply& reply);
+    void logIn(const Call& call);
+    void tellAbout(const Call& call);
+    void tellParameters(const Call& call);
+    void tellStates(const Call& call);
+    void tellDetails(const Call& call);
+    void edit(const Call& call);
+    void load(const Call& call);
+    void explain(const Call& call);
+    void explore(const Call& call);
+    void dryRun(const Call& call);
+    void tellStore(const Call& call);
+    void tellField(const Call& call);
+    void tellLoads(const Call& call);
+
+    // On the host's thread:
+    void onFrame(const serve::Reply& reply, std::function<serve::WebResponse()> answer);
+    void onInstance(const Call& call, std::function<void(LiveInstance&)> use);
+    serve::WebResponse edited(LiveInstance& instance, const std::string& body);
+    serve::WebResponse detailsOf(LiveInstance& instance);
+    void askChild(const Call& call, LiveInstance& instance, const char* command,
+                  std::vector<std::string> arguments);
+    void publishChanges(double now);
+    void publish(const std::string& members);
+
+    void addJob(const serve::Reply& reply,
+                std::function<serve::WebResponse(const std::stop_token&)>);
+
+    // On the thread of a job:
+    serve::WebResponse resultOf(DryRun& dryRun, const std::stop_token& stop);
+
+    lumo::Host& host_;
+    const Options options_;
     const std::string parameters_;  // as JSON; they never change
     LiveScene& scene_;
     const serve::Gate gate_;
     std::unique_ptr<serve::WebServer> server_;
     FrameQueue queue_;  // what waits here, and with the jobs, goes before the server
     EventFeed feed_;
+    LoadLog loads_;
     double now_ = 0;
     double publishedAt_ = 0;
     std::vector<InstanceState> published_;
     std::vector<bool> hasNews_;
-    ExplainJobs jobs_;
+    Jobs jobs_;
 };
 
 }  // namespace workbench

@@ -1,8 +1,11 @@
 #include "workbench/cli/serve/instance_json.h"
 
 #include <array>
+#include <charconv>
 
 #include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/record_values.h"
+#include "workbench/cli/serve/secret_texts.h"
 
 namespace workbench {
 
@@ -36,7 +39,64 @@ void writeState(const InstanceState& state, JsonWriter& out) {
     out.close('}');
 }
 
+/// As people write it: 0.2 rather than the nearest value of twice the precision.
+double shortest(float number) {
+    std::array<char, 32> digits{};
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    double value = 0;
+    std::from_chars(digits.data(), end, value);
+    return value;
+}
+
+void writeValue(const lumo::Parameter& parameter, int32_t index, const lumo::Record& record,
+                const LiveInstance& instance, JsonWriter& out) {
+    out.name(parameter.name);
+    if (lumo::isText(parameter)) {
+        out.text(shownText(parameter, std::string(record.text(index)), instance));
+    } else if (parameter.kind == lumo::ParameterKind::Float) {
+        out.number(shortest(record.number(index)));
+    } else {
+        out.number(record.integer(index));
+    }
+}
+
+void writeValues(const lumo::ParameterTable& parameters, const LiveInstance& instance,
+                 JsonWriter& out) {
+    const lumo::Record record = instance.values();
+    out.name("values");
+    out.open('{');
+    forEachValue(parameters, [&](const lumo::Parameter& parameter, int32_t index) {
+        if (!parameter.hidden) writeValue(parameter, index, record, instance, out);
+    });
+    out.close('}');
+}
+
+void writeShown(const lumo::Host& host, JsonWriter& out) {
+    out.name("shown");
+    out.open('[');
+    for (int32_t index = 1; index <= host.parameters.size(); ++index) {
+        const lumo::Parameter& parameter = host.parameters.at(index);
+        const bool isShown =
+            !parameter.hidden && !parameter.name.empty() && host.editor.isShown(parameter.name);
+        if (isShown) out.text(parameter.name);
+    }
+    out.close(']');
+}
+
 }  // namespace
+
+std::string detailsJson(const lumo::Host& host, const LiveInstance& instance) {
+    JsonWriter out;
+    out.open('{');
+    out.name("name");
+    out.text(instance.name());
+    out.name("revision");
+    out.number(static_cast<double>(instance.revision()));
+    writeValues(host.parameters, instance, out);
+    writeShown(host, out);
+    out.close('}');
+    return out.take();
+}
 
 std::string statesJson(const std::vector<InstanceState>& states) {
     JsonWriter out;

@@ -6,10 +6,10 @@
 #include <thread>
 #include <utility>
 
-#include "workbench/cli/explain_child.h"
 #include "workbench/cli/record_values.h"
 #include "workbench/cli/run/WhyFinder.h"
 #include "workbench/cli/run/stage_of_failure.h"
+#include "workbench/cli/scene_child.h"
 
 namespace workbench {
 
@@ -38,7 +38,8 @@ private:
     static std::string explain(const std::string& scene, int32_t fontEncoding,
                                const std::string& plugin, const std::stop_token& stop) {
         try {
-            return stageOfFailure(explainInChild(scene, fontEncoding, plugin, stop));
+            SceneChild child{"explain", {"--out", "json"}, scene, plugin, fontEncoding};
+            return stageOfFailure(ask(child, stop).out);
         } catch (const std::exception& error) {
             return error.what();
         }

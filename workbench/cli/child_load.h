@@ -1,0 +1,13 @@
+#pragma once
+
+#include "workbench/cli/scene_child.h"
+#include "workbench/lumo/ParameterTable.h"
+#include "workbench/lumo/Record.h"
+
+namespace workbench {
+
+/// A child process that loads once with these values, writes no log, and whose standard output is
+/// the script. What it is like this process in is for the caller to set.
+SceneChild childThatLoads(const lumo::ParameterTable& parameters, const lumo::Record& record);
+
+}  // namespace workbench

@@ -1,0 +1,64 @@
+#pragma once
+
+// A load that changes nothing: the plugin loads in a child process, and what it wrote is carried
+// out on a copy of what the store has. Made on the host's thread, used on one other.
+
+#include <cstdint>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "workbench/cli/Options.h"
+#include "workbench/cli/Redaction.h"
+#include "workbench/cli/run/LiveInstance.h"
+#include "workbench/cli/store_changes.h"
+
+namespace workbench {
+
+class DryRun {
+public:
+    DryRun(lumo::Host& host, const LiveInstance& instance, const Options& options);
+
+    /// Whether the instance has an SQL query that may change its database.
+    bool mayWrite() const;
+
+    /// Loads. Blocks until the child has ended; throws std::system_error.
+    void load(const std::stop_token& stop);
+
+    /// Whether the load has to do with a field: it sets it, an older load of the instance did, or
+    /// the post-update action may ask for it.
+    bool concerns(const cobalt::Field& field) const;
+
+    /// Carries out on a copy of those fields what was loaded.
+    void compareWith(const cobalt::Store& before);
+
+    /// What came of it.
+    std::string json() const;
+
+private:
+    void judge(int status, const std::string& errors);
+    void loadShared();
+    void act(cobalt::Store& store);
+
+    const lumo::ParameterTable& parameters_;
+    const std::string plugin_;
+    const int32_t fontEncoding_;
+    const std::uint32_t writer_;
+    const lumo::Record record_;
+    const probe::Settings settings_;
+    const Redaction redact_;
+    const std::string action_;
+    const std::string memoryBefore_;  // the text of the shared memory that it loads into
+
+    std::string outcome_;
+    std::string error_;
+    std::string script_;
+    std::size_t records_ = 0;
+    double seconds_ = 0;
+    cobalt::Store loaded_;  // the script by itself
+    StoreChanges changes_;
+    std::vector<std::string> commands_;  // that the post-update action would send
+    std::string actionError_;
+};
+
+}  // namespace workbench

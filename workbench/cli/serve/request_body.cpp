@@ -1,0 +1,63 @@
+#include "workbench/cli/serve/request_body.h"
+
+#include <charconv>
+#include <cstring>
+#include <stdexcept>
+
+#include "formats/json/JsonDocument.h"
+
+namespace workbench {
+
+namespace {
+
+using intake::JsonDocument;
+
+std::optional<JsonDocument> parsed(const std::string& body) {
+    intake::ByteBuffer text;
+    std::memcpy(text.prepare(body.size() + 1), body.c_str(), body.size() + 1);
+    text.commit(body.size() + 1);
+    try {
+        return JsonDocument(std::move(text));
+    } catch (const std::invalid_argument&) {
+        return std::nullopt;
+    }
+}
+
+std::string memberOf(const std::string& body, const char* name, JsonDocument::Type type) {
+    const auto document = parsed(body);
+    if (!document) return "";
+    const auto member = document->find(JsonDocument::ROOT, name);
+    const bool fits = member != JsonDocument::NONE && document->type(member) == type;
+    return fits ? std::string(document->asString(member)) : "";
+}
+
+}  // namespace
+
+std::optional<EditRequest> editRequestIn(const std::string& body) {
+    const auto document = parsed(body);
+    if (!document) return std::nullopt;
+    const auto revision = document->find(JsonDocument::ROOT, "revision");
+    const auto set = document->find(JsonDocument::ROOT, "set");
+    const bool isWhole = revision != JsonDocument::NONE && set != JsonDocument::NONE &&
+                         document->type(set) == JsonDocument::Type::OBJECT;
+    if (!isWhole) return std::nullopt;
+    EditRequest request;
+    const std::string_view digits = document->asString(revision);
+    std::from_chars(digits.data(), digits.data() + digits.size(), request.revision);
+    for (auto node = JsonDocument::firstChild(set); node != document->behind(set);
+         node = document->behind(node)) {
+        if (document->isContainer(node)) return std::nullopt;
+        request.values.emplace_back(document->name(node), document->asString(node));
+    }
+    return request;
+}
+
+std::string textIn(const std::string& body, const char* name) {
+    return memberOf(body, name, JsonDocument::Type::STRING);
+}
+
+bool isSetIn(const std::string& body, const char* name) {
+    return memberOf(body, name, JsonDocument::Type::BOOL) == "true";
+}
+
+}  // namespace workbench

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace workbench {
+
+/// What a page wants to set: parameters by name, values as a user writes them.
+struct EditRequest {
+    std::uint64_t revision = 0;  // of the instance, as the page knows it
+    std::vector<std::pair<std::string, std::string>> values;
+};
+
+/// Nothing when the body is not {"revision": 3, "set": {"filename": "x"}}.
+std::optional<EditRequest> editRequestIn(const std::string& body);
+
+/// The member of that name, a text, of a body that is a JSON object; empty where there is none.
+std::string textIn(const std::string& body, const char* name);
+
+/// Whether the member of that name is true.
+bool isSetIn(const std::string& body, const char* name);
+
+}  // namespace workbench
