@@ -27,6 +27,21 @@ TEST(Redaction, HidesASecretThatWasCut) {
     EXPECT_EQ(redact("titled \"key 01234567…\" and so on…"), "titled \"key ••••…\" and so on…");
 }
 
+TEST(Redaction, PutsSecretsBackIntoATextThatWasEdited) {
+    const Redaction redact = redactionOf("0123456789");
+    const std::string original = "Driver=x;Pwd={a;b};Key=0123456789;Again={a;b}";
+    EXPECT_EQ(redact(original), "Driver=x;Pwd=••••;Key=••••;Again=••••");
+    EXPECT_EQ(redact.restored("Driver=y;Pwd=••••;Key=••••;Again=••••;", original),
+              "Driver=y;Pwd={a;b};Key=0123456789;Again={a;b};");
+    EXPECT_EQ(redact.restored("Driver=y", original), "Driver=y");
+}
+
+TEST(Redaction, DoesNotGuessWhichSecretIsMeant) {
+    const Redaction redact = redactionOf("0123456789");
+    EXPECT_EQ(redact.restored("Key=••••", "Pwd={a;b};Key=0123456789"), std::nullopt);
+    EXPECT_EQ(redact.restored("•••• and ••••", "0123456789"), std::nullopt);
+}
+
 }  // namespace
 
 }  // namespace workbench

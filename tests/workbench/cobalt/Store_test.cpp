@@ -45,5 +45,17 @@ TEST(Store, ExecutingScriptsOneAfterTheOtherAddsUp) {
     EXPECT_EQ(show(store), "T = [0: [0: {a: 1}], 1: [0: {a: 2}]]\nREADER_NUM_RECORDS = 2\n");
 }
 
+TEST(Store, ACopySharesItsValuesUntilOneIsChanged) {
+    Store store;
+    store.execute("T[0]=1;A=x;B=y;");
+    Store copy = store.copyIf([](const Field& field) { return field.name() != "B"; });
+    EXPECT_EQ(&copy.find("T")->value(), &store.find("T")->value());
+    copy.execute("T[1]=2;A=z;");
+    EXPECT_EQ(show(copy), "T = [0: 1, 1: 2]\nA = \"z\"\n");
+    EXPECT_EQ(show(store), "T = [0: 1]\nA = \"x\"\nB = \"y\"\n");
+    store.execute("T[0]=5;");
+    EXPECT_EQ(show(copy), "T = [0: 1, 1: 2]\nA = \"z\"\n");
+}
+
 }  // namespace
 }  // namespace cobalt

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <optional>
+#include <string>
 #include <thread>
 
 using workbench::FrameQueue;
@@ -48,4 +51,34 @@ TEST(FrameQueueTest, ACallMayPostAnother) {
     EXPECT_EQ(made, 0);
     queue.runFrame();
     EXPECT_EQ(made, 1);
+}
+
+TEST(FrameQueueTest, AThreadWaitsForWhatACallReturns) {
+    FrameQueue queue;
+    std::atomic<int> answer = 0;
+    const std::jthread asking([&](const std::stop_token& stop) {
+        answer = queue.ask<int>([] { return 42; }, stop).value_or(-1);
+    });
+    while (answer == 0)
+        queue.runFrame();
+    EXPECT_EQ(answer, 42);
+}
+
+TEST(FrameQueueTest, AThreadThatWaitsInVainEndsWhenAStopIsRequested) {
+    FrameQueue queue;
+    bool isMade = false;
+    std::optional<int> answer = 1;
+    std::jthread asking([&](const std::stop_token& stop) {
+        answer = queue.ask<int>(
+            [&] {
+                isMade = true;
+                return 42;
+            },
+            stop);
+    });
+    asking.request_stop();
+    asking.join();
+    EXPECT_FALSE(answer);
+    queue.runFrame();
+    EXPECT_FALSE(isMade);
 }

@@ -1,143 +1,18 @@
-// The workbench as a server, asked over real sockets.
-
-#include <arpa/inet.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <rapidjson/document.h>
-
-#include "tests/http/support/ServerProcess.h"
-#include "tests/http/support/loopback.h"
-#include "tests/support/eventually.h"
-#include "tests/workbench/cli/Workbench.h"
+#include "tests/workbench/cli/linux/ServedTest.h"
 
 namespace {
 
-/// A connection to the server, closed with its object.
-class Connection {
-public:
-    explicit Connection(uint16_t port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
-        const timeval patience{20, 0};
-        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof(patience));
-    }
-    ~Connection() { close(socket_); }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    void send(std::string_view text) const { intake::sendBytes(socket_, text); }
-
-    /// Up to and with `end`; what came before the connection ended, where it does not come.
-    std::string readTo(std::string_view end) {
-        auto at = read_.find(end);
-        std::array<char, 4096> bytes{};
-        for (int count = 1; at == std::string::npos && count > 0; at = read_.find(end)) {
-            count = intake::receiveBytes(socket_, bytes.data(), bytes.size());
-            if (count > 0) read_.append(bytes.data(), static_cast<std::size_t>(count));
-        }
-        const std::size_t length =
-            std::min(read_.size(), at == std::string::npos ? read_.size() : at + end.size());
-        std::string text = read_.substr(0, length);
-        read_.erase(0, length);
-        return text;
-    }
-
-    std::string readAll() { return readTo(std::string(1, '\xFF') + "never\xFE"); }
-
-private:
-    int socket_;
-    std::string read_;
-};
-
-struct Answer {
-    int status = 0;
-    std::string header;
-    std::string body;
-};
-
-class Served : public Workbench {
+class Served : public ServedTest {
 protected:
-    Served() {
-        write("league.json", R"({"league": {"table": [{"club": "a"}, {"club": "b"}]}})");
-        write("show.scene.json", R"({"instances": [
+    Served()
+        : ServedTest(R"({"instances": [
             {"name": "table", "parameters": {"queryMode": 3, "filename": "league.json",
              "xpath": "league/table", "key": "club", "table": "T"}},
             {"name": "wrong one", "parameters": {"queryMode": 3, "filename": "league.json",
              "xpath": "league/tabel", "key": "club", "table": "W", "useAuth": 1,
-             "userName": "u", "password": "s3cret"}}]})");
-        std::filesystem::current_path(folder);
-        intake::withRetries([this] {
-            port_ = intake::freePort();
-            process_ = std::make_unique<intake::ServerProcess>(
-                WORKBENCH,
-                std::vector<std::string>{"serve", "show.scene.json", "--port",
-                                         std::to_string(port_)},
-                intake::Ports{port_}, folder / "output", SIGTERM);
-        });
-        EXPECT_TRUE(
-            intake::eventually([this] { return output().find('\n') != std::string::npos; }));
-        token_ = output().substr(output().find("#t=") + 3, 64);
+             "userName": "u", "password": "s3cret"}}]})") {
+        write("league.json", R"({"league": {"table": [{"club": "a"}, {"club": "b"}]}})");
     }
-
-    std::string output() const {
-        std::ifstream stream(folder / "output");
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    std::string self() const { return "127.0.0.1:" + std::to_string(port_); }
-
-    /// The answer to a request with these headers beside Host.
-    Answer ask(const std::string& line, const std::string& headers,
-               const std::string& body = "") const {
-        Connection connection(port_);
-        connection.send(line + " HTTP/1.1\r\nHost: " + self() + "\r\nConnection: close\r\n" +
-                        headers + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
-                        body);
-        const std::string text = connection.readAll();
-        const auto end = text.find("\r\n\r\n");
-        EXPECT_NE(end, std::string::npos) << text;
-        return {std::atoi(text.substr(std::min<std::size_t>(text.size(), 9), 3).c_str()),
-                text.substr(0, end), text.substr(std::min(text.size(), end + 4))};
-    }
-
-    Answer get(const std::string& path) const { return ask("GET " + path, cookie_); }
-    Answer post(const std::string& path, const std::string& body = "{}") const {
-        return ask("POST " + path, cookie_ + writing(), body);
-    }
-
-    std::string writing() const {
-        return "Origin: http://" + self() + "\r\nContent-Type: application/json\r\n";
-    }
-
-    void logIn() {
-        const Answer answer = post("/api/v1/session", "{\"token\": \"" + token_ + "\"}");
-        EXPECT_EQ(answer.status, 204);
-        const auto start = answer.header.find("intake-");
-        ASSERT_NE(start, std::string::npos) << answer.header;
-        cookie_ = "Cookie: " + answer.header.substr(start, answer.header.find(';', start) - start) +
-                  "\r\n";
-    }
-
-    /// A WebSocket behind its handshake.
-    std::unique_ptr<Connection> openEvents(const std::string& since) const {
-        auto connection = std::make_unique<Connection>(port_);
-        connection->send("GET /api/v1/events?since=" + since + " HTTP/1.1\r\nHost: " + self() +
-                         "\r\nOrigin: http://" + self() + "\r\n" + cookie_ +
-                         "Upgrade: websocket\r\nConnection: Upgrade\r\n"
-                         "Sec-WebSocket-Version: 13\r\n"
-                         "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n");
-        EXPECT_TRUE(connection->readTo("\r\n\r\n").starts_with("HTTP/1.1 101 "));
-        return connection;
-    }
-
-    uint16_t port_ = 0;
-    std::unique_ptr<intake::ServerProcess> process_;
-    std::string token_;
-    std::string cookie_;
 };
 
 }  // namespace

@@ -1,0 +1,35 @@
+#include "workbench/cli/serve/request_body.h"
+
+#include <gtest/gtest.h>
+
+using workbench::editRequestIn;
+using workbench::isSetIn;
+using workbench::textIn;
+
+TEST(RequestBody, OfAnEditHasARevisionAndValues) {
+    const auto request = editRequestIn(
+        R"({"revision": 12, "set": {"filename": "a\u00e4b", "queryMode": 3, "autoLoad": true}})");
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->revision, 12U);
+    using Values = std::vector<std::pair<std::string, std::string>>;
+    EXPECT_EQ(request->values,
+              (Values{{"filename", "aäb"}, {"queryMode", "3"}, {"autoLoad", "true"}}));
+}
+
+TEST(RequestBody, ThatIsNoEditIsNothing) {
+    for (const char* const body :
+         {"", "{", "[1]", "{}", R"({"revision": 1})", R"({"revision": 1, "set": 2})",
+          R"({"revision": 1, "set": {"a": [1]}})"})
+        EXPECT_FALSE(editRequestIn(body)) << body;
+}
+
+TEST(RequestBody, HasTextsAndSwitches) {
+    const std::string body = R"({"token": "abc", "number": 5, "on": true, "off": false})";
+    EXPECT_EQ(textIn(body, "token"), "abc");
+    EXPECT_EQ(textIn(body, "number"), "");
+    EXPECT_EQ(textIn(body, "none"), "");
+    EXPECT_EQ(textIn("no json", "token"), "");
+    EXPECT_TRUE(isSetIn(body, "on"));
+    EXPECT_FALSE(isSetIn(body, "off"));
+    EXPECT_FALSE(isSetIn(body, "token"));
+}
