@@ -2,35 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <random>
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
+#include "workbench/serve/secret.h"
 
 namespace serve {
 
 namespace {
-
-std::string randomDigits() {
-    constexpr std::string_view digits = "0123456789abcdef";
-    constexpr std::size_t count = 64;
-    std::random_device source;
-    std::string text;
-    while (text.size() < count) {
-        for (unsigned bits = source(), i = 0; i < 8; ++i, bits >>= 4)
-            text += digits[bits & 15];
-    }
-    return text;
-}
-
-/// Takes as long for any text of the same length.
-bool isSecret(std::string_view text, std::string_view secret) {
-    if (text.size() != secret.size()) return false;
-    unsigned difference = 0;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        difference |= static_cast<unsigned char>(text[i]) ^ static_cast<unsigned char>(secret[i]);
-    return difference == 0;
-}
 
 bool isWriting(const WebRequest& request) {
     return request.method != "GET" && request.method != "HEAD";
@@ -49,8 +28,8 @@ bool isJson(const WebRequest& request) {
 
 }  // namespace
 
-Gate::Gate(uint16_t port)
-    : port_(std::to_string(port)), token_(randomDigits()), session_(randomDigits()) {}
+Gate::Gate(uint16_t port, std::string session)
+    : port_(std::to_string(port)), token_(newSecret()), session_(std::move(session)) {}
 
 bool Gate::isOurHost(const std::string& host) const {
     constexpr std::array names{"127.0.0.1:", "[::1]:", "localhost:"};

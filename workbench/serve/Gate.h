@@ -12,9 +12,10 @@ namespace serve {
 /// the same browser, or other users of the machine, send. Any thread.
 class Gate {
 public:
-    explicit Gate(uint16_t port);
+    /// `session`: the secret of the cookie.
+    Gate(uint16_t port, std::string session);
 
-    /// What stands in the address, to be swapped for a cookie. 256 bits, in hexadecimal digits.
+    /// The secret that stands in the address, to be swapped for a cookie. Another for each gate.
     const std::string& token() const { return token_; }
 
     /// Why a request is refused; nothing when it may pass. `isUpgrade`: it asks for a WebSocket.

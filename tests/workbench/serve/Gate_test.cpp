@@ -8,6 +8,7 @@ using serve::Gate;
 using serve::WebRequest;
 
 constexpr uint16_t port = 8080;
+const std::string session(64, 'a');
 
 WebRequest request(const char* method, const char* path) {
     WebRequest made;
@@ -39,31 +40,37 @@ WebRequest allowed(const Gate& gate, const char* method, const char* path) {
 }  // namespace
 
 TEST(GateTest, LetsInWhoHasTheCookie) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     EXPECT_EQ(statusOf(gate, allowed(gate, "GET", "/api/v1/about")), 0U);
     EXPECT_EQ(statusOf(gate, allowed(gate, "POST", "/api/v1/instances/a/load")), 0U);
     EXPECT_EQ(statusOf(gate, allowed(gate, "GET", "/api/v1/events"), true), 0U);
 }
 
 TEST(GateTest, RefusesTheInterfaceWithoutTheCookie) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     EXPECT_EQ(statusOf(gate, request("GET", "/api/v1/about")), 401U);
     WebRequest wrong = allowed(gate, "GET", "/api/v1/about");
     wrong.headers["Cookie"].back() ^= 1;
     EXPECT_EQ(statusOf(gate, wrong), 401U);
-    WebRequest ofAnother = allowed(Gate(port), "GET", "/api/v1/about");
+    WebRequest ofAnother = allowed(Gate(port, std::string(64, 'b')), "GET", "/api/v1/about");
     EXPECT_EQ(statusOf(gate, ofAnother), 401U);
 }
 
+TEST(GateTest, LetsInPagesOfTheServerBefore) {
+    const WebRequest before = allowed(Gate(port, session), "GET", "/api/v1/about");
+    EXPECT_EQ(statusOf(Gate(port, session), before), 0U);
+    EXPECT_EQ(before.header("Cookie"), "other=1; intake-8080=" + session);
+}
+
 TEST(GateTest, ShowsThePageItselfToAnybody) {
-    EXPECT_EQ(statusOf(Gate(port), request("GET", "/")), 0U);
-    EXPECT_EQ(statusOf(Gate(port), request("GET", "/app.js")), 0U);
+    EXPECT_EQ(statusOf(Gate(port, session), request("GET", "/")), 0U);
+    EXPECT_EQ(statusOf(Gate(port, session), request("GET", "/app.js")), 0U);
 }
 
 TEST(GateTest, GivesTheCookieForTheTokenOnly) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     EXPECT_EQ(gate.token().size(), 64U);
-    EXPECT_NE(gate.token(), Gate(port).token());
+    EXPECT_NE(gate.token(), Gate(port, session).token());
     EXPECT_EQ(gate.logIn("").status, 401U);
     EXPECT_EQ(gate.logIn(std::string(64, '0')).status, 401U);
     const serve::WebResponse answer = gate.logIn(gate.token());
@@ -74,7 +81,7 @@ TEST(GateTest, GivesTheCookieForTheTokenOnly) {
 }
 
 TEST(GateTest, KnowsItsOwnNamesOnly) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     for (const char* const host : {"[::1]:8080", "localhost:8080"}) {
         WebRequest asked = request("GET", "/");
         asked.headers["Host"] = host;
@@ -89,7 +96,7 @@ TEST(GateTest, KnowsItsOwnNamesOnly) {
 }
 
 TEST(GateTest, RefusesWhatOtherPagesSend) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     for (const char* const origin :
          {"", "null", "http://evil.example", "https://127.0.0.1:8080", "http://localhost:8080"}) {
         WebRequest asked = allowed(gate, "POST", "/api/v1/instances/a/load");
@@ -102,7 +109,7 @@ TEST(GateTest, RefusesWhatOtherPagesSend) {
 }
 
 TEST(GateTest, TakesNothingButJson) {
-    const Gate gate(port);
+    const Gate gate(port, session);
     for (const char* const type : {"", "text/plain", "application/x-www-form-urlencoded",
                                    "multipart/form-data", "application/jsonp"}) {
         WebRequest asked = allowed(gate, "POST", "/api/v1/instances/a/load");

@@ -16,6 +16,7 @@
 #include "workbench/cli/serve/secret_texts.h"
 #include "workbench/cli/serve/store_view.h"
 #include "workbench/cli/serve/web_files.h"
+#include "workbench/serve/secret.h"
 
 namespace workbench {
 
@@ -118,7 +119,7 @@ Api::Api(lumo::Host& host, LiveScene& scene, const Options& options,
       options_(options),
       parameters_(parameterJson(host.parameters)),
       scene_(scene),
-      gate_(server->port()),
+      gate_(server->port(), serve::sessionSecret(options.port)),
       server_(std::move(server)) {
     server_->start(*this);
 }
