@@ -3,6 +3,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/post.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
@@ -26,6 +27,7 @@ constexpr std::size_t mostWaiting = 256;  // texts for one WebSocket
 constexpr uint32_t longestHeader = 16'000;
 constexpr uint64_t longestBody = 1'000'000;
 constexpr std::chrono::seconds patience{30};
+constexpr std::chrono::milliseconds pauseAfterError{100};
 
 using RawRequest = http::request<http::string_body>;
 using RawResponse = http::response<http::string_body>;
@@ -210,16 +212,55 @@ private:
     std::optional<RawResponse> response_;
 };
 
+/// Takes the connections to one address. Lives as long as the server.
+class Listener {
+public:
+    Listener(asio::io_context& io, Connections& all) : all_(all), acceptor_(io), pause_(io) {}
+
+    /// Throws std::system_error.
+    void listen(const tcp::endpoint& endpoint) {
+        acceptor_.open(endpoint.protocol());
+        acceptor_.set_option(asio::socket_base::reuse_address(true));
+        if (endpoint.address().is_v6()) acceptor_.set_option(asio::ip::v6_only(true));
+        acceptor_.bind(endpoint);
+        acceptor_.listen();
+    }
+
+    uint16_t port() const { return acceptor_.local_endpoint().port(); }
+
+    void accept() {
+        acceptor_.async_accept([this](error_code error, tcp::socket socket) {
+            if (error) return acceptLater();
+            const bool isRoom = all_.count < mostConnections;
+            if (isRoom) std::make_shared<Conversation>(std::move(socket), all_)->read();
+            accept();
+        });
+    }
+
+private:
+    /// Where the process has no file descriptor left, the next try would fail at once, again and
+    /// again.
+    void acceptLater() {
+        pause_.expires_after(pauseAfterError);
+        pause_.async_wait([this](error_code error) {
+            if (!error) accept();
+        });
+    }
+
+    Connections& all_;
+    tcp::acceptor acceptor_;
+    asio::steady_timer pause_;
+};
+
 class LoopbackServer final : public WebServer {
 public:
-    explicit LoopbackServer(uint16_t port) : first_(io_), second_(io_) {
-        listen(first_, {asio::ip::address_v4::loopback(), port});
-        port_ = first_.local_endpoint().port();
+    explicit LoopbackServer(uint16_t port) : first_(io_, all_) {
+        first_.listen({asio::ip::address_v4::loopback(), port});
+        port_ = first_.port();
         try {
-            listen(second_, {asio::ip::address_v6::loopback(), port_});
+            second_.emplace(io_, all_).listen({asio::ip::address_v6::loopback(), port_});
         } catch (const boost::system::system_error&) {
-            error_code ignored;  // a machine without IPv6
-            second_.close(ignored);
+            second_.reset();  // a machine without IPv6
         }
     }
 
@@ -231,8 +272,8 @@ public:
 
     void start(WebHandler& handler) override {
         all_.handler = &handler;
-        accept(first_);
-        if (second_.is_open()) accept(second_);
+        first_.accept();
+        if (second_) second_->accept();
         thread_ = std::thread([this] { io_.run(); });
     }
 
@@ -252,27 +293,10 @@ private:
         if (thread_.joinable()) thread_.join();
     }
 
-    static void listen(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
-        acceptor.open(endpoint.protocol());
-        acceptor.set_option(asio::socket_base::reuse_address(true));
-        if (endpoint.address().is_v6()) acceptor.set_option(asio::ip::v6_only(true));
-        acceptor.bind(endpoint);
-        acceptor.listen();
-    }
-
-    void accept(tcp::acceptor& acceptor) {
-        acceptor.async_accept([this, &acceptor](error_code error, tcp::socket socket) {
-            if (error == asio::error::operation_aborted) return;
-            const bool isRoom = all_.count < mostConnections;
-            if (!error && isRoom) std::make_shared<Conversation>(std::move(socket), all_)->read();
-            accept(acceptor);
-        });
-    }
-
     Connections all_;  // outlives what the context holds
     asio::io_context io_{1};
-    tcp::acceptor first_;
-    tcp::acceptor second_;
+    Listener first_;
+    std::optional<Listener> second_;
     uint16_t port_ = 0;
     std::thread thread_;
 };
