@@ -38,7 +38,8 @@ struct Options {
 
     bool watchesScene = false;
     bool explains = false;
-    uint16_t port = 0;  // that is served on; 0 for any
+    uint16_t port = 0;       // that is served on; 0 for any
+    bool opensPage = false;  // in the browser
 
     std::optional<int64_t> frames;
     std::optional<double> seconds;

@@ -187,12 +187,14 @@ void addRun(CLI::App& app, Options& options) {
 
 void addServe(CLI::App& app, Options& options) {
     CLI::App* serve = app.add_subcommand(
-        "serve", "Run all instances of a scene, and show them on a page in the browser");
+        "serve",
+        "Run all instances of a scene, or a new one, and show them on a page in the browser");
     serve->callback([&options] { options.command = Command::Serve; });
     addPlugin(*serve, options);
-    serve->add_option("SCENE", options.scene, "The scene file")->required();
+    serve->add_option("SCENE", options.scene, "The scene file (default: one new instance)");
     serve->add_option("--port", options.port, "The port of the page (default: any that is free)")
         ->type_name("N");
+    serve->add_flag("--open", options.opensPage, "Open the page in the browser");
 }
 
 }  // namespace
