@@ -186,6 +186,8 @@ void Explanation::rewrite(const std::function<std::string(std::string)>& rewritt
 
 void Explanation::hide(const Redaction& redact) {
     rewrite(redact);
+    ladder.exchange.request = redact(ladder.exchange.request);
+    ladder.exchange.answer = redact(ladder.exchange.answer);
     if (!confirmed) return;
     for (auto& setting : confirmed->remedy.proposal)
         setting.second = redact(setting.second);
@@ -215,6 +217,10 @@ std::string Explanation::json() const {
     out.number(static_cast<double>(bytes));
     out.name("durationMs");
     out.number(static_cast<double>(static_cast<long>(seconds * 1000)));
+    out.name("request");
+    out.text(ladder.exchange.request);
+    out.name("answer");
+    out.text(ladder.exchange.answer);
     out.name("stages");
     out.open('[');
     forEachStage([&](Stage stage) { writeStage(stage, *this, out); });

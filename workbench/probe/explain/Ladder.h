@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/probe/Settings.h"
+#include "workbench/probe/fetch/Fetched.h"
 
 namespace probe {
 
@@ -73,6 +74,9 @@ public:
 
     /// How many records the source holds for these settings; nothing when that is not known.
     std::optional<std::size_t> records;
+
+    /// What was asked of a server, and what it answered, as far as there was something.
+    Exchange exchange;
 
     /// A user name and a password were refused; they must not be sent again.
     bool credentialsRefused = false;

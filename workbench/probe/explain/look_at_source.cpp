@@ -215,6 +215,7 @@ Ladder lookAtSource(const Settings& settings, double timeoutSeconds, bool mayWri
         const Fetched source = fetch(fetchable(settings), timeoutSeconds);
         ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
         ladder.credentialsRefused = source.credentialsRefused;
+        ladder.exchange = source.exchange;
         lookAtArrived(settings, source, ladder);
         const auto look = [&source](const Settings& mended) {
             Ladder again;

@@ -24,6 +24,13 @@ struct Redirect {
     std::string address;  // where to, without a user's name and password
 };
 
+/// The heads of a request and of its answer as they were sent, lines ended by a line feed, without
+/// what proves who asks. Both empty for what was not asked for over HTTP.
+struct Exchange {
+    std::string request;
+    std::string answer;
+};
+
 /// A source as it came, whole.
 struct Fetched {
     std::string body;         // unpacked where the plugin would unpack it
@@ -33,6 +40,7 @@ struct Fetched {
     std::string encoding;     // what the server packed it by and the plugin does not unpack: "gzip"
     double milliseconds = 0;
     std::vector<Redirect> redirects;
+    Exchange exchange;  // the last
     std::optional<Certificate> certificate;
     bool credentialsRefused = false;  // they were sent, and the answer is 401 or 407
 };

@@ -128,6 +128,17 @@ TEST_F(FetchedOverHttp, MayBeARedirectThatLeadsNowhere) {
     EXPECT_TRUE(fetched.redirects.empty());
 }
 
+TEST_F(FetchedOverHttp, HasTheHeadsOfItsLastRequestAndAnswer) {
+    ScriptedServer server({reply("302 Found", "", "Location: /b\r\n"),
+                           reply("200 OK", "[1]", "Content-Type: application/json\r\n")});
+
+    const Exchange last = fetch(settingsFor(QueryType::Json, server.url("/a")), patience).exchange;
+
+    EXPECT_EQ(last.request,
+              "GET /b HTTP/1.1\nHost: " + server.address() + "\nUser-Agent: NXR/1.0\n");
+    EXPECT_EQ(last.answer, "HTTP/1.1 200 OK\nContent-Type: application/json\nContent-Length: 3\n");
+}
+
 }  // namespace
 
 }  // namespace probe

@@ -179,6 +179,17 @@ TEST_F(FetchedWithLogin, IsNotThereOverFtp) {
     EXPECT_STREQ(failure.what(), "is not there, says the server");
 }
 
+TEST_F(FetchedWithLogin, TellsOfTheExchangeWithoutWhatProvesWhoAsks) {
+    ScriptedServer server([](const std::string& request) {
+        const bool isAda = request.find("Authorization: Basic ") != std::string::npos;
+        return isAda ? reply("200 OK", "[1]", "Set-Cookie: id=s3cret\r\n")
+                     : intake::challenge({intake::BASIC}, "who?");
+    });
+    const Exchange last = fetch(withUser(QueryType::Json, server.url("/")), patience).exchange;
+    EXPECT_NE(last.request.find("\nAuthorization: ••••\n"), std::string::npos) << last.request;
+    EXPECT_NE(last.answer.find("\nSet-Cookie: ••••\n"), std::string::npos) << last.answer;
+}
+
 }  // namespace
 
 }  // namespace probe

@@ -57,6 +57,20 @@ bool hasLine(std::string_view header, std::string_view name) {
     return intake::lowerCase(header).find("\n" + std::string(name)) != std::string::npos;
 }
 
+/// Adds a line of a head, without what proves who asks. The empty line at its end is left out.
+void appendShown(std::string_view line, std::string& head) {
+    constexpr std::array secret{"authorization", "proxy-authorization", "cookie", "set-cookie"};
+    constexpr std::size_t longest = 16'000;
+    line = line.substr(0, line.find_last_not_of("\r\n") + 1);
+    if (line.empty() || head.size() + line.size() > longest) return;
+    const std::string_view name = line.substr(0, line.find(':'));
+    const bool isSecret = std::any_of(secret.begin(), secret.end(), [name](const char* each) {
+        return intake::equalIgnoringCase(name, each);
+    });
+    head += isSecret ? std::string(name) + ": ••••" : std::string(line);
+    head += '\n';
+}
+
 }  // namespace
 
 Transfer::Transfer() : words_(CURL_ERROR_SIZE), handle_(newHandle()) {
@@ -100,6 +114,7 @@ CURLcode Transfer::run(std::chrono::milliseconds limit, Sink sink) {
     location_.clear();
     encoding_.clear();
     words_[0] = 0;
+    exchange_ = {};
     status_ = followUps_ = 0;
     isWithinHeader_ = hasProvedToServer_ = hasProvedToProxy_ = hasBegunTls_ = false;
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
@@ -132,6 +147,7 @@ bool Transfer::isHttp() const {
 /// Takes the lines of every answer; over FTP all that the server says.
 void Transfer::noteHeader(std::string_view line) {
     if (line.starts_with("HTTP/")) {
+        exchange_.answer.clear();
         if (leadsOn()) redirects_.push_back({status_, address()});
         followUps_ = number(CURLINFO_REDIRECT_COUNT);
         location_.clear();
@@ -142,6 +158,7 @@ void Transfer::noteHeader(std::string_view line) {
         isWithinHeader_ = false;
         stayOnHttps();
     }
+    if (isHttp()) appendShown(line, exchange_.answer);
     if (const auto value = valueOf(line, "location:"); !value.empty()) location_ = value;
     if (const auto value = valueOf(line, "content-encoding:"); !value.empty()) encoding_ = value;
 }
@@ -166,8 +183,15 @@ void Transfer::stayOnHttps() {
 
 /// A header may come in pieces, of which the first has the method.
 void Transfer::noteRequest(std::string_view header) {
-    if (header.starts_with("GET ") || header.starts_with("CONNECT "))
+    if (header.starts_with("GET ") || header.starts_with("CONNECT ")) {
         hasProvedToServer_ = hasProvedToProxy_ = false;
+        exchange_ = {};
+    }
+    for (std::size_t at = 0; at < header.size();) {
+        const std::size_t end = std::min(header.find('\n', at), header.size() - 1) + 1;
+        appendShown(header.substr(at, end - at), exchange_.request);
+        at = end;
+    }
     hasProvedToServer_ = hasProvedToServer_ || hasLine(header, "authorization:");
     hasProvedToProxy_ = hasProvedToProxy_ || hasLine(header, "proxy-authorization:");
 }

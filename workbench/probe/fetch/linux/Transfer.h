@@ -50,6 +50,7 @@ public:
     bool hasProvedToServer() const { return hasProvedToServer_; }  // in the latest request
     bool hasProvedToProxy() const { return hasProvedToProxy_; }
     bool hasBegunTls() const { return hasBegunTls_; }
+    const Exchange& exchange() const { return exchange_; }  // the latest
     std::string libraryWords() const { return words_.data(); }
 
 private:
@@ -73,6 +74,7 @@ private:
     std::vector<Redirect> redirects_;
     std::string location_;
     std::string encoding_;
+    Exchange exchange_;
     long status_ = 0;     // of the latest answer
     long followUps_ = 0;  // until then, for a redirect or to prove who asks
     bool isWithinHeader_ = false;

@@ -217,6 +217,7 @@ Fetched UrlFetch::fetched() {
     fetched.body = std::move(body_);
     fetched.address = transfer_.address();
     fetched.status = status();
+    fetched.exchange = transfer_.exchange();
     fetched.contentType = transfer_.text(CURLINFO_CONTENT_TYPE);
     fetched.encoding = isPacked_ ? transfer_.encoding() : "";
     fetched.redirects = std::move(earlierRedirects_);
