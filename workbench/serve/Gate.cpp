@@ -62,7 +62,7 @@ std::optional<WebResponse> Gate::refusal(const WebRequest& request, bool isUpgra
         return serve::refusal(403, "This request comes from another page.");
     if (isWriting(request) && !isJson(request))
         return serve::refusal(415, "Only application/json is taken.");
-    const bool needsCookie = isApi(request) && !isLogin(request);
+    const bool needsCookie = isUpgrade || (isApi(request) && !isLogin(request));
     if (needsCookie && !hasCookie(request.header("Cookie")))
         return serve::refusal(401, "Open the address that was printed when the server began.");
     return std::nullopt;

@@ -67,6 +67,13 @@ TEST(GateTest, ShowsThePageItselfToAnybody) {
     EXPECT_EQ(statusOf(Gate(port, session), request("GET", "/app.js")), 0U);
 }
 
+TEST(GateTest, OpensNoWebSocketWithoutTheCookieWhateverItsPath) {
+    const Gate gate(port, session);
+    for (const char* const path : {"/api/v1/events", "/", "api/v1/events", "/api/v1/session"})
+        EXPECT_EQ(statusOf(gate, request("GET", path), true), 401U) << path;
+    EXPECT_EQ(statusOf(gate, request("POST", "/api/v1/session"), true), 401U);
+}
+
 TEST(GateTest, GivesTheCookieForTheTokenOnly) {
     const Gate gate(port, session);
     EXPECT_EQ(gate.token().size(), 64U);
