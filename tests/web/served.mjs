@@ -1,13 +1,13 @@
-// A scene that is served, and a browser that looks at it.
+// A scene that is served, and requests to it as the page sends them.
 
 import { spawn } from "node:child_process";
 import { once } from "node:events";
 import { mkdtemp, rm, writeFile } from "node:fs/promises";
+import http from "node:http";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
-import { chromium } from "playwright-core";
 
-const program = process.env.WORKBENCH;
+export const program = process.env.WORKBENCH;
 if (program === undefined) throw new Error("WORKBENCH names the program to test");
 
 /** The parameters of an instance that reads JSON. */
@@ -25,25 +25,88 @@ export function rows(count) {
   return JSON.stringify({ rows: Array.from({ length: count }, (_, i) => ({ id: i })) });
 }
 
+/** Asks, and gives status, headers and text. */
+export function request(address, method, headers = {}, body = undefined) {
+  return new Promise((resolve, reject) => {
+    const asked = http.request(address, { method, headers }, async (answer) => {
+      let text = "";
+      for await (const part of answer) text += part;
+      resolve({ status: answer.statusCode, headers: answer.headers, text });
+    });
+    asked.on("error", reject);
+    asked.on("upgrade", (answer, socket) => {
+      socket.destroy();
+      resolve({ status: answer.statusCode, headers: answer.headers, text: "" });
+    });
+    asked.end(body);
+  });
+}
+
 /** A folder with a scene of these instances, and a server of it. Ends with close(). */
 export class Served {
+  #cookie = "";
+
   static async start(instances, files = {}) {
     const served = new Served();
     served.folder = await mkdtemp(join(tmpdir(), "intake-page-"));
     for (const [name, content] of Object.entries(files)) await served.write(name, content);
     await served.write("show.scene.json", JSON.stringify({ instances }));
-    await served.#launch();
+    await served.launch([]);
     return served;
   }
 
-  async #launch() {
-    this.process = spawn(program, ["serve", "show.scene.json"], {
+  async launch(options) {
+    this.process = spawn(program, ["serve", "show.scene.json", ...options], {
       cwd: this.folder,
       stdio: ["ignore", "pipe", "ignore"],
     });
     const [line] = await once(this.process.stdout, "data");
     this.address = line.toString().trim();
     this.origin = new URL(this.address).origin;
+    this.port = Number(new URL(this.address).port);
+    this.#cookie = "";
+  }
+
+  /** What the program says when it is run in the folder of the scene. */
+  async run(...words) {
+    const child = spawn(program, words, { cwd: this.folder, stdio: ["ignore", "pipe", "ignore"] });
+    let text = "";
+    for await (const part of child.stdout) text += part;
+    return text;
+  }
+
+  async logIn() {
+    if (this.#cookie !== "") return this.#cookie;
+    const token = new URL(this.address).hash.replace("#t=", "");
+    const answer = await request(`${this.origin}/api/v1/session`, "POST", this.headers(), JSON.stringify({ token }));
+    this.#cookie = answer.headers["set-cookie"][0].split(";")[0];
+    return this.#cookie;
+  }
+
+  headers(more = {}) {
+    return { "Content-Type": "application/json", Origin: this.origin, ...more };
+  }
+
+  /** Asks as the page does. */
+  async ask(method, path, body = undefined) {
+    const headers = this.headers({ Cookie: await this.logIn() });
+    const text = body === undefined ? undefined : JSON.stringify(body);
+    const answer = await request(`${this.origin}/api/v1${path}`, method, headers, text);
+    const json = answer.text === "" ? undefined : JSON.parse(answer.text);
+    return { status: answer.status, body: json };
+  }
+
+  async get(path) {
+    const { status, body } = await this.ask("GET", path);
+    if (status !== 200) throw new Error(`${path}: ${status} ${JSON.stringify(body)}`);
+    return body;
+  }
+
+  /** Sets parameters, whatever the revision is just now. */
+  async set(name, values) {
+    const path = `/instances/${encodeURIComponent(name)}`;
+    const { revision } = await this.get(path);
+    return this.ask("PATCH", path, { revision, set: values });
   }
 
   write(name, content) {
@@ -63,29 +126,5 @@ export class Served {
   async close() {
     await this.end();
     await rm(this.folder, { recursive: true });
-  }
-}
-
-/** One browser for all tests. As root it runs without a sandbox only. */
-export function openBrowser() {
-  const args = process.getuid() === 0 ? ["--no-sandbox"] : [];
-  return chromium.launch({ executablePath: "/usr/bin/chromium", args });
-}
-
-/** The cells of an instance's row, by the words of the table's head. */
-export async function rowOf(page, name) {
-  const cells = await page.locator(`tr:has(th:text-is("${name}")) > *`).allInnerTexts();
-  const [state, , records, leftOver, age, took, next, words] = cells.map((text) => text.trim());
-  return { state, records, leftOver, age, took, next, words };
-}
-
-/** Waits until the row of an instance is as wanted. */
-export async function waitForRow(page, name, isWanted) {
-  const end = Date.now() + 20_000;
-  for (;;) {
-    const row = await rowOf(page, name);
-    if (isWanted(row)) return row;
-    if (Date.now() > end) throw new Error(`"${name}" stays ${JSON.stringify(row)}`);
-    await new Promise((resolve) => setTimeout(resolve, 50));
   }
 }

@@ -6,7 +6,10 @@ import { copyFile, mkdir } from "node:fs/promises";
 const folder = process.argv[2] ?? "dist";
 await mkdir(folder, { recursive: true });
 await build({
-  entryPoints: { app: "src/main.tsx" },
+  entryPoints: [
+    { in: "src/main.tsx", out: "app" },
+    { in: "src/styles/app.css", out: "app" },
+  ],
   outdir: folder,
   bundle: true,
   minify: true,
@@ -16,6 +19,6 @@ await build({
   jsx: "automatic",
   jsxImportSource: "preact",
 });
-for (const file of ["app.css", "icon.svg", "index.html"]) {
+for (const file of ["icon.svg", "index.html"]) {
   await copyFile(`src/${file}`, `${folder}/${file}`);
 }

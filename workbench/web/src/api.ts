@@ -1,49 +1,30 @@
-// What the server is asked, and what it tells. Shapes are those of /api/v1.
+// What the server is asked.
 
-export type State = "failed" | "late" | "empty" | "stale" | "loading" | "waiting" | "loaded";
-
-export interface Instance {
-  name: string;
-  state: State;
-  records: number | null;
-  before: number | null;
-  leftOver: number;
-  age: number | null; // seconds, at the time of the event
-  duration: number | null;
-  next: number | null;
-  words: string;
-}
-
-export interface About {
-  program: string;
-  scene: string;
-  seq: number;
-}
-
-export type StageState = "ok" | "warning" | "failed" | "skipped";
-
-export interface Stage {
-  stage: string;
-  state: StageState;
-  seen: string;
-  place: string;
-  cause: string;
-  next: string;
-  set: Record<string, string>;
-  records?: number;
-}
-
-export interface Explanation {
-  ok: boolean;
-  records: number;
-  stages: Stage[];
-}
-
-export type Event =
-  | { seq: number; type: "instances"; instances: Instance[] }
-  | { seq: number; type: "resync" };
+import type {
+  About,
+  Details,
+  DryRun,
+  Explanation,
+  Field,
+  FieldPage,
+  Instance,
+  Load,
+  Outline,
+  Parameter,
+  Values,
+} from "./shapes.js";
 
 const base = "/api/v1";
+
+/** An answer other than a good one, with the sentence that came with it. */
+export class Refusal extends Error {
+  constructor(
+    readonly status: number,
+    sentence: string,
+  ) {
+    super(sentence);
+  }
+}
 
 async function ask<T>(method: string, path: string, body?: object): Promise<T> {
   const init: RequestInit = { method };
@@ -53,7 +34,8 @@ async function ask<T>(method: string, path: string, body?: object): Promise<T> {
   }
   const response = await fetch(base + path, init);
   const text = await response.text();
-  if (!response.ok) throw new Error(errorIn(text) ?? `The server answers with ${response.status}.`);
+  if (!response.ok)
+    throw new Refusal(response.status, errorIn(text) ?? `The server answers with ${response.status}.`);
   return (text === "" ? undefined : JSON.parse(text)) as T;
 }
 
@@ -65,6 +47,10 @@ function errorIn(text: string): string | undefined {
   }
 }
 
+export function sentenceOf(fault: unknown): string {
+  return fault instanceof Error ? fault.message : String(fault);
+}
+
 /** Swaps the token of the address for a cookie, and takes it out of the address bar. */
 export async function logIn(): Promise<void> {
   const token = new URLSearchParams(location.hash.slice(1)).get("t");
@@ -73,13 +59,30 @@ export async function logIn(): Promise<void> {
   await ask("POST", "/session", { token });
 }
 
-export const about = (): Promise<About> => ask("GET", "/about");
-export const instances = (): Promise<Instance[]> => ask("GET", "/instances");
-export const load = (name: string): Promise<void> =>
-  ask("POST", `/instances/${encodeURIComponent(name)}/load`);
+const pathOf = (name: string): string => `/instances/${encodeURIComponent(name)}`;
 
-export const explain = (name: string): Promise<Explanation> =>
-  ask("POST", `/instances/${encodeURIComponent(name)}/explain`);
+export const about = (): Promise<About> => ask("GET", "/about");
+export const parameters = (): Promise<Parameter[]> => ask("GET", "/parameters");
+export const instances = (): Promise<Instance[]> => ask("GET", "/instances");
+export const details = (name: string): Promise<Details> => ask("GET", pathOf(name));
+export const edit = (name: string, revision: number, set: Values): Promise<Details> =>
+  ask("PATCH", pathOf(name), { revision, set });
+export const load = (name: string): Promise<void> => ask("POST", `${pathOf(name)}/load`);
+export const explain = (name: string): Promise<Explanation> => ask("POST", `${pathOf(name)}/explain`);
+export const dryRun = (name: string, allowWrites: boolean): Promise<DryRun> =>
+  ask("POST", `${pathOf(name)}/dryrun`, { allowWrites });
+export const store = (): Promise<{ fields: Field[] }> => ask("GET", "/store");
+export const storeField = (field: string, from: number, count: number): Promise<FieldPage> =>
+  ask("GET", `/store/${encodeURIComponent(field)}?from=${from}&count=${count}`);
+export const loads = (): Promise<{ loads: Load[] }> => ask("GET", "/loads");
+
+/** What the source has at a place, or all that has a text in its name or value. */
+export function explore(name: string, at: string, find: string, limit: number): Promise<Outline> {
+  const wish = new URLSearchParams({ limit: String(limit) });
+  if (at !== "") wish.set("at", at);
+  if (find !== "") wish.set("find", find);
+  return ask("GET", `${pathOf(name)}/explore?${wish}`);
+}
 
 export function openEvents(since: number): WebSocket {
   return new WebSocket(`ws://${location.host}${base}/events?since=${since}`);

@@ -1,7 +1,11 @@
 import { render } from "preact";
+import { App } from "./app.js";
 import { start } from "./session.js";
-import { Wall } from "./wall.js";
 
-const place = document.getElementById("app");
-if (place !== null) render(<Wall />, place);
-void start();
+function open(): void {
+  void start();
+  const place = document.getElementById("app");
+  if (place !== null) render(<App />, place);
+}
+
+open();

@@ -2,9 +2,11 @@
 
 import { signal } from "@preact/signals";
 import * as api from "./api.js";
+import { noteLoads } from "./loads.js";
+import type { Event, Instance } from "./shapes.js";
 
 /** An instance, and when the page heard of it, by the browser's clock in milliseconds. */
-export interface Seen extends api.Instance {
+export interface Seen extends Instance {
   at: number;
 }
 
@@ -12,13 +14,16 @@ export const scene = signal("");
 export const seen = signal<Seen[]>([]);
 export const error = signal("");
 
+/** The last settings that somebody has changed. */
+export const edited = signal({ name: "", revision: 0 });
+
 /** When the connection broke; 0 while it stands. */
 export const brokenAt = signal(0);
 
 const retryAfter = 1000; // milliseconds
 let last = 0;
 
-function note(states: api.Instance[], isAll: boolean): void {
+function note(states: Instance[], isAll: boolean): void {
   const at = Date.now();
   const fresh = new Map(states.map((state) => [state.name, { ...state, at }]));
   const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
@@ -31,19 +36,21 @@ async function readAll(): Promise<void> {
   scene.value = about.scene;
   last = about.seq;
   note(await api.instances(), true);
+  noteLoads((await api.loads()).loads, true);
 }
 
-function take(event: api.Event): void {
+function take(event: Event): void {
   last = event.seq;
-  if (event.type === "resync") void start();
-  else note(event.instances, false);
+  if (event.type === "instances") note(event.instances, false);
+  else if (event.type === "loads") noteLoads(event.loads, false);
+  else if (event.type === "edited") edited.value = event;
+  else void readAll();
 }
 
 function listen(): void {
   const socket = api.openEvents(last);
   socket.onopen = () => (brokenAt.value = 0);
-  socket.onmessage = (message: MessageEvent<string>) =>
-    take(JSON.parse(message.data) as api.Event);
+  socket.onmessage = (message: MessageEvent<string>) => take(JSON.parse(message.data) as Event);
   socket.onclose = () => {
     if (brokenAt.value === 0) brokenAt.value = Date.now();
     setTimeout(() => void start(), retryAfter);
@@ -58,7 +65,7 @@ export async function start(): Promise<void> {
     error.value = "";
     listen();
   } catch (fault) {
-    error.value = fault instanceof Error ? fault.message : String(fault);
+    error.value = api.sentenceOf(fault);
     if (brokenAt.value === 0) brokenAt.value = Date.now();
     setTimeout(() => void start(), retryAfter);
   }

@@ -1,17 +1,21 @@
 // Why an instance brings what it brings, stage by stage.
 
 import { signal } from "@preact/signals";
+import { useEffect, useRef } from "preact/hooks";
 import * as api from "./api.js";
+import { change } from "./edit/change.js";
+import { brokenAt } from "./session.js";
+import type { Explanation, Stage, StageState } from "./shapes.js";
 
 interface Look {
   name: string;
-  answer: api.Explanation | null; // null as long as it is waited for
+  answer: Explanation | null; // null as long as it is waited for
   error: string;
 }
 
-const look = signal<Look | null>(null);
+export const look = signal<Look | null>(null);
 
-const shapes: Record<api.StageState, string> = {
+const shapes: Record<StageState, string> = {
   ok: "✓",
   warning: "!",
   failed: "✕",
@@ -19,27 +23,35 @@ const shapes: Record<api.StageState, string> = {
 };
 
 export function explain(name: string): void {
-  look.value = { name, answer: null, error: "" };
-  const isStillWanted = (): boolean => look.value?.name === name;
+  const asked: Look = { name, answer: null, error: "" };
+  const finish = (result: Partial<Look>): void => {
+    if (look.value === asked) look.value = { ...asked, ...result };
+  };
+  look.value = asked;
   api.explain(name).then(
-    (answer) => {
-      if (isStillWanted()) look.value = { name, answer, error: "" };
-    },
-    (fault: unknown) => {
-      if (!isStillWanted()) return;
-      look.value = { name, answer: null, error: fault instanceof Error ? fault.message : "" };
-    },
+    (answer) => finish({ answer }),
+    (fault: unknown) => finish({ error: api.sentenceOf(fault) }),
   );
 }
 
-function settings(stage: api.Stage): string {
+export function closeWhy(): void {
+  look.value = null;
+}
+
+async function use(name: string, stage: Stage): Promise<void> {
+  const refusal = await change(name, stage.set);
+  if (refusal === "") explain(name);
+  else look.value = { name, answer: null, error: refusal };
+}
+
+function settings(stage: Stage): string {
   return Object.entries(stage.set)
     .map(([name, value]) => `${name} = ${value}`)
     .join(", ");
 }
 
 /** What was seen, with the part marked that the cause is about. */
-function Seen({ stage }: { stage: api.Stage }) {
+function Seen({ stage }: { stage: Stage }) {
   const at = stage.place === "" ? -1 : stage.seen.lastIndexOf(stage.place);
   if (at < 0) return <span>{stage.seen}</span>;
   return (
@@ -51,8 +63,20 @@ function Seen({ stage }: { stage: api.Stage }) {
   );
 }
 
-function StageRow({ stage }: { stage: api.Stage }) {
-  const hasProposal = Object.keys(stage.set).length > 0;
+function Proposal({ name, stage }: { name: string; stage: Stage }) {
+  return (
+    <p class="proposal">
+      <span>
+        Try: {settings(stage)} ({stage.records} {stage.records === 1 ? "record" : "records"}, checked)
+      </span>
+      <button disabled={brokenAt.value !== 0} onClick={() => void use(name, stage)}>
+        Use this
+      </button>
+    </p>
+  );
+}
+
+function StageRow({ name, stage }: { name: string; stage: Stage }) {
   return (
     <li class={stage.state}>
       <span class="shape">
@@ -64,36 +88,55 @@ function StageRow({ stage }: { stage: api.Stage }) {
         <Seen stage={stage} />
         {stage.cause !== "" && <p>{stage.cause}</p>}
         {stage.next !== "" && <p class="next">{stage.next}</p>}
-        {hasProposal && (
-          <p class="proposal">
-            Try: {settings(stage)} ({stage.records} {stage.records === 1 ? "record" : "records"},
-            checked)
-          </p>
-        )}
+        {Object.keys(stage.set).length > 0 && <Proposal name={name} stage={stage} />}
       </div>
     </li>
   );
 }
 
-export function Why() {
-  const shown = look.value;
-  if (shown === null) return null;
+function Skipped({ stages }: { stages: Stage[] }) {
   return (
-    <section class="why" aria-label={`Why ${shown.name}?`}>
+    <li class="skipped">
+      <span class="shape" aria-hidden="true">
+        {shapes.skipped}
+      </span>
+      <span class="rest">not reached: {stages.map(({ stage }) => stage).join(", ")}</span>
+    </li>
+  );
+}
+
+function Answer({ shown }: { shown: Look }) {
+  if (shown.answer === null)
+    return <p role="status">{shown.error === "" ? "Looking at the source …" : shown.error}</p>;
+  const { stages } = shown.answer;
+  const skipped = stages.filter(({ state, cause }) => state === "skipped" && cause === "");
+  const reached = stages.filter((stage) => !skipped.includes(stage));
+  return (
+    <ol>
+      {reached.map((stage) => (
+        <StageRow key={stage.stage} name={shown.name} stage={stage} />
+      ))}
+      {skipped.length > 0 && <Skipped stages={skipped} />}
+    </ol>
+  );
+}
+
+function Panel({ shown }: { shown: Look }) {
+  const head = useRef<HTMLElement>(null);
+  useEffect(() => head.current?.scrollIntoView({ block: "nearest" }), [shown]);
+  return (
+    <section class="why" aria-label={`Why ${shown.name}?`} ref={head}>
       <header>
         <h2>Why {shown.name}?</h2>
-        <button onClick={() => (look.value = null)}>Close</button>
+        <button class="small" onClick={closeWhy}>
+          Close
+        </button>
       </header>
-      {shown.answer === null && (
-        <p role="status">{shown.error === "" ? "Looking at the source …" : shown.error}</p>
-      )}
-      {shown.answer !== null && (
-        <ol>
-          {shown.answer.stages.map((stage) => (
-            <StageRow key={stage.stage} stage={stage} />
-          ))}
-        </ol>
-      )}
+      <Answer shown={shown} />
     </section>
   );
+}
+
+export function Why() {
+  return look.value === null ? null : <Panel shown={look.value} />;
 }

@@ -9,3 +9,14 @@ export function shortTime(seconds: number): string {
 export function duration(seconds: number): string {
   return seconds < 1 ? `${Math.round(seconds * 1000)} ms` : `${seconds.toFixed(1)} s`;
 }
+
+/** "1 record", "3 records". */
+export function counted(count: number, thing: string): string {
+  return `${count} ${thing}${count === 1 ? "" : "s"}`;
+}
+
+export function sizeText(bytes: number): string {
+  if (bytes < 1000) return counted(bytes, "byte");
+  if (bytes < 1e6) return `${(bytes / 1e3).toFixed(1)} kB`;
+  return `${(bytes / 1e6).toFixed(1)} MB`;
+}

@@ -1,0 +1,98 @@
+// One row for each instance.
+
+import { clock } from "../clock.js";
+import { press } from "../press.js";
+import { brokenAt, seen, type Seen } from "../session.js";
+import { StateWord } from "../state.js";
+import { duration, shortTime } from "../words.js";
+import { explain, Why } from "../why.js";
+import { Log } from "./log.js";
+import { hold, ordered, release } from "./order.js";
+import { Spark } from "./spark.js";
+
+function recordsText(row: Seen): string {
+  if (row.records === null) return "";
+  return row.before === null ? `${row.records}` : `${row.before} → ${row.records}`;
+}
+
+function Actions({ name }: { name: string }) {
+  const isLive = brokenAt.value === 0;
+  return (
+    <td class="actions">
+      <button disabled={!isLive} onClick={() => explain(name)}>
+        Why?
+      </button>
+      <button disabled={!isLive} onClick={() => press(name)}>
+        Load
+      </button>
+    </td>
+  );
+}
+
+function Row({ row }: { row: Seen }) {
+  const passed = (clock.value - row.at) / 1000;
+  const next = row.next === null ? null : Math.max(0, row.next - passed);
+  return (
+    <tr class={row.state}>
+      <td class="state">
+        <StateWord state={row.state} />
+      </td>
+      <th scope="row">
+        <span class="name">{row.name}</span>
+        <span class="words" title={row.words}>
+          {row.words}
+        </span>
+      </th>
+      <td class="number">{recordsText(row)}</td>
+      <td class="number">{row.leftOver > 0 ? row.leftOver : ""}</td>
+      <td class="number">{row.age === null ? "" : shortTime(row.age + passed)}</td>
+      <td class="number minor">{next === null ? "" : shortTime(next)}</td>
+      <td class="number">{row.duration === null ? "" : duration(row.duration)}</td>
+      <td class="minor">
+        <Spark name={row.name} />
+      </td>
+      <Actions name={row.name} />
+    </tr>
+  );
+}
+
+const columns: [string, string][] = [
+  ["state", "state"],
+  ["instance", "instance"],
+  ["records", "number records"],
+  ["left over", "number left"],
+  ["age", "number time"],
+  ["next in", "number time minor"],
+  ["took", "number time"],
+  ["last 100 loads", "loads minor"],
+];
+
+export function Wall() {
+  return (
+    <main class="wall">
+      <h1 class="unseen">Instances</h1>
+      <table onPointerEnter={hold} onPointerLeave={release}>
+        <thead>
+          <tr>
+            {columns.map(([title, style]) => (
+              <th key={title} scope="col" class={style}>
+                {title}
+              </th>
+            ))}
+            <th scope="col" class="actions">
+              <span class="unseen">action</span>
+            </th>
+          </tr>
+        </thead>
+        <tbody>
+          {ordered().map((row) => (
+            <Row key={row.name} row={row} />
+          ))}
+        </tbody>
+      </table>
+      {seen.value.length === 0 && <p class="quiet">The scene has no instances.</p>}
+      <Why />
+      <Log />
+    </main>
+  );
+}
