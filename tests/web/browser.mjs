@@ -40,6 +40,12 @@ export function useBrowser() {
     await page.waitForSelector("tbody tr");
     return page;
   };
+  here.openEdit = async (name, instances, files) => {
+    const page = await here.openWall(instances, files);
+    await button(page, name, "Edit").click();
+    await page.waitForSelector(".field");
+    return page;
+  };
   return here;
 }
 
@@ -67,6 +73,15 @@ export async function waitFor(look, isWanted) {
 }
 
 export const waitForRow = (page, name, isWanted) => waitFor(() => rowOf(page, name), isWanted);
+
+export const field = (page, name) => page.locator(`#field-${name}`);
+
+export const fieldNames = (page) =>
+  page.locator(".field").evaluateAll((fields) => fields.map((each) => each.dataset.parameter));
+
+export const treeRow = (page, name) => page.locator(`.tree .row:has(.text:text-is("${name}"))`);
+
+export const tab = (page, name) => page.locator(`[role="tab"]:text-is("${name}")`);
 
 /** What is serious for those who need help to read. The page runs no script of others, so that the
     check is brought in by the browser itself. */

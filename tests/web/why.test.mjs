@@ -9,7 +9,7 @@ import https from "node:https";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { test } from "node:test";
-import { button, useBrowser, waitForRow } from "./browser.mjs";
+import { button, field, useBrowser, waitForRow } from "./browser.mjs";
 import { instance, live, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -31,6 +31,20 @@ test("a path that is wrong in one letter is explained, and put right by a press"
   assert.equal(right.records.split(" ").at(-1), "3");
   await page.waitForSelector(".why li.failed", { state: "detached" });
   await page.waitForSelector(".why li.ok");
+});
+
+test("the screen to edit explains too, and its fields show what was used", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json", { xpath: "row" })], {
+    "list.json": rows(3),
+  });
+  await page.click('.head button:text-is("Why?")');
+  await page.click('button:text-is("Use this")');
+  await page.waitForSelector(".why li.ok");
+  await page.waitForFunction(() => document.getElementById("field-xpath").value === "rows");
+  await page.waitForSelector(".why li.failed", { state: "detached" });
+  await page.click('.why button:text-is("Close")');
+  await page.waitForSelector('[role="tab"]');
+  assert.equal(await field(page, "xpath").inputValue(), "rows");
 });
 
 test("an array that is rightly empty reads otherwise", async () => {

@@ -1,6 +1,8 @@
 // What is around each screen: the scene, the connection, and dark or light.
 
 import { Announcements } from "./announcements.js";
+import { Edit } from "./edit/edit.js";
+import { edits } from "./route.js";
 import { brokenAt, error, scene } from "./session.js";
 import { swapTheme, theme } from "./theme.js";
 import { Wall } from "./wall/wall.js";
@@ -29,11 +31,12 @@ function Head() {
 }
 
 export function App() {
+  const name = edits.value;
   return (
     <>
       <Head />
       <Broken />
-      <Wall />
+      {name === null ? <Wall /> : <Edit key={name} name={name} />}
       <Announcements />
     </>
   );

@@ -2,6 +2,7 @@
 
 import { clock } from "../clock.js";
 import { press } from "../press.js";
+import { addressOf } from "../route.js";
 import { brokenAt, seen, type Seen } from "../session.js";
 import { StateWord } from "../state.js";
 import { duration, shortTime } from "../words.js";
@@ -19,6 +20,9 @@ function Actions({ name }: { name: string }) {
   const isLive = brokenAt.value === 0;
   return (
     <td class="actions">
+      <button disabled={!isLive} onClick={() => (location.hash = addressOf(name))}>
+        Edit
+      </button>
       <button disabled={!isLive} onClick={() => explain(name)}>
         Why?
       </button>

@@ -1,0 +1,192 @@
+// The screen to edit an instance.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { button, field, fieldNames, useBrowser, waitFor } from "./browser.mjs";
+import { instance, rows } from "./served.mjs";
+
+const here = useBrowser();
+const queryTypes = ["EXCEL", "SQL", "XML", "JSON", "HTML"];
+const kinds = { bool: "checkbox", radio: "select-one", string: "text", text: "textarea", button: "submit", int: "text", float: "text" };
+
+const shownBy = async (name = "list") => (await here.served.get(`/instances/${name}`)).shown;
+
+const isSame = (wanted) => (seen) => seen.join() === wanted.join();
+
+/** Everything that depends on a switch is on. */
+const all = { useAuth: 1, autoLoad: 1, autoLoadInterval: 6000, enableProxy: 1, proxyMode: 2, useCustomHeaders: 1 };
+
+test("labels, kinds and entries are those that the plugin registers", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json", { ...all, mode: 4 })], {
+    "list.json": rows(3),
+  });
+  const registered = JSON.parse(await here.served.run("params", "--out", "json"));
+  const seen = new Set();
+  for (const [mode, type] of queryTypes.entries()) {
+    await here.served.set("list", { queryMode: mode, mode: mode % 2 === 0 ? 4 : 0 });
+    await waitFor(() => fieldNames(page), isSame(await shownBy()));
+    for (const each of registered.filter(({ name }) => name !== "")) {
+      if ((await field(page, each.name).count()) === 0) continue;
+      seen.add(each.name);
+      const found = await field(page, each.name).evaluate((control) => ({
+        label: control.labels?.[0]?.textContent ?? control.textContent,
+        type: control.type,
+        entries: [...(control.options ?? [])].map(({ text }) => text),
+      }));
+      const label = each.label.trim().replace(/:$/, "") || "Custom Headers";
+      assert.equal(found.label, label, each.name);
+      const secret = each.name === "password" || each.name === "proxyPwd";
+      assert.equal(found.type, secret ? "password" : kinds[each.type], each.name);
+      const more = each.name === "queryMode" ? ["HTML"] : [];
+      const entries = (each.entries ?? []).map((entry) => entry.trim());
+      assert.deepEqual(found.entries, each.type === "radio" ? [...entries, ...more] : [], each.name);
+    }
+    assert.equal(await field(page, "queryMode").evaluate((list) => list.selectedOptions[0].text), type);
+  }
+  const wanted = registered.filter(({ hidden, name }) => !hidden && name !== "").map(({ name }) => name);
+  assert.deepEqual([...seen].sort(), wanted.sort());
+});
+
+test("limits are those that the plugin registers", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json", { ...all, mode: 4 })]);
+  const registered = JSON.parse(await here.served.run("params", "--out", "json"));
+  for (const each of registered.filter(({ maximumBytes, hidden }) => maximumBytes !== undefined && !hidden)) {
+    const mode = ["sheet", "range"].includes(each.name) ? 0 : ["connStr", "query"].includes(each.name) ? 1 : 2;
+    const isProxy = each.name.startsWith("proxy");
+    await here.served.set("list", { queryMode: isProxy ? 3 : mode, mode: each.name === "key" || each.name === "table" ? 0 : 4 });
+    await field(page, each.name).waitFor();
+    const note = page.locator(`#note-${each.name}`);
+    await field(page, each.name).fill("x".repeat(each.maximumBytes));
+    assert.equal(await note.innerText(), "0 bytes left", each.name);
+    await field(page, each.name).fill("x".repeat(each.maximumBytes + 1));
+    assert.equal(await note.innerText(), `${each.maximumBytes + 1} bytes; at most ${each.maximumBytes} fit.`);
+    await field(page, each.name).fill("");
+  }
+});
+
+test("in each query type and mode those fields are there that the plugin shows", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const sets = new Set();
+  for (const queryMode of queryTypes.keys()) {
+    for (let mode = 0; mode < 5; ++mode) {
+      await here.served.set("list", { queryMode, mode });
+      const shown = await shownBy();
+      await waitFor(() => fieldNames(page), isSame(shown));
+      sets.add(shown.join());
+    }
+  }
+  assert.ok(sets.size >= 8, `only ${sets.size} differ`);
+});
+
+test("another query type shows and hides at once, and the focus stays", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
+  await field(page, "xpath").waitFor();
+  await field(page, "queryMode").focus();
+  let longest = 0;
+  for (const [i, type] of [...queryTypes.entries(), ...queryTypes.entries()]) {
+    const before = await fieldNames(page);
+    const began = Date.now();
+    await field(page, "queryMode").selectOption(type);
+    await waitFor(() => fieldNames(page), (names) => !isSame(before)(names));
+    longest = Math.max(longest, Date.now() - began);
+    assert.equal(await page.evaluate(() => document.activeElement?.id), "field-queryMode");
+    assert.equal((await here.served.get("/instances/list")).values.queryMode, i);
+  }
+  console.log(`# at most ${longest} ms`);
+  assert.ok(longest < 2000, `${longest} ms`);
+});
+
+test("a text over its limit is refused beside its field, in bytes, and not sent", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  await field(page, "key").fill("ä".repeat(40));
+  await field(page, "key").press("Enter");
+  assert.equal(await page.innerText("#note-key"), "80 bytes; at most 79 fit.");
+  assert.equal(await field(page, "key").getAttribute("aria-invalid"), "true");
+  await field(page, "key").fill("ä".repeat(39));
+  assert.equal(await page.innerText("#note-key"), "1 bytes left");
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "ä".repeat(39));
+  assert.equal((await here.served.get("/instances/list")).revision, 2);
+});
+
+test("a number that is none, or out of range, is refused and not sent", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json", { autoLoad: 1 })]);
+  for (const [typed, said] of [["soon", "This is no number."], ["6001", "Between 0 and 6000."], ["-1", "Between 0 and 6000."], ["", "This is no number."]]) {
+    await field(page, "autoLoadInterval").fill(typed);
+    await field(page, "autoLoadInterval").press("Enter");
+    assert.equal(await page.innerText("#note-autoLoadInterval"), said, typed);
+  }
+  assert.equal((await here.served.get("/instances/list")).revision, 1);
+  await field(page, "autoLoadInterval").fill("7.5");
+  await field(page, "autoLoadInterval").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.autoLoadInterval, (value) => value === 7.5);
+});
+
+test("an edit of somebody else is not overwritten, and what was typed is kept", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  await field(page, "key").fill("typed");
+  let isFirst = true;
+  await page.route("**/api/v1/instances/list", async (route) => {
+    if (isFirst && route.request().method() === "PATCH") {
+      isFirst = false;
+      await here.served.set("list", { table: "Other" });
+    }
+    await route.continue();
+  });
+  await field(page, "key").press("Enter");
+  await page.waitForSelector("text=Somebody else has changed this instance just now.");
+  assert.equal(await field(page, "key").inputValue(), "typed");
+  assert.equal(await field(page, "table").inputValue(), "Other");
+  assert.equal((await here.served.get("/instances/list")).values.key, "");
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
+  await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+});
+
+test("what the server refuses stands beside the field", async () => {
+  const secrets = { useCustomHeaders: 1, customHeaders: "X-Key: hidden" };
+  const page = await here.openEdit("list", [instance("list", "list.json", secrets)]);
+  const before = await field(page, "customHeaders").inputValue();
+  assert.match(before, /••••/);
+  await field(page, "customHeaders").fill("X-Other: ••••\nX-More: ••••");
+  await field(page, "table").focus();
+  await waitFor(() => page.innerText("#note-customHeaders"), (note) => note !== "");
+  assert.equal(await field(page, "customHeaders").inputValue(), "X-Other: ••••\nX-More: ••••");
+  assert.equal((await here.served.get("/instances/list")).values.customHeaders, before);
+});
+
+test("a reload keeps the screen, and the way back leads to the wall", async () => {
+  const page = await here.openEdit("a list/b", [instance("a list/b", "list.json")]);
+  assert.equal(new URL(page.url()).hash, "#edit/a%20list%2Fb");
+  await page.reload();
+  await page.waitForSelector('h1:text-is("a list/b")');
+  await page.click("text=All instances");
+  await page.waitForSelector("tbody tr");
+});
+
+test("on air is told where an instance loads by itself", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const told = page.locator("text=Changes are on air with the next load.");
+  assert.equal(await told.count(), 0);
+  await field(page, "autoLoad").check();
+  await told.waitFor();
+});
+
+test("two tabs show the same settings", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const other = await here.window();
+  await other.goto(page.url());
+  await other.waitForSelector(".field");
+  await field(page, "table").fill("Both");
+  await field(page, "table").press("Enter");
+  await waitFor(() => field(other, "table").inputValue(), (value) => value === "Both");
+  await field(other, "mode").selectOption("DataTable");
+  await waitFor(() => field(page, "mode").inputValue(), (value) => value === "0");
+});
+
+test("Load is a parameter as any other, and loads once", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
+  await field(page, "load").dblclick();
+  await page.waitForSelector('.head .number:text-is("3 records")');
+  assert.equal((await here.served.get("/loads")).loads.length, 1);
+});

@@ -1,0 +1,142 @@
+// One parameter: its label, what sets it, and what is wrong with what was typed.
+
+import { press } from "../press.js";
+import { brokenAt } from "../session.js";
+import type { Parameter } from "../shapes.js";
+import { isNumber, problemWith, roomLeft } from "./limits.js";
+import { entriesOf, isSecret, labelOf } from "./parameters.js";
+import { details, draft, drafts, problems, send } from "./settings.js";
+
+interface Props {
+  instance: string;
+  parameter: Parameter;
+}
+
+const idOf = (parameter: Parameter): string => `field-${parameter.name}`;
+const noteOf = (parameter: Parameter): string => `note-${parameter.name}`;
+
+function stored({ name, default: initial }: Parameter): string {
+  return String(details.value?.values[name] ?? initial ?? "");
+}
+
+const shownText = (parameter: Parameter): string => drafts.value[parameter.name] ?? stored(parameter);
+
+function type(parameter: Parameter, typed: string): void {
+  draft(parameter.name, typed, problemWith(parameter, typed));
+}
+
+/** What is typed goes when the field is left, or on Enter. */
+function commit({ instance, parameter }: Props): void {
+  const typed = drafts.value[parameter.name];
+  if (typed === undefined || problemWith(parameter, typed) !== "") return;
+  if (typed === stored(parameter)) draft(parameter.name, typed, "");
+  else void send(instance, { [parameter.name]: isNumber(parameter) ? Number(typed) : typed });
+}
+
+function attributes(parameter: Parameter) {
+  return {
+    id: idOf(parameter),
+    "aria-describedby": noteOf(parameter),
+    "aria-invalid": problems.value[parameter.name] !== undefined,
+    disabled: brokenAt.value !== 0,
+  };
+}
+
+function TextLine(props: Props) {
+  const { parameter } = props;
+  return (
+    <input
+      {...attributes(parameter)}
+      type={isSecret(parameter) ? "password" : "text"}
+      inputMode={isNumber(parameter) ? "decimal" : "text"}
+      autocomplete="off"
+      spellcheck={false}
+      value={shownText(parameter)}
+      onFocus={(event) => isSecret(parameter) && event.currentTarget.select()}
+      onInput={(event) => type(parameter, event.currentTarget.value)}
+      onBlur={() => commit(props)}
+      onKeyDown={(event) => event.key === "Enter" && commit(props)}
+    />
+  );
+}
+
+function TextBox(props: Props) {
+  const { parameter } = props;
+  return (
+    <textarea
+      {...attributes(parameter)}
+      rows={3}
+      spellcheck={false}
+      value={shownText(parameter)}
+      onInput={(event) => type(parameter, event.currentTarget.value)}
+      onBlur={() => commit(props)}
+    />
+  );
+}
+
+function Switch({ instance, parameter }: Props) {
+  return (
+    <input
+      {...attributes(parameter)}
+      type="checkbox"
+      checked={stored(parameter) !== "0"}
+      onChange={(event) =>
+        void send(instance, { [parameter.name]: event.currentTarget.checked ? 1 : 0 })
+      }
+    />
+  );
+}
+
+function Choice({ instance, parameter }: Props) {
+  return (
+    <select
+      {...attributes(parameter)}
+      value={stored(parameter)}
+      onChange={(event) => void send(instance, { [parameter.name]: Number(event.currentTarget.value) })}
+    >
+      {entriesOf(parameter).map((entry, i) => (
+        <option key={entry} value={String(i)}>
+          {entry}
+        </option>
+      ))}
+    </select>
+  );
+}
+
+function Press({ instance, parameter }: Props) {
+  return (
+    <button {...attributes(parameter)} onClick={() => press(instance)}>
+      {labelOf(parameter)}
+    </button>
+  );
+}
+
+const controls: Record<string, (props: Props) => preact.JSX.Element> = {
+  bool: Switch,
+  radio: Choice,
+  int: TextLine,
+  float: TextLine,
+  string: TextLine,
+  container: TextLine,
+  text: TextBox,
+  button: Press,
+};
+
+export function Field(props: Props) {
+  const { parameter } = props;
+  const Control = controls[parameter.type];
+  if (Control === undefined) return null;
+  const problem = problems.value[parameter.name];
+  const note = problem ?? roomLeft(parameter, shownText(parameter));
+  return (
+    <div class={`field ${parameter.type}`} data-parameter={parameter.name}>
+      {parameter.type === "button" ? <span /> : <label for={idOf(parameter)}>{labelOf(parameter)}</label>}
+      <div>
+        <Control {...props} />
+        <p id={noteOf(parameter)} class={problem === undefined ? "room" : "problem"} aria-live="polite">
+          {note}
+        </p>
+      </div>
+    </div>
+  );
+}
