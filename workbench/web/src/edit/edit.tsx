@@ -1,15 +1,18 @@
-// One instance: its parameters, and why it brings what it brings.
+// One instance: its parameters, and what a load would do.
 
 import { useEffect } from "preact/hooks";
+import { forgetDry } from "../result/dryrun.js";
+import { Results } from "../result/results.js";
 import { brokenAt, seen } from "../session.js";
 import { StateWord } from "../state.js";
-import { closeWhy, explain, Why } from "../why.js";
+import { closeWhy, explain, look, Why } from "../why.js";
 import { Fields } from "./fields.js";
 import { readParameters } from "./parameters.js";
 import { details, notice, open } from "./settings.js";
 
 function begin(name: string): () => void {
   closeWhy();
+  forgetDry();
   open(name);
   void readParameters().catch((fault: unknown) => (notice.value = String(fault)));
   return closeWhy;
@@ -55,7 +58,7 @@ export function Edit({ name }: { name: string }) {
       <div class="panes">
         <Fields instance={name} />
         <div class="looks">
-          <Why />
+          {look.value === null ? <Results instance={name} /> : <Why />}
         </div>
       </div>
     </main>

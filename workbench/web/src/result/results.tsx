@@ -1,0 +1,97 @@
+// What a load would bring and do, and what is in the data store now.
+
+import { signal } from "@preact/signals";
+import { press } from "../press.js";
+import { brokenAt } from "../session.js";
+import type { DryRun } from "../shapes.js";
+import { counted, duration } from "../words.js";
+import { Changes } from "./changes.js";
+import { dry, isOutdated, runDry } from "./dryrun.js";
+import { Records } from "./records.js";
+import { Script } from "./script.js";
+import { Store } from "./store.js";
+import { Tabs } from "./tabs.js";
+
+const tabs: Record<string, (props: { answer: DryRun }) => preact.JSX.Element> = {
+  RECORDS: Records,
+  SCRIPT: Script,
+  CHANGES: Changes,
+};
+const names = [...Object.keys(tabs), "STORE"];
+const chosen = signal("RECORDS");
+
+const outcomes: Record<DryRun["outcome"], string> = {
+  loaded: "loaded",
+  empty: "empty",
+  failed: "failed",
+  notExecuted: "not executed",
+  late: "no answer in time",
+  mayWrite: "not run",
+};
+
+function summary(answer: DryRun): string {
+  if (answer.outcome === "mayWrite") return "";
+  return `${counted(answer.records, "record")}, ${duration(answer.duration)}`;
+}
+
+function Said() {
+  const { isRunning, answer, error } = dry.value;
+  if (isRunning) return <p role="status">Trying …</p>;
+  if (error !== "") return <p role="status" class="bad">{error}</p>;
+  if (answer === null) return <p role="status">Nothing has been tried yet.</p>;
+  return (
+    <p role="status" class={`outcome ${answer.outcome}`}>
+      <strong>{outcomes[answer.outcome]}</strong> {summary(answer)}
+    </p>
+  );
+}
+
+/** A query that may write is run only when somebody has said so. */
+function AskFirst({ instance }: { instance: string }) {
+  return (
+    <p class="ask">
+      This query may write into its database, so it has not been run.
+      <button onClick={() => void runDry(instance, true)}>Run it once all the same</button>
+    </p>
+  );
+}
+
+function Answer({ instance }: { instance: string }) {
+  const { answer } = dry.value;
+  const Tab = tabs[chosen.value];
+  if (Tab === undefined) return <Store />;
+  if (answer === null) return <p class="quiet">A dry run shows here what a load would bring.</p>;
+  if (answer.outcome === "mayWrite") return <AskFirst instance={instance} />;
+  return (
+    <>
+      {isOutdated() && <p class="bad">The settings have changed since this dry run.</p>}
+      {answer.error !== "" && <p class="fault">{answer.error}</p>}
+      <Tab answer={answer} />
+    </>
+  );
+}
+
+export function Results({ instance }: { instance: string }) {
+  const isLive = brokenAt.value === 0;
+  return (
+    <section class="results" aria-label="Results">
+      <header>
+        <Tabs names={names} chosen={chosen} />
+        <Said />
+        <button
+          class="small"
+          disabled={!isLive || dry.value.isRunning}
+          onClick={() => void runDry(instance, false)}
+        >
+          Dry run
+        </button>
+        <button class="small" disabled={!isLive} onClick={() => press(instance)}>
+          Load to store
+        </button>
+      </header>
+      <div class="answer" id="results" role="tabpanel" aria-labelledby={`tab-${chosen.value}`}>
+        <Answer instance={instance} />
+      </div>
+    </section>
+  );
+}

@@ -1,0 +1,66 @@
+// The data store as it is, read again when a load has come.
+
+import { effect, signal } from "@preact/signals";
+import * as api from "../api.js";
+import { loadsOf } from "../loads.js";
+import type { Field, FieldPage } from "../shapes.js";
+
+export const entriesOfPage = 50;
+
+export const fields = signal<Field[]>([]);
+export const page = signal<FieldPage | null>(null); // of the field that is open
+export const from = signal(0);
+export const failure = signal("");
+
+const pause = 1000; // milliseconds, so that a fast instance does not keep the page busy
+const isShown = signal(false);
+let timer: ReturnType<typeof setTimeout> | undefined;
+
+async function readPage(field: string, first: number): Promise<void> {
+  page.value = await api.storeField(field, first, entriesOfPage);
+  from.value = first;
+}
+
+async function read(): Promise<void> {
+  try {
+    fields.value = (await api.store()).fields;
+    if (page.value !== null) await readPage(page.value.name, from.value);
+    failure.value = "";
+  } catch (fault) {
+    failure.value = api.sentenceOf(fault);
+  }
+}
+
+function readSoon(): void {
+  timer ??= setTimeout(() => {
+    timer = undefined;
+    if (isShown.peek()) void read();
+  }, pause);
+}
+
+/** Reads as long as it is shown; gives what ends that. */
+export function showStore(): () => void {
+  isShown.value = true;
+  void read();
+  return () => {
+    isShown.value = false;
+    page.value = null;
+  };
+}
+
+export async function turnTo(field: string, first: number): Promise<void> {
+  try {
+    await readPage(field, first);
+  } catch (fault) {
+    failure.value = api.sentenceOf(fault);
+  }
+}
+
+export function closeField(): void {
+  page.value = null;
+}
+
+effect(() => {
+  loadsOf.value;
+  if (isShown.value) readSoon();
+});
