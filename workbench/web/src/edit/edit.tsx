@@ -1,6 +1,8 @@
-// One instance: its parameters, and what a load would do.
+// One instance: its parameters, what its source has, and what a load would do.
 
 import { useEffect } from "preact/hooks";
+import { Explorer } from "../explorer/explorer.js";
+import { wanted } from "../explorer/look.js";
 import { forgetDry } from "../result/dryrun.js";
 import { Results } from "../result/results.js";
 import { brokenAt, seen } from "../session.js";
@@ -13,6 +15,7 @@ import { details, notice, open } from "./settings.js";
 function begin(name: string): () => void {
   closeWhy();
   forgetDry();
+  wanted.value = "";
   open(name);
   void readParameters().catch((fault: unknown) => (notice.value = String(fault)));
   return closeWhy;
@@ -58,6 +61,7 @@ export function Edit({ name }: { name: string }) {
       <div class="panes">
         <Fields instance={name} />
         <div class="looks">
+          <Explorer instance={name} />
           {look.value === null ? <Results instance={name} /> : <Why />}
         </div>
       </div>

@@ -1,0 +1,245 @@
+// What a source has, and how it becomes settings.
+
+import assert from "node:assert/strict";
+import { once } from "node:events";
+import http from "node:http";
+import { test } from "node:test";
+import { button, field, tab, treeRow, useBrowser, waitFor } from "./browser.mjs";
+import { instance, rows } from "./served.mjs";
+
+const here = useBrowser();
+
+/** As a new instance is: of no query type that anybody has chosen. */
+const fresh = { name: "fresh", parameters: {} };
+const league = JSON.stringify({
+  season: "2026",
+  league: { table: Array.from({ length: 20 }, (_, i) => ({ pos: i + 1, club: `Club ${i + 1}` })) },
+});
+
+const all = (page) => page.locator("#all-of-these");
+const promised = (page) => page.innerText(".offer .kept");
+
+async function serveText(text, type = "application/json") {
+  const server = http.createServer((_, answer) => answer.setHeader("Content-Type", type).end(text));
+  server.listen(0, "127.0.0.1");
+  await once(server, "listening");
+  return { server, address: `http://127.0.0.1:${server.address().port}/league` };
+}
+
+test("from a pasted address to the table of its array in four clicks", async () => {
+  const { server, address } = await serveText(league);
+  try {
+    const page = await here.openWall([fresh]);
+    let clicks = 0;
+    const click = async (place) => {
+      ++clicks;
+      await place.click();
+    };
+    await click(button(page, "fresh", "Edit"));
+    await click(field(page, "filename"));
+    await page.keyboard.insertText(address);
+    await page.keyboard.press("Enter");
+    await treeRow(page, "table").waitFor();
+    await click(treeRow(page, "table"));
+    await click(all(page));
+    await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+    assert.equal(clicks, 4);
+    assert.equal(await promised(page), "20 promised, 20 by the dry run");
+    const { values } = await here.served.get("/instances/fresh");
+    assert.deepEqual([values.queryMode, values.xpath, values.mode], [3, "league/table", 1]);
+  } finally {
+    server.close();
+  }
+});
+
+test("the same way by keyboard alone", async () => {
+  const { server, address } = await serveText(league);
+  try {
+    const page = await here.openWall([fresh]);
+    const press = (key) => page.keyboard.press(key);
+    const tabTo = async (isThere) => {
+      for (let i = 0; i < 40 && !(await page.evaluate(isThere)); ++i) await press("Tab");
+      assert.ok(await page.evaluate(isThere));
+    };
+    await tabTo(() => document.activeElement.textContent === "Edit");
+    await press("Enter");
+    await page.waitForSelector(".field");
+    await tabTo(() => document.activeElement.id === "field-filename");
+    await page.keyboard.insertText(address);
+    await press("Enter");
+    await treeRow(page, "table").waitFor();
+    await tabTo(() => document.activeElement.role === "tree");
+    await press("Home");
+    for (let i = 0; i < 2; ++i) await press("ArrowDown");
+    await waitFor(() => page.innerText(".tree .row.active .text"), (name) => name === "table");
+    await press("Enter");
+    await press("Enter");
+    await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+    assert.equal(await promised(page), "20 promised, 20 by the dry run");
+  } finally {
+    server.close();
+  }
+});
+
+test("a row below the selection becomes the key", async () => {
+  const page = await here.openEdit("fresh", [{ name: "fresh", parameters: { filename: "league.json" } }], {
+    "league.json": league,
+  });
+  await treeRow(page, "table").click();
+  await all(page).click();
+  await page.waitForSelector(".offer .kept");
+  await treeRow(page, "club").click();
+  await page.click('button:text-is("As key")');
+  await waitFor(() => field(page, "key").inputValue(), (key) => key === "club");
+  await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+  const { values } = await here.served.get("/instances/fresh");
+  assert.deepEqual([values.xpath, values.key, values.mode], ["league/table", "club", 0]);
+});
+
+test("the key of XML is the rest of its XPath", async () => {
+  const xml = '<shop><book id="b7"><title>Tides</title></book><book id="b8"><title>Knots</title></book></shop>';
+  const page = await here.openEdit("shop", [instance("shop", "shop.xml", { queryMode: 2, xpath: "/shop/book" })], {
+    "shop.xml": xml,
+  });
+  await treeRow(page, "@id").click();
+  await page.click('button:text-is("As key")');
+  await waitFor(() => field(page, "key").inputValue(), (key) => key === "@id");
+  await page.waitForSelector('.grid [role="cell"]:text-is("b8")');
+});
+
+test("a path that is typed marks the row that it selects", async () => {
+  const page = await here.openEdit("league", [instance("league", "league.json", { xpath: "season" })], {
+    "league.json": league,
+  });
+  await page.waitForSelector('.tree .used .text:text-is("season")');
+  await field(page, "xpath").fill("league/table/club");
+  await field(page, "xpath").press("Enter");
+  await page.waitForSelector('.tree .used .text:text-is("club")');
+  await page.waitForSelector('.tree [aria-current="true"][aria-level="3"][aria-posinset="2"][aria-setsize="2"]');
+  await field(page, "xpath").fill("nowhere");
+  await field(page, "xpath").press("Enter");
+  await page.waitForSelector(".tree .used", { state: "detached" });
+});
+
+test("a name that the path language cannot write is explained, and never written", async () => {
+  const content = JSON.stringify({ "we/ird": [{ a: 1 }], "sp ": 2, good: 3 });
+  const page = await here.openEdit("odd", [instance("odd", "odd.json", { xpath: "good" })], {
+    "odd.json": content,
+  });
+  for (const name of ["we/ird", "a", "sp "]) {
+    await page.locator(".tree .row").filter({ has: page.locator(`[title="${name}"]`) }).first().click();
+    assert.match(await page.innerText(".offer"), /The path language cannot write the name/, name);
+    assert.equal(await all(page).count(), 0, name);
+  }
+  await treeRow(page, "good").click();
+  await all(page).waitFor();
+  assert.equal((await here.served.get("/instances/odd")).revision, 1);
+});
+
+test("it looks again by itself when the source is another one, and says why it cannot", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], {
+    "list.json": rows(3),
+    "other.xml": "<a><b/></a>",
+  });
+  const said = () => page.innerText(".said");
+  await waitFor(said, (text) => /^JSON, 37 bytes/.test(text));
+  for (const [name, wanted] of [["other.xml", /^XML, 11 bytes/], ["absent.json", /absent\.json/], ["list.json", /^JSON/]]) {
+    await field(page, "filename").fill(name);
+    await field(page, "filename").press("Enter");
+    await waitFor(said, (text) => wanted.test(text));
+  }
+  await here.served.write("list.json", rows(30));
+  await page.click('button:text-is("Look again")');
+  await waitFor(() => page.innerText(".tree .row .number"), (records) => records === "30");
+});
+
+test("of a long list few rows are in the document, and all can be reached by keys", async () => {
+  const members = Object.fromEntries(Array.from({ length: 300 }, (_, i) => [`member${i}`, i]));
+  const page = await here.openEdit("long", [instance("long", "long.json")], {
+    "long.json": JSON.stringify(members),
+  });
+  await treeRow(page, "member0").waitFor();
+  const count = () => page.locator(".tree .row").count();
+  assert.ok((await count()) <= 60);
+  await page.focus(".tree");
+  await page.keyboard.press("End");
+  await treeRow(page, "member199").waitFor();
+  assert.ok((await count()) <= 60);
+  assert.equal(await treeRow(page, "member199").getAttribute("aria-posinset"), "200");
+  assert.match(await page.innerText(".said"), /100 more are not listed: find them\./);
+  await page.fill('[type="search"]', "member27");
+  await waitFor(count, (shown) => shown === 11);
+  await treeRow(page, "member277").waitFor();
+});
+
+test("rows are opened by the right key, and closed by the left one", async () => {
+  const page = await here.openEdit("league", [instance("league", "league.json", { xpath: "season" })], {
+    "league.json": league,
+  });
+  await treeRow(page, "league").click();
+  await page.keyboard.press("ArrowLeft");
+  await treeRow(page, "table").waitFor({ state: "detached" });
+  assert.equal(await treeRow(page, "league").getAttribute("aria-expanded"), "false");
+  await page.keyboard.press("ArrowRight");
+  await page.keyboard.press("ArrowRight");
+  await waitFor(() => page.innerText(".tree .row.active .text"), (name) => name === "table");
+});
+
+test("what is too deep to be listed at first is asked for when it is opened", async () => {
+  const wide = Object.fromEntries(Array.from({ length: 300 }, (_, i) => [`m${i}`, { x: { y: i } }]));
+  const content = JSON.stringify({ deep: Object.fromEntries(Array.from({ length: 10 }, (_, i) => [`d${i}`, wide])) });
+  const page = await here.openEdit("deep", [instance("deep", "deep.json", { xpath: "x" })], {
+    "deep.json": content,
+  });
+  for (const name of ["deep", "d0", "m0", "x"]) {
+    const row = treeRow(page, name).first();
+    await row.waitFor();
+    if ((await row.getAttribute("aria-expanded")) === "false") await row.dblclick();
+  }
+  await treeRow(page, "y").first().click();
+  assert.equal(await page.innerText(".offer code"), "deep/d0/m0/x/y");
+});
+
+/** The same numbers in each run. */
+function random(seed) {
+  let state = seed;
+  return (below) => {
+    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
+    return Math.floor((state / 2 ** 32) * below);
+  };
+}
+
+const names = ["id", "name", "Ä", "a b", "n[0]", "*", "x=y", "te/st", "list", "of", "@k", ".."];
+
+function document(pick, depth) {
+  const kind = depth === 0 ? pick(4) : pick(6);
+  if (kind === 0) return pick(1000);
+  if (kind === 1) return `text ${pick(100)}`;
+  if (kind === 2) return pick(2) === 0;
+  if (kind === 3) return null;
+  const count = 1 + pick(4);
+  if (kind === 4) return Array.from({ length: count }, () => document(pick, depth - 1));
+  return Object.fromEntries(
+    Array.from({ length: count }, () => [names[pick(names.length)], document(pick, depth - 1)]),
+  );
+}
+
+test("of two hundred rows each brings as many records as it says", async () => {
+  const served = await here.serve([instance("any", "any.json", { xpath: "" })]);
+  const pick = random(20);
+  let tried = 0;
+  const faults = [];
+  while (tried < 200) {
+    const content = { top: [document(pick, 4), document(pick, 4)], [names[pick(names.length)]]: document(pick, 4) };
+    await served.write("any.json", JSON.stringify(content));
+    const { entries } = await served.get("/instances/any/explore?limit=200");
+    for (const entry of entries.filter(({ set }) => Object.keys(set).length > 0).slice(0, 8)) {
+      ++tried;
+      await served.set("any", entry.set);
+      const { body } = await served.ask("POST", "/instances/any/dryrun", { allowWrites: false });
+      if (body.records !== entry.records)
+        faults.push({ set: entry.set, said: entry.records, came: body.records, content: JSON.stringify(content) });
+    }
+  }
+  assert.deepEqual(faults, []);
+});
