@@ -70,7 +70,8 @@ Explained::Explained(const std::string& json) {
     EXPECT_FALSE(document.HasParseError()) << json;
     if (document.HasParseError() || !document.IsObject()) return;
     EXPECT_EQ(memberNames(document),
-              (std::vector<std::string>{"ok", "records", "bytes", "durationMs", "stages"}));
+              (std::vector<std::string>{"ok", "records", "bytes", "durationMs", "request", "answer",
+                                        "stages"}));
     isOk = document["ok"].GetBool();
     records = document["records"].GetUint();
     EXPECT_TRUE(document["bytes"].IsUint());
