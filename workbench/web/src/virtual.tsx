@@ -1,6 +1,6 @@
 // A long list of rows of the same height, of which only those that can be seen are in the document.
 
-import type { ComponentChildren, JSX, RefObject } from "preact";
+import type { ComponentChildren, RefObject } from "preact";
 import { useLayoutEffect, useState } from "preact/hooks";
 
 const mostRows = 60;
@@ -36,7 +36,7 @@ export function Rows(props: {
   window: Window;
   count: number;
   rowHeight: number;
-  role: JSX.AriaRole;
+  role: "presentation" | "rowgroup";
   children: ComponentChildren;
 }) {
   const { window, count, rowHeight, role, children } = props;

@@ -25,17 +25,15 @@ export const failure = signal("");
 export const wanted = signal(""); // what is searched for
 export const active = signal(""); // the row that the keys move, by id
 
-/** Counts up when a row was opened or closed. */
-const turns = signal(0);
+/** Rows that were opened or closed are shown anew. */
+function showTurned(): void {
+  found.value = { ...found.peek() };
+}
 
-export const rows = computed(() => {
-  turns.value;
-  return visible(found.value.top);
-});
+export const rows = computed(() => visible(found.value.top));
 
 /** The row that the settings select, when it is known. */
 export const selected = computed(() => {
-  turns.value;
   const values = details.value?.values;
   if (values === undefined || parameters.value.length === 0) return null;
   return all(found.value.top).find((node) => isSelected(node.entry, values)) ?? null;
@@ -98,7 +96,7 @@ export async function turn(node: Node, isOpen: boolean): Promise<void> {
     }
   }
   node.isOpen = isOpen;
-  ++turns.value;
+  showTurned();
 }
 
 effect(() => {
@@ -112,5 +110,5 @@ effect(() => {
   active.value = node.id;
   if (rows.peek().includes(node)) return;
   openAbove(node);
-  ++turns.value;
+  showTurned();
 });

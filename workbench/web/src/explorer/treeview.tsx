@@ -94,6 +94,15 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
   );
 }
 
+/** How far to scroll so that a row can be seen: by a row at its edge, to the middle from afar. */
+function scrollFor(top: number, scrolled: number, height: number): number {
+  const above = scrolled - top;
+  const below = top + rowHeight - scrolled - height;
+  if (above <= 0 && below <= 0) return scrolled;
+  if (Math.max(above, below) > rowHeight) return top - (height - rowHeight) / 2;
+  return above > 0 ? top : top + rowHeight - height;
+}
+
 export function Tree() {
   const box = useRef<HTMLDivElement>(null);
   const shown = rows.value;
@@ -102,10 +111,7 @@ export function Tree() {
   useEffect(() => {
     const element = box.current;
     if (element === null || at < 0) return;
-    const top = at * rowHeight;
-    const isBelow = top + rowHeight > element.scrollTop + element.clientHeight;
-    if (top < element.scrollTop) element.scrollTop = top;
-    else if (isBelow) element.scrollTop = top + rowHeight - element.clientHeight;
+    element.scrollTop = scrollFor(at * rowHeight, element.scrollTop, element.clientHeight);
   }, [at, active.value]);
   const isThere = at >= window.first && at < window.last;
   return (

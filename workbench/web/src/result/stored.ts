@@ -61,6 +61,5 @@ export function closeField(): void {
 }
 
 effect(() => {
-  loadsOf.value;
-  if (isShown.value) readSoon();
+  if (isShown.value && loadsOf.value.size > 0) readSoon();
 });
