@@ -58,6 +58,7 @@ export class Served {
   async launch(options) {
     this.process = spawn(program, ["serve", "show.scene.json", ...options], {
       cwd: this.folder,
+      env: { ...process.env, XDG_RUNTIME_DIR: this.folder }, // where a session is kept
       stdio: ["ignore", "pipe", "ignore"],
     });
     const [line] = await once(this.process.stdout, "data");

@@ -136,6 +136,25 @@ test("the end of the server is told, and buttons are off", async () => {
   }
 });
 
+test("a server that was started again on its port is taken up without a reload", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+  const { port } = here.served;
+  const startAgain = () => here.served.launch(["--port", String(port)]);
+  await here.served.end();
+  await startAgain();
+  await page.goto(here.served.address);
+  await page.reload();
+  await button(page, "list", "Load").waitFor();
+  await page.evaluate(() => (globalThis.isStill = true));
+  await here.served.end();
+  await page.waitForSelector("text=No connection since");
+  await startAgain();
+  await page.waitForSelector("text=No connection since", { state: "detached" });
+  await button(page, "list", "Load").click();
+  await waitForRow(page, "list", (row) => row.records === "3");
+  assert.ok(await page.evaluate(() => globalThis.isStill));
+});
+
 test("all of it can be done by keyboard", async () => {
   const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
   await button(page, "list", "Edit").focus();
