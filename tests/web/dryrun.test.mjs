@@ -59,6 +59,7 @@ test("Load to store changes what was listed, and nothing else", async () => {
   await dryRun(page);
   await tab(page, "CHANGES").click();
   assert.match(await page.innerText(".answer .action"), /Then the post update action: Done=1;/);
+  assert.match(await page.innerText(".answer .commands"), /Commands to the host are not sent in a dry run\./);
   const listed = await cells(page, ".answer tbody tr");
   const what = listed.map(([name, key, kind]) => [name, key, kind.split(",")[0]]);
   assert.deepEqual(what, [

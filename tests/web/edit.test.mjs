@@ -103,7 +103,7 @@ test("a text over its limit is refused beside its field, in bytes, and not sent"
   assert.equal(await page.innerText("#note-key"), "80 bytes; at most 79 fit.");
   assert.equal(await field(page, "key").getAttribute("aria-invalid"), "true");
   await field(page, "key").fill("ä".repeat(39));
-  assert.equal(await page.innerText("#note-key"), "1 bytes left");
+  assert.equal(await page.innerText("#note-key"), "1 byte left");
   await field(page, "key").press("Enter");
   await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "ä".repeat(39));
   assert.equal((await here.served.get("/instances/list")).revision, 2);
@@ -182,6 +182,31 @@ test("two tabs show the same settings", async () => {
   await waitFor(() => field(other, "table").inputValue(), (value) => value === "Both");
   await field(other, "mode").selectOption("DataTable");
   await waitFor(() => field(page, "mode").inputValue(), (value) => value === "0");
+});
+
+test("settings can be changed further when the server was started again", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
+  const { port } = here.served;
+  const startAgain = async () => {
+    await here.served.end();
+    await here.served.launch(["--port", String(port)]);
+  };
+  const table = async () => (await here.served.get("/instances/list")).values.table;
+  const type = async (text) => {
+    await field(page, "table").fill(text);
+    await field(page, "table").press("Enter");
+    await waitFor(table, (value) => value === text);
+  };
+  await startAgain();
+  await page.goto(here.served.address);
+  await button(page, "list", "Edit").click();
+  await field(page, "table").waitFor();
+  await type("First");
+  await type("Second");
+  await startAgain();
+  await waitFor(() => field(page, "table").inputValue(), (value) => value === "list");
+  await type("Third");
+  assert.equal(await page.innerText(".notice"), "");
 });
 
 test("Load is a parameter as any other, and loads once", async () => {

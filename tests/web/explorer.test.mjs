@@ -200,6 +200,21 @@ test("what is too deep to be listed at first is asked for when it is opened", as
   assert.equal(await page.innerText(".offer code"), "deep/d0/m0/x/y");
 });
 
+test("each row brings by a click what it has promised", async () => {
+  const page = await here.openEdit("fresh", [{ name: "fresh", parameters: { filename: "league.json" } }], {
+    "league.json": league,
+  });
+  for (const [name, count] of [["season", 1], ["league", 1], ["table", 20], ["pos", 20], ["club", 20]]) {
+    await treeRow(page, name).click();
+    await all(page).click();
+    await page.waitForSelector(`.tree .used .text:text-is("${name}")`);
+    await waitFor(
+      async () => [...(await page.locator(".offer .kept").allInnerTexts()), await page.innerText(".offer code")],
+      ([kept, path]) => kept === `${count} promised, ${count} by the dry run` && path.endsWith(name),
+    );
+  }
+});
+
 /** The same numbers in each run. */
 function random(seed) {
   let state = seed;

@@ -11,5 +11,8 @@ export function press(name: string): void {
   if (pressed.has(name)) return;
   pressed.add(name);
   setTimeout(() => pressed.delete(name), pause);
-  api.load(name).catch((fault: unknown) => (error.value = api.sentenceOf(fault)));
+  api.load(name).then(
+    () => (error.value = ""),
+    (fault: unknown) => (error.value = api.sentenceOf(fault)),
+  );
 }

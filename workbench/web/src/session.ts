@@ -14,6 +14,9 @@ export const scene = signal("");
 export const seen = signal<Seen[]>([]);
 export const error = signal("");
 
+/** Counts the servers that the page has listened to, since one may be started again. */
+export const servers = signal(0);
+
 /** The last settings that somebody has changed. */
 export const edited = signal({ name: "", revision: 0 });
 
@@ -44,12 +47,15 @@ function take(event: Event): void {
   if (event.type === "instances") note(event.instances, false);
   else if (event.type === "loads") noteLoads(event.loads, false);
   else if (event.type === "edited") edited.value = event;
-  else void readAll();
+  else readAll().catch((fault: unknown) => (error.value = api.sentenceOf(fault)));
 }
 
 function listen(): void {
   const socket = api.openEvents(last);
-  socket.onopen = () => (brokenAt.value = 0);
+  socket.onopen = () => {
+    brokenAt.value = 0;
+    ++servers.value;
+  };
   socket.onmessage = (message: MessageEvent<string>) => take(JSON.parse(message.data) as Event);
   socket.onclose = () => {
     if (brokenAt.value === 0) brokenAt.value = Date.now();

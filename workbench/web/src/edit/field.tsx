@@ -29,8 +29,7 @@ function type(parameter: Parameter, typed: string): void {
 function commit({ instance, parameter }: Props): void {
   const typed = drafts.value[parameter.name];
   if (typed === undefined || problemWith(parameter, typed) !== "") return;
-  if (typed === stored(parameter)) draft(parameter.name, typed, "");
-  else void send(instance, { [parameter.name]: isNumber(parameter) ? Number(typed) : typed });
+  void send(instance, { [parameter.name]: isNumber(parameter) ? Number(typed) : typed });
 }
 
 function attributes(parameter: Parameter) {

@@ -1,6 +1,7 @@
 // What fits into a parameter. What does not is told beside its field, and not sent.
 
 import type { Parameter } from "../shapes.js";
+import { counted } from "../words.js";
 
 const encoder = new TextEncoder();
 
@@ -20,7 +21,7 @@ function numberProblem(parameter: Parameter, typed: string): string {
 function textProblem(parameter: Parameter, typed: string): string {
   const bytes = bytesIn(typed);
   const most = parameter.maximumBytes ?? Infinity;
-  return bytes > most ? `${bytes} bytes; at most ${most} fit.` : "";
+  return bytes > most ? `${counted(bytes, "byte")}; at most ${most} fit.` : "";
 }
 
 export const isNumber = ({ type }: Parameter): boolean => type === "int" || type === "float";
@@ -35,5 +36,5 @@ export function roomLeft(parameter: Parameter, typed: string): string {
   if (parameter.maximumBytes === undefined) return "";
   const left = parameter.maximumBytes - bytesIn(typed);
   const isNear = left >= 0 && left <= Math.max(16, parameter.maximumBytes / 10);
-  return isNear ? `${left} bytes left` : "";
+  return isNear ? `${counted(left, "byte")} left` : "";
 }

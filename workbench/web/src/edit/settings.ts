@@ -2,7 +2,7 @@
 
 import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
-import { edited } from "../session.js";
+import { edited, servers } from "../session.js";
 import type { Details, Values } from "../shapes.js";
 
 export const details = signal<Details | null>(null);
@@ -36,23 +36,27 @@ function changedNames(before: Details, after: Details): string[] {
   return [...names].filter((name) => before.values[name] !== after.values[name]);
 }
 
-/** Answers may overtake each other; the newest settings count. */
 function take(fresh: Details, sent: string[]): void {
   const before = details.value;
-  if (before?.name === fresh.name && before.revision > fresh.revision) return;
   const changed = before?.name === fresh.name ? changedNames(before, fresh) : ["filename"];
   details.value = fresh;
   if ([...changed, ...sent].some((name) => sources.has(name))) ++sourceChanges.value;
 }
 
-/** Reads the settings of an instance; false when that is not possible. */
-export async function read(name: string): Promise<boolean> {
+/** Answers may overtake each other; the newest settings count. */
+function isOvertaken(fresh: Details): boolean {
+  const now = details.value;
+  return now?.name === fresh.name && now.revision > fresh.revision;
+}
+
+/** Reads the settings of an instance. Anew, they count even where their revision is an older one: a
+    server that was started again has begun to count from one. */
+async function read(name: string, isAnew: boolean): Promise<void> {
   try {
-    take(await api.details(name), []);
-    return true;
+    const fresh = await api.details(name);
+    if (isAnew || !isOvertaken(fresh)) take(fresh, []);
   } catch (fault) {
     notice.value = api.sentenceOf(fault);
-    return false;
   }
 }
 
@@ -61,7 +65,7 @@ export function open(name: string): void {
   drafts.value = {};
   problems.value = {};
   notice.value = "";
-  void read(name);
+  void read(name, true);
 }
 
 export function draft(name: string, typed: string, problem: string): void {
@@ -77,20 +81,36 @@ function refuse(fault: unknown, names: string[]): string {
   return sentence;
 }
 
+const differs = ({ values }: Details, set: Values): boolean =>
+  Object.entries(set).some(([name, value]) => String(values[name]) !== String(value));
+
+async function edit(before: Details, set: Values): Promise<string> {
+  try {
+    const fresh = await api.edit(before.name, before.revision, set);
+    if (!isOvertaken(fresh)) take(fresh, Object.keys(set));
+    return "";
+  } catch (fault) {
+    if (!(fault instanceof api.Refusal) || fault.status !== 409) return refuse(fault, Object.keys(set));
+    await read(before.name, true);
+    return (notice.value = staleNotice);
+  }
+}
+
+/** What was typed meanwhile stays. */
+function forgetDrafts(set: Values): void {
+  const isTaken = (name: string): boolean =>
+    [undefined, String(set[name])].includes(drafts.value[name]);
+  const taken = Object.keys(set).filter(isTaken);
+  drafts.value = without(drafts.value, taken);
+  problems.value = without(problems.value, taken);
+}
+
 async function sendNow(name: string, set: Values): Promise<string> {
   const before = details.value;
   if (before === null || before.name !== name) return "This instance is not edited any more.";
-  const names = Object.keys(set);
-  try {
-    take(await api.edit(name, before.revision, set), names);
-  } catch (fault) {
-    if (!(fault instanceof api.Refusal) || fault.status !== 409) return refuse(fault, names);
-    await read(name);
-    return (notice.value = staleNotice);
-  }
-  const taken = names.filter((each) => [undefined, String(set[each])].includes(drafts.value[each]));
-  drafts.value = without(drafts.value, taken);
-  problems.value = without(problems.value, taken);
+  const refusal = differs(before, set) ? await edit(before, set) : "";
+  if (refusal !== "") return refusal;
+  forgetDrafts(set);
   notice.value = "";
   return "";
 }
@@ -108,5 +128,10 @@ export function send(name: string, set: Values): Promise<string> {
 effect(() => {
   const { name, revision } = edited.value;
   const shown = details.peek();
-  if (shown?.name === name && shown.revision !== revision) void read(name);
+  if (shown?.name === name && shown.revision !== revision) void read(name, false);
+});
+
+effect(() => {
+  const shown = details.peek();
+  if (servers.value > 1 && shown !== null) void read(shown.name, true);
 });

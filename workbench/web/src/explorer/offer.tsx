@@ -6,7 +6,7 @@ import { dry, promise, runDry } from "../result/dryrun.js";
 import { brokenAt } from "../session.js";
 import type { Entry, Outline, Values } from "../shapes.js";
 import { counted } from "../words.js";
-import { active, found, rows } from "./look.js";
+import { active, found, rows, selected } from "./look.js";
 import { isSelectable, keyOf, settingsForAll, settingsForKey } from "./offers.js";
 import type { Node } from "./tree.js";
 
@@ -64,7 +64,7 @@ function Buttons({ instance, node, outline }: { instance: string; node: Node; ou
         </button>
       )}
       <code title={placeText(entry)}>{placeText(entry)}</code>
-      <Promised />
+      {selected.value === node && <Promised />}
     </div>
   );
 }

@@ -31,10 +31,11 @@ function Action({ answer }: { answer: DryRun }) {
 }
 
 function Commands({ commands }: { commands: string[] }) {
-  if (commands.length === 0) return null;
+  const told = commands.length === 0 ? "." : ": ";
   return (
-    <p class="commands">
-      Not sent in a dry run: <code>{commands.join(" ")}</code>
+    <p class="commands quiet">
+      Commands to the host are not sent in a dry run{told}
+      <code>{commands.join(" ")}</code>
     </p>
   );
 }
@@ -51,7 +52,7 @@ export function Changes({ answer }: { answer: DryRun }) {
     <div class="scrolls" tabIndex={0} role="region" aria-label="Changes">
       <p class="quiet">{summary(answer)}</p>
       <Action answer={answer} />
-      <Commands commands={answer.commands} />
+      {answer.action !== "" && <Commands commands={answer.commands} />}
       {answer.changes.length > 0 && (
         <table class="list">
           <thead>

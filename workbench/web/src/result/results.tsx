@@ -6,7 +6,7 @@ import { brokenAt } from "../session.js";
 import type { DryRun } from "../shapes.js";
 import { counted, duration } from "../words.js";
 import { Changes } from "./changes.js";
-import { dry, isOutdated, runDry } from "./dryrun.js";
+import { dry, isOutdated, promise, runDry } from "./dryrun.js";
 import { Records } from "./records.js";
 import { Script } from "./script.js";
 import { Store } from "./store.js";
@@ -71,6 +71,12 @@ function Answer({ instance }: { instance: string }) {
   );
 }
 
+/** What the explorer has promised was meant for the settings of then. */
+function tryAgain(instance: string): void {
+  promise.value = null;
+  void runDry(instance, false);
+}
+
 export function Results({ instance }: { instance: string }) {
   const isLive = brokenAt.value === 0;
   return (
@@ -81,7 +87,7 @@ export function Results({ instance }: { instance: string }) {
         <button
           class="small"
           disabled={!isLive || dry.value.isRunning}
-          onClick={() => void runDry(instance, false)}
+          onClick={() => tryAgain(instance)}
         >
           Dry run
         </button>
