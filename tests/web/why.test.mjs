@@ -83,6 +83,10 @@ test("what a server answers in place of XML is told", async () => {
       await button(page, path.slice(1), "Why?").click();
       await page.waitForSelector(`.why[aria-label="Why ${path.slice(1)}?"] li.failed`);
       assert.match(await page.innerText(".why"), told, path);
+      await page.click(".why summary");
+      const heads = await page.innerText(".why .exchange");
+      assert.match(heads, new RegExp(`GET ${path}\\?q=\\d+ HTTP/1.1\nHost: 127.0.0.1`));
+      assert.match(heads, new RegExp(`HTTP/1.1 ${answers[path][0]} `));
     }
   } finally {
     server.close();

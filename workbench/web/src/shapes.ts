@@ -57,6 +57,8 @@ export interface Stage {
 export interface Explanation {
   ok: boolean;
   records: number;
+  request: string; // the head, as it was sent; empty for what was not asked for over HTTP
+  answer: string;
   stages: Stage[];
 }
 

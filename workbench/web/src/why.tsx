@@ -105,6 +105,18 @@ function Skipped({ stages }: { stages: Stage[] }) {
   );
 }
 
+/** What was asked of a server and what it answered, for those who run it. */
+function Exchange({ look }: { look: Explanation }) {
+  if (look.request === "") return null;
+  return (
+    <details class="exchange">
+      <summary>Request and answer</summary>
+      <pre>{look.request}</pre>
+      <pre>{look.answer}</pre>
+    </details>
+  );
+}
+
 function Answer({ shown }: { shown: Look }) {
   if (shown.answer === null)
     return <p role="status">{shown.error === "" ? "Looking at the source …" : shown.error}</p>;
@@ -112,12 +124,15 @@ function Answer({ shown }: { shown: Look }) {
   const skipped = stages.filter(({ state, cause }) => state === "skipped" && cause === "");
   const reached = stages.filter((stage) => !skipped.includes(stage));
   return (
-    <ol>
-      {reached.map((stage) => (
-        <StageRow key={stage.stage} name={shown.name} stage={stage} />
-      ))}
-      {skipped.length > 0 && <Skipped stages={skipped} />}
-    </ol>
+    <>
+      <ol>
+        {reached.map((stage) => (
+          <StageRow key={stage.stage} name={shown.name} stage={stage} />
+        ))}
+        {skipped.length > 0 && <Skipped stages={skipped} />}
+      </ol>
+      <Exchange look={shown.answer} />
+    </>
   );
 }
 

@@ -16,15 +16,21 @@ const pause = 1000; // milliseconds, so that a fast instance does not keep the p
 const isShown = signal(false);
 let timer: ReturnType<typeof setTimeout> | undefined;
 
-async function readPage(field: string, first: number): Promise<void> {
-  page.value = await api.storeField(field, first, entriesOfPage);
-  from.value = first;
+let opened: string | null = null;
+
+/** Reads what is open; an answer to what is not wanted any more is left. */
+async function readPage(): Promise<void> {
+  const field = opened;
+  const first = from.value;
+  if (field === null) return;
+  const answer = await api.storeField(field, first, entriesOfPage);
+  if (field === opened && first === from.value) page.value = answer;
 }
 
 async function read(): Promise<void> {
   try {
     fields.value = (await api.store()).fields;
-    if (page.value !== null) await readPage(page.value.name, from.value);
+    await readPage();
     failure.value = "";
   } catch (fault) {
     failure.value = api.sentenceOf(fault);
@@ -44,19 +50,22 @@ export function showStore(): () => void {
   void read();
   return () => {
     isShown.value = false;
-    page.value = null;
+    closeField();
   };
 }
 
 export async function turnTo(field: string, first: number): Promise<void> {
+  opened = field;
+  from.value = first; // at once, for the next press
   try {
-    await readPage(field, first);
+    await readPage();
   } catch (fault) {
     failure.value = api.sentenceOf(fault);
   }
 }
 
 export function closeField(): void {
+  opened = null;
   page.value = null;
 }
 
