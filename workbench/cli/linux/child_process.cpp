@@ -53,11 +53,18 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     return pointers;
 }
 
-/// The first of a name holds, so that those of this process come last.
-std::vector<char*> variables(const std::vector<std::string>& further) {
-    std::vector<char*> pointers = pointersTo(further);
-    for (char** own = environ; *own != nullptr; ++own)
-        pointers.push_back(*own);
+bool isNamedIn(const std::vector<std::string>& variables, std::string_view variable) {
+    const std::string_view name = variable.substr(0, variable.find('=') + 1);
+    return std::any_of(variables.begin(), variables.end(),
+                       [name](const std::string& each) { return each.starts_with(name); });
+}
+
+/// Those of this process, but for those in whose place there are others.
+std::vector<char*> variables(const std::vector<std::string>& others) {
+    std::vector<char*> pointers = pointersTo(others);
+    for (char** own = environ; *own != nullptr; ++own) {
+        if (!isNamedIn(others, *own)) pointers.push_back(*own);
+    }
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -71,6 +78,8 @@ pid_t start(const std::vector<std::string>& command, const std::vector<std::stri
     posix_spawn_file_actions_adddup2(&actions, in.ends[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, out.ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, err.ends[1], STDERR_FILENO);
+    // Sockets of libraries among them, on which the child would keep a port from being used again.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     pid_t child = 0;
     const int error = posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(),
                                   variables(environment).data());
