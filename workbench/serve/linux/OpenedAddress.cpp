@@ -42,6 +42,8 @@ pid_t start(const std::string& file) {
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDWR, 0);
     for (const int output : {STDOUT_FILENO, STDERR_FILENO})
         posix_spawn_file_actions_adddup2(&actions, STDIN_FILENO, output);
+    // The browser outlives the server, whose port it must not keep.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);

@@ -86,6 +86,15 @@ TEST_F(ServeStart, OpensTheAddressByAFileThatOthersCannotRead) {
         << contentOf(file);
 }
 
+TEST_F(ServeStart, LeavesNoSocketToTheBrowser) {
+    writeBrowser(
+        "/usr/bin/readlink /proc/$$/fd/* >\"$RECORD.part\"; /bin/mv \"$RECORD.part\" "
+        "\"$RECORD\"\n");
+    const auto server = intake::withRetries([this] { return open(); });
+    ASSERT_TRUE(intake::eventually([this] { return fs::exists(folder / "record"); }));
+    EXPECT_EQ(contentOf("record").find("socket"), std::string::npos) << contentOf("record");
+}
+
 TEST_F(ServeStart, HasOneNewInstanceWithoutAScene) {
     writeBrowser("exit 0\n");
     const auto server = intake::withRetries([this] { return open(); });
