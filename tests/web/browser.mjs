@@ -9,7 +9,7 @@ import { Served } from "./served.mjs";
 const patience = 20_000; // milliseconds; a busy machine is slow
 
 /** As root the browser runs without a sandbox only. */
-function openBrowser() {
+export function openBrowser() {
   const args = process.getuid() === 0 ? ["--no-sandbox"] : [];
   return chromium.launch({ executablePath: "/usr/bin/chromium", args });
 }
