@@ -74,11 +74,20 @@ test("the log tells what has happened, newest first", async () => {
 test("each load of the last hundred is drawn, by how it came out", async () => {
   const page = await here.openWall([instance("list", "list.json", live)], { "list.json": rows(3) });
   const words = () => page.locator("svg.spark").getAttribute("aria-label");
-  await waitFor(words, (each) => /^The last \d+ loads: \d+ loaded\./.test(each ?? ""));
+  await waitFor(words, (each) => /^The last \d+ loads?: \d+ loaded\./.test(each ?? ""));
   await here.served.remove("list.json");
   await waitFor(words, (each) => /\d+ loaded, [2-9] failed\./.test(each ?? ""));
   const drawn = await page.locator("svg.spark path.failed").getAttribute("d");
   assert.match(drawn, /^(M[\d.]+ 28V0){2,}$/);
+});
+
+test("a post update action that fails is drawn and told as its own kind of failure", async () => {
+  const page = await here.openWall([instance("list", "list.json", { ...live, postAction: "X=1/0" })], {
+    "list.json": rows(3),
+  });
+  await waitForRow(page, "list", (row) => /FAILED/i.test(row.state) && row.records === "3");
+  const words = () => page.locator("svg.spark").getAttribute("aria-label");
+  await waitFor(words, (each) => /^The last \d+ loads?: \d+ action failed\./.test(each ?? ""));
 });
 
 test("a source that is slower than its period is loading, and all else goes on", async () => {

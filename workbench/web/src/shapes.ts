@@ -81,7 +81,7 @@ export interface Outline {
   entries: Entry[];
 }
 
-export type Outcome = "loaded" | "empty" | "failed" | "notExecuted" | "late";
+export type Outcome = "loaded" | "empty" | "failed" | "notExecuted" | "actionFailed" | "late";
 
 export interface Load {
   instance: string;
@@ -98,14 +98,14 @@ export interface Load {
 export interface Change {
   field: string;
   key: string;
-  kind: "new" | "changed" | "left";
+  kind: "new" | "changed" | "gone" | "left";
   before: string;
   after: string;
   age: number | null;
 }
 
 export interface DryRun {
-  outcome: Outcome | "mayWrite";
+  outcome: Exclude<Outcome, "actionFailed"> | "mayWrite"; // the action has an error of its own
   error: string;
   records: number;
   bytes: number;

@@ -1,3 +1,16 @@
+import type { Outcome } from "./shapes.js";
+
+/** How a load came out. */
+export const outcomeWords: Record<Outcome | "mayWrite", string> = {
+  loaded: "loaded",
+  empty: "empty",
+  failed: "failed",
+  notExecuted: "not executed",
+  actionFailed: "action failed",
+  late: "late",
+  mayWrite: "not run",
+};
+
 /** "12 s", "4 min", "3 h": as short as it can be read from afar. */
 export function shortTime(seconds: number): string {
   if (seconds < 10) return `${seconds.toFixed(1)} s`;

@@ -4,7 +4,7 @@ import { signal } from "@preact/signals";
 import { press } from "../press.js";
 import { brokenAt } from "../session.js";
 import type { DryRun } from "../shapes.js";
-import { counted, duration } from "../words.js";
+import { counted, duration, outcomeWords } from "../words.js";
 import { Changes } from "./changes.js";
 import { dry, isOutdated, promise, runDry } from "./dryrun.js";
 import { Records } from "./records.js";
@@ -20,15 +20,6 @@ const tabs: Record<string, (props: { answer: DryRun }) => preact.JSX.Element> = 
 const names = [...Object.keys(tabs), "STORE"];
 const chosen = signal("RECORDS");
 
-const outcomes: Record<DryRun["outcome"], string> = {
-  loaded: "loaded",
-  empty: "empty",
-  failed: "failed",
-  notExecuted: "not executed",
-  late: "no answer in time",
-  mayWrite: "not run",
-};
-
 function summary(answer: DryRun): string {
   if (answer.outcome === "mayWrite") return "";
   return `${counted(answer.records, "record")}, ${duration(answer.duration)}`;
@@ -41,7 +32,7 @@ function Said() {
   if (answer === null) return <p role="status">Nothing has been tried yet.</p>;
   return (
     <p role="status" class={`outcome ${answer.outcome}`}>
-      <strong>{outcomes[answer.outcome]}</strong> {summary(answer)}
+      <strong>{outcomeWords[answer.outcome]}</strong> {summary(answer)}
     </p>
   );
 }

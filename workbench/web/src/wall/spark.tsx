@@ -2,7 +2,7 @@
 
 import { loadsOf } from "../loads.js";
 import type { Load, Outcome } from "../shapes.js";
-import { duration } from "../words.js";
+import { counted, duration, outcomeWords } from "../words.js";
 
 const height = 28;
 const slots = 100;
@@ -14,6 +14,7 @@ const shapes: Record<Outcome, (x: number, high: number) => string> = {
   empty: (x, high) => `M${x} ${height - high}v${least}`,
   failed: (x) => `M${x} ${height}V0`,
   notExecuted: (x) => `M${x} ${height}V${height * 0.6}M${x} ${height * 0.4}V0`,
+  actionFailed: (x, high) => `M${x} ${height}v${-high}M${x} 0v${least}`,
   late: (x) => `M${x} ${height}v-5m0 -4v-5m0 -4v-5`,
 };
 
@@ -32,9 +33,9 @@ function paths(loads: Load[]): [Outcome, string][] {
 function words(loads: Load[]): string {
   const counts = new Map<Outcome, number>();
   for (const { outcome } of loads) counts.set(outcome, (counts.get(outcome) ?? 0) + 1);
-  const outcomes = [...counts].map(([outcome, count]) => `${count} ${outcome}`).join(", ");
+  const outcomes = [...counts].map(([outcome, count]) => `${count} ${outcomeWords[outcome]}`).join(", ");
   const longest = Math.max(...loads.map((load) => load.duration));
-  return `The last ${loads.length} loads: ${outcomes}. The longest took ${duration(longest)}.`;
+  return `The last ${counted(loads.length, "load")}: ${outcomes}. The longest took ${duration(longest)}.`;
 }
 
 export function Spark({ name }: { name: string }) {
