@@ -2,7 +2,7 @@
 
 import { spawn } from "node:child_process";
 import { once } from "node:events";
-import { mkdtemp, rm, writeFile } from "node:fs/promises";
+import { mkdtemp, rename, rm, writeFile } from "node:fs/promises";
 import http from "node:http";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
@@ -110,8 +110,11 @@ export class Served {
     return this.ask("PATCH", path, { revision, set: values });
   }
 
-  write(name, content) {
-    return writeFile(join(this.folder, name), content);
+  /** At once, so that nothing half written is loaded. */
+  async write(name, content) {
+    const fresh = join(this.folder, `${name}.new`);
+    await writeFile(fresh, content);
+    await rename(fresh, join(this.folder, name));
   }
 
   remove(name) {
