@@ -2,7 +2,12 @@
 
 import { signal } from "@preact/signals";
 
-const period = 200; // milliseconds
+const period = 250; // milliseconds
 
+/** Set also with what has come from the server, since all of it is drawn then. */
 export const clock = signal(Date.now());
-setInterval(() => (clock.value = Date.now()), period);
+
+setInterval(() => {
+  const now = Date.now();
+  if (now - clock.peek() >= period) clock.value = now;
+}, period / 2);

@@ -1,7 +1,8 @@
 // The state of the scene as the page knows it, kept current by events.
 
-import { signal } from "@preact/signals";
+import { batch, signal } from "@preact/signals";
 import * as api from "./api.js";
+import { clock } from "./clock.js";
 import { noteLoads } from "./loads.js";
 import type { Event, Instance } from "./shapes.js";
 
@@ -50,13 +51,36 @@ function take(event: Event): void {
   else readAll().catch((fault: unknown) => (error.value = api.sentenceOf(fault)));
 }
 
+const pace = 250; // milliseconds, so that fast instances do not keep the page busy
+let waiting: Event[] = [];
+let takenAt = 0;
+let timer: ReturnType<typeof setTimeout> | undefined;
+
+function takeAll(): void {
+  timer = undefined;
+  takenAt = Date.now();
+  const events = waiting;
+  waiting = [];
+  batch(() => {
+    clock.value = takenAt;
+    events.forEach(take);
+  });
+}
+
+/** The first at once, those that follow quickly together. */
+function takeSoon(event: Event): void {
+  waiting.push(event);
+  timer ??= setTimeout(takeAll, Math.max(0, takenAt + pace - Date.now()));
+}
+
 function listen(): void {
   const socket = api.openEvents(last);
   socket.onopen = () => {
     brokenAt.value = 0;
     ++servers.value;
   };
-  socket.onmessage = (message: MessageEvent<string>) => take(JSON.parse(message.data) as Event);
+  socket.onmessage = (message: MessageEvent<string>) => 
+    takeSoon(JSON.parse(message.data) as Event);
   socket.onclose = () => {
     if (brokenAt.value === 0) brokenAt.value = Date.now();
     setTimeout(() => void start(), retryAfter);
