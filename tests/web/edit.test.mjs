@@ -206,7 +206,7 @@ test("settings can be changed further when the server was started again", async 
   await startAgain();
   await waitFor(() => field(page, "table").inputValue(), (value) => value === "list");
   await type("Third");
-  assert.equal(await page.innerText(".notice"), "");
+  await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
 });
 
 test("Load is a parameter as any other, and loads once", async () => {

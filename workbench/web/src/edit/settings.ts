@@ -55,6 +55,7 @@ async function read(name: string, isAnew: boolean): Promise<void> {
   try {
     const fresh = await api.details(name);
     if (isAnew || !isOvertaken(fresh)) take(fresh, []);
+    if (isAnew) notice.value = "";
   } catch (fault) {
     notice.value = api.sentenceOf(fault);
   }
