@@ -87,7 +87,7 @@ bool restoreSecrets(EditRequest& request, const lumo::ParameterTable& parameters
     return true;
 }
 
-constexpr std::size_t mostExplored = 200;  // in one answer
+constexpr std::size_t mostExplored = 1000;  // in one answer
 constexpr std::size_t mostEntries = 200;
 
 std::size_t numberIn(const serve::WebRequest& request, const char* name, std::size_t usual) {

@@ -8,7 +8,7 @@ import type { Details, Outline } from "../shapes.js";
 import { isSelected } from "./offers.js";
 import { all, nodesOf, openAbove, openFirstLevels, visible, type Node } from "./tree.js";
 
-const most = 200; // entries of one look
+const most = 1000; // entries of one look
 const fewRows = 40;
 
 export interface Seen {
