@@ -174,6 +174,8 @@ std::string asJson(const std::string& source, const Explored& explored) {
     writeCount(explored.bytes, out);
     out.name("leftOut");
     out.number(static_cast<double>(explored.outline.leftOut));
+    out.name("notKept");
+    out.number(static_cast<double>(explored.outline.notKept));
     out.name("entries");
     out.open('[');
     for (const OutlineEntry& entry : explored.outline.entries)

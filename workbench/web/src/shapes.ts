@@ -78,6 +78,7 @@ export interface Outline {
   queryMode: string;
   bytes: number | null;
   leftOut: number;
+  notKept: number; // names for which there was no room while the source was read
   entries: Entry[];
 }
 

@@ -390,6 +390,7 @@ TEST_F(Explored, TheJsonFormHasAllOfAnEntry) {
   "queryMode": "JSON",
   "bytes": 187,
   "leftOut": 2,
+  "notKept": 0,
   "entries": [
     {
       "name": "season",

@@ -46,8 +46,9 @@ function hasSource({ values }: Details): boolean {
 }
 
 /** Whole levels are listed as long as they fit; names are missing where not even one did. */
-function missing({ entries, leftOut }: Outline): number {
-  return entries.length >= most && entries.every(({ depth }) => depth === 0) ? leftOut : 0;
+function missing({ entries, leftOut, notKept }: Outline): number {
+  const isCut = entries.length >= most && entries.every(({ depth }) => depth === 0);
+  return (isCut ? leftOut : 0) + notKept;
 }
 
 let asked = 0;
