@@ -67,6 +67,18 @@ std::size_t countOf(std::string_view part, std::string_view text) {
     return count;
 }
 
+/// What stands before each hidden part: back to the line's or the property's begin.
+std::vector<std::string> labelsIn(const std::string& text) {
+    std::vector<std::string> labels;
+    for (auto at = text.find(hiddenText); at != std::string::npos;
+         at = text.find(hiddenText, at + hiddenText.size())) {
+        const auto separator = at == 0 ? std::string::npos : text.find_last_of("\n;", at - 1);
+        const std::size_t begin = separator == std::string::npos ? 0 : separator + 1;
+        labels.push_back(text.substr(begin, at - begin));
+    }
+    return labels;
+}
+
 }  // namespace
 
 Redaction::Redaction(const probe::Settings& settings) {
@@ -85,8 +97,20 @@ Redaction::Redaction(const probe::Settings& settings) {
         if (colon != std::string::npos)
             add(std::string(intake::trimmed(std::string_view(line).substr(colon + 1), " \t\r")));
     }
+    sort();
+}
+
+void Redaction::sort() {
     std::stable_sort(secrets_.begin(), secrets_.end(),
                      [](const auto& a, const auto& b) { return a.size() > b.size(); });
+}
+
+void Redaction::include(const Redaction& other) {
+    for (const std::string& secret : other.secrets_) {
+        const bool isKnown = std::find(secrets_.begin(), secrets_.end(), secret) != secrets_.end();
+        if (!isKnown) secrets_.push_back(secret);
+    }
+    sort();
 }
 
 void Redaction::add(std::string secret) {
@@ -119,16 +143,21 @@ std::vector<std::string> Redaction::hiddenIn(std::string text) const {
 
 std::optional<std::string> Redaction::restored(const std::string& edited,
                                                const std::string& original) const {
-    const std::size_t wanted = countOf(hiddenText, edited);
-    if (wanted == 0 || edited == original) return edited;
-    const std::vector<std::string> hidden = hiddenIn(original);
-    if (wanted != hidden.size()) return std::nullopt;
+    if (countOf(hiddenText, edited) == 0) return edited;
+    if (countOf(hiddenText, original) > 0) return std::nullopt;  // dots that hide nothing
+    const std::vector<std::string> secrets = hiddenIn(original);
+    std::vector<std::string> labels = labelsIn((*this)(original));
+    if (labels.size() != secrets.size()) return std::nullopt;
     std::string text = edited;
     std::size_t at = 0;
-    for (const std::string& secret : hidden) {
+    for (const std::string& label : labelsIn(edited)) {
+        const auto found = std::find(labels.begin(), labels.end(), label);
+        if (found == labels.end()) return std::nullopt;
+        const std::string& secret = secrets[static_cast<std::size_t>(found - labels.begin())];
         at = text.find(hiddenText, at);
         text.replace(at, hiddenText.size(), secret);
         at += secret.size();
+        *found = "\n";  // used; no label has a line feed
     }
     return text;
 }

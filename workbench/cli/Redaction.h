@@ -21,13 +21,18 @@ public:
     /// The text with dots in the place of each secret.
     std::string operator()(std::string text) const;
 
+    /// Hides the secrets of another one too.
+    void include(const Redaction& other);
+
     /// A text that somebody edited who saw `original` with its secrets hidden, with the secrets put
-    /// back. Nothing when they cannot be told apart any more.
+    /// back: each where the same stands before it, in its line or its property, as did before.
+    /// Nothing when that is so of none.
     std::optional<std::string> restored(const std::string& edited,
                                         const std::string& original) const;
 
 private:
     void add(std::string secret);
+    void sort();
     std::vector<std::string> hiddenIn(std::string text) const;
 
     std::vector<std::string> secrets_;  // the longest first

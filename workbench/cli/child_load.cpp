@@ -9,6 +9,8 @@ SceneChild childThatLoads(const lumo::ParameterTable& parameters, const lumo::Re
     lumo::Record silent(parameters);
     copyValues(parameters, record, silent);
     setParameter(parameters, silent, "logLevel", "FATAL");
+    setParameter(parameters, silent, "autoLoad", "0");  // it would load a second time
+    setParameter(parameters, silent, "postAction", "");
     SceneChild child{"load", {"--out", "script"}, sceneOf("loaded", parameters, silent), "", 1};
     constexpr int32_t sharedMemory = 4;
     const auto mode = parameters.find("mode");

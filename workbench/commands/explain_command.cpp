@@ -227,6 +227,7 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
     placeInstance(host, instance, options);
     applySettings(host, instance, options);
     setParameter(host.parameters, instance.record(), "logLevel", "FATAL");  // what it says is told
+    setParameter(host.parameters, instance.record(), "autoLoad", "0");  // it would load once more
     const probe::Settings settings = probeSettings(host.parameters, instance.record());
     const Redaction redact(settings);
     const std::string lateText = noAnswerText(redact(sourceOf(settings)), options.timeoutSeconds);

@@ -36,10 +36,31 @@ TEST(Redaction, PutsSecretsBackIntoATextThatWasEdited) {
     EXPECT_EQ(redact.restored("Driver=y", original), "Driver=y");
 }
 
+TEST(Redaction, PutsSecretsWhereTheSameStandsBeforeThem) {
+    const Redaction redact = redactionOf("0123456789");
+    const std::string original = "A: {a;b}\nKey: 0123456789";
+    EXPECT_EQ(redact.restored("Key: ••••\nNew: 1\nA: ••••", original),
+              "Key: 0123456789\nNew: 1\nA: {a;b}");
+    EXPECT_EQ(redact.restored("Key: ••••", original), "Key: 0123456789");
+}
+
 TEST(Redaction, DoesNotGuessWhichSecretIsMeant) {
     const Redaction redact = redactionOf("0123456789");
-    EXPECT_EQ(redact.restored("Key=••••", "Pwd={a;b};Key=0123456789"), std::nullopt);
+    const std::string original = "A: {a;b}\nKey: 0123456789";
+    EXPECT_EQ(redact.restored("Other: ••••", original), std::nullopt);
+    EXPECT_EQ(redact.restored("Key: ••••\nKey: ••••", original), std::nullopt);
     EXPECT_EQ(redact.restored("•••• and ••••", "0123456789"), std::nullopt);
+}
+
+TEST(Redaction, KnowsDotsThatHideNothing) {
+    const Redaction redact = redactionOf("0123456789");
+    EXPECT_EQ(redact.restored("A: ••••\nB: ••••;", "A: ••••\nB: 0123456789"), std::nullopt);
+}
+
+TEST(Redaction, MayHideTheSecretsOfAnotherToo) {
+    Redaction redact = redactionOf("0123456789");
+    redact.include(redactionOf("0123456789 and more"));
+    EXPECT_EQ(redact("0123456789 and more, 0123456789"), "••••, ••••");
 }
 
 }  // namespace

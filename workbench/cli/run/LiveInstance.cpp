@@ -22,14 +22,33 @@ LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const S
       writer_(writer),
       instance_(host, plugin, stored.name),
       stored_(host.parameters),
-      redact_(probe::Settings{}) {
+      present_(probe::Settings{}),
+      redact_(present_) {
     scene.restore(stored, host.parameters, stored_);
     copyValues(host.parameters, stored_, instance_.record());
-    redact_ = Redaction(probeSettings(host.parameters, stored_));
+    noteSecrets();
+}
+
+void LiveInstance::noteSecrets() {
+    present_ = Redaction(probeSettings(host_.parameters, stored_));
+    redact_.include(present_);
+}
+
+/// As the plugin binds: an empty name leaves the one before.
+void LiveInstance::noteBinding() {
+    const std::string variable = textParameter("shmvar", host_.parameters, record());
+    const auto type = host_.parameters.find("shmtype");
+    if (!sharedMemory_ && variable.empty()) return;
+    if (!sharedMemory_) sharedMemory_.emplace();
+    if (type) sharedMemory_->type = record().integer(*type);
+    if (!variable.empty()) sharedMemory_->variable = variable;
 }
 
 void LiveInstance::start() {
     instance_.afterLoad();
+    constexpr int32_t sharedMemory = 4;
+    const auto mode = host_.parameters.find("mode");
+    if (mode && record().integer(*mode) == sharedMemory) noteBinding();
     watch_.emplace(host_, instance_, false);
     watch_->follow(writer_);
     history_.setPeriod(period());
@@ -70,10 +89,11 @@ void LiveInstance::apply(const lumo::Record& wanted) {
         if (index == showData) return watch_->showConsole(wanted.integer(index) != 0);
         copyValue(parameter, index, wanted, instance_.record());
         instance_.changed(index);
+        if (parameter.name == "shmvar" || parameter.name == "shmtype") noteBinding();
     });
     if (!isChanged) return;
     ++revision_;
-    redact_ = Redaction(probeSettings(host_.parameters, stored_));
+    noteSecrets();
     history_.setPeriod(period());
 }
 

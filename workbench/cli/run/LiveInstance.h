@@ -55,12 +55,18 @@ public:
     /// Lets the plugin say which of its parameters the editor shows just now.
     void askWhatIsShown() { instance_.guiStatus(); }
 
-    /// A text of a parameter that somebody edited who saw it with its secrets hidden, with the
-    /// secrets put back. Nothing when they are not known any more.
-    std::optional<std::string> restored(const std::string& edited,
-                                        const std::string& original) const {
-        return redact_.restored(edited, original);
-    }
+    /// What hides the secrets that its parameters have at present.
+    const Redaction& presentRedaction() const { return present_; }
+
+    /// What hides all secrets that it ever had: an answer may still tell of an old one.
+    const Redaction& redaction() const { return redact_; }
+
+    /// Where its text goes in the mode Shared Memory; nothing as long as none is bound.
+    struct SharedMemory {
+        int32_t type = 0;  // as the parameter shmtype
+        std::string variable;
+    };
+    const std::optional<SharedMemory>& sharedMemory() const { return sharedMemory_; }
 
     /// Runs a frame. Adds what has happened to `events`, without what is left over.
     void runFrame(double now, std::vector<LoadEvent>& events);
@@ -82,6 +88,8 @@ public:
 
 private:
     void apply(const lumo::Record& wanted);
+    void noteSecrets();
+    void noteBinding();
     std::optional<double> period() const;
     LoadEvent eventOf(LoadReport report) const;
     LoadEvent answered(const Outcome& outcome, double now);
@@ -92,7 +100,9 @@ private:
     lumo::Instance instance_;
     lumo::Record stored_;  // the values of the scene; the plugin changes some of its own
     std::uint64_t revision_ = 1;
+    Redaction present_;
     Redaction redact_;
+    std::optional<SharedMemory> sharedMemory_;
     std::optional<LoadWatch> watch_;  // from the start on
     InstanceHistory history_;
     std::optional<ExitStatus> lastStatus_;

@@ -109,11 +109,11 @@ std::vector<InstanceState> LiveScene::statesAt(double now) const {
     return states;
 }
 
-std::string LiveScene::redacted(std::string text) const {
-    for (const auto& instance : instances_) {
-        if (!text.empty()) text = instance->redacted(std::move(text));
-    }
-    return text;
+Redaction LiveScene::redaction() const {
+    Redaction all(probe::Settings{});
+    for (const auto& instance : instances_)
+        all.include(instance->redaction());
+    return all;
 }
 
 ExitStatus LiveScene::status() const {

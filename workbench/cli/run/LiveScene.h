@@ -28,8 +28,8 @@ public:
 
     std::vector<InstanceState> statesAt(double now) const;
 
-    /// The text without the secrets of any instance.
-    std::string redacted(std::string text) const;
+    /// What hides the secrets of all instances.
+    Redaction redaction() const;
 
     /// The instance of that name, or null.
     LiveInstance* find(std::string_view name) const;

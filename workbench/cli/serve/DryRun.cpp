@@ -10,6 +10,7 @@
 #include "workbench/cli/child_load.h"
 #include "workbench/cli/display_text.h"
 #include "workbench/cli/moments.h"
+#include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/record_values.h"
 #include "workbench/cli/store_table.h"
@@ -31,13 +32,14 @@ constexpr std::size_t longestCell = 200;  // columns
 // In the order of StoreChange::Kind.
 constexpr std::array kinds{"new", "changed", "gone", "left"};
 
-std::string memoryText(lumo::Host& host, const lumo::Record& record) {
+std::string memoryText(lumo::Host& host, const std::optional<LiveInstance::SharedMemory>& bound) {
     const std::array memories{&host.memories.scene, &host.memories.global,
                               &host.memories.distributed};
-    const auto type = host.parameters.find("shmtype");
-    const auto place = static_cast<std::size_t>(type ? record.integer(*type) : 0);
-    const std::string* const text = memories[std::min(place, memories.size() - 1)]->find(
-        textParameter("shmvar", host.parameters, record));
+    const bool isKnown =
+        bound && bound->type >= 0 && static_cast<std::size_t>(bound->type) < memories.size();
+    if (!isKnown) return "";
+    const std::string* const text =
+        memories[static_cast<std::size_t>(bound->type)]->find(bound->variable);
     return text == nullptr ? "" : *text;
 }
 
@@ -116,7 +118,14 @@ DryRun::DryRun(lumo::Host& host, const LiveInstance& instance, const Options& op
       settings_(probeSettings(host.parameters, record_)),
       redact_(settings_),
       action_(textParameter("postAction", host.parameters, record_)),
-      memoryBefore_(memoryText(host, record_)) {}
+      memory_(instance.sharedMemory()),
+      memoryBefore_(memoryText(host, memory_)) {
+    // The child binds by the parameters, which may have changed since this one was bound.
+    if (isForSharedMemory() && memory_) {
+        setParameter(parameters_, record_, "shmtype", std::to_string(memory_->type));
+        setParameter(parameters_, record_, "shmvar", memory_->variable);
+    }
+}
 
 bool DryRun::mayWrite() const {
     const probe::QueryText query(settings_.query);
@@ -137,39 +146,47 @@ void DryRun::load(const std::stop_token& stop) {
 }
 
 void DryRun::judge(int status, const std::string& errors) {
-    records_ = writtenRecords(script_, parameters_, record_);
     error_ = redact_(printable(intake::trimmed(errors, " \r\n")));
-    const bool isShared = settings_.mode == probe::TargetMode::SharedMemory;
     switch (static_cast<ExitStatus>(status)) {
         case ExitStatus::Loaded:
+            records_ = writtenRecords(script_, parameters_, record_);
             outcome_ = records_ == 0 ? "empty" : "loaded";
             error_.clear();
-            return isShared ? loadShared() : void(loaded_.execute(script_));
+            break;
         case ExitStatus::NotExecuted:
             outcome_ = "notExecuted";
-            return;
+            break;
         case ExitStatus::LoadFailed:
         case ExitStatus::Usage:
             outcome_ = "failed";
-            return;
+            break;
         default:
             outcome_ = "late";
-            if (error_.empty()) error_ = "There was no answer in time.";
+            if (error_.empty()) error_ = "There was no answer in time, or too long a one.";
     }
+    const bool isUnbound = isForSharedMemory() && !memory_ && outcome_ != "late";
+    if (isUnbound && outcome_ != "failed") {
+        outcome_ = "notExecuted";
+        error_ = "No shared memory is bound; it is bound when its name or its type changes.";
+        records_ = 0;
+    }
+    if (!isForSharedMemory()) written_.execute(script_);
 }
 
-void DryRun::loadShared() {
+/// What was loaded replaces the text, also the nothing of a load that failed.
+void DryRun::compareMemory() {
+    if (!isForSharedMemory() || !memory_ || outcome_ == "late" || outcome_ == "notExecuted") return;
     if (script_ == memoryBefore_) {
-        changes_.same = 1;
+        ++changes_.same;
         return;
     }
-    changes_.listed.push_back(
-        {StoreChange::Kind::Changed, "shared memory", textParameter("shmvar", parameters_, record_),
-         fitted(memoryBefore_, longestCell), fitted(script_, longestCell), 0});
+    changes_.listed.insert(changes_.listed.begin(),
+                           {StoreChange::Kind::Changed, "shared memory", memory_->variable,
+                            fitted(memoryBefore_, longestCell), fitted(script_, longestCell), 0});
 }
 
 bool DryRun::concerns(const cobalt::Field& field) const {
-    if (!action_.empty() || loaded_.find(field.name()) != nullptr) return true;
+    if (!action_.empty() || written_.find(field.name()) != nullptr) return true;
     if (field.origin().writer == writer_) return true;
     const cobalt::Entries& entries = field.value().entries();
     return std::any_of(entries.begin(), entries.end(), [this](const cobalt::Entry& entry) {
@@ -177,14 +194,16 @@ bool DryRun::concerns(const cobalt::Field& field) const {
     });
 }
 
+/// As the plugin goes on after each answer: a load that failed sets the number of records to 0, and
+/// the post-update action is carried out whatever came of it.
 void DryRun::compareWith(const cobalt::Store& before) {
-    const bool isWritten = !loaded_.empty();
-    if (!isWritten) return;
+    if (outcome_ == "late") return;
     const cobalt::Origin origin{writer_, momentNow()};
     cobalt::Store after = before.copyIf([](const cobalt::Field&) { return true; });
-    after.execute(script_, origin);
+    if (!isForSharedMemory()) after.execute(script_, origin);
     act(after);
     changes_ = compareStores(before, after, origin, mostChanges);
+    compareMemory();
 }
 
 void DryRun::act(cobalt::Store& store) {
@@ -217,7 +236,7 @@ std::string DryRun::json() const {
     text("script", redact_(startOfScript(script_)));
     out.name("isScriptCut");
     out.boolean(script_.size() > mostScript);
-    writeTable(recordsOf(loaded_, mostRows), redact_, out);
+    writeTable(records_ == 0 ? Table{} : recordsOf(written_, mostRows), redact_, out);
     out.name("changes");
     out.open('[');
     for (const StoreChange& change : changes_.listed)

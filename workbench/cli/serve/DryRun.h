@@ -36,26 +36,28 @@ public:
     std::string json() const;
 
 private:
+    bool isForSharedMemory() const { return settings_.mode == probe::TargetMode::SharedMemory; }
     void judge(int status, const std::string& errors);
-    void loadShared();
+    void compareMemory();
     void act(cobalt::Store& store);
 
     const lumo::ParameterTable& parameters_;
     const std::string plugin_;
     const int32_t fontEncoding_;
     const std::uint32_t writer_;
-    const lumo::Record record_;
+    lumo::Record record_;
     const probe::Settings settings_;
     const Redaction redact_;
     const std::string action_;
-    const std::string memoryBefore_;  // the text of the shared memory that it loads into
+    const std::optional<LiveInstance::SharedMemory> memory_;  // that it loads into
+    const std::string memoryBefore_;                          // the text of it
 
     std::string outcome_;
     std::string error_;
     std::string script_;
     std::size_t records_ = 0;
     double seconds_ = 0;
-    cobalt::Store loaded_;  // the script by itself
+    cobalt::Store written_;  // by the script, into an empty store
     StoreChanges changes_;
     std::vector<std::string> commands_;  // that the post-update action would send
     std::string actionError_;

@@ -19,7 +19,7 @@ constexpr std::array kinds{"text", "number", "structure", "array"};
 
 class StoreView {
 public:
-    explicit StoreView(const LiveScene& scene) : scene_(scene) {}
+    explicit StoreView(const LiveScene& scene) : scene_(scene), redact_(scene.redaction()) {}
 
     void writeField(const cobalt::Field& field) {
         out_.open('{');
@@ -52,7 +52,7 @@ public:
 private:
     void writeValue(const cobalt::Value& value) {
         out_.name("value");
-        out_.text(scene_.redacted(startOf(value)));
+        out_.text(redact_(startOf(value)));
     }
 
     void writeOrigin(cobalt::Origin origin) {
@@ -70,6 +70,7 @@ private:
     }
 
     const LiveScene& scene_;
+    const Redaction redact_;
     JsonWriter out_;
 };
 

@@ -11,7 +11,8 @@ protected:
             {"name": "list", "parameters": {"queryMode": 3, "filename": "list.json",
              "xpath": "rows", "mode": 1, "table": "T",
              "postAction": "Next=READER_NUM_RECORDS+1; command(\"SCENE go\")"}},
-            {"name": "absent", "parameters": {"queryMode": 3, "filename": "absent.json"}},
+            {"name": "absent", "parameters": {"queryMode": 3, "filename": "absent.json",
+             "postAction": "command(\"FAILED?\")"}},
             {"name": "memory", "parameters": {"queryMode": 3, "filename": "list.json",
              "xpath": "rows/id", "mode": 4, "shmvar": "IDS"}},
             {"name": "query", "parameters": {"queryMode": 1, "connStr":
@@ -115,17 +116,29 @@ TEST_F(ServedDryRun, IsWhatTheLoadThenChanges) {
     EXPECT_EQ(linesOf(dryRun("list")), Lines{});
 }
 
-TEST_F(ServedDryRun, SaysWhyALoadWouldFail) {
+TEST_F(ServedDryRun, SaysWhyALoadWouldFailAndWhatThenHappens) {
     const auto result = dryRun("absent");
     EXPECT_STREQ(result["outcome"].GetString(), "failed");
+    EXPECT_EQ(result["records"].GetInt(), 0);
     EXPECT_NE(std::string(result["error"].GetString()), "");
-    EXPECT_EQ(result["changes"].Size(), 0U);
+    EXPECT_EQ(linesOf(result), (Lines{"new READER_NUM_RECORDS[]:  → 0"}));
+    ASSERT_EQ(result["commands"].Size(), 1U);
+    EXPECT_STREQ(result["commands"][0].GetString(), "FAILED?");
 }
 
 TEST_F(ServedDryRun, OfASharedMemorySaysItsText) {
     const auto result = dryRun("memory");
     EXPECT_EQ(linesOf(result), (Lines{"changed shared memory[IDS]:  → 0|1"}));
     EXPECT_EQ(result["records"].GetInt(), 2);
+    post("/api/v1/instances/memory/load");
+    EXPECT_TRUE(intake::eventually([this] { return linesOf(dryRun("memory")) == Lines{}; }));
+}
+
+TEST_F(ServedDryRun, OfASharedMemoryThatIsNotBoundStoresNothingAsTheLoad) {
+    patch("/api/v1/instances/list", R"({"revision": 1, "set": {"mode": "Shared Memory"}})");
+    EXPECT_STREQ(dryRun("list")["outcome"].GetString(), "notExecuted");
+    patch("/api/v1/instances/list", R"({"revision": 2, "set": {"shmvar": "LIST"}})");
+    EXPECT_STREQ(dryRun("list")["outcome"].GetString(), "loaded");
 }
 
 TEST_F(ServedDryRun, DoesNotRunAQueryThatWritesUnlessToldSo) {

@@ -139,11 +139,11 @@ TEST_F(ServedEdit, HidesSecretsAndKeepsThem) {
 
     const Answer edited = patch("/api/v1/instances/secret",
                                 R"({"revision": 1, "set": {"filename": "http://••••@127.0.0.1:1/y",
-                  "password": "••••", "customHeaders": "X-Other: ••••"}})");
+                  "password": "••••", "customHeaders": "X-New: new\nX-Key: ••••"}})");
     EXPECT_EQ(edited.status, 200);
     EXPECT_EQ(edited.body.find("s3cret"), std::string::npos) << edited.body;
     EXPECT_STREQ(json(edited)["values"]["filename"].GetString(), "http://••••@127.0.0.1:1/y");
-    EXPECT_STREQ(json(edited)["values"]["customHeaders"].GetString(), "X-Other: ••••");
+    EXPECT_STREQ(json(edited)["values"]["customHeaders"].GetString(), "X-New: ••••\nX-Key: ••••");
 }
 
 TEST_F(ServedEdit, AsksForSecretsThatCannotBeToldApart) {
@@ -174,4 +174,15 @@ TEST_F(ServedEdit, SaysWhyASourceCannotBeExplored) {
     EXPECT_STREQ(json(answer)["error"].GetString(),
                  "http://••••@127.0.0.1:1/x cannot be reached: nothing answers at that address "
                  "(127.0.0.1:1).");
+}
+
+TEST_F(ServedEdit, HidesASecretThatWasReplacedToo) {
+    patch("/api/v1/instances/secret",
+          R"({"revision": 1, "set": {"password": "s3cret-next", "filename": "s3cret-word"}})");
+    post("/api/v1/instances/secret/load");
+    EXPECT_TRUE(intake::eventually([this] {
+        return get("/api/v1/loads").body.find("\"outcome\": \"failed\"") != std::string::npos;
+    }));
+    const std::string told = get("/api/v1/loads").body + get("/api/v1/instances").body;
+    EXPECT_EQ(told.find("s3cret-word"), std::string::npos) << told;
 }

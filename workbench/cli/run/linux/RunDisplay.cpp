@@ -33,6 +33,11 @@ std::string printable(std::string text) {
     return text;
 }
 
+/// Most frames print nothing.
+std::string redactedBy(const LiveScene& scene, std::string printed) {
+    return printed.empty() ? printed : scene.redaction()(std::move(printed));
+}
+
 }  // namespace
 
 RunDisplay::RunDisplay() : screen_(currentScreen()) {}
@@ -78,7 +83,7 @@ void RunDisplay::draw(const LiveScene& scene, double now) {
     const Screen screen = currentScreen();
     if (!(screen == screen_)) out = block_.clear();
     screen_ = screen;
-    const std::string above = printable(scene.redacted(terminal_.takePrinted()) + notes_);
+    const std::string above = printable(redactedBy(scene, terminal_.takePrinted()) + notes_);
     notes_.clear();
     out += block_.update(displayLines(scene.statesAt(now), screen_), above);
     if (!out.empty()) terminal_.write(out);
