@@ -18,6 +18,14 @@ bool isWithinCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// As much of a text as has what is shown of it, broken between characters.
+std::string_view beginOf(std::string_view text) {
+    std::size_t end = std::min(text.size(), longest * intake::LONGEST_UTF8);
+    while (end > 0 && end < text.size() && isWithinCharacter(text[end]))
+        --end;
+    return text.substr(0, end);
+}
+
 bool hasKeysInOrder(const cobalt::Value& array, std::size_t most) {
     const cobalt::Entries& entries = array.entries();
     for (std::size_t i = 0; i < std::min(most, entries.size()); ++i) {
@@ -47,7 +55,8 @@ void appendEntries(const cobalt::Value& value, bool named, std::string& out) {
 
 void append(const cobalt::Value& value, std::string& out) {
     if (value.isScalar()) {
-        out += toUtf8(value.text());
+        const std::string_view shown = beginOf(value.text());
+        out += toUtf8(shown) + (shown.size() < value.text().size() ? "…" : "");
         return;
     }
     const bool structure = value.kind() == cobalt::Kind::Structure;
@@ -59,6 +68,7 @@ void append(const cobalt::Value& value, std::string& out) {
 }  // namespace
 
 std::string inlineText(const cobalt::Value& value) {
+    if (value.isScalar()) return toUtf8(value.text());
     std::string out;
     append(value, out);
     return out;
@@ -66,11 +76,7 @@ std::string inlineText(const cobalt::Value& value) {
 
 std::string startOf(const cobalt::Value& value) {
     if (!value.isScalar()) return fitted(inlineText(value), longest);
-    const std::string_view text = value.text();
-    std::size_t end = std::min(text.size(), longest * intake::LONGEST_UTF8);
-    while (end > 0 && end < text.size() && isWithinCharacter(text[end]))
-        --end;
-    return fitted(toUtf8(text.substr(0, end)), longest);
+    return fitted(toUtf8(beginOf(value.text())), longest);
 }
 
 bool isList(const cobalt::Value& array) {

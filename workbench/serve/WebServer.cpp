@@ -1,5 +1,6 @@
 #include "workbench/serve/WebServer.h"
 
+#include <atomic>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ip/v6_only.hpp>
 #include <boost/asio/post.hpp>
@@ -67,7 +68,7 @@ RawResponse rawOf(WebResponse response, unsigned version, bool isKept) {
 /// What the server knows of those that are connected. Used on its thread alone.
 struct Connections {
     WebHandler* handler = nullptr;
-    std::size_t count = 0;
+    std::atomic<std::size_t> count = 0;  // the last that knows one may be on any thread
     std::set<class EventSocket*> sockets;
 };
 

@@ -112,6 +112,7 @@ public:
             if (ready[2].revents != 0) give();
             if (ready[1].revents != 0) take(err_, answer.err);
             if (ready[0].revents != 0) take(out_, answer.out);
+            if (answer.out.size() + answer.err.size() > mostOutput) return false;
         }
         return true;
     }
@@ -126,6 +127,7 @@ public:
 
 private:
     static constexpr std::chrono::milliseconds::rep longestWait = 50;  // for a stop to be noticed
+    static constexpr std::size_t mostOutput = 256U << 20;
 
     void give() {
         const ssize_t written = write(in_.ends[1], input_.data(), input_.size());

@@ -1,7 +1,7 @@
 #include "workbench/cli/serve/Api.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 
 #include "formats/text/trim.h"
 #include "workbench/cli/ExitStatus.h"
@@ -241,7 +241,7 @@ void Api::addJob(const serve::Reply& reply,
     const bool isTaken = jobs_.add([reply, work = std::move(work)](const std::stop_token& stop) {
         try {
             reply(work(stop));
-        } catch (const std::system_error& error) {
+        } catch (const std::exception& error) {
             reply(refused(500, error.what()));
         }
     });

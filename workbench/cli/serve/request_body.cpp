@@ -12,6 +12,10 @@ namespace {
 
 using intake::JsonDocument;
 
+// Far more than there are parameters, and far longer than their names.
+constexpr std::size_t mostValues = 200;
+constexpr std::size_t longestName = 100;
+
 std::optional<JsonDocument> parsed(const std::string& body) {
     intake::ByteBuffer text;
     std::memcpy(text.prepare(body.size() + 1), body.c_str(), body.size() + 1);
@@ -46,7 +50,9 @@ std::optional<EditRequest> editRequestIn(const std::string& body) {
     std::from_chars(digits.data(), digits.data() + digits.size(), request.revision);
     for (auto node = JsonDocument::firstChild(set); node != document->behind(set);
          node = document->behind(node)) {
-        if (document->isContainer(node)) return std::nullopt;
+        const bool isTooMuch =
+            request.values.size() == mostValues || document->name(node).size() > longestName;
+        if (document->isContainer(node) || isTooMuch) return std::nullopt;
         request.values.emplace_back(document->name(node), document->asString(node));
     }
     return request;

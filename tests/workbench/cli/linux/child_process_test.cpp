@@ -39,6 +39,10 @@ TEST(ChildProcessTest, IsEndedWhenItTakesTooLong) {
     EXPECT_EQ(askChild({"/bin/sleep", "60"}, "", 0.1).status, -1);
 }
 
+TEST(ChildProcessTest, IsEndedWhenItWritesTooMuch) {
+    EXPECT_EQ(shell("head -c 300000000 /dev/zero; sleep 60").status, -1);
+}
+
 TEST(ChildProcessTest, IsEndedWhenAStopIsRequested) {
     std::stop_source source;
     const std::jthread stopping([&source] { source.request_stop(); });

@@ -33,3 +33,12 @@ TEST(RequestBody, HasTextsAndSwitches) {
     EXPECT_FALSE(isSetIn(body, "off"));
     EXPECT_FALSE(isSetIn(body, "token"));
 }
+
+TEST(RequestBody, ThatSetsTooMuchIsNothing) {
+    std::string many;
+    for (int i = 0; i < 201; ++i)
+        many += (i == 0 ? "\"p" : ", \"p") + std::to_string(i) + "\": 1";
+    EXPECT_FALSE(editRequestIn("{\"revision\": 1, \"set\": {" + many + "}}"));
+    const std::string name(101, 'n');
+    EXPECT_FALSE(editRequestIn("{\"revision\": 1, \"set\": {\"" + name + "\": 1}}"));
+}
