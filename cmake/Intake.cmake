@@ -100,10 +100,12 @@ function(intake_add_test name)
     if(CMAKE_CROSSCOMPILING)
         add_wine_test(${name} "${ARG_LABELS}")
     else()
+        set(leaks ${PROJECT_SOURCE_DIR}/tests/known_leaks.txt)
         gtest_discover_tests(${name}
             WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
             DISCOVERY_TIMEOUT 120
-            PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
+            PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}"
+                ENVIRONMENT "LSAN_OPTIONS=print_suppressions=0:suppressions=${leaks}")
     endif()
     foreach(label IN LISTS ARG_LABELS)
         if(NOT TARGET tests_${label})
