@@ -83,6 +83,24 @@ export const treeRow = (page, name) => page.locator(`.tree .row:has(.text:text-i
 
 export const tab = (page, name) => page.locator(`[role="tab"]:text-is("${name}")`);
 
+/** Holds requests of the page back; gives what lets them go. */
+export async function holdBack(page, address, method = "GET") {
+  let held = [];
+  await page.route(address, (route) => {
+    if (held === null || route.request().method() !== method) return route.continue();
+    held.push(route);
+  });
+  return async () => {
+    const waiting = held;
+    held = null;
+    await Promise.all(waiting.map((route) => route.continue()));
+  };
+}
+
+/** Goes to another instance without a way over the wall. */
+export const goTo = (page, name) =>
+  page.evaluate((hash) => (location.hash = hash), `#edit/${encodeURIComponent(name)}`);
+
 /** What is serious for those who need help to read. The page runs no script of others, so that the
     check is brought in by the browser itself. */
 export async function seriousFaults(page) {

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { once } from "node:events";
 import http from "node:http";
 import { test } from "node:test";
-import { button, field, tab, treeRow, useBrowser, waitFor } from "./browser.mjs";
+import { button, field, goTo, holdBack, tab, treeRow, useBrowser, waitFor } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -151,6 +151,43 @@ test("it looks again by itself when the source is another one, and says why it c
   await here.served.write("list.json", rows(30));
   await page.click('button:text-is("Look again")');
   await waitFor(() => page.innerText(".tree .row .number"), (records) => records === "30");
+});
+
+test("what was found in one source is not offered for another", async () => {
+  const page = await here.openEdit("one", [instance("one", "one.json"), instance("two", "two.json")], {
+    "one.json": '{"first": [1]}',
+    "two.json": '{"second": [2]}',
+    "three.json": '{"third": [3]}',
+  });
+  await treeRow(page, "first").waitFor();
+  const showTwo = await holdBack(page, /two\/explore/);
+  await goTo(page, "two");
+  await page.waitForSelector('h1:text-is("two")');
+  await waitFor(() => page.locator(".tree, .offer").count(), (count) => count === 0);
+  await showTwo();
+  await treeRow(page, "second").waitFor();
+  const showThree = await holdBack(page, /two\/explore/);
+  await field(page, "filename").fill("three.json");
+  await field(page, "filename").press("Enter");
+  await waitFor(() => page.locator(".tree, .offer").count(), (count) => count === 0);
+  await showThree();
+  await treeRow(page, "third").waitFor();
+});
+
+test("what was found stays while it is searched, and when it is taken as what it was found to be", async () => {
+  const page = await here.openEdit("fresh", [{ name: "fresh", parameters: { filename: "league.json" } }], {
+    "league.json": league,
+  });
+  await treeRow(page, "table").click();
+  const show = await holdBack(page, /fresh\/explore/);
+  await all(page).click();
+  await page.waitForSelector(".offer .kept");
+  assert.equal((await here.served.get("/instances/fresh")).values.queryMode, 3);
+  await page.fill('[type="search"]', "club");
+  await page.waitForRequest(/find=club/);
+  assert.equal(await treeRow(page, "table").count(), 1);
+  await show();
+  await treeRow(page, "table").waitFor({ state: "detached" });
 });
 
 test("of a long list few rows are in the document, and all can be reached by keys", async () => {

@@ -1,8 +1,8 @@
 // One instance: its parameters, what its source has, and what a load would do.
 
-import { useEffect } from "preact/hooks";
+import { useLayoutEffect } from "preact/hooks";
 import { Explorer } from "../explorer/explorer.js";
-import { wanted } from "../explorer/look.js";
+import { forgetSource, wanted } from "../explorer/look.js";
 import { forgetDry } from "../result/dryrun.js";
 import { Results } from "../result/results.js";
 import { brokenAt, seen } from "../session.js";
@@ -15,6 +15,7 @@ import { details, notice, open } from "./settings.js";
 function begin(name: string): () => void {
   closeWhy();
   forgetDry();
+  forgetSource();
   wanted.value = "";
   open(name);
   void readParameters().catch((fault: unknown) => (notice.value = String(fault)));
@@ -51,7 +52,7 @@ function Head({ name }: { name: string }) {
 }
 
 export function Edit({ name }: { name: string }) {
-  useEffect(() => begin(name), [name]);
+  useLayoutEffect(() => begin(name), [name]); // before anything of another instance can be pressed
   return (
     <main class="edit">
       <Head name={name} />

@@ -5,7 +5,7 @@ import * as api from "../api.js";
 import { details, sourceChanges } from "../edit/settings.js";
 import { parameters } from "../edit/parameters.js";
 import type { Details, Outline } from "../shapes.js";
-import { isSelected } from "./offers.js";
+import { isSelected, queryModeOf } from "./offers.js";
 import { all, nodesOf, openAbove, openFirstLevels, visible, type Node } from "./tree.js";
 
 const most = 1000; // entries of one look
@@ -16,7 +16,9 @@ export interface Seen {
   top: Node[];
 }
 
-export const found = signal<Seen>({ outline: null, top: [] });
+const nothing: Seen = { outline: null, top: [] };
+
+export const found = signal<Seen>(nothing);
 /** How many names beside those that are listed are not; 0 when all are. */
 export const leftOut = signal(0);
 
@@ -52,26 +54,47 @@ function missing({ entries, leftOut, notKept }: Outline): number {
 }
 
 let asked = 0;
+let seenAt = ""; // where what was found is from
+
+const addressOf = ({ name, values }: Details): string =>
+  [name, values["filename"], values["connStr"]].join("\n");
+
+/** Whether what was found is what the settings name, read as they say. */
+function isOfSource(now: Details): boolean {
+  const { outline } = found.peek();
+  const isReadSo = outline !== null && queryModeOf(outline) === now.values["queryMode"];
+  return isReadSo && addressOf(now) === seenAt;
+}
+
+/** A row of one source must not be used for another. An answer that is on its way counts no more. */
+export function forgetSource(): void {
+  ++asked;
+  found.value = nothing;
+  leftOut.value = 0;
+  failure.value = "";
+  isLooking.value = false;
+}
 
 export async function lookAgain(): Promise<void> {
   const now = details.peek();
-  const mine = ++asked;
   if (now === null || !hasSource(now)) {
-    found.value = { outline: null, top: [] };
-    failure.value = "";
-    isLooking.value = false;
+    forgetSource();
     return;
   }
+  const mine = ++asked;
   isLooking.value = true;
   try {
     const outline = await api.explore(now.name, "", wanted.peek(), most);
-    if (mine === asked) show(outline);
+    if (mine !== asked) return;
+    seenAt = addressOf(now);
+    show(outline);
   } catch (fault) {
     if (mine !== asked) return;
-    found.value = { outline: null, top: [] };
+    forgetSource();
     failure.value = api.sentenceOf(fault);
+    return;
   }
-  if (mine === asked) isLooking.value = false;
+  isLooking.value = false;
 }
 
 function show(outline: Outline): void {
@@ -100,8 +123,11 @@ export async function turn(node: Node, isOpen: boolean): Promise<void> {
   showTurned();
 }
 
-effect(() => {
-  if (sourceChanges.value > 0) void lookAgain();
+sourceChanges.subscribe((count) => {
+  if (count === 0) return;
+  const now = details.peek();
+  if (now === null || !isOfSource(now)) forgetSource();
+  void lookAgain();
 });
 
 /** The row follows the settings, and is shown. */

@@ -46,7 +46,7 @@ function takesAll(node: Node, outline: Outline, values: Values): boolean {
   return key !== "" && members.some(({ entry }) => keyOf(entry, outline, after) === key);
 }
 
-function queryModeOf(outline: Outline): number {
+export function queryModeOf(outline: Outline): number {
   const parameter = parameters.value.find(({ name }) => name === "queryMode");
   return parameter === undefined ? -1 : entriesOf(parameter).indexOf(outline.queryMode);
 }
