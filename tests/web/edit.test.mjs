@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { button, field, fieldNames, useBrowser, waitFor } from "./browser.mjs";
+import { button, field, fieldNames, goTo, holdBack, useBrowser, waitFor } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -141,6 +141,65 @@ test("an edit of somebody else is not overwritten, and what was typed is kept", 
   await field(page, "key").press("Enter");
   await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
   await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+});
+
+const two = [instance("one", "list.json"), instance("two", "list.json")];
+const files = { "list.json": rows(3) };
+
+/** Whatever comes late has come. */
+async function settle(page) {
+  await page.waitForLoadState("networkidle");
+  await page.waitForTimeout(300);
+}
+
+test("settings that arrive when another instance was opened are not shown", async () => {
+  const page = await here.openWall(two, files);
+  const arrive = await holdBack(page, /instances\/one$/);
+  await goTo(page, "one");
+  await page.waitForSelector('h1:text-is("one")');
+  await goTo(page, "two");
+  await waitFor(() => field(page, "table").inputValue(), (table) => table === "two");
+  await arrive();
+  await settle(page);
+  assert.equal(await field(page, "table").inputValue(), "two");
+});
+
+test("a change that is answered when another instance was opened is not shown there", async () => {
+  const page = await here.openEdit("one", two, files);
+  const arrive = await holdBack(page, /instances\/one$/, "PATCH");
+  await field(page, "table").fill("Late");
+  await field(page, "table").press("Enter");
+  await goTo(page, "two");
+  await waitFor(() => field(page, "table").inputValue(), (table) => table === "two");
+  await arrive();
+  await waitFor(async () => (await here.served.get("/instances/one")).values.table, (table) => table === "Late");
+  await settle(page);
+  assert.equal(await field(page, "table").inputValue(), "two");
+});
+
+test("what follows a change is left out when another instance was opened meanwhile", async () => {
+  const page = await here.openEdit("one", [instance("one", "list.json", { xpath: "row" }), two[1]], files);
+  const asked = [];
+  page.on("request", (each) => asked.push(new URL(each.url()).pathname.replace("/api/v1/instances/", "")));
+  for (const [open, follow] of [
+    [() => page.locator(".tree .row").first().click(), "#all-of-these"],
+    [() => page.click('.head button:text-is("Why?")'), 'button:text-is("Use this")'],
+  ]) {
+    await here.served.set("one", { xpath: "row" });
+    await open();
+    const arrive = await holdBack(page, /instances\/one$/, "PATCH");
+    await page.click(follow);
+    asked.length = 0;
+    await goTo(page, "two");
+    await waitFor(() => field(page, "table").inputValue(), (table) => table === "two");
+    await arrive();
+    await waitFor(async () => (await here.served.get("/instances/one")).values.xpath, (path) => path === "rows");
+    await settle(page);
+    assert.deepEqual(asked.filter((each) => /one\/(dryrun|explain)/.test(each)), []);
+    assert.equal(await page.locator(".why").count(), 0);
+    await goTo(page, "one");
+    await page.locator(".tree .row").first().waitFor();
+  }
 });
 
 test("what the server refuses stands beside the field", async () => {

@@ -38,8 +38,11 @@ export function closeWhy(): void {
   look.value = null;
 }
 
+/** Explained anew where it is still looked at. */
 async function use(name: string, stage: Stage): Promise<void> {
+  const shown = look.value;
   const refusal = await change(name, stage.set);
+  if (look.value !== shown) return;
   if (refusal === "") explain(name);
   else look.value = { name, answer: null, error: refusal };
 }

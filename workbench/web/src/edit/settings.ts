@@ -7,6 +7,11 @@ import type { Details, Values } from "../shapes.js";
 
 export const details = signal<Details | null>(null);
 
+let openName = "";
+
+/** Answers may come when another instance has been opened; those are left. */
+export const isOpen = (name: string): boolean => name === openName;
+
 /** What is typed and not taken by the server, by parameter. */
 export const drafts = signal<Record<string, string>>({});
 
@@ -54,14 +59,16 @@ function isOvertaken(fresh: Details): boolean {
 async function read(name: string, isAnew: boolean): Promise<void> {
   try {
     const fresh = await api.details(name);
+    if (!isOpen(name)) return;
     if (isAnew || !isOvertaken(fresh)) take(fresh, []);
     if (isAnew) notice.value = "";
   } catch (fault) {
-    notice.value = api.sentenceOf(fault);
+    if (isOpen(name)) notice.value = api.sentenceOf(fault);
   }
 }
 
 export function open(name: string): void {
+  openName = name;
   details.value = null;
   drafts.value = {};
   problems.value = {};
@@ -88,12 +95,14 @@ const differs = ({ values }: Details, set: Values): boolean =>
 async function edit(before: Details, set: Values): Promise<string> {
   try {
     const fresh = await api.edit(before.name, before.revision, set);
-    if (!isOvertaken(fresh)) take(fresh, Object.keys(set));
+    if (isOpen(before.name) && !isOvertaken(fresh)) take(fresh, Object.keys(set));
     return "";
   } catch (fault) {
+    if (!isOpen(before.name)) return api.sentenceOf(fault);
     if (!(fault instanceof api.Refusal) || fault.status !== 409) return refuse(fault, Object.keys(set));
     await read(before.name, true);
-    return (notice.value = staleNotice);
+    if (isOpen(before.name)) notice.value = staleNotice;
+    return staleNotice;
   }
 }
 
@@ -110,7 +119,7 @@ async function sendNow(name: string, set: Values): Promise<string> {
   const before = details.value;
   if (before === null || before.name !== name) return "This instance is not edited any more.";
   const refusal = differs(before, set) ? await edit(before, set) : "";
-  if (refusal !== "") return refusal;
+  if (refusal !== "" || !isOpen(name)) return refusal;
   forgetDrafts(set);
   notice.value = "";
   return "";

@@ -1,7 +1,7 @@
 // What can be done with the active row.
 
 import { change } from "../edit/change.js";
-import { details } from "../edit/settings.js";
+import { details, isOpen } from "../edit/settings.js";
 import { dry, promise, runDry } from "../result/dryrun.js";
 import { brokenAt } from "../session.js";
 import type { Entry, Outline, Values } from "../shapes.js";
@@ -12,7 +12,7 @@ import type { Node } from "./tree.js";
 
 async function use(instance: string, set: Values, records: number | null): Promise<void> {
   promise.value = null;
-  if ((await change(instance, set)) !== "") return;
+  if ((await change(instance, set)) !== "" || !isOpen(instance)) return;
   promise.value = records;
   await runDry(instance, false);
 }
