@@ -23,7 +23,10 @@ test("without the token the page says what to do", async () => {
   await page.waitForSelector("text=Open the address that was printed");
 });
 
-test("those in trouble come first, and do not move below the pointer", async () => {
+const isOrder = (...wanted) => (seen) => seen.join() === wanted.join();
+
+/** A wall of three, the worst first. */
+async function openThree() {
   const page = await here.openWall(
     [
       instance("good", "list.json", live),
@@ -33,13 +36,39 @@ test("those in trouble come first, and do not move below the pointer", async () 
     { "list.json": rows(3), "empty.json": rows(0) },
   );
   const names = () => page.locator("tbody .name").allInnerTexts();
-  const isOrder = (...wanted) => (seen) => seen.join() === wanted.join();
   await waitFor(names, isOrder("failed", "empty", "good"));
+  return { page, names };
+}
+
+test("those in trouble come first, and do not move below the pointer", async () => {
+  const { page, names } = await openThree();
   await page.hover("tbody tr:last-child");
   await here.served.remove("list.json");
   await waitForRow(page, "good", (row) => /FAILED/i.test(row.state));
   assert.deepEqual(await names(), ["failed", "empty", "good"]);
   await page.mouse.move(1, 719);
+  await waitFor(names, (seen) => seen[2] === "empty");
+});
+
+test("rows move again after another screen was opened from below the pointer", async () => {
+  const { page, names } = await openThree();
+  await button(page, "good", "Edit").click();
+  await page.waitForSelector(".field");
+  await page.mouse.move(1, 719);
+  await page.goBack();
+  await here.served.remove("list.json");
+  await waitFor(names, (seen) => seen[2] === "empty");
+});
+
+test("rows do not move below the focus of the keyboard", async () => {
+  const { page, names } = await openThree();
+  await button(page, "good", "Edit").focus();
+  await page.keyboard.press("Tab");
+  await here.served.remove("list.json");
+  await waitForRow(page, "good", (row) => /FAILED/i.test(row.state));
+  assert.deepEqual(await names(), ["failed", "empty", "good"]);
+  assert.equal(await page.evaluate(() => document.activeElement.innerText), "Why?");
+  await page.evaluate(() => document.activeElement.blur());
   await waitFor(names, (seen) => seen[2] === "empty");
 });
 

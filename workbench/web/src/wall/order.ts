@@ -1,7 +1,7 @@
 // The order of the rows: the worst first.
 
-import { signal } from "@preact/signals";
-import { seen, type Seen } from "../session.js";
+import { effect, signal } from "@preact/signals";
+import { brokenAt, seen, type Seen } from "../session.js";
 import type { State } from "../shapes.js";
 
 const ranks: Record<State, number> = {
@@ -14,7 +14,10 @@ const ranks: Record<State, number> = {
   loaded: 6,
 };
 
-/** The order while the pointer is on the wall: then nothing moves away below it. */
+/** What is on the wall: then nothing moves away below it. */
+type Holder = "pointer" | "focus";
+
+const holders = new Set<Holder>();
 const heldOrder = signal<string[] | null>(null);
 
 export function ordered(): Seen[] {
@@ -28,10 +31,23 @@ export function ordered(): Seen[] {
   return rows.sort((a, b) => ranks[a.state] - ranks[b.state]);
 }
 
-export function hold(): void {
+export function hold(holder: Holder): void {
+  holders.add(holder);
   heldOrder.value ??= ordered().map((row) => row.name);
 }
 
-export function release(): void {
-  heldOrder.value = null;
+export function release(holder: Holder): void {
+  holders.delete(holder);
+  if (holders.size === 0) heldOrder.value = null;
 }
+
+/** A wall that is gone hears of neither any more. */
+export function releaseAll(): void {
+  release("pointer");
+  release("focus");
+}
+
+/** Buttons that are switched off lose the focus without a word. */
+effect(() => {
+  if (brokenAt.value !== 0) release("focus");
+});

@@ -1,5 +1,6 @@
 // One row for each instance.
 
+import { useEffect } from "preact/hooks";
 import { clock } from "../clock.js";
 import { press } from "../press.js";
 import { addressOf } from "../route.js";
@@ -8,7 +9,7 @@ import { StateWord } from "../state.js";
 import { duration, shortTime } from "../words.js";
 import { explain, Why } from "../why.js";
 import { Log } from "./log.js";
-import { hold, ordered, release } from "./order.js";
+import { hold, ordered, release, releaseAll } from "./order.js";
 import { Spark } from "./spark.js";
 
 function recordsText(row: Seen): string {
@@ -71,11 +72,27 @@ const columns: [string, string][] = [
   ["last 100 loads", "loads minor"],
 ];
 
+/** A row that moves loses the focus; one that was only pressed by the pointer may move. */
+function onFocusIn({ target }: FocusEvent): void {
+  if (target instanceof Element && target.matches(":focus-visible")) hold("focus");
+}
+
+function onFocusOut({ currentTarget, relatedTarget }: FocusEvent): void {
+  const isWithin = relatedTarget instanceof Node && (currentTarget as Node).contains(relatedTarget);
+  if (!isWithin) release("focus");
+}
+
 export function Wall() {
+  useEffect(() => releaseAll, []);
   return (
     <main class="wall">
       <h1 class="unseen">Instances</h1>
-      <table onPointerEnter={hold} onPointerLeave={release}>
+      <table
+        onPointerEnter={() => hold("pointer")}
+        onPointerLeave={() => release("pointer")}
+        onFocusIn={onFocusIn}
+        onFocusOut={onFocusOut}
+      >
         <thead>
           <tr>
             {columns.map(([title, style]) => (
