@@ -116,6 +116,40 @@ test("the store is shown by pages, and follows loads", async () => {
   await waitFor(values, (seen) => /777/.test(seen.at(-1)));
 });
 
+test("nothing of a server stays when it was started again", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+  const { port } = here.served;
+  const startAgain = async () => {
+    await here.served.end();
+    await here.served.launch(["--port", String(port)]);
+  };
+  await startAgain();
+  await page.goto(here.served.address);
+  await button(page, "list", "Edit").click();
+  await dryRun(page);
+  await page.click('button:text-is("Load to store")');
+  await tab(page, "STORE").click();
+  await page.click('.answer button:has-text("list")');
+  await page.waitForSelector(".answer tr.entry");
+  const isAskedAnew = page.waitForRequest(/\/parameters$/);
+  await startAgain();
+  await page.waitForSelector("text=The data store is empty.");
+  assert.equal(await page.locator(".answer tr.entry").count(), 0);
+  await isAskedAnew;
+  await tab(page, "RECORDS").click();
+  await page.waitForSelector("text=A dry run shows here what a load would bring.");
+});
+
+test("a field that is not there any more is closed, and the others stay", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json", live)], { "list.json": rows(3) });
+  await tab(page, "STORE").click();
+  await page.click('.answer button:has-text("list")');
+  await page.waitForSelector(".answer tr.entry");
+  await page.route(/\/store\/list/, (route) => route.continue({ url: route.request().url().replace("/list", "/gone") }));
+  await page.waitForSelector(".answer tr.entry", { state: "detached" });
+  assert.equal(await page.locator('.answer button:has-text("list")').getAttribute("aria-expanded"), "false");
+});
+
 test("a change of settings after a dry run is told", async () => {
   const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
   await dryRun(page);

@@ -1,7 +1,8 @@
-// The plugin's parameters, as it registers them. They do not change while it is loaded.
+// The plugin's parameters, as it registers them. They do not change while the server runs.
 
-import { signal } from "@preact/signals";
+import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
+import { error, servers } from "../session.js";
 import type { Parameter, Values } from "../shapes.js";
 
 export const parameters = signal<Parameter[]>([]);
@@ -17,6 +18,13 @@ export async function readParameters(): Promise<Parameter[]> {
     throw fault;
   }
 }
+
+/** A server that was started again may have another plugin. */
+effect(() => {
+  if (servers.value <= 1 || parameters.peek().length === 0) return;
+  reading = undefined;
+  void readParameters().catch((fault: unknown) => (error.value = api.sentenceOf(fault)));
+});
 
 /** A parameter without a label needs one all the same. */
 const labels: Record<string, string> = { customHeaders: "Custom Headers" };

@@ -1,8 +1,9 @@
 // What a load would do, tried out without doing it.
 
-import { signal } from "@preact/signals";
+import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
 import { details } from "../edit/settings.js";
+import { servers } from "../session.js";
 import type { DryRun } from "../shapes.js";
 
 interface Dry {
@@ -26,6 +27,11 @@ export function forgetDry(): void {
   dry.value = none;
   promise.value = null;
 }
+
+/** A server that was started again has other settings and another store. */
+effect(() => {
+  if (servers.value > 1) forgetDry();
+});
 
 export async function runDry(name: string, allowWrites: boolean): Promise<void> {
   const mine = ++asked;

@@ -3,6 +3,7 @@
 import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
 import { loadsOf } from "../loads.js";
+import { servers } from "../session.js";
 import type { Field, FieldPage } from "../shapes.js";
 
 export const entriesOfPage = 50;
@@ -18,13 +19,25 @@ let timer: ReturnType<typeof setTimeout> | undefined;
 
 let opened: string | null = null;
 
+/** A field that is not there any more has no page. */
+async function pageOf(field: string, first: number): Promise<FieldPage | null> {
+  try {
+    return await api.storeField(field, first, entriesOfPage);
+  } catch (fault) {
+    if (fault instanceof api.Refusal && fault.status === 404) return null;
+    throw fault;
+  }
+}
+
 /** Reads what is open; an answer to what is not wanted any more is left. */
 async function readPage(): Promise<void> {
   const field = opened;
   const first = from.value;
   if (field === null) return;
-  const answer = await api.storeField(field, first, entriesOfPage);
-  if (field === opened && first === from.value) page.value = answer;
+  const answer = await pageOf(field, first);
+  if (field !== opened || first !== from.value) return;
+  if (answer === null) closeField();
+  else page.value = answer;
 }
 
 async function read(): Promise<void> {
@@ -68,6 +81,13 @@ export function closeField(): void {
   opened = null;
   page.value = null;
 }
+
+/** A server that was started again has another store. */
+effect(() => {
+  if (servers.value <= 1) return;
+  closeField();
+  if (isShown.peek()) void read();
+});
 
 effect(() => {
   if (isShown.value && loadsOf.value.size > 0) readSoon();
