@@ -184,7 +184,7 @@ test("what was found stays while it is searched, and when it is taken as what it
   await page.waitForSelector(".offer .kept");
   assert.equal((await here.served.get("/instances/fresh")).values.queryMode, 3);
   await page.fill('[type="search"]', "club");
-  await page.waitForRequest(/find=club/);
+  await page.waitForTimeout(600); // longer than it waits for the next letter
   assert.equal(await treeRow(page, "table").count(), 1);
   await show();
   await treeRow(page, "table").waitFor({ state: "detached" });
@@ -225,12 +225,33 @@ test("rows are opened by the right key, and closed by the left one", async () =>
   await waitFor(() => page.innerText(".tree .row.active .text"), (name) => name === "table");
 });
 
-test("what is too deep to be listed at first is asked for when it is opened", async () => {
+/** More than one look lists. */
+function openDeep() {
   const wide = Object.fromEntries(Array.from({ length: 300 }, (_, i) => [`m${i}`, { x: { y: i } }]));
   const content = JSON.stringify({ deep: Object.fromEntries(Array.from({ length: 10 }, (_, i) => [`d${i}`, wide])) });
-  const page = await here.openEdit("deep", [instance("deep", "deep.json", { xpath: "x" })], {
-    "deep.json": content,
-  });
+  return here.openEdit("deep", [instance("deep", "deep.json", { xpath: "x" })], { "deep.json": content });
+}
+
+test("one look is under way at a time, and of those wished for meanwhile the last is next", async () => {
+  const page = await openDeep();
+  const asked = [];
+  await treeRow(page, "d0").waitFor();
+  page.on("request", (each) => each.url().includes("/explore") && asked.push(new URL(each.url()).search));
+  const arrive = await holdBack(page, /deep\/explore/);
+  await page.click('button:text-is("Look again")');
+  await waitFor(() => asked.length, (length) => length === 1);
+  for (const text of ["m11", "m117"]) {
+    await page.fill('[type="search"]', text);
+    await page.waitForTimeout(600); // longer than it waits for the next letter
+  }
+  assert.equal(asked.length, 1);
+  await arrive();
+  await waitFor(() => page.locator(".tree .text").allInnerTexts(), (found) => found.length > 0 && found.every((text) => text === "m117"));
+  assert.deepEqual(asked.map((each) => new URLSearchParams(each).get("find")), [null, "m117"]);
+});
+
+test("what is too deep to be listed at first is asked for when it is opened", async () => {
+  const page = await openDeep();
   for (const name of ["deep", "d0", "m0", "x"]) {
     const row = treeRow(page, name).first();
     await row.waitFor();

@@ -24,7 +24,7 @@ function FindField() {
   const find = (text: string): void => {
     wanted.value = text;
     clearTimeout(timer.current);
-    timer.current = setTimeout(() => void lookAgain(), pause);
+    timer.current = setTimeout(lookAgain, pause);
   };
   return (
     <input
@@ -59,7 +59,7 @@ export function Explorer({ instance }: { instance: string }) {
           {said()}
         </p>
         <FindField />
-        <button class="small" disabled={brokenAt.value !== 0} onClick={() => void lookAgain()}>
+        <button class="small" disabled={brokenAt.value !== 0} onClick={lookAgain}>
           Look again
         </button>
       </header>

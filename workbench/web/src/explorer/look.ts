@@ -5,6 +5,7 @@ import * as api from "../api.js";
 import { details, sourceChanges } from "../edit/settings.js";
 import { parameters } from "../edit/parameters.js";
 import type { Details, Outline } from "../shapes.js";
+import { runLatest } from "./latest.js";
 import { isSelected, queryModeOf } from "./offers.js";
 import { all, nodesOf, openAbove, openFirstLevels, visible, type Node } from "./tree.js";
 
@@ -75,7 +76,7 @@ export function forgetSource(): void {
   isLooking.value = false;
 }
 
-export async function lookAgain(): Promise<void> {
+export function lookAgain(): void {
   const now = details.peek();
   if (now === null || !hasSource(now)) {
     forgetSource();
@@ -83,6 +84,11 @@ export async function lookAgain(): Promise<void> {
   }
   const mine = ++asked;
   isLooking.value = true;
+  void runLatest(() => lookInto(now, mine));
+}
+
+async function lookInto(now: Details, mine: number): Promise<void> {
+  if (mine !== asked) return;
   try {
     const outline = await api.explore(now.name, "", wanted.peek(), most);
     if (mine !== asked) return;
@@ -106,28 +112,37 @@ function show(outline: Outline): void {
   active.value = selected.value?.id ?? top[0]?.id ?? "";
 }
 
-/** What is below a row is asked for when it is opened first. */
-export async function turn(node: Node, isOpen: boolean): Promise<void> {
+export function turn(node: Node, isOpen: boolean): void {
+  const mine = asked;
   const name = details.peek()?.name;
-  if (isOpen && node.children === null && name !== undefined) {
-    try {
-      const outline = await api.explore(name, node.entry.place, "", most);
-      node.children = nodesOf(outline.entries, node);
-      leftOut.value = missing(outline);
-    } catch (fault) {
-      failure.value = api.sentenceOf(fault);
-      return;
-    }
+  if (!isOpen || node.children !== null || name === undefined) {
+    node.isOpen = isOpen;
+    showTurned();
+  } else if (!isLooking.peek()) {
+    void runLatest(() => lookBelow(node, name, mine)); // else the row is about to go
   }
-  node.isOpen = isOpen;
-  showTurned();
+}
+
+/** What is below a row is asked for when it is opened first; the tree may be another one then. */
+async function lookBelow(node: Node, name: string, mine: number): Promise<void> {
+  if (mine !== asked) return;
+  try {
+    const outline = await api.explore(name, node.entry.place, "", most);
+    if (mine !== asked) return;
+    node.children = nodesOf(outline.entries, node);
+    leftOut.value = missing(outline);
+    node.isOpen = true;
+    showTurned();
+  } catch (fault) {
+    if (mine === asked) failure.value = api.sentenceOf(fault);
+  }
 }
 
 sourceChanges.subscribe((count) => {
   if (count === 0) return;
   const now = details.peek();
   if (now === null || !isOfSource(now)) forgetSource();
-  void lookAgain();
+  lookAgain();
 });
 
 /** The row follows the settings, and is shown. */

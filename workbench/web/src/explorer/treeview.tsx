@@ -16,11 +16,11 @@ function moveTo(index: number): void {
 function right(node: Node, index: number): void {
   if (!canOpen(node)) return;
   if (node.isOpen) moveTo(index + 1);
-  else void turn(node, true);
+  else turn(node, true);
 }
 
 function left(node: Node): void {
-  if (node.isOpen) void turn(node, false);
+  if (node.isOpen) turn(node, false);
   else if (node.parent !== null) active.value = node.parent.id;
 }
 
@@ -50,7 +50,7 @@ type Opening = boolean | undefined;
 function Opener({ node, opening }: { node: Node; opening: Opening }) {
   const toggle = (event: MouseEvent): void => {
     event.stopPropagation();
-    void turn(node, !node.isOpen);
+    turn(node, !node.isOpen);
   };
   const sign = opening === undefined ? "" : opening ? "▾" : "▸";
   return (
@@ -76,7 +76,7 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
       aria-current={isUsed}
       aria-expanded={opening}
       onClick={() => (active.value = node.id)}
-      onDblClick={() => opening !== undefined && void turn(node, !node.isOpen)}
+      onDblClick={() => opening !== undefined && turn(node, !node.isOpen)}
     >
       <span class="name" style={{ paddingLeft: `${(node.level - 1) * 18}px` }}>
         <Opener node={node} opening={opening} />
