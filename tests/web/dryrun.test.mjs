@@ -116,6 +116,32 @@ test("the store is shown by pages, and follows loads", async () => {
   await waitFor(values, (seen) => /777/.test(seen.at(-1)));
 });
 
+test("fields for which there is no room are told", async () => {
+  const actionOf = (letter) => Array.from({ length: 260 }, (_, i) => `${letter}${i}=0;`).join("");
+  const page = await here.openEdit(
+    "a",
+    ["a", "b"].map((name) => instance(name, "list.json", { ...live, postAction: actionOf(name) })),
+    { "list.json": rows(3) },
+  );
+  const { leftOut } = await waitFor(() => here.served.get("/store"), (store) => store.leftOut > 0);
+  await tab(page, "STORE").click();
+  await page.waitForSelector(`text=${leftOut} more fields are not listed.`);
+});
+
+test("a field that has become shorter is shown from its last page", async () => {
+  const members = (count) => JSON.stringify(Object.fromEntries(Array.from({ length: count }, (_, i) => [`m${i}`, i])));
+  const page = await here.openEdit("all", [instance("all", "all.json", { ...live, xpath: "" })], { "all.json": members(120) });
+  await tab(page, "STORE").click();
+  await page.click('.answer button:has-text("all")');
+  await page.click('button:text-is("Later")');
+  await page.click('button:text-is("Later")');
+  await page.waitForSelector("text=101 to 120 of 120");
+  await here.served.write("all.json", members(70));
+  await page.waitForSelector("text=51 to 70 of 70");
+  const keys = await page.locator(".answer tr.entry .key").allInnerTexts();
+  assert.deepEqual([keys.length, keys[0]], [20, "m50"]);
+});
+
 test("nothing of a server stays when it was started again", async () => {
   const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
   const { port } = here.served;

@@ -71,7 +71,7 @@ export const load = (name: string): Promise<void> => ask("POST", `${pathOf(name)
 export const explain = (name: string): Promise<Explanation> => ask("POST", `${pathOf(name)}/explain`);
 export const dryRun = (name: string, allowWrites: boolean): Promise<DryRun> =>
   ask("POST", `${pathOf(name)}/dryrun`, { allowWrites });
-export const store = (): Promise<{ fields: Field[] }> => ask("GET", "/store");
+export const store = (): Promise<{ fields: Field[]; leftOut: number }> => ask("GET", "/store");
 export const storeField = (field: string, from: number, count: number): Promise<FieldPage> =>
   ask("GET", `/store/${encodeURIComponent(field)}?from=${from}&count=${count}`);
 export const loads = (): Promise<{ loads: Load[] }> => ask("GET", "/loads");

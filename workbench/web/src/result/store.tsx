@@ -3,8 +3,8 @@
 import { Fragment } from "preact";
 import { useEffect } from "preact/hooks";
 import type { Field, FieldEntry, FieldPage, Written } from "../shapes.js";
-import { shortTime } from "../words.js";
-import { closeField, entriesOfPage, failure, fields, from, page, showStore, turnTo } from "./stored.js";
+import { counted, shortTime } from "../words.js";
+import { closeField, entriesOfPage, failure, fields, from, leftOut, page, showStore, turnTo } from "./stored.js";
 
 /** The cells that tell who wrote it and when. */
 function Origin({ written }: { written: Written }) {
@@ -113,6 +113,11 @@ export function Store() {
           ))}
         </tbody>
       </table>
+      {leftOut.value > 0 && (
+        <p class="quiet">
+          {counted(leftOut.value, "more field")} {leftOut.value === 1 ? "is" : "are"} not listed.
+        </p>
+      )}
       {fields.value.length === 0 && <p class="quiet">The data store is empty.</p>}
     </div>
   );

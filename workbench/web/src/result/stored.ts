@@ -9,6 +9,7 @@ import type { Field, FieldPage } from "../shapes.js";
 export const entriesOfPage = 50;
 
 export const fields = signal<Field[]>([]);
+export const leftOut = signal(0); // further fields, which are not listed
 export const page = signal<FieldPage | null>(null); // of the field that is open
 export const from = signal(0);
 export const failure = signal("");
@@ -29,6 +30,9 @@ async function pageOf(field: string, first: number): Promise<FieldPage | null> {
   }
 }
 
+const lastPage = (size: number): number =>
+  Math.max(0, Math.ceil(size / entriesOfPage) - 1) * entriesOfPage;
+
 /** Reads what is open; an answer to what is not wanted any more is left. */
 async function readPage(): Promise<void> {
   const field = opened;
@@ -37,12 +41,15 @@ async function readPage(): Promise<void> {
   const answer = await pageOf(field, first);
   if (field !== opened || first !== from.value) return;
   if (answer === null) closeField();
+  else if (first > lastPage(answer.size)) await turnTo(field, lastPage(answer.size)); // it has become shorter
   else page.value = answer;
 }
 
 async function read(): Promise<void> {
   try {
-    fields.value = (await api.store()).fields;
+    const answer = await api.store();
+    fields.value = answer.fields;
+    leftOut.value = answer.leftOut;
     await readPage();
     failure.value = "";
   } catch (fault) {
