@@ -86,6 +86,13 @@ test("a live file is followed: fewer records, none, gone, back", async () => {
   await waitForRow(page, "list", (row) => /LOADED/i.test(row.state));
 });
 
+test("where its records go and how much was written stands below a name", async () => {
+  const page = await here.openWall([instance("list", "list.json", { table: "Top" })], { "list.json": rows(3) });
+  assert.match((await rowOf(page, "list")).words, /^loads at the press/);
+  await button(page, "list", "Load").click();
+  await waitForRow(page, "list", (row) => row.words === "Top, DataArray, 77 bytes");
+});
+
 test("the log tells what has happened, newest first", async () => {
   const page = await here.openWall([instance("list", "list.json", live)], { "list.json": rows(20) });
   await waitForRow(page, "list", (row) => row.records === "20");

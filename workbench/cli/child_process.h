@@ -17,7 +17,8 @@ struct ChildAnswer {
 /// Runs a program with `input` as its standard input and waits for its end; ends it when that takes
 /// longer than `timeoutSeconds`, when it writes more than 256 MB, or soon when a stop is requested.
 /// It has the variables of this process, but for those of the same names in `environment`, each
-/// NAME=VALUE, and nothing of what is open here. Throws std::system_error when it cannot be started.
+/// NAME=VALUE, and nothing of what is open here. Throws std::system_error when it cannot be
+/// started.
 ChildAnswer askChild(const std::vector<std::string>& command, std::string_view input,
                      double timeoutSeconds, const std::stop_token& stop = {},
                      const std::vector<std::string>& environment = {});

@@ -91,6 +91,7 @@ InstanceState InstanceHistory::stateAt(double now) const {
     if (changedAt_ && now - *changedAt_ < changeShown) shown.before = before_;
     shown.age = now - answeredAt_;
     shown.duration = last_->seconds;
+    shown.bytes = last_->bytes;
     return shown;
 }
 

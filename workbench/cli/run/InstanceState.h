@@ -13,13 +13,15 @@ enum class State { Failed, Late, Empty, Stale, Loading, Waiting, Loaded };
 struct InstanceState {
     std::string name;
     State state = State::Waiting;
-    std::optional<std::size_t> records;  // of the last load
-    std::optional<std::size_t> before;   // where that has changed a short time ago
-    std::size_t leftOver = 0;            // from older loads
-    std::optional<double> age;           // since the last answer
-    std::optional<double> duration;      // of the last load
-    std::optional<double> next;          // until the next load begins
-    std::string words;                   // what is wrong or waited for
+    std::optional<std::size_t> records;     // of the last load
+    std::optional<std::size_t> before;      // where that has changed a short time ago
+    std::size_t leftOver = 0;               // from older loads
+    std::optional<double> age;              // since the last answer
+    std::optional<double> duration;         // of the last load
+    std::optional<double> next;             // until the next load begins
+    std::string words;                      // what is wrong or waited for
+    std::string target = {};                // where its records go: "League, DataTable"
+    std::optional<std::size_t> bytes = {};  // that the last load wrote
 };
 
 }  // namespace workbench

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "formats/text/trim.h"
 #include "workbench/cli/missing_file.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
@@ -153,9 +154,24 @@ void LiveInstance::runFrame(double now, std::vector<LoadEvent>& events) {
     }
 }
 
+std::string LiveInstance::target() const {
+    constexpr int32_t sharedMemory = 4;
+    const auto index = host_.parameters.find("mode");
+    const int32_t mode = index ? record().integer(*index) : 0;
+    if (mode == sharedMemory)
+        return "shared memory " + textParameter("shmvar", host_.parameters, record());
+    const std::string field = textParameter("table", host_.parameters, record());
+    if (!index || mode < 0) return field;
+    const std::vector<std::string>& modes = host_.parameters.at(*index).entries;
+    const auto entry = static_cast<std::size_t>(mode);
+    return entry < modes.size() ? field + ", " + std::string(intake::trimmed(modes[entry], " "))
+                                : field;
+}
+
 InstanceState LiveInstance::stateAt(double now) const {
     InstanceState state = history_.stateAt(now);
     state.name = name();
+    state.target = target();
     return state;
 }
 

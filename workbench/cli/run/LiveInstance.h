@@ -87,6 +87,7 @@ public:
     std::string redacted(std::string text) const { return redact_(std::move(text)); }
 
 private:
+    std::string target() const;
     void apply(const lumo::Record& wanted);
     void noteSecrets();
     void noteBinding();

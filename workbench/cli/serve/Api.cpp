@@ -68,7 +68,8 @@ WebResponse responseOf(const ChildAnswer& answer) {
 /// Whether a page has to be told: ages go on by themselves there.
 bool isSame(const InstanceState& one, const InstanceState& other) {
     return one.name == other.name && one.state == other.state && one.records == other.records &&
-           one.before == other.before && one.leftOver == other.leftOver && one.words == other.words;
+           one.before == other.before && one.leftOver == other.leftOver &&
+           one.words == other.words && one.target == other.target;
 }
 
 constexpr const char* typeAnew = "Type what the dots hide anew.";

@@ -34,6 +34,9 @@ void writeState(const InstanceState& state, JsonWriter& out) {
     count("age", state.age);
     count("duration", state.duration);
     count("next", state.next);
+    count("bytes", state.bytes);
+    out.name("target");
+    out.text(state.target);
     out.name("words");
     out.text(state.words);
     out.close('}');

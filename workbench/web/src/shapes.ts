@@ -11,6 +11,8 @@ export interface Instance {
   age: number | null; // seconds, at the time of the event
   duration: number | null;
   next: number | null;
+  bytes: number | null; // that the last load wrote
+  target: string; // where the records go
   words: string;
 }
 

@@ -64,6 +64,8 @@ TEST_F(Served, SaysHowInstancesAre) {
     EXPECT_STREQ(states[0]["name"].GetString(), "table");
     EXPECT_STREQ(states[0]["state"].GetString(), "waiting");
     EXPECT_TRUE(states[0]["records"].IsNull());
+    EXPECT_STREQ(states[0]["target"].GetString(), "T, DataTable");
+    EXPECT_TRUE(states[0]["bytes"].IsNull());
 }
 
 TEST_F(Served, LoadsAtThePressOfAButton) {

@@ -6,7 +6,7 @@ import { press } from "../press.js";
 import { addressOf } from "../route.js";
 import { brokenAt, seen, type Seen } from "../session.js";
 import { StateWord } from "../state.js";
-import { duration, shortTime } from "../words.js";
+import { duration, shortTime, sizeText } from "../words.js";
 import { explain, Why } from "../why.js";
 import { Log } from "./log.js";
 import { hold, ordered, release, releaseAll } from "./order.js";
@@ -34,6 +34,18 @@ function Actions({ name }: { name: string }) {
   );
 }
 
+/** What is wrong; where nothing is, where the records go and how much was written. */
+function Words({ row }: { row: Seen }) {
+  if (row.words !== "")
+    return (
+      <span class="words" title={row.words}>
+        {row.words}
+      </span>
+    );
+  const size = row.bytes === null ? "" : `, ${sizeText(row.bytes)}`;
+  return <span class="words target">{row.target + size}</span>;
+}
+
 function Row({ row }: { row: Seen }) {
   const passed = (clock.value - row.at) / 1000;
   const next = row.next === null ? null : Math.max(0, row.next - passed);
@@ -44,9 +56,7 @@ function Row({ row }: { row: Seen }) {
       </td>
       <th scope="row">
         <span class="name">{row.name}</span>
-        <span class="words" title={row.words}>
-          {row.words}
-        </span>
+        <Words row={row} />
       </th>
       <td class="number">{recordsText(row)}</td>
       <td class="number">{row.leftOver > 0 ? row.leftOver : ""}</td>
