@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,25 @@ enum class TextEncoding { UTF8, ISO_8859_1 };
 
 /// Where a document comes from: systems make documents for local files and others differently.
 enum class XmlSource { LOCAL_FILE, RESPONSE };
+
+/// The rows that are wanted of a document that is still to be loaded.
+struct XmlRowsWanted {
+    std::string namespaces;          // as for setSelectionNamespaces
+    std::string expression;          // as for selectNodes
+    std::optional<std::string> key;  // as for setKeyExpression; nothing when no keys are read
+    bool needsMarkup = false;        // also of what is in the rows
+    int64_t first = 0;               // rows from here up to `end` are wanted
+    int64_t end = 0;
+};
+
+/// What takes rows while a document is read.
+struct XmlRowTaker {
+    /// The next row, in document order, lent for this call, in which appendKeyText finds its key.
+    std::function<void(void* row)> take;
+
+    /// What was taken is void: the document is read in another way.
+    std::function<void()> forget;
+};
 
 /// An XML document in memory. Used by one worker thread. Appending calls write into the caller's
 /// buffer, so that visiting a node allocates nothing. Where an operation fails in itself (an
@@ -33,6 +54,14 @@ public:
     using Visit = std::function<void(Node)>;
 
     virtual ~XmlDocument() = default;
+
+    /// Asks that the next load hands out rows, where the system can do so without keeping the whole
+    /// document. Then nothing of the document stays.
+    virtual void takeRowsWhileLoading(const XmlRowsWanted&, const XmlRowTaker&) {}
+
+    /// How many rows the last load found, also those that were not wanted; nothing when it handed
+    /// none out: then they are to be selected.
+    virtual std::optional<size_t> rowsFound() { return std::nullopt; }
 
     /// False when the file cannot be read or parsed; parseErrorReason says why.
     virtual bool loadFile(const std::string& path) = 0;

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "formats/text/byte_order_mark.h"
+#include "formats/xml/TreeReader.h"
 #include "formats/xml/XmlBuilder.h"
 
 namespace intake {
@@ -16,8 +17,6 @@ namespace {
 // With DTDs refused there are no entities to expand, so the library's limits on size and depth
 // protect from nothing.
 constexpr int OPTIONS = XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_COMPACT;
-
-constexpr uint64_t MAX_SIZE = 0x7FFFFFFF;  // the library counts in int
 
 bool isKnown(const std::string& charset) {
     errno = 0;
@@ -167,7 +166,18 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
 
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset,
                   uint64_t mostNodes) {
-    if (source.size() > MAX_SIZE) {
+    if (source.size() <= LARGEST_XML) {
+        XmlDoc document = scanTree(source, charset, endMark, mostNodes);
+        if (document != nullptr) {
+            return {std::move(document), ""};
+        }
+    }
+    return parseXml(source, endMark, charset, mostNodes);
+}
+
+LoadedXml parseXml(const ByteSource& source, const EndMark& endMark, const std::string& charset,
+                   uint64_t mostNodes) {
+    if (source.size() > LARGEST_XML) {
         return {nullptr, "The document is larger than 2 GB"};
     }
     std::array<char, LONGEST_XML_MARK> start{};

@@ -11,13 +11,9 @@
 
 #include "formats/source/ByteSource.h"
 #include "formats/source/EndMark.h"
+#include "formats/xml/XmlDoc.h"
 
 namespace intake {
-
-struct XmlDocDeleter {
-    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
-};
-using XmlDoc = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 
 /// A document has more nodes than it may have.
 class TooManyNodes : public std::runtime_error {
@@ -25,6 +21,8 @@ public:
     explicit TooManyNodes(uint64_t most)
         : std::runtime_error("The document has more than " + std::to_string(most) + " nodes") {}
 };
+
+constexpr uint64_t LARGEST_XML = 0x7FFFFFFF;  // in bytes: libxml2 counts in int
 
 constexpr uint64_t ANY_NUMBER_OF_NODES = std::numeric_limits<uint64_t>::max();
 
@@ -40,5 +38,9 @@ struct LoadedXml {
 /// set, it gives up. Throws what the source throws, TooManyNodes and std::bad_alloc.
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset = {},
                   uint64_t mostNodes = ANY_NUMBER_OF_NODES);
+
+/// The same by libxml2's parser alone, which reads what is not plain.
+LoadedXml parseXml(const ByteSource& source, const EndMark& endMark,
+                   const std::string& charset = {}, uint64_t mostNodes = ANY_NUMBER_OF_NODES);
 
 }  // namespace intake

@@ -2,7 +2,6 @@
 
 #include "pipeline/error_reports.h"
 #include "pipeline/narrow_text.h"
-#include "readers/xml/XmlRecords.h"
 #include "readers/xml/payload.h"
 #include "readers/xml/xml_source.h"
 
@@ -47,84 +46,104 @@ bool XMLHandler::Read(const RequestRecord& request, std::string& script, std::st
 
 bool XMLHandler::readDocument(const RequestRecord& request, std::string& script,
                               std::string& error) {
-    Document document;
-    const bool loaded = isRemote(request.filename) ? loadUrl(request, document, error)
-                                                   : loadFile(request, document, error);
-    if (!loaded || !select(request, *document, error)) {
+    Load load{request, script, error, nullptr, nullptr};
+    const bool loaded = isRemote(request.filename) ? loadUrl(load) : loadFile(load);
+    if (!loaded || !select(load)) {
         return false;
     }
-    XmlRecords(*document, request, logger_, script).write();
+    load.records->write();
     return true;
 }
 
-bool XMLHandler::loadFile(const RequestRecord& request, Document& document, std::string& error) {
+void XMLHandler::makeRecords(Load& load) {
+    load.records = std::make_unique<XmlRecords>(*load.document, load.request, logger_, load.script);
+}
+
+bool XMLHandler::loadFile(Load& load) {
+    const RequestRecord& request = load.request;
     trace("Before CreateInstance\n");
     try {
-        document = services_.createDocument(encodingOf(request), XmlSource::LOCAL_FILE, endMark_);
+        load.document =
+            services_.createDocument(encodingOf(request), XmlSource::LOCAL_FILE, endMark_);
     } catch (const PlatformError& failure) {
-        error += NOT_INSTANTIATED + comErrorReport(failure);
+        load.error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;
     }
+    makeRecords(load);
+    load.records->takeWhileLoading();
     trace("Before load\n");
-    if (document->loadFile(request.filename)) {
+    if (load.document->loadFile(request.filename)) {
         return true;
     }
-    error +=
-        "Failed to load DOM from " + request.filename + ".\n" + document->parseErrorReason() + "\n";
+    load.records->forgetRows();
+    load.error += "Failed to load DOM from " + request.filename + ".\n" +
+                  load.document->parseErrorReason() + "\n";
     return false;
 }
 
-bool XMLHandler::loadUrl(const RequestRecord& request, Document& document, std::string& error) {
+bool XMLHandler::loadUrl(Load& load) {
+    const bool isToBeConverted = isPayload(load.request);
     trace("Before CreateInstance\n");
     std::unique_ptr<XmlRequest> http;
     try {
         http = services_.createRequest(endMark_);
         // What is still to be converted must lose no characters on the way.
-        document =
-            services_.createDocument(isPayload(request) ? TextEncoding::UTF8 : encodingOf(request),
-                                     XmlSource::RESPONSE, endMark_);
+        load.document = services_.createDocument(
+            isToBeConverted ? TextEncoding::UTF8 : encodingOf(load.request), XmlSource::RESPONSE,
+            endMark_);
     } catch (const PlatformError& failure) {
-        error += NOT_INSTANTIATED + comErrorReport(failure);
+        load.error += NOT_INSTANTIATED + comErrorReport(failure);
         return false;
     }
-    return fetch(request, *http, *document, error) && convertPayload(request, document, error);
+    makeRecords(load);
+    if (!isToBeConverted) {
+        load.records->takeWhileLoading();
+    }
+    return fetch(load, *http) && (!isToBeConverted || convertPayload(load));
 }
 
-bool XMLHandler::fetch(const RequestRecord& request, XmlRequest& http, XmlDocument& document,
-                       std::string& error) {
+bool XMLHandler::fetch(Load& load, XmlRequest& http) {
+    const RequestRecord& request = load.request;
     trace("Before open\n");
     const std::string url = requestUrl(request);
     try {
         http.open(url, request.useAuth ? &request.userName : nullptr,
                   request.useAuth ? &request.password : nullptr);
     } catch (const PlatformError& failure) {
-        error += "Failed to load DOM from " + url + ".\n" + comErrorReport(failure);
+        load.error += "Failed to load DOM from " + url + ".\n" + comErrorReport(failure);
         return false;
     }
     for (const Header& header : requestHeaders(request)) {
         http.setHeader(header.name, header.value);
     }
     http.send();
-    http.loadInto(document);  // a body that is no XML leaves the document empty
+    http.loadInto(*load.document);  // a body that is no XML leaves the document empty
     return true;
 }
 
-bool XMLHandler::convertPayload(const RequestRecord& request, Document& document,
-                                std::string& error) {
-    if (isPayload(request)) {
-        document = KDFToXml(*document, services_, encodingOf(request), endMark_, error);
+bool XMLHandler::convertPayload(Load& load) {
+    load.document =
+        KDFToXml(*load.document, services_, encodingOf(load.request), endMark_, load.error);
+    if (load.document == nullptr) {
+        return false;
     }
-    return document != nullptr;
+    makeRecords(load);
+    return true;
 }
 
-bool XMLHandler::select(const RequestRecord& request, XmlDocument& document, std::string& error) {
+bool XMLHandler::select(Load& load) {
+    const RequestRecord& request = load.request;
     trace("Before selectNodes()\n");
-    document.setSelectionNamespaces(toUtf8(request.namespaces, request.encoding));
-    if (document.selectNodes(toUtf8(request.xpath, request.encoding))) {
+    if (load.document->rowsFound()) {
         return true;
     }
-    const std::string failure = "No node set is fetched: " + document.parseErrorReason() + "\n";
-    error += failure;
+    load.document->setSelectionNamespaces(toUtf8(request.namespaces, request.encoding));
+    if (load.document->selectNodes(toUtf8(request.xpath, request.encoding))) {
+        return true;
+    }
+    const std::string failure =
+        "No node set is fetched: " + load.document->parseErrorReason() + "\n";
+    load.error += failure;
     logger_.Write(LOG_ERROR, failure);
     return false;
 }

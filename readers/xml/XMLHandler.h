@@ -7,6 +7,7 @@
 #include "pipeline/ReaderHandler.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/XmlDocument.h"
+#include "readers/xml/XmlRecords.h"
 
 namespace intake {
 
@@ -22,15 +23,22 @@ public:
     bool Read(const RequestRecord& request, std::string& script, std::string& error) override;
 
 private:
-    using Document = std::unique_ptr<XmlDocument>;
+    /// One request on its way.
+    struct Load {
+        const RequestRecord& request;
+        std::string& script;
+        std::string& error;
+        std::unique_ptr<XmlDocument> document;
+        std::unique_ptr<XmlRecords> records;  // of that document
+    };
 
     bool readDocument(const RequestRecord& request, std::string& script, std::string& error);
-    bool loadFile(const RequestRecord& request, Document& document, std::string& error);
-    bool loadUrl(const RequestRecord& request, Document& document, std::string& error);
-    bool fetch(const RequestRecord& request, XmlRequest& http, XmlDocument& document,
-               std::string& error);
-    bool convertPayload(const RequestRecord& request, Document& document, std::string& error);
-    bool select(const RequestRecord& request, XmlDocument& document, std::string& error);
+    void makeRecords(Load& load);
+    bool loadFile(Load& load);
+    bool loadUrl(Load& load);
+    bool fetch(Load& load, XmlRequest& http);
+    bool convertPayload(Load& load);
+    bool select(Load& load);
     void trace(const char* step);
 
     ReaderLogger& logger_;

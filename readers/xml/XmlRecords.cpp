@@ -1,5 +1,8 @@
 #include "readers/xml/XmlRecords.h"
 
+#include <array>
+#include <limits>
+
 #include "pipeline/narrow_text.h"
 #include "pipeline/script_text.h"
 #include "readers/xml/payload.h"
@@ -11,6 +14,14 @@ namespace {
 
 constexpr int32_t OUTPUT_MARKUP = 1;
 
+/// What the trace calls the modes.
+constexpr std::array<const char*, 5> MODES{"DATATABLE", "DATAARRAY", "DATASTRUCTURE",
+                                           "DATAFIELDARRAY", "SHAREDMEM"};
+
+bool isMode(int32_t mode) {
+    return mode >= 0 && static_cast<size_t>(mode) < MODES.size();
+}
+
 }  // namespace
 
 XmlRecords::XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
@@ -19,92 +30,133 @@ XmlRecords::XmlRecords(XmlDocument& document, const RequestRecord& request, Read
       request_(request),
       logger_(logger),
       script_(script),
-      selected_(static_cast<int64_t>(document.selectedCount())),
-      rows_(request, selected_) {}
+      start_(script.size()) {}
+
+void XmlRecords::takeWhileLoading() {
+    document_.takeRowsWhileLoading(wanted(),
+                                   {[this](Node row) { takeRow(row); }, [this] { forgetRows(); }});
+}
+
+XmlRowsWanted XmlRecords::wanted() const {
+    constexpr int64_t ANY_NUMBER = std::numeric_limits<int64_t>::max();
+    const RowRange rows(request_, ANY_NUMBER);
+    XmlRowsWanted wanted;
+    wanted.namespaces = toUtf8(request_.namespaces, request_.encoding);
+    wanted.expression = toUtf8(request_.xpath, request_.encoding);
+    if (needsKey()) {
+        wanted.key = toUtf8(request_.key, request_.encoding);
+    }
+    wanted.needsMarkup = request_.targetOutFormat == OUTPUT_MARKUP;
+    wanted.first = rows.first();
+    wanted.end = rows.end;
+    return wanted;
+}
+
+void XmlRecords::takeRow(Node row) {
+    row_ = row;
+    writeInMode(request_.targetMode);
+    ++place_;
+}
+
+void XmlRecords::forgetRows() {
+    script_.resize(start_);
+    place_ = rowsWithoutKey_ = 0;
+}
 
 void XmlRecords::write() {
-    if (rows_.from < selected_) {
-        writeInMode(request_.targetMode);
+    const std::optional<size_t> taken = document_.rowsFound();
+    const auto count = static_cast<int64_t>(taken ? *taken : document_.selectedCount());
+    const RowRange rows(request_, count);
+    if (rows.from >= count || !isMode(request_.targetMode)) {
+        return;
     }
+    logger_.Write(LOG_DEBUG,
+                  "Before " + std::string(MODES[static_cast<size_t>(request_.targetMode)]) + "\n");
+    if (!taken) {
+        writeSelected(rows);
+    }
+    writeEnd(rows);
+}
+
+void XmlRecords::writeSelected(const RowRange& rows) {
+    if (needsKey()) {
+        document_.setKeyExpression(toUtf8(request_.key, request_.encoding));
+    }
+    for (int64_t row = rows.first(); row < rows.end; ++row) {
+        takeRow(document_.selected(static_cast<size_t>(row)));
+    }
+}
+
+/// Writes what needs the number of rows.
+void XmlRecords::writeEnd(const RowRange& rows) {
+    if (request_.targetMode == DATA_FIELD_ARRAY) {
+        std::string head;
+        appendRangeHead(head, request_.table, rows.count());
+        script_.insert(start_, head);
+        script_.append("; ");
+    }
+    if (request_.targetMode == DATA_FIELD_ARRAY || request_.targetMode == DATA_ARRAY) {
+        appendRecordCount(script_, request_.varsPrefix, rows.count());
+    }
+    reportRowsWithoutKey(rows);
+}
+
+bool XmlRecords::needsKey() const {
+    return request_.targetMode == DATA_TABLE ||
+           (request_.targetMode == DATA_STRUCTURE && request_.table.empty());
 }
 
 void XmlRecords::writeTable() {
-    logger_.Write(LOG_DEBUG, "Before DATATABLE\n");
-    setKeyExpression();
-    forEachRow([this](Node row, int64_t) {
-        const size_t start = script_.size();
-        script_.append(request_.table).append("[");
-        if (!writeKey(row)) {
-            script_.resize(start);
-            return;
-        }
-        script_.append("]=");
-        writeRecord(row);
-    });
-    reportRowsWithoutKey();
+    const size_t start = script_.size();
+    script_.append(request_.table).append("[");
+    if (!writeKey()) {
+        script_.resize(start);
+        return;
+    }
+    script_.append("]=");
+    writeRecord();
 }
 
 void XmlRecords::writeArray() {
-    logger_.Write(LOG_DEBUG, "Before DATAARRAY\n");
-    forEachRow([this](Node row, int64_t place) {
-        appendElementHead(script_, request_.table, place);
-        writeRecord(row);
-    });
-    writeCount();
+    appendElementHead(script_, request_.table, place_);
+    writeRecord();
 }
 
 void XmlRecords::writeStructures() {
-    logger_.Write(LOG_DEBUG, "Before DATASTRUCTURE\n");
-    const bool namedByKey = request_.table.empty();
-    if (namedByKey) {
-        setKeyExpression();
+    if (!request_.table.empty()) {
+        script_.append(request_.table);
+    } else if (!writeKey()) {
+        return;
     }
-    forEachRow([this, namedByKey](Node row, int64_t) {
-        if (!namedByKey) {
-            script_.append(request_.table);
-        } else if (!writeKey(row)) {
-            return;
-        }
-        script_.append("={");
-        writeFields(row);
-        script_.append("};");
-    });
-    reportRowsWithoutKey();
+    script_.append("={");
+    writeFields();
+    script_.append("};");
 }
 
 void XmlRecords::writeFieldArray() {
-    logger_.Write(LOG_DEBUG, "Before DATAFIELDARRAY\n");
-    appendRangeHead(script_, request_.table, rows_.count());
-    forEachRow([this](Node row, int64_t place) {
-        script_.append("\"\"");
-        writeValue(row);
-        script_.append(isLast(place) ? "\"\"" : "\"\",");
-    });
-    script_.append("; ");
-    writeCount();
+    script_.append(place_ == 0 ? "\"\"" : ",\"\"");
+    writeValue(row_);
+    script_.append("\"\"");
 }
 
 void XmlRecords::writeSharedMemory() {
-    logger_.Write(LOG_DEBUG, "Before SHAREDMEM\n");
-    forEachRow([this](Node row, int64_t place) {
-        writeValue(row);
-        if (!isLast(place)) {
-            script_.append(request_.fieldsDelimiter);
-        }
-    });
+    if (place_ != 0) {
+        script_.append(request_.fieldsDelimiter);
+    }
+    writeValue(row_);
 }
 
-void XmlRecords::writeRecord(Node row) {
+void XmlRecords::writeRecord() {
     script_.append("{{");
-    writeFields(row);
+    writeFields();
     script_.append("};};");
 }
 
-void XmlRecords::writeFields(Node row) {
+void XmlRecords::writeFields() {
     if (isPayload(request_)) {
-        return writePayloadRow(document_, row, script_);
+        return writePayloadRow(document_, row_, script_);
     }
-    document_.forEachChild(row, [this](Node child) {
+    document_.forEachChild(row_, [this](Node child) {
         document_.appendName(child, script_);
         script_.append("=\"");
         writeValue(child);
@@ -120,24 +172,16 @@ void XmlRecords::writeValue(Node node) {
     }
 }
 
-void XmlRecords::writeCount() {
-    appendRecordCount(script_, request_.varsPrefix, rows_.count());
-}
-
-void XmlRecords::setKeyExpression() {
-    document_.setKeyExpression(toUtf8(request_.key, request_.encoding));
-}
-
-bool XmlRecords::writeKey(Node row) {
-    const bool found = document_.appendKeyText(row, script_);
+bool XmlRecords::writeKey() {
+    const bool found = document_.appendKeyText(row_, script_);
     rowsWithoutKey_ += found ? 0 : 1;
     return found;
 }
 
-void XmlRecords::reportRowsWithoutKey() {
+void XmlRecords::reportRowsWithoutKey(const RowRange& rows) {
     if (rowsWithoutKey_ != 0) {
         logger_.Write(LOG_WARNING, "XML: " + std::to_string(rowsWithoutKey_) + " of " +
-                                       std::to_string(rows_.end - rows_.first()) +
+                                       std::to_string(rows.end - rows.first()) +
                                        " rows left out: \"" + request_.key +
                                        "\" selects nothing in them\n");
     }

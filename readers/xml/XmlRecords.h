@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "pipeline/ReaderLogger.h"
@@ -11,20 +12,30 @@
 
 namespace intake {
 
-/// Writes the requested rows of a document's selected nodes as the records of a target mode. Made
-/// for one request; worker thread.
+/// Writes the requested rows of a document as the records of a target mode: those that it is handed
+/// while the document is loaded, or those that were selected in it. Made for one request and one
+/// document; worker thread.
 class XmlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; the script is appended to.
     XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
                std::string& script);
 
-    /// Writes nothing when the selection has no more rows than are to be skipped, and nothing in a
-    /// mode that does not exist.
+    /// Lets the document hand its rows over while it is loaded, if it can.
+    void takeWhileLoading();
+
+    /// Takes back what was written.
+    void forgetRows();
+
+    /// Ends the records. Writes nothing when there are no more rows than are to be skipped, and
+    /// nothing in a mode that does not exist.
     void write();
 
 private:
     using Node = XmlDocument::Node;
+
+    XmlRowsWanted wanted() const;
+    void takeRow(Node row);
 
     void writeTable() override;
     void writeArray() override;
@@ -32,33 +43,25 @@ private:
     void writeFieldArray() override;
     void writeSharedMemory() override;
 
-    void writeRecord(Node row);
-    void writeFields(Node row);
+    void writeSelected(const RowRange& rows);
+    void writeEnd(const RowRange& rows);
+    bool needsKey() const;
+
+    void writeRecord();
+    void writeFields();
     void writeValue(Node node);
-    void writeCount();
 
-    void setKeyExpression();
-
-    /// Appends the text of a row's key; false, and one more row left out, when it has none.
-    bool writeKey(Node row);
-    void reportRowsWithoutKey();
-
-    /// Calls `each` with every row and its place among the delivered ones, from 0.
-    template <class Each>
-    void forEachRow(Each each) {
-        for (int64_t row = rows_.first(); row < rows_.end; ++row) {
-            each(document_.selected(static_cast<size_t>(row)), row - rows_.first());
-        }
-    }
-
-    bool isLast(int64_t place) const { return rows_.first() + place + 1 == rows_.end; }
+    /// Appends the text of the row's key; false, and one more row left out, when it has none.
+    bool writeKey();
+    void reportRowsWithoutKey(const RowRange& rows);
 
     XmlDocument& document_;
     const RequestRecord& request_;
     ReaderLogger& logger_;
     std::string& script_;
-    const int64_t selected_;
-    const RowRange rows_;
+    const size_t start_;  // of the records within the script
+    Node row_ = nullptr;  // the one that is being written
+    int64_t place_ = 0;   // of that among the rows delivered
     int64_t rowsWithoutKey_ = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "formats/text/latin1.h"
+#include "formats/xml/XmlTree.h"
 #include "formats/xml/xml_markup.h"
 #include "formats/xml/xml_text.h"
 #include "platform/linux/base/RegularFile.h"
@@ -48,6 +49,21 @@ xmlNode* add(xmlNode* node, bool isWhole, XmlDocument::Node parent) {
 LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
     : encoding_(encoding), endMark_(endMark), document_(emptyDocument()), xpath_(endMark) {}
 
+void LibxmlDocument::takeRowsWhileLoading(const XmlRowsWanted& wanted, const XmlRowTaker& taker) {
+    rows_ = StreamedRows::plan(wanted, taker);
+}
+
+bool LibxmlDocument::load(const ByteSource& source, const std::string& charset,
+                          uint64_t mostNodes) {
+    rowsFound_.reset();
+    if (rows_ == nullptr) {
+        return replace(loadXml(source, endMark_, charset, mostNodes));
+    }
+    rowsFound_ = rows_->read(source, charset, endMark_, mostNodes);
+    return rowsFound_ ? replace({emptyDocument(), ""})
+                      : replace(parseXml(source, endMark_, charset, mostNodes));
+}
+
 bool LibxmlDocument::replace(LoadedXml loaded) {
     selection_.reset();
     const bool success = loaded.document != nullptr;
@@ -59,7 +75,7 @@ bool LibxmlDocument::replace(LoadedXml loaded) {
 bool LibxmlDocument::loadFile(const std::string& path) {
     try {
         const RegularFile file(path);
-        return replace(loadXml(file, endMark_));
+        return load(file, "", ANY_NUMBER_OF_NODES);
     } catch (const std::system_error& error) {
         const bool isOther = error.code() == std::errc::not_supported;
         return replace({nullptr, isOther ? "It is not a file" : error.code().message()});
@@ -73,7 +89,7 @@ bool LibxmlDocument::loadText(std::string_view text) {
 bool LibxmlDocument::loadText(std::string_view text, const std::string& charset,
                               uint64_t mostNodes) {
     try {
-        return replace(loadXml(TextSource(text), endMark_, charset, mostNodes));
+        return load(TextSource(text), charset, mostNodes);
     } catch (const TooManyNodes& error) {
         UNSPECIFIED.raise(LIBXML2, error.what());
     }
@@ -117,6 +133,13 @@ void LibxmlDocument::setKeyExpression(const std::string& expression) {
 }
 
 bool LibxmlDocument::appendKeyText(Node row, std::string& out) {
+    if (rows_ != nullptr && rows_->isReading()) {
+        const xmlNode* const key = rows_->keyOf(nodeOf(row));
+        if (key != nullptr) {
+            appendText(const_cast<xmlNode*>(key), out);
+        }
+        return key != nullptr;
+    }
     const XPathSelection found = select(key_, nodeOf(row));
     if (xmlXPathNodeSetIsEmpty(found->nodesetval)) {
         return false;
@@ -190,18 +213,33 @@ XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& 
     if (xmlValidateQName(toXml(name), 0) != 0) {
         UNSPECIFIED.raise(LIBXML2, "An element cannot be named \"" + name + "\"");
     }
+    if (XmlArena* const arena = document_.get_deleter().arena.get()) {
+        XmlTree tree(*arena);
+        tree.begin(document_.get(), nodeOf(parent));
+        return tree.open(name, nullptr, nullptr);
+    }
     xmlNode* const element = xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr);
     return add(element, element != nullptr && element->name != nullptr, parent);
 }
 
 void LibxmlDocument::setText(Node element, const std::string& text) {
     xmlNode* const node = nodeOf(element);
-    xmlFreeNodeList(node->children);
-    node->children = node->last = nullptr;
-    if (!text.empty()) {
-        xmlNode* const content = xmlNewDocText(document_.get(), toXml(text));
-        keepSpace(add(content, content != nullptr && content->content != nullptr, element));
+    XmlArena* const arena = document_.get_deleter().arena.get();
+    if (arena == nullptr) {
+        xmlFreeNodeList(node->children);
     }
+    node->children = node->last = nullptr;
+    if (text.empty()) {
+        return;
+    }
+    if (arena != nullptr) {
+        XmlTree tree(*arena);
+        tree.begin(document_.get(), node);
+        keepSpace(tree.addText(text));
+        return;
+    }
+    xmlNode* const content = xmlNewDocText(document_.get(), toXml(text));
+    keepSpace(add(content, content != nullptr && content->content != nullptr, element));
 }
 
 }  // namespace intake

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "formats/xml/xml_load.h"
 #include "platform/XmlDocument.h"
 #include "platform/linux/xml/LibxmlXPath.h"
+#include "platform/linux/xml/StreamedRows.h"
 
 namespace intake {
 
@@ -15,6 +18,9 @@ class LibxmlDocument final : public XmlDocument {
 public:
     /// `endMark` outlives this object.
     LibxmlDocument(TextEncoding encoding, const EndMark& endMark);
+
+    void takeRowsWhileLoading(const XmlRowsWanted& wanted, const XmlRowTaker& taker) override;
+    std::optional<size_t> rowsFound() override { return rowsFound_; }
 
     bool loadFile(const std::string& path) override;
     bool loadText(std::string_view text) override;
@@ -47,6 +53,7 @@ public:
 private:
     using Append = void (*)(const xmlNode*, std::string&);
 
+    bool load(const ByteSource& source, const std::string& charset, uint64_t mostNodes);
     bool replace(LoadedXml loaded);
     XPathSelection select(const XPathExpression& expression, xmlNode* from);
 
@@ -59,6 +66,8 @@ private:
     const TextEncoding encoding_;
     const EndMark& endMark_;
     std::string reason_;
+    std::unique_ptr<StreamedRows> rows_;  // null when none are to be taken while loading
+    std::optional<size_t> rowsFound_;
 
     // Destroyed from below: a selection goes before what it was made from.
     XmlDoc document_;  // without nodes when empty

@@ -12,7 +12,6 @@
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
-#include "formats/xml/xml_load.h"
 #include "formats/xml/xpath_rewriting.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/xml/xpath_functions.h"
@@ -23,22 +22,6 @@ namespace {
 
 /// In its unit, the library's step; there must be a limit for the watch to change it.
 constexpr unsigned long NO_LIMIT = ULONG_MAX;
-
-/// Where the library stops to let a set of nodes grow.
-constexpr int MOST_NODES = 10'485'760;
-
-/// A document whose root element bears the declarations, and nothing else.
-XmlDoc parseDeclarations(const std::string& declarations) {
-    const EndMark never;
-    const std::string text = "<namespaces " + declarations + "/>";
-    LoadedXml loaded = loadXml(TextSource(text), never);
-    const xmlNode* const root = xmlDocGetRootElement(loaded.document.get());
-    if (root == nullptr || root->properties != nullptr || root->children != nullptr) {
-        UNSPECIFIED.raise(
-            LIBXML2, "The namespaces are not a sequence of xmlns declarations: " + declarations);
-    }
-    return std::move(loaded.document);
-}
 
 bool hasBehind(std::string_view text, size_t at, char sign) {
     at = text.find_first_not_of(XML_SPACE, at);
@@ -144,6 +127,18 @@ void forEachNode(xmlDoc* document, void (*place)(xmlNode*)) {
 }
 
 }  // namespace
+
+XmlDoc parseDeclarations(const std::string& declarations) {
+    const EndMark never;
+    const std::string text = "<namespaces " + declarations + "/>";
+    LoadedXml loaded = loadXml(TextSource(text), never);
+    const xmlNode* const root = xmlDocGetRootElement(loaded.document.get());
+    if (root == nullptr || root->properties != nullptr || root->children != nullptr) {
+        UNSPECIFIED.raise(
+            LIBXML2, "The namespaces are not a sequence of xmlns declarations: " + declarations);
+    }
+    return std::move(loaded.document);
+}
 
 void LibxmlXPath::prepareOrder(xmlDoc* document, const std::string& expression) {
     xmlXPathOrderDocElems(document);
@@ -267,7 +262,8 @@ void LibxmlXPath::throwIfIncomplete() const {
         if (message.find("hit limit") == std::string_view::npos) {
             throw std::bad_alloc();
         }
-        failFor("There are more than " + std::to_string(MOST_NODES) + " nodes to be found");
+        failFor("There are more than " + std::to_string(MOST_NODES_OF_A_SET) +
+                " nodes to be found");
     }
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "formats/source/EndMark.h"
+#include "formats/xml/xml_load.h"
 #include "platform/linux/xml/XPathWatch.h"
 
 namespace intake {
@@ -28,6 +29,13 @@ using XPathExpression = std::unique_ptr<xmlXPathCompExpr, XPathExpressionDeleter
 
 /// Nodes in document order. Goes before the document that they are of.
 using XPathSelection = std::unique_ptr<xmlXPathObject, XPathSelectionDeleter>;
+
+/// Where the library stops to let a set of nodes grow.
+constexpr uint64_t MOST_NODES_OF_A_SET = 10'485'760;
+
+/// A document whose root element bears a sequence of xmlns declarations, and nothing else. Throws
+/// PlatformError when they are none.
+XmlDoc parseDeclarations(const std::string& declarations);
 
 /// XPath 1.0 by libxml2. Owned by a document and used on its thread; what fails throws
 /// PlatformError with the expression and the reason.

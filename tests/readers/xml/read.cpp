@@ -68,9 +68,13 @@ std::string carriedOut(const std::string& script, int32_t targetMode) {
 
 }  // namespace
 
+std::string scriptOf(const std::string& path, const XmlQuery& query) {
+    return read(systemPlatform().xml, requestOf(path, query));
+}
+
 std::string fileScriptAlone(const std::string& source, const XmlQuery& query) {
     const TempDirectory directory;
-    return read(systemPlatform().xml, requestOf(directory.write("source.xml", source), query));
+    return scriptOf(directory.write("source.xml", source), query);
 }
 
 std::string fileScript(const std::string& source, const XmlQuery& query) {

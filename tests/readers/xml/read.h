@@ -33,6 +33,9 @@ std::string fileScriptAlone(const std::string& source, const XmlQuery& query);
 /// As fileScript, of a URL that answers with `body`.
 std::string urlScript(const std::string& body, const XmlQuery& query);
 
+/// The same of a file that is there.
+std::string scriptOf(const std::string& path, const XmlQuery& query);
+
 /// The fields of an empty data store after a script.
 std::string stored(const std::string& script);
 

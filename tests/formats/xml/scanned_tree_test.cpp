@@ -1,0 +1,72 @@
+// The tree of a document that is scanned is the one that the parser gives.
+
+#include <gtest/gtest.h>
+
+#include "formats/xml/TreeReader.h"
+#include "formats/xml/xml_load.h"
+#include "tests/formats/xml/tree_text.h"
+#include "tests/readers/xml/RandomXml.h"
+
+namespace intake {
+
+namespace {
+
+constexpr unsigned SEEDS = 5000;
+
+class ScannedTree : public testing::Test {
+protected:
+    XmlDoc scanned(const std::string& document) const {
+        return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES);
+    }
+    XmlDoc parsed(const std::string& document) const {
+        return parseXml(TextSource(document), endMark_).document;
+    }
+
+    EndMark endMark_;
+};
+
+TEST_F(ScannedTree, IsTheOneOfTheParser) {
+    unsigned scannedOnes = 0;
+    for (unsigned seed = 0; seed < SEEDS; ++seed) {
+        RandomXml chance(seed);
+        const std::string document = chance.perhapsSpoilt(chance.document());
+        const XmlDoc tree = scanned(document);
+        if (tree == nullptr) {
+            continue;
+        }
+        ++scannedOnes;
+        const XmlDoc expected = parsed(document);
+        ASSERT_NE(expected, nullptr) << document;
+        ASSERT_EQ(treeText(tree.get()), treeText(expected.get())) << document;
+    }
+    EXPECT_GT(scannedOnes, SEEDS / 4);
+}
+
+TEST_F(ScannedTree, IsThereForWhateverThePlainDocumentsHold) {
+    for (const char* const document :
+         {"<a/>", "<?xml version='1.0'?>\r\n<!--c--><p:a xmlns:p='urn:p' p:b='&lt;'/><?q r?>",
+          "<a xml:space='preserve'> <![CDATA[ ]]>\r\n</a>"}) {
+        EXPECT_NE(scanned(document), nullptr) << document;
+    }
+}
+
+TEST_F(ScannedTree, IsNoneOfWhatIsForTheParser) {
+    EXPECT_EQ(scanned("<a>"), nullptr);
+    EXPECT_EQ(scanned("<!DOCTYPE a><a/>"), nullptr);
+    EXPECT_EQ(scanTree(TextSource("<a/>"), "latin1", endMark_, ANY_NUMBER_OF_NODES), nullptr);
+    EXPECT_EQ(scanned("<a xml:id='x'/>"), nullptr);
+    EXPECT_EQ(scanned("<a xmlns='u&amp;v'/>"), nullptr);
+    EXPECT_EQ(scanned("<a/><?" + std::string(10'001, 'n') + "?>"), nullptr);
+    EXPECT_EQ(scanTree(TextSource("<a><b/></a>"), "", endMark_, 1), nullptr);
+    for (const char* const leaf : {"t<b/>", "<![CDATA[t]]>", "<!--c-->", "<?i?>"}) {
+        const std::string document = "<a>" + std::string(leaf) + leaf + "</a>";
+        EXPECT_EQ(scanTree(TextSource(document), "", endMark_, 2), nullptr) << leaf;
+    }
+    EndMark set;
+    set.set();
+    EXPECT_EQ(scanTree(TextSource("<a/>"), "", set, ANY_NUMBER_OF_NODES), nullptr);
+}
+
+}  // namespace
+
+}  // namespace intake

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <libxml/tree.h>
+
+#include <string>
+
+namespace intake {
+
+/// All of a tree: its nodes with their namespaces, declarations, attributes and marks. Does not
+/// recurse.
+std::string treeText(const xmlDoc* document);
+
+}  // namespace intake
