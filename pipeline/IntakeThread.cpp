@@ -10,7 +10,6 @@ namespace intake {
 
 namespace {
 
-constexpr std::chrono::milliseconds POST_RETRY{2};
 constexpr std::chrono::milliseconds STOP_LIMIT{1000};
 
 std::atomic<int32_t> liveWorkerCount = 0;
@@ -49,7 +48,7 @@ IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeRead
         handle_ = platform.threads.start(
             [worker = std::make_shared<LiveWorker>(state_)] { worker->run(); });
     } catch (...) {
-        state_->endMark.set();  // the thread may run, and there may be no memory for its handle
+        state_->end();  // the thread may run, and there may be no memory for its handle
         throw;
     }
 }
@@ -75,7 +74,7 @@ void IntakeThread::letGo() noexcept {
 void IntakeThread::PostCommand(const std::shared_ptr<IntakeClient>& client,
                                const std::string& command) {
     // Made beforehand: when there is no memory for it, the ring stays as it is.
-    state_->put(state_->requests, POST_RETRY, IntakeCommand{client, command});
+    state_->post(IntakeCommand{client, command});
 }
 
 bool IntakeThread::DeliverOneAnswer() {
@@ -94,7 +93,7 @@ bool IntakeThread::DeliverOneAnswer() {
 }
 
 void IntakeThread::Stop() {
-    state_->stopRequested = 1;
+    state_->stop();
     if (handle_ != nullptr) {
         handle_->waitFor(STOP_LIMIT);
     }
@@ -104,7 +103,7 @@ void IntakeThread::Stop() {
 }
 
 void IntakeThread::Terminate() {
-    state_->endMark.set();
+    state_->end();
     if (handle_ != nullptr && state_->reading) {  // any other worker ends by itself
         handle_->terminate();
     }

@@ -11,7 +11,8 @@ namespace intake {
 
 namespace {
 
-constexpr std::chrono::milliseconds POLL_INTERVAL{20};
+constexpr std::chrono::milliseconds BETWEEN_REQUESTS{20};
+constexpr std::chrono::milliseconds POST_RETRY{2};
 constexpr std::chrono::milliseconds ANSWER_RETRY{5};
 
 /// The data store's texts end at a zero character, so one inside a value would cut the script.
@@ -38,15 +39,41 @@ WorkerState::WorkerState(const Platform& platform, const ReaderMaker& makeReader
 void WorkerState::run() {
     threads.enterWorker();
     while (stopRequested == 0 && !endMark.isSet()) {
-        answerNextRequest();
+        const bool hasAnswered = answerNextRequest();
         freeDiscarded();
-        clock.sleep(POLL_INTERVAL);
+        waitForWork(hasAnswered);
     }
     threads.leaveWorker();
     stopRequested = 0;
 }
 
-void WorkerState::answerNextRequest() {
+void WorkerState::post(IntakeCommand&& request) {
+    put(requests, POST_RETRY, std::move(request));
+    work_.raise();
+}
+
+void WorkerState::end() {
+    endMark.set();
+    work_.raise();
+}
+
+void WorkerState::stop() {
+    stopRequested = 1;
+    work_.raise();
+}
+
+/// Between two requests there is always a pause, and while the host holds the ring; else the worker
+/// costs nothing until there is something to do.
+void WorkerState::waitForWork(bool hasAnswered) {
+    if (hasAnswered || requests.count() != 0) {
+        clock.sleep(BETWEEN_REQUESTS);
+    } else {
+        clock.sleepUntil(work_);
+    }
+}
+
+/// Whether there was one.
+bool WorkerState::answerNextRequest() {
     std::shared_ptr<IntakeClient> client;
     IntakeCommand result;
     try {
@@ -69,15 +96,19 @@ void WorkerState::answerNextRequest() {
         result.client = client;
         put(results, ANSWER_RETRY, std::move(result));
     }
+    return client != nullptr;
 }
 
 void WorkerState::discard(IntakeCommand&& delivered) {
-    const std::lock_guard lock(discardedMutex_);
-    try {
-        discarded_.push_back(std::move(delivered));
-    } catch (const std::bad_alloc&) {
-        const IntakeCommand freedHere = std::move(delivered);
+    {
+        const std::lock_guard lock(discardedMutex_);
+        try {
+            discarded_.push_back(std::move(delivered));
+        } catch (const std::bad_alloc&) {
+            const IntakeCommand freedHere = std::move(delivered);
+        }
     }
+    work_.raise();
 }
 
 bool WorkerState::holdsAnswers() {

@@ -13,6 +13,7 @@
 #include "pipeline/ReaderHandler.h"
 #include "pipeline/ReaderLogger.h"
 #include "platform/Platform.h"
+#include "platform/Signal.h"
 
 namespace intake {
 
@@ -22,9 +23,18 @@ class WorkerState {
 public:
     WorkerState(const Platform& platform, const ReaderMaker& makeReader);
 
-    /// The body of the worker thread: polls the request ring until it is told to stop or marked as
-    /// ended.
+    /// The body of the worker thread: answers requests, and waits in between, until it is told to
+    /// stop or marked as ended.
     void run();
+
+    /// Puts a request into its ring. Host's thread.
+    void post(IntakeCommand&& request);
+
+    /// Has the worker end as soon as it can; nothing is published any more. Host's thread.
+    void end();
+
+    /// Has the worker end after what it is at. Host's thread.
+    void stop();
 
     /// Parses one command text and runs the reader. Worker thread. What a reader throws becomes the
     /// error text; only want of memory for that is thrown.
@@ -47,16 +57,18 @@ public:
     CircBuffer<IntakeCommand> requests;
     CircBuffer<IntakeCommand> results;
 
-    std::atomic<int32_t> stopRequested = 0;  // set by the host, cleared by the worker at its end
+    std::atomic<int32_t> stopRequested = 0;  // set by stop(), cleared by the worker at its end
     std::atomic<bool> reading = false;       // the worker is inside a reader
-    EndMark endMark;  // set by the host when it lets go; nothing is published any more
+    EndMark endMark;                         // set by end()
 
 private:
-    void answerNextRequest();
+    bool answerNextRequest();
+    void waitForWork(bool hasAnswered);
     void freeDiscarded();
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
 
+    Signal work_;  // a request, something to free, or the end
     std::mutex discardedMutex_;
     std::vector<IntakeCommand> discarded_;
     ReaderLogger logger_;

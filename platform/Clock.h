@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "platform/Signal.h"
+
 namespace intake {
 
 /// The wall clock of the user's time zone.
@@ -21,6 +23,9 @@ public:
     virtual LocalTime localTime() = 0;
 
     virtual void sleep(std::chrono::milliseconds duration) = 0;
+
+    /// Sleeps until the signal is raised.
+    virtual void sleepUntil(Signal& signal) { signal.wait(); }
 };
 
 }  // namespace intake

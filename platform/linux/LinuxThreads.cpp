@@ -46,7 +46,7 @@ void keepLibraryLoaded() {
     }
 }
 
-/// Lets the kernel wake the polls of many idle workers together.
+/// Lets the kernel wake the pauses of many workers together.
 void allowLateWakeUps() {
     constexpr unsigned long SLACK_NANOSECONDS = 10'000'000;
     prctl(PR_SET_TIMERSLACK, SLACK_NANOSECONDS, 0, 0, 0);

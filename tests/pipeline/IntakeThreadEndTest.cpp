@@ -16,6 +16,7 @@ TEST_F(IntakeThreadEndTest, TheThreadRunsFromItsConstructionOn) {
 }
 
 TEST_F(IntakeThreadEndTest, StopOfAnIdleWorkerEndsItAndClosesTheHandle) {
+    ASSERT_TRUE(hasSlept(1));
     thread_->Stop();
     EXPECT_FALSE(thread_->isOpen());
     EXPECT_EQ(IntakeThread::liveWorkers(), 0);
@@ -86,6 +87,7 @@ TEST_F(IntakeThreadEndTest, TerminateInsideAReaderEndsTheWorkerForciblyWithoutWa
 }
 
 TEST_F(IntakeThreadEndTest, TerminateOfAnIdleWorkerLetsItEndByItself) {
+    ASSERT_TRUE(hasSlept(1));
     thread_->Terminate();
     EXPECT_EQ(platform_.threads.terminated(), 0);
     EXPECT_EQ(platform_.threads.waits(), Waits{});

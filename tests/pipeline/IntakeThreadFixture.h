@@ -48,6 +48,11 @@ protected:
         return eventually([&] { return thread_->DeliverOneAnswer(); });
     }
 
+    /// Waits until the worker has gone to sleep so often since it began.
+    bool hasSlept(int times) {
+        return eventually([&] { return platform_.clock.sleepsUntilSignals() >= times; });
+    }
+
     bool allWorkersEnded() {
         return eventually([] { return IntakeThread::liveWorkers() == 0; });
     }

@@ -158,7 +158,7 @@ TEST_F(IntakeThreadTest, AnAnswerWhoseWaitForTheMutexFailsIsTriedAgainAfterFiveM
     EXPECT_EQ(client_->deliveries(), Deliveries{"ok: a"});
 }
 
-TEST_F(IntakeThreadTest, ARequestRingThatIsBusyIsLookedAtAgainWithTheNextPoll) {
+TEST_F(IntakeThreadTest, ARequestRingThatIsBusyIsLookedAtAgainAfterAPause) {
     keepBusy();
     post("a");
     platform_.threads.failTryLocks(REQUEST_MUTEX, 3);
@@ -179,9 +179,23 @@ TEST_F(IntakeThreadTest, AResultRingThatIsBusyIsNotWaitedFor) {
     EXPECT_EQ(client_->deliveries(), Deliveries{"ok: a"});
 }
 
-TEST_F(IntakeThreadTest, TheWorkerLooksForRequestsEveryTwentyMilliseconds) {
-    EXPECT_TRUE(
-        eventually([&] { return platform_.clock.sleepsOf(std::chrono::milliseconds(20)) >= 3; }));
+TEST_F(IntakeThreadTest, AWorkerWithoutRequestsSleepsUntilItIsPostedTo) {
+    post("a");
+    ASSERT_TRUE(deliverNext());
+    ASSERT_TRUE(hasSlept(2));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), 1);
+    post("b");
+    ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(client_->deliveries(), (Deliveries{"ok: a", "ok: b"}));
+}
+
+TEST_F(IntakeThreadTest, AWorkerIsWokenToFreeWhatWasDelivered) {
+    post("a");
+    waitUntilAnswered("a");
+    ASSERT_TRUE(hasSlept(2));
+    ASSERT_TRUE(thread_->DeliverOneAnswer());
+    EXPECT_TRUE(hasSlept(3));
 }
 
 TEST_F(IntakeThreadTest, TheWorkerSleepsTwentyMillisecondsAfterEachAnswer) {

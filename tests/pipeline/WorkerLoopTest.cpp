@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "pipeline/WorkerState.h"
 #include "readers/Readers.h"
@@ -15,7 +16,7 @@ namespace intake {
 class WorkerLoopTest : public testing::Test {
 protected:
     void request(const std::shared_ptr<IntakeClient>& client, const std::string& command) {
-        worker_.put(worker_.requests, std::chrono::milliseconds(1), {client, command});
+        worker_.post({client, command});
     }
 
     TempWorkingDirectory directory_;
@@ -29,17 +30,45 @@ TEST_F(WorkerLoopTest, LetsGoOfTheClientBeforeItSleeps) {
     long references = 0;
     platform_.clock.onSleep = [&] {
         references = std::max(references, client.use_count());
-        worker_.stopRequested = 1;
+        worker_.stop();
     };
     worker_.run();
     EXPECT_EQ(worker_.results.count(), 1);
     EXPECT_EQ(references, 1);
 }
 
+TEST_F(WorkerLoopTest, PausesTwentyMillisecondsBetweenRequestsThatWait) {
+    const auto client = std::make_shared<RecordingClient>();
+    request(client, "MODE |JSON| ");
+    request(client, "MODE |JSON| ");
+    std::vector<int32_t> answersAtPauses;
+    platform_.clock.onSleep = [&] {
+        answersAtPauses.push_back(worker_.results.count());
+        if (worker_.results.count() == 2) worker_.stop();
+    };
+    worker_.run();
+    EXPECT_EQ(answersAtPauses, (std::vector<int32_t>{1, 2}));
+    EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), 2);
+}
+
+TEST_F(WorkerLoopTest, TriesAgainAfterTwentyMillisecondsWhileTheHostHoldsTheRing) {
+    const auto client = std::make_shared<RecordingClient>();
+    request(client, "MODE |JSON| ");
+    platform_.threads.failTryLocks(0, 1);
+    int32_t answersAtFirstPause = -1;
+    platform_.clock.onSleep = [&] {
+        if (answersAtFirstPause < 0) answersAtFirstPause = worker_.results.count();
+        if (worker_.results.count() == 1) worker_.stop();
+    };
+    worker_.run();
+    EXPECT_EQ(answersAtFirstPause, 0);
+    EXPECT_EQ(worker_.results.count(), 1);
+}
+
 TEST_F(WorkerLoopTest, ClearsTheStopFlagOnceItHasLeftTheSystemsServices) {
     int32_t flagOnLeaving = 0;
     platform_.threads.onLeave = [&] { flagOnLeaving = worker_.stopRequested; };
-    worker_.stopRequested = 1;
+    worker_.stop();
     worker_.run();
     EXPECT_EQ(flagOnLeaving, 1);
     EXPECT_EQ(worker_.stopRequested, 0);

@@ -22,6 +22,7 @@ public:
     double milliseconds() override { return now; }
     LocalTime localTime() override { return {2026, 3, 5, 9, 7}; }
     [[noreturn]] void sleep(std::chrono::milliseconds) override { throw Pause{}; }
+    [[noreturn]] void sleepUntil(Signal&) override { throw Pause{}; }
 
     double now = 1'000'000;
 };

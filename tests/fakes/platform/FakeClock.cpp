@@ -26,6 +26,19 @@ void FakeClock::sleep(std::chrono::milliseconds duration) {
     std::this_thread::sleep_for(std::min(duration, std::chrono::milliseconds(1)));
 }
 
+void FakeClock::sleepUntil(Signal& signal) {
+    {
+        const std::lock_guard lock(mutex_);
+        ++sleepsUntilSignals_;
+    }
+    signal.wait();
+}
+
+int FakeClock::sleepsUntilSignals() const {
+    const std::lock_guard lock(mutex_);
+    return sleepsUntilSignals_;
+}
+
 void FakeClock::setLocalTime(const LocalTime& now) {
     const std::lock_guard lock(mutex_);
     localTime_ = now;

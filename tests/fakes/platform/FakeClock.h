@@ -15,11 +15,15 @@ public:
     double milliseconds() override;
     LocalTime localTime() override;
     void sleep(std::chrono::milliseconds duration) override;
+    void sleepUntil(Signal& signal) override;
 
     void setLocalTime(const LocalTime& now);
 
     /// How often somebody has slept for exactly this long.
     int sleepsOf(std::chrono::milliseconds duration) const;
+
+    /// How often somebody has begun to sleep until a signal.
+    int sleepsUntilSignals() const;
 
     /// Called at the beginning of every sleep. Set before anybody sleeps.
     std::function<void()> onSleep;
@@ -29,6 +33,7 @@ private:
     double milliseconds_ = 0;
     LocalTime localTime_{2026, 3, 5, 9, 7};
     std::map<std::chrono::milliseconds, int> sleeps_;
+    int sleepsUntilSignals_ = 0;
 };
 
 }  // namespace intake
