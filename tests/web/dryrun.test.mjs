@@ -100,6 +100,23 @@ test("of two hundred records few rows are in the document, and all can be reache
   await page.waitForSelector("text=300 further records not shown.");
 });
 
+test("of two thousand columns few are in the document, and keys reach all of them", async () => {
+  const wide = Object.fromEntries(Array.from({ length: 2000 }, (_, i) => [`column ${i}`, i]));
+  const page = await here.openEdit("list", [instance("list", "list.json")], {
+    "list.json": JSON.stringify({ rows: Array.from({ length: 40 }, () => wide) }),
+  });
+  await dryRun(page);
+  await page.locator(".grid").focus();
+  assert.ok((await page.locator(".grid .line > span").count()) < 1500);
+  await page.keyboard.press("End");
+  await page.waitForSelector('.grid [role="columnheader"].active:text-is("column 1999")');
+  await page.keyboard.press("ArrowDown");
+  await page.waitForSelector('.grid [role="gridcell"].active:text-is("1999")');
+  assert.ok((await page.locator(".grid .line > span").count()) < 1500);
+  await page.keyboard.press("Home");
+  await page.waitForSelector('.grid [role="gridcell"].active:text-is("0")');
+});
+
 test("the store is shown by pages, and follows loads", async () => {
   const page = await here.openEdit("list", [instance("list", "list.json", live)], { "list.json": rows(120) });
   await tab(page, "STORE").click();
@@ -211,8 +228,8 @@ test("tabs are moved by the arrow keys", async () => {
   const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
   await tab(page, "RECORDS").focus();
   await page.keyboard.press("ArrowLeft");
-  assert.equal(await page.innerText('[role="tab"][aria-selected="true"]'), "STORE");
-  assert.equal(await page.evaluate(() => document.activeElement.id), "tab-STORE");
+  assert.equal(await page.innerText('[role="tab"][aria-selected="true"]'), "PLOT");
+  assert.equal(await page.evaluate(() => document.activeElement.id), "tab-PLOT");
   await page.keyboard.press("ArrowRight");
   assert.equal(await page.innerText('[role="tab"][aria-selected="true"]'), "RECORDS");
 });

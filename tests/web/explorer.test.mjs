@@ -42,7 +42,7 @@ test("from a pasted address to the table of its array in four clicks", async () 
     await treeRow(page, "table").waitFor();
     await click(treeRow(page, "table"));
     await click(all(page));
-    await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+    await page.waitForSelector('.grid [role="gridcell"]:text-is("Club 20")');
     assert.equal(clicks, 4);
     assert.equal(await promised(page), "20 promised, 20 by the dry run");
     const { values } = await here.served.get("/instances/fresh");
@@ -74,7 +74,7 @@ test("the same way by keyboard alone", async () => {
     await waitFor(() => page.innerText(".tree .row.active .text"), (name) => name === "table");
     await press("Enter");
     await press("Enter");
-    await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+    await page.waitForSelector('.grid [role="gridcell"]:text-is("Club 20")');
     assert.equal(await promised(page), "20 promised, 20 by the dry run");
   } finally {
     server.close();
@@ -91,7 +91,7 @@ test("a row below the selection becomes the key", async () => {
   await treeRow(page, "club").click();
   await page.click('button:text-is("As key")');
   await waitFor(() => field(page, "key").inputValue(), (key) => key === "club");
-  await page.waitForSelector('.grid [role="cell"]:text-is("Club 20")');
+  await page.waitForSelector('.grid [role="gridcell"]:text-is("Club 20")');
   const { values } = await here.served.get("/instances/fresh");
   assert.deepEqual([values.xpath, values.key, values.mode], ["league/table", "club", 0]);
 });
@@ -104,7 +104,7 @@ test("the key of XML is the rest of its XPath", async () => {
   await treeRow(page, "@id").click();
   await page.click('button:text-is("As key")');
   await waitFor(() => field(page, "key").inputValue(), (key) => key === "@id");
-  await page.waitForSelector('.grid [role="cell"]:text-is("b8")');
+  await page.waitForSelector('.grid [role="gridcell"]:text-is("b8")');
 });
 
 test("a path that is typed marks the row that it selects", async () => {
@@ -206,10 +206,30 @@ test("of a long list few rows are in the document, and all can be reached by key
   await last.waitFor();
   assert.ok((await count()) <= 60);
   assert.equal(await last.getAttribute("aria-posinset"), `${listed}`);
-  assert.ok((await page.innerText(".said")).includes(`${1200 - listed} more are not listed: find them.`));
+  assert.ok((await page.innerText(".said")).includes(`${1200 - listed} names had no room: find them.`));
   await page.fill('[type="search"]', "member117");
   await waitFor(count, (shown) => shown === 11);
   await treeRow(page, "member1177").waitFor();
+});
+
+test("one entry is selected by its position, and all that have one of its values by the value", async () => {
+  const page = await here.openEdit("league", [instance("league", "league.json", { xpath: "season" })], {
+    "league.json": league,
+  });
+  await treeRow(page, "table").click();
+  await page.fill(".one-of input", "3");
+  await page.keyboard.press("Enter");
+  await treeRow(page, "league/table[2]").waitFor();
+  await all(page).click();
+  await page.waitForSelector(".offer .kept");
+  assert.equal((await here.served.get("/instances/league")).values.xpath, "league/table[2]");
+  assert.equal(await promised(page), "1 promised, 1 by the dry run");
+  await page.waitForSelector('.grid [role="gridcell"]:text-is("Club 3")');
+  await treeRow(page, "club").first().click();
+  await page.click('button:has-text("All with this value")');
+  await waitFor(async () => (await here.served.get("/instances/league")).values.xpath, (path) => path === "league/table[club=Club 3]");
+  await page.waitForSelector(".offer .kept");
+  assert.equal(await promised(page), "1 promised, 1 by the dry run");
 });
 
 test("rows are opened by the right key, and closed by the left one", async () => {

@@ -34,15 +34,53 @@ const screens = {
     await page.click('button:has-text("good")');
     await page.waitForSelector(".answer tr.entry");
   },
+  plot: async (page) => {
+    await tab(page, "PLOT").click();
+    await page.waitForSelector(".chart canvas");
+  },
   "why of edit": async (page) => {
     await page.click('.head button:text-is("Why?")');
     await page.waitForSelector(".why li.ok");
   },
+  history: async (page) => {
+    await page.click('.head a:text-is("History")');
+    await page.waitForSelector(".load.loaded");
+  },
+  reports: async (page) => {
+    await page.click('nav a:text-is("Reports")');
+    await page.click('button:text-is("night.jsonl")');
+    await page.waitForSelector(".load.failed");
+  },
+  scene: async (page) => {
+    await page.click('nav a:text-is("Scene")');
+    await here.served.set("good", { numRows: "12" });
+    await page.waitForSelector(".difference");
+  },
+  "scene that is locked": async (page) => {
+    await page.click("button.lock");
+    await page.waitForSelector(".locked");
+  },
+};
+
+const files = {
+  "list.json": rows(30),
+  "night.jsonl": JSON.stringify({
+    time: "2026-11-21T23:00:00Z",
+    instance: "good",
+    outcome: "failed",
+    records: 0,
+    recordsBefore: 30,
+    leftOver: 30,
+    leftOverAgeMs: 2000,
+    bytes: 10,
+    durationMs: 100,
+    error: "Could not load a list with a rather long name, for a reason that takes many words to tell",
+  }),
 };
 
 for (const theme of ["dark", "light"]) {
   test(`nothing serious stands in the way of those who need help to read: ${theme}`, async () => {
-    const page = await here.openWall(instances, { "list.json": rows(30) });
+    const page = await here.openWall(instances, files);
     if (theme === "light") await page.click('button:text-is("Light")');
     for (const [name, go] of Object.entries(screens)) {
       await go(page);
@@ -53,7 +91,7 @@ for (const theme of ["dark", "light"]) {
 
 for (const width of [1920, 1280, 640]) {
   test(`every screen fits ${width} pixels without scrolling sideways`, async () => {
-    const page = await here.openWall(instances, { "list.json": rows(30) });
+    const page = await here.openWall(instances, files);
     await page.setViewportSize({ width, height: Math.round((width * 9) / 16) });
     for (const [name, go] of Object.entries(screens)) {
       await go(page);

@@ -71,12 +71,20 @@ async function goThroughAll(page, name, look) {
   await look();
   await page.click('button:text-is("Light")');
   await look();
+  const others = [`#history/${encodeURIComponent(name)}`, "#scene", "#reports"];
+  for (const [i, selector] of [".history", ".scene-screen .box", ".reports"].entries()) {
+    await page.evaluate((hash) => (location.hash = hash), others[i]);
+    await page.waitForSelector(selector);
+    await page.waitForTimeout(300); // what the screen asks for
+    await look();
+  }
+  await page.evaluate(() => (location.hash = ""));
   await button(page, name, "Edit").click();
   await page.waitForSelector(".field");
   await look();
   await page.click('button:text-is("Dry run")');
   await page.waitForSelector(".outcome");
-  for (const each of ["RECORDS", "SCRIPT", "CHANGES", "STORE"]) {
+  for (const each of ["RECORDS", "SCRIPT", "CHANGES", "STORE", "PLOT"]) {
     await tab(page, each).click();
     await look();
   }

@@ -90,7 +90,7 @@ test("where its records go and how much was written stands below a name", async 
   const page = await here.openWall([instance("list", "list.json", { table: "Top" })], { "list.json": rows(3) });
   assert.match((await rowOf(page, "list")).words, /^loads at the press/);
   await button(page, "list", "Load").click();
-  await waitForRow(page, "list", (row) => row.words === "Top, DataArray, 77 bytes");
+  await waitForRow(page, "list", (row) => row.words === "Top, DataArray, 77\u00a0bytes");
 });
 
 test("the log tells what has happened, newest first", async () => {

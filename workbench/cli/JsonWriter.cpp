@@ -139,6 +139,16 @@ void JsonWriter::number(double value) {
     out_.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
 }
 
+void JsonWriter::member(std::string_view name, std::string_view value) {
+    this->name(name);
+    text(value);
+}
+
+void JsonWriter::member(std::string_view name, double value) {
+    this->name(name);
+    number(value);
+}
+
 void JsonWriter::appendQuoted(std::string_view text) {
     out_ += '"';
     for (const char c : toUtf8(text))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <concepts>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,6 +26,26 @@ public:
     /// is infinite.
     void number(std::string_view written, double value);
     void number(double value);
+
+    /// A name and its value.
+    void member(std::string_view name, std::string_view value);
+    void member(std::string_view name, double value);
+    template <std::integral Integer>
+    void member(std::string_view name, Integer value) {
+        this->name(name);
+        if constexpr (std::same_as<Integer, bool>) {
+            boolean(value);
+        } else {
+            number(std::to_string(value), static_cast<double>(value));
+        }
+    }
+    /// Null for nothing.
+    template <class Value>
+    void member(std::string_view name, const std::optional<Value>& value) {
+        if (value) return member(name, *value);
+        this->name(name);
+        null();
+    }
 
     /// All that was written, ended by a line feed.
     std::string take() { return std::move(out_) + '\n'; }

@@ -5,7 +5,6 @@
 
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/moments.h"
-#include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
 
 namespace workbench {
@@ -81,7 +80,7 @@ std::optional<Outcome> LoadWatch::runFrame() {
     if (!answered_) return std::nullopt;
     finishSharedMemory();
     finishAction();
-    if (outcome_.failed) outcome_.records = 0;
+    if (outcome_.failed) forgetRecords();
     return std::move(outcome_);
 }
 
@@ -101,14 +100,25 @@ void LoadWatch::executed(std::string_view script, const cobalt::ScriptError* err
     outcome_.notExecuted = error != nullptr;
     outcome_.scriptFault = wordsFor(error);
     note(script);
-    if (error != nullptr) outcome_.records = 0;
+    if (error != nullptr) {
+        forgetRecords();
+        outcome_.numbers.clear();
+    }
+}
+
+void LoadWatch::forgetRecords() {
+    outcome_.records = 0;
+    outcome_.marks.reset();
 }
 
 void LoadWatch::note(std::string_view written) {
     if (keepsScripts_) outcome_.script = written;
     outcome_.bytes = written.size();
-    if (countsRecords_)
-        outcome_.records = writtenRecords(written, host_.parameters, instance_.record());
+    if (!countsRecords_) return;
+    const WrittenRecords records(written, host_.parameters, instance_.record());
+    outcome_.records = records.count();
+    outcome_.marks = records.marks();
+    outcome_.numbers = records.numbers();
 }
 
 void LoadWatch::actionDone(const cobalt::ScriptError* error) {

@@ -12,8 +12,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "workbench/cli/ExitStatus.h"
+#include "workbench/cli/written_records.h"
 #include "workbench/cobaltlib/StoreObserver.h"
 #include "workbench/lumo/Instance.h"
 
@@ -30,6 +32,8 @@ struct Outcome {
     std::string script;        // what was executed or stored; only when the watch keeps it
     std::size_t bytes = 0;     // of that
     std::size_t records = 0;   // that were written; only when the watch counts them
+    std::optional<std::vector<std::uint64_t>> marks;  // of the records; the same
+    std::vector<WrittenNumber> numbers;               // the same
 };
 
 /// How a process ends whose load came to that.
@@ -79,6 +83,7 @@ private:
     std::string prefixed(const char* name) const;
     void judge(std::string_view consoleText);
     void note(std::string_view written);
+    void forgetRecords();
     void finishSharedMemory();
     void finishAction();
 

@@ -35,6 +35,8 @@ struct Options {
     std::string at;          // the place that is explored
     std::string find;        // what is looked for
     std::size_t limit = 40;  // of what is listed
+    std::size_t from = 0;    // so much of it is passed over
+    bool countsRows = false;
 
     bool watchesScene = false;
     bool explains = false;

@@ -127,6 +127,18 @@ std::string Redaction::operator()(std::string text) const {
     return text;
 }
 
+std::string Redaction::without(std::string text) const {
+    for (const std::string& secret : secrets_) {
+        for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at)) {
+            text.erase(at, secret.size());
+            const bool wasUser =
+                std::string_view(text).substr(0, at).ends_with("://") && text[at] == '@';
+            if (wasUser) text.erase(at, 1);
+        }
+    }
+    return text;
+}
+
 /// What is hidden in a text, in the order in which it stands there.
 std::vector<std::string> Redaction::hiddenIn(std::string text) const {
     std::vector<std::string> hidden;

@@ -21,6 +21,9 @@ public:
     /// The text with dots in the place of each secret.
     std::string operator()(std::string text) const;
 
+    /// The text with nothing in the place of each secret.
+    std::string without(std::string text) const;
+
     /// Hides the secrets of another one too.
     void include(const Redaction& other);
 

@@ -1,7 +1,6 @@
-#include <CLI/CLI.hpp>
-
 #include "workbench/cli/Options.h"
 #include "workbench/cli/UsageError.h"
+#include "workbench/cli/command_line.h"
 #include "workbench/cli/environment.h"
 
 namespace workbench {
@@ -157,6 +156,11 @@ void addExplore(CLI::App& app, Options& options) {
     explore->add_option("--limit", options.limit, "List at most so many (default: 40)")
         ->type_name("N")
         ->check(notNegative());
+    explore->add_option("--from", options.from, "Pass over so many, to list those behind them")
+        ->type_name("N")
+        ->check(notNegative());
+    explore->add_flag("--count-rows", options.countsRows,
+                      "Count the rows of the tables of a database that are listed");
     addOutput(*explore, options, explainOutputs, "As text (default) or json");
     addTimeout(*explore, options);
 }
@@ -197,30 +201,69 @@ void addServe(CLI::App& app, Options& options) {
     serve->add_flag("--open", options.opensPage, "Open the page in the browser");
 }
 
+constexpr const char* exitStatuses =
+    "Exit status:\n"
+    "  0  what was asked for was done\n"
+    "  1  a load failed, or explain found what is wrong\n"
+    "  2  the command line, a scene or a setting is wrong\n"
+    "  3  there was no answer in time\n"
+    "  4  the data store could not execute what was loaded\n"
+    "  5  another number of records arrived than was expected";
+
+constexpr std::pair<const char*, const char*> examplesOfCommands[] = {
+    {"load",
+     "  intake-workbench load scores.json --set xpath=matches --set mode=DataArray\n"
+     "  intake-workbench load --scene show.scene.json --instance table --out script\n"
+     "  intake-workbench load https://feed.example/table.xml --fail-on-empty --report loads.jsonl"},
+    {"explain",
+     "  intake-workbench explain scores.json --set xpath=matchs\n"
+     "  intake-workbench explain --scene show.scene.json --instance table --out json"},
+    {"explore",
+     "  intake-workbench explore scores.json\n"
+     "  intake-workbench explore fixtures.xlsx --find Rovers\n"
+     "  intake-workbench explore https://feed.example/table.html"},
+    {"params", "  intake-workbench params\n  intake-workbench params --out json"},
+    {"run",
+     "  intake-workbench run show.scene.json\n"
+     "  intake-workbench run show.scene.json --watch --explain --report last-night.jsonl"},
+    {"serve",
+     "  intake-workbench serve show.scene.json --open\n"
+     "  intake-workbench serve show.scene.json --port 8080"},
+};
+
 }  // namespace
 
 const char* programVersion() {
     return INTAKE_VERSION;
 }
 
+std::unique_ptr<CLI::App> commandLine(Options& options) {
+    auto app = std::make_unique<CLI::App>(
+        "A stand-in for the graphics host: runs Intake and shows what it does.");
+    app->name("intake-workbench");
+    app->set_version_flag("--version", "intake-workbench " INTAKE_VERSION, "Print the version");
+    app->footer(exitStatuses);
+    addLoad(*app, options);
+    addExplain(*app, options);
+    addExplore(*app, options);
+    addParams(*app, options);
+    addRun(*app, options);
+    addServe(*app, options);
+    for (const auto& [command, examples] : examplesOfCommands)
+        app->get_subcommand(command)->footer(std::string("Examples:\n") + examples);
+    return app;
+}
+
 Options readOptions(int argc, const char* const* argv) {
     Options options;
-    CLI::App app{"A stand-in for the graphics host: runs Intake and shows what it does."};
-    app.name("intake-workbench");
-    app.set_version_flag("--version", "intake-workbench " INTAKE_VERSION, "Print the version");
-    addLoad(app, options);
-    addExplain(app, options);
-    addExplore(app, options);
-    addParams(app, options);
-    addRun(app, options);
-    addServe(app, options);
+    const std::unique_ptr<CLI::App> app = commandLine(options);
     try {
-        app.parse(argc, argv);
-        if (app.get_subcommands().empty())
+        app->parse(argc, argv);
+        if (app->get_subcommands().empty())
             throw UsageError("Give a command: load, explain, explore, params, run or serve.");
     } catch (const CLI::CallForHelp&) {
         options.command = Command::Help;
-        options.helpText = app.help();
+        options.helpText = app->help();
     } catch (const CLI::CallForVersion& version) {
         options.command = Command::Help;
         options.helpText = std::string(version.what()) + '\n';

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
-#include "formats/json/JsonDocument.h"
 #include "workbench/cli/UsageError.h"
 #include "workbench/cli/json_fault.h"
 #include "workbench/cli/missing_file.h"
@@ -44,14 +44,17 @@ std::string valueText(const Document& json, Node value, const std::string& where
     return std::string(json.asString(value));
 }
 
-StoredInstance readInstance(const Document& json, Node node, const std::string& file) {
+StoredInstance readInstance(const Document& json, Node node, const std::string& file,
+                            const IsKnown& isKnown) {
     StoredInstance instance;
     instance.name = json.asString(member(json, node, "name", Type::STRING, file + ", an instance"));
     const std::string where = place(file, instance.name);
     const Node parameters = member(json, node, "parameters", Type::OBJECT, where);
     for (Node each = Document::firstChild(parameters); each != json.behind(parameters);
-         each = json.behind(each))
-        instance.parameters.emplace_back(json.name(each), valueText(json, each, where));
+         each = json.behind(each)) {
+        if (isKnown(json.name(each)))
+            instance.parameters.emplace_back(json.name(each), valueText(json, each, where));
+    }
     return instance;
 }
 
@@ -59,31 +62,6 @@ std::string whereItShouldBe(const std::string& file) {
     const bool isMissing =
         !std::filesystem::exists(file) && std::filesystem::path(file).is_relative();
     return isMissing ? " It was looked for as " + placeOf(file) + "." : "";
-}
-
-// The bytes of a file, and the zero byte that ends a text.
-intake::ByteBuffer readFile(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) reject(file, "the scene file cannot be read." + whereItShouldBe(file));
-    intake::ByteBuffer text;
-    do {
-        constexpr std::size_t BLOCK = 1 << 16;
-        stream.read(text.prepare(BLOCK), BLOCK);
-        text.commit(static_cast<std::size_t>(stream.gcount()));
-    } while (stream);
-    *text.prepare(1) = 0;
-    text.commit(1);
-    return text;
-}
-
-Document parseFile(const std::string& file) {
-    intake::ByteBuffer text = readFile(file);
-    const std::string source(text.data(), text.size() - 1);  // the document decodes its own
-    try {
-        return Document(std::move(text));
-    } catch (const std::invalid_argument& error) {
-        reject(file, "the scene file is not JSON: " + jsonFault(error.what(), source));
-    }
 }
 
 void requireOwnName(const StoredInstance& instance, const SceneFile& scene) {
@@ -96,17 +74,40 @@ void requireOwnName(const StoredInstance& instance, const SceneFile& scene) {
 
 }  // namespace
 
-SceneFile readSceneFile(const std::string& file) {
-    const Document json = parseFile(file);
+std::string readSceneText(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) reject(file, "the scene file cannot be read." + whereItShouldBe(file));
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+Document parseScene(std::string_view text, const std::string& file) {
+    intake::ByteBuffer bytes;
+    char* const start = bytes.prepare(text.size() + 1);
+    text.copy(start, text.size());
+    start[text.size()] = 0;
+    bytes.commit(text.size() + 1);
+    try {
+        return Document(std::move(bytes));
+    } catch (const std::invalid_argument& error) {
+        reject(file, "the scene file is not JSON: " + jsonFault(error.what(), std::string(text)));
+    }
+}
+
+SceneFile sceneIn(const Document& json, const std::string& file, const IsKnown& isKnown) {
     const Node instances = member(json, Document::ROOT, "instances", Type::ARRAY, file);
     SceneFile scene{file, {}};
     for (Node each = Document::firstChild(instances); each != json.behind(instances);
          each = json.behind(each)) {
-        StoredInstance instance = readInstance(json, each, file);
+        StoredInstance instance = readInstance(json, each, file, isKnown);
         requireOwnName(instance, scene);
         scene.instances.push_back(std::move(instance));
     }
     return scene;
+}
+
+SceneFile readSceneFile(const std::string& file) {
+    return sceneIn(parseScene(readSceneText(file), file), file,
+                   [](std::string_view) { return true; });
 }
 
 const StoredInstance& SceneFile::find(const std::string& name) const {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "formats/json/JsonDocument.h"
 #include "workbench/lumo/ParameterTable.h"
 #include "workbench/lumo/Record.h"
 
@@ -32,5 +35,16 @@ struct SceneFile {
 /// Reads a scene. Throws UsageError, naming the file, when it cannot be read or is no scene, or
 /// when two instances bear one name.
 SceneFile readSceneFile(const std::string& file);
+
+/// The same in steps. The text of a scene file:
+std::string readSceneText(const std::string& file);
+
+/// It as JSON:
+intake::JsonDocument parseScene(std::string_view text, const std::string& file);
+
+/// What it holds. Parameters that are not known are passed over; their values may be anything.
+using IsKnown = std::function<bool(std::string_view parameter)>;
+SceneFile sceneIn(const intake::JsonDocument& json, const std::string& file,
+                  const IsKnown& isKnown);
 
 }  // namespace workbench

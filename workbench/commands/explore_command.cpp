@@ -78,6 +78,14 @@ std::string notKeptText(const probe::Outline& outline) {
            probe::counted(outline.notKept, "name") + " further on were not looked at.\n";
 }
 
+/// What stands behind the page; nothing when nothing does.
+std::string leftOutText(const probe::Outline& outline) {
+    if (outline.leftOut == 0) return "";
+    const std::string count = outline.total ? std::to_string(outline.leftOut) + " " : "";
+    return "(" + count +
+           "more; --limit lists more, --from goes on, --at goes down, --find searches)\n";
+}
+
 /// A table whose last column, the settings, is never cut: it is there to be copied.
 std::string asTable(const std::string& source, const Explored& explored, bool isCut) {
     std::vector<Row> rows;
@@ -93,20 +101,19 @@ std::string asTable(const std::string& source, const Explored& explored, bool is
     text += lineOf(header, widths, "select it by");
     for (std::size_t i = 0; i < rows.size(); ++i)
         text += lineOf(rows[i], widths, settingsText(explored.outline.entries[i].settings));
-    if (explored.outline.leftOut > 0)
-        text += "(" + std::to_string(explored.outline.leftOut) +
-                " more; --limit lists more, --at goes down, --find searches)\n";
-    return text + notKeptText(explored.outline);
+    return text + leftOutText(explored.outline) + notKeptText(explored.outline);
 }
 
 /// What is said in the place of a table without rows.
 std::string nothingText(const std::string& source, const Explored& explored,
-                        const std::string& wanted) {
-    return headOf(source, explored) + ".\n" +
-           (wanted.empty()
-                ? "Nothing in it can be selected.\n"
-                : "Nothing in it has " + probe::quoted(wanted) + " in its name or its values.\n") +
-           notKeptText(explored.outline);
+                        const Options& options) {
+    const std::size_t total = explored.outline.total.value_or(0);
+    const std::string words =
+        total > 0 ? "Only " + std::to_string(total) + " can be listed: --from passes over them all."
+        : options.find.empty()
+            ? "Nothing in it can be selected."
+            : "Nothing in it has " + probe::quoted(options.find) + " in its name or its values.";
+    return headOf(source, explored) + ".\n" + words + "\n" + notKeptText(explored.outline);
 }
 
 /// A source as an argument; a file whose name begins as an option does is named by its folder.
@@ -139,6 +146,75 @@ void writeCount(std::optional<std::size_t> count, JsonWriter& out) {
     }
 }
 
+void writeSettings(const probe::Proposal& settings, JsonWriter& out) {
+    out.name("set");
+    out.open('{');
+    for (const auto& [name, value] : settings) {
+        out.name(name);
+        out.text(value);
+    }
+    out.close('}');
+}
+
+constexpr std::array typeNames{"value", "heading", "table", "view", "sheet", "column"};
+
+void writeTexts(const char* name, const std::vector<std::string>& texts, JsonWriter& out) {
+    out.name(name);
+    out.open('[');
+    for (const std::string& text : texts)
+        out.text(text);
+    out.close(']');
+}
+
+/// What only some types of entries have.
+void writeDetails(const OutlineEntry& entry, JsonWriter& out) {
+    out.name("type");
+    out.text(typeNames[static_cast<std::size_t>(entry.type)]);
+    if (entry.type == probe::EntryType::Column) {
+        out.name("key");
+        out.text(entry.key);
+    }
+    if (entry.type == probe::EntryType::Sheet) {
+        out.name("hidden");
+        out.boolean(entry.isHidden);
+    }
+    if (entry.size) {
+        out.name("rows");
+        out.number(static_cast<double>(entry.size->rows));
+        out.name("columns");
+        out.number(static_cast<double>(entry.size->columns));
+    }
+    if (!entry.selectors.empty()) writeTexts("selectors", entry.selectors, out);
+    if (!entry.where) return;
+    out.name("where");
+    out.open('{');
+    writeSettings(entry.where->settings, out);
+    out.name("records");
+    out.number(static_cast<double>(entry.where->records));
+    out.close('}');
+}
+
+void writePreview(const probe::Preview& preview, JsonWriter& out) {
+    out.name("preview");
+    out.open('{');
+    writeTexts("columns", preview.columns, out);
+    out.name("rows");
+    out.open('[');
+    for (const std::vector<std::string>& row : preview.rows) {
+        out.open('[');
+        for (const std::string& cell : row)
+            out.text(cell);
+        out.close(']');
+    }
+    out.close(']');
+    if (!preview.places.empty()) writeTexts("places", preview.places, out);
+    out.name("from");
+    out.number(0.0);
+    out.name("leftOut");
+    writeCount(preview.leftOut, out);
+    out.close('}');
+}
+
 void writeEntry(const OutlineEntry& entry, JsonWriter& out) {
     const auto text = [&](const char* name, const std::string& value) {
         out.name(name);
@@ -153,15 +229,12 @@ void writeEntry(const OutlineEntry& entry, JsonWriter& out) {
     writeCount(entry.records, out);
     text("value", entry.value);
     text("place", entry.place);
-    out.name("set");
-    out.open('{');
-    for (const auto& [name, value] : entry.settings)
-        text(name.c_str(), value);
-    out.close('}');
+    writeSettings(entry.settings, out);
+    writeDetails(entry, out);
     out.close('}');
 }
 
-std::string asJson(const std::string& source, const Explored& explored) {
+std::string asJson(const std::string& source, const Explored& explored, std::size_t from) {
     JsonWriter out;
     out.open('{');
     out.name("source");
@@ -172,6 +245,10 @@ std::string asJson(const std::string& source, const Explored& explored) {
     out.text(explored.source.front().second);
     out.name("bytes");
     writeCount(explored.bytes, out);
+    out.name("from");
+    out.number(static_cast<double>(from));
+    out.name("total");
+    writeCount(explored.outline.total, out);
     out.name("leftOut");
     out.number(static_cast<double>(explored.outline.leftOut));
     out.name("notKept");
@@ -181,21 +258,48 @@ std::string asJson(const std::string& source, const Explored& explored) {
     for (const OutlineEntry& entry : explored.outline.entries)
         writeEntry(entry, out);
     out.close(']');
+    if (explored.outline.preview) writePreview(*explored.outline.preview, out);
     out.close('}');
     return out.take();
+}
+
+void hideAll(const Redaction& redact, std::vector<std::string>& texts) {
+    for (std::string& text : texts)
+        text = redact(text);
+}
+
+void hideIn(const Redaction& redact, probe::Proposal& settings) {
+    for (auto& setting : settings)
+        setting.second = redact(setting.second);
 }
 
 /// A server may send back what it was asked with.
 void hide(const Redaction& redact, Explored& explored) {
     explored.words = redact(explored.words);
-    for (auto& setting : explored.source)
-        setting.second = redact(setting.second);
+    hideIn(redact, explored.source);
     for (OutlineEntry& entry : explored.outline.entries) {
         for (std::string* text : {&entry.name, &entry.kind, &entry.value, &entry.place})
             *text = redact(*text);
-        for (auto& setting : entry.settings)
-            setting.second = redact(setting.second);
+        hideIn(redact, entry.settings);
+        if (entry.where) hideIn(redact, entry.where->settings);
+        hideAll(redact, entry.selectors);
+        entry.key = redact(entry.key);
     }
+    if (!explored.outline.preview) return;
+    hideAll(redact, explored.outline.preview->columns);
+    hideAll(redact, explored.outline.preview->places);
+    for (std::vector<std::string>& row : explored.outline.preview->rows)
+        hideAll(redact, row);
+}
+
+/// A text lists what can be selected; programs get all that is known of it.
+probe::OutlineWish wishOf(const Options& options) {
+    return {options.at,
+            options.find,
+            options.limit,
+            options.from,
+            options.output == Output::Json,
+            options.countsRows};
 }
 
 /// The instance is set as the options say; a bare source is looked at here.
@@ -224,13 +328,12 @@ ExitStatus runExplore(lumo::Host& host, const lumo::Plugin& plugin, const Option
                                                   : probe::withoutUserInfo(settings.filename));
     const std::string source = printable(address);
     try {
-        Explored explored = probe::exploreSource(
-            settings, {options.at, options.find, options.limit}, options.timeoutSeconds);
+        Explored explored = probe::exploreSource(settings, wishOf(options), options.timeoutSeconds);
         hide(redact, explored);
         const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
-        streams.writeResult(options.output == Output::Json ? asJson(address, explored)
+        streams.writeResult(options.output == Output::Json ? asJson(address, explored, options.from)
                             : explored.outline.entries.empty()
-                                ? nothingText(source, explored, options.find)
+                                ? nothingText(source, explored, options)
                                 : asTable(source, explored, page.columns != unlimited) +
                                       advice(isDatabase ? "" : address, explored));
         return ExitStatus::Loaded;

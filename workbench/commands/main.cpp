@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "workbench/cli/StandardStreams.h"
+#include "workbench/cli/UsageError.h"
 #include "workbench/cli/process.h"
 #include "workbench/commands/commands.h"
 
@@ -10,12 +11,19 @@ namespace workbench {
 
 namespace {
 
-// Beside the executable where it is installed, in the neighbouring folder where it is built.
+/// Where the plugin is: beside the executable, where packages install it, where it is built.
+/// Throws UsageError, naming the places, when it is nowhere.
 std::filesystem::path defaultPlugin() {
     const std::filesystem::path folder = executablePath().parent_path();
     const std::string file = std::string("Intake") + lumo::PluginLibrary::extension();
-    const std::filesystem::path beside = folder / file;
-    return std::filesystem::exists(beside) ? beside : folder.parent_path() / "plugin" / file;
+    std::string places;
+    for (const char* const place : {".", INTAKE_PLUGIN_FOLDER, "../plugin"}) {
+        const std::filesystem::path candidate = (folder / place / file).lexically_normal();
+        if (std::filesystem::exists(candidate)) return candidate;
+        places += "\n  " + candidate.string();
+    }
+    throw UsageError("The plugin " + file + " was not found. Name it with --plugin, or put it at" +
+                     " one of:" + places);
 }
 
 ExitStatus execute(const Options& options, const StandardStreams& streams) {

@@ -4,8 +4,9 @@
 #include <system_error>
 
 #include "workbench/cli/FrameClock.h"
-#include "workbench/cli/scene_file.h"
+#include "workbench/cli/display_text.h"
 #include "workbench/cli/serve/Api.h"
+#include "workbench/cli/serve/SceneText.h"
 #include "workbench/commands/commands.h"
 #include "workbench/serve/OpenedAddress.h"
 
@@ -19,9 +20,14 @@ void onInterrupt(int) {
     interrupted = true;
 }
 
-SceneFile sceneOf(const Options& options) {
+/// What the plugin knows of the scene; of the rest it is told that it is kept.
+SceneFile sceneOf(const Options& options, const std::string& text,
+                  const lumo::ParameterTable& parameters) {
     if (options.scene.empty()) return {"", {{"workbench", {}}}};
-    return readSceneFile(options.scene);
+    const SceneText scene(options.scene, text, parameters);
+    for (const std::string& note : scene.notes())
+        std::fprintf(stderr, "%s: %s\n", options.scene.c_str(), printable(note).c_str());
+    return scene.known();
 }
 
 /// Null where there is no browser to be had, which is told.
@@ -38,8 +44,9 @@ std::unique_ptr<serve::OpenedAddress> openInBrowser(const std::string& address) 
 
 ExitStatus runServe(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
                     const StandardStreams& streams) {
-    LiveScene scene(host, plugin, sceneOf(options));
-    Api api(host, scene, options, serve::listenOnLoopback(options.port));
+    const std::string text = options.scene.empty() ? "" : readSceneText(options.scene);
+    LiveScene scene(host, plugin, sceneOf(options, text, host.parameters));
+    Api api(host, scene, text, options, serve::listenOnLoopback(options.port));
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, onInterrupt);
     streams.writeResult(api.address() + "\n");

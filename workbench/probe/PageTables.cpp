@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
+#include <tuple>
 
 #include "formats/html/inner_text.h"
 #include "formats/text/trim.h"
@@ -102,8 +103,8 @@ HtmlSelector htmlSelector(std::string_view sheet) {
 PageTables::PageTables(const Page& page) : page_(page) {
     for (const Node* node = first(page.document, isAny); node != nullptr;
          node = next(node, page.document, isAny)) {
-        byId_.try_emplace(valueOf(*node, "id"), node);
-        byClass_.try_emplace(valueOf(*node, "class"), node);
+        ++byId_.try_emplace(valueOf(*node, "id"), Named{node, 0}).first->second.count;
+        ++byClass_.try_emplace(valueOf(*node, "class"), Named{node, 0}).first->second.count;
         if (isTable(*node)) {
             positions_.emplace(node, landmarks_.size());
             tables_.push_back(node);
@@ -112,11 +113,19 @@ PageTables::PageTables(const Page& page) : page_(page) {
     }
 }
 
+FoundTable PageTables::foundAt(const Node* element) {
+    return {element == nullptr ? nullptr : nearestTable(element), element};
+}
+
 FoundTable PageTables::findByText(const std::string& text) {
     const intake::html::SearchedText searched{text, ++searches_};
-    const Node* const element =
-        first(page_.document, [&](const Node& node) { return innerTextEquals(node, searched); });
-    return {element == nullptr ? nullptr : nearestTable(element), element};
+    const auto hasText = [&](const Node& node) { return innerTextEquals(node, searched); };
+    if (wordsOf(text).empty()) return foundAt(first(page_.document, hasText));
+    if (!texts_) texts_.emplace(page_);
+    for (const Node* element : texts_->elementsThatMayHave(text)) {
+        if (hasText(*element)) return foundAt(element);
+    }
+    return {};
 }
 
 FoundTable PageTables::find(const HtmlSelector& selector) {
@@ -126,7 +135,7 @@ FoundTable PageTables::find(const HtmlSelector& selector) {
     const auto& elements = byId ? byId_ : byClass_;
     const auto known = elements.find(selector.text);
     if (known == elements.end() || (byId && selector.text.empty())) return {};
-    const Node* const element = known->second;
+    const Node* const element = known->second.first;
     if (byId && isTable(*element)) return {element, element};
     const Node* const inside = first(*element, isTable);
     return {inside == nullptr && isTable(*element) ? element : inside, element};
@@ -149,26 +158,61 @@ bool PageTables::finds(const std::string& selector, const Node& table) {
     return arrives(selector) && find(htmlSelector(selector)).table == &table;
 }
 
+/// Whether an element holds no table but this one and those that stand in it.
+bool PageTables::holdsOnly(const Node& element, const Node& table) const {
+    const Node* other = first(element, isTable);
+    while (other != nullptr && (other == &table || isWithin(other, table)))
+        other = next(other, element, isTable);
+    return other == nullptr;
+}
+
+std::vector<std::string> PageTables::selectorsFor(const Node& table) {
+    std::vector<std::string> selectors;
+    addNamed(table, selectors);
+    if (tables_.front() == &table) selectors.emplace_back();
+    addTexts(table, selectors);
+    return selectors;
+}
+
 std::string PageTables::selectorFor(const Node& table) {
+    std::vector<std::string> selectors;
+    addNamed(table, selectors);
+    if (selectors.empty() && tables_.front() != &table) addTexts(table, selectors);
+    return selectors.empty() ? "" : selectors.front();
+}
+
+/// Those by an id or a class.
+void PageTables::addNamed(const Node& table, std::vector<std::string>& selectors) {
+    std::vector<std::string> others;
     int levels = 0;
+    bool isAlone = true;  // what holds another table is held by what does so too
     for (const Node* node = &table; node != nullptr && levels < mostLevels;
          node = parentElement(*node), ++levels) {
-        for (const auto& [kind, attribute] : {std::pair("ID ", "id"), {"CLASS ", "class"}}) {
+        isAlone = isAlone && (node == &table || holdsOnly(*node, table));
+        for (const auto& [kind, attribute, names] :
+             {std::tuple("ID ", "id", &byId_), {"CLASS ", "class", &byClass_}}) {
             const std::string_view value = valueOf(*node, attribute);
             const std::string selector = kind + std::string(value);
-            if (!value.empty() && finds(selector, table)) return selector;
+            if (value.empty() || !finds(selector, table)) continue;
+            const bool isTelling = isAlone && names->at(value).count == 1;
+            (isTelling ? selectors : others).push_back(selector);
         }
     }
-    if (tables_.front() == &table) return "";
+    selectors.insert(selectors.end(), others.begin(), others.end());
+}
+
+/// Those by the text of a heading above it or within it.
+void PageTables::addTexts(const Node& table, std::vector<std::string>& selectors) {
     std::vector<std::string> texts = headingsAbove(table);
     for (const Node* heading = first(table, isHeading);
          heading != nullptr && texts.size() < mostTexts; heading = next(heading, table, isHeading))
         texts.push_back(textOf(*heading));
     for (const std::string& text : texts) {
         const std::string selector = "TEXT " + text;
-        if (finds(selector, table)) return selector;
+        const bool isKnown =
+            std::find(selectors.begin(), selectors.end(), selector) != selectors.end();
+        if (!isKnown && finds(selector, table)) selectors.push_back(selector);
     }
-    return "";
 }
 
 /// Between the table before and this one, the nearest first.

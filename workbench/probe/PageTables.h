@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "formats/html/Page.h"
+#include "workbench/probe/TextIndex.h"
 
 namespace probe {
 
@@ -41,9 +43,16 @@ public:
     /// when it finds none.
     std::string selectorMeantBy(const std::string& selector);
 
-    /// A selector that finds just this table, the most telling one; empty when there is none that
-    /// fits into the parameter.
+    /// The selectors that find just this table, the most telling one first: those of what holds no
+    /// other table and is alone in its id or class, then the nearest. Without those that do not fit
+    /// into the parameter; of the page's first table the last one but for texts is empty.
+    std::vector<std::string> selectorsFor(const intake::html::Node& table);
+
+    /// The first of these; empty when there is none.
     std::string selectorFor(const intake::html::Node& table);
+
+    /// The tables and the headings of sections, in order.
+    const std::vector<const intake::html::Node*>& landmarks() const { return landmarks_; }
 
     /// The text of the caption of a table, or of the heading above it; empty when there is none.
     std::string headingOf(const intake::html::Node& table) const;
@@ -55,15 +64,27 @@ public:
     std::vector<std::string> headings() const;
 
 private:
-    std::vector<std::string> headingsAbove(const intake::html::Node& table) const;
-    FoundTable findByText(const std::string& text);
-    bool finds(const std::string& selector, const intake::html::Node& table);
-
     using Node = intake::html::Node;
 
+    /// The elements of one id or class.
+    struct Named {
+        const Node* first;
+        std::size_t count;
+    };
+    using Names = std::unordered_map<std::string_view, Named>;
+
+    std::vector<std::string> headingsAbove(const Node& table) const;
+    void addNamed(const Node& table, std::vector<std::string>& selectors);
+    void addTexts(const Node& table, std::vector<std::string>& selectors);
+    static FoundTable foundAt(const Node* element);
+    FoundTable findByText(const std::string& text);
+    bool finds(const std::string& selector, const Node& table);
+    bool holdsOnly(const Node& element, const Node& table) const;
+
     const intake::html::Page& page_;
-    std::unordered_map<std::string_view, const Node*> byId_;  // the first one of each
-    std::unordered_map<std::string_view, const Node*> byClass_;
+    Names byId_;
+    Names byClass_;
+    std::optional<TextIndex> texts_;                          // when it was needed
     std::vector<const Node*> landmarks_;                      // tables and headings of sections
     std::unordered_map<const Node*, std::size_t> positions_;  // of the tables among these
     std::vector<const Node*> tables_;

@@ -163,10 +163,11 @@ std::string inOneLine(std::string_view text) {
 }  // namespace
 
 Kind recognise(std::string_view start) {
+    constexpr std::size_t enough = 1 << 20;  // bytes of a text; the rest need not be copied
     const auto signature =
         std::find_if(signatures.begin(), signatures.end(),
                      [start](const Signature& each) { return start.starts_with(each.bytes); });
-    if (signature == signatures.end()) return kindOfText(decodedStart(start));
+    if (signature == signatures.end()) return kindOfText(decodedStart(start.substr(0, enough)));
     return signature->kind == Kind::Zip && hasWorksheets(start) ? Kind::Workbook : signature->kind;
 }
 

@@ -56,3 +56,18 @@ TEST(JsonWriter, WritesOneLineWhereThatIsAskedFor) {
     out.close('}');
     EXPECT_EQ(out.take(), "{\"a\": \"x,\", \"b\": 1}\n");
 }
+
+TEST(JsonWriter, WritesMembersOfEachKind) {
+    JsonWriter out(JsonWriter::Layout::OneLine);
+    out.open('{');
+    out.member("text", "x");
+    out.member("whole", std::size_t{1'000'000});
+    out.member("number", 0.5);
+    out.member("switch", true);
+    out.member("known", std::optional<std::size_t>(3));
+    out.member("unknown", std::optional<double>());
+    out.close('}');
+    EXPECT_EQ(out.take(),
+              "{\"text\": \"x\", \"whole\": 1000000, \"number\": 0.5, \"switch\": true, "
+              "\"known\": 3, \"unknown\": null}\n");
+}

@@ -22,6 +22,7 @@ struct WrittenRecords : testing::Test {
         evRegisterParameterString("delimiter", "", "|", 80, 80, 0);
         evRegisterParameterString("rowsDelimiter", "", "\n", 80, 80, 0);
         evRegisterParameterString("xpath", "", "rows", 80, 80, 0);
+        evRegisterParameterString("key", "", "", 80, 80, 0);
     }
 
     std::size_t count(Mode mode, const std::string& written, Query query = JSON) {
@@ -29,6 +30,14 @@ struct WrittenRecords : testing::Test {
         record.setInteger(1, query);
         record.setInteger(2, mode);
         return writtenRecords(written, host.parameters, record);
+    }
+
+    workbench::WrittenRecords read(Mode mode, const std::string& written, const char* key = "") {
+        lumo::Record record(host.parameters);
+        record.setInteger(1, JSON);
+        record.setInteger(2, mode);
+        record.setText(7, key);
+        return {written, host.parameters, record};
     }
 
     // Of JSON that is loaded without a path.
@@ -98,4 +107,41 @@ TEST_F(WrittenRecords, AWholeDocumentIsOneRecordOrAnArrayOfThem) {
         EXPECT_EQ(countWhole(mode, "T[0--1]=;"), 0U);
         EXPECT_EQ(countWhole(mode, ""), 0U);
     }
+}
+
+TEST_F(WrittenRecords, ARecordWithoutAKeyIsTheSameAtAnotherPlace) {
+    const std::string one = "T[0]={{x=1;},};T[1]={{x=2;},};";
+    EXPECT_EQ(read(TABLE, one).marks(), read(TABLE, "T[0]={{x=2;},};T[1]={{x=1;},};").marks());
+    EXPECT_NE(read(TABLE, one).marks(), read(TABLE, "T[0]={{x=2;},};T[1]={{x=3;},};").marks());
+}
+
+TEST_F(WrittenRecords, ARecordOfAnotherKeyIsAnotherOne) {
+    const std::string one = "T[a]={{x=1;},};";
+    EXPECT_EQ(read(TABLE, one, "id").marks(), read(TABLE, one, "id").marks());
+    EXPECT_NE(read(TABLE, one, "id").marks(), read(TABLE, "T[b]={{x=1;},};", "id").marks());
+}
+
+TEST_F(WrittenRecords, EveryModeHasAsManyMarksAsRecords) {
+    for (const auto& [mode, written] :
+         std::vector<std::pair<Mode, std::string>>{{TABLE, "T[a]={{x=1;},};T[b]={{x=1;},};"},
+                                                   {STRUCTURE, "a=1;b=2;READER_NUM_RECORDS=2;"},
+                                                   {FIELD_ARRAY, "F[0-1]=1,1,;"},
+                                                   {SHARED_MEMORY, "a|a"}}) {
+        const auto marks = read(mode, written).marks();
+        ASSERT_TRUE(marks) << written;
+        EXPECT_EQ(marks->size(), 2U) << written;
+    }
+}
+
+TEST_F(WrittenRecords, TooMuchIsNotLookedThrough) {
+    EXPECT_FALSE(read(TABLE, "T[a]=\"" + std::string(300'000, 'x') + "\";").marks());
+}
+
+TEST_F(WrittenRecords, NumbersOfPlainFieldsAndMembersAreTold) {
+    std::string told;
+    for (const auto& number :
+         read(STRUCTURE, "a=1.50;b=\"7\";c=\"x\";s={home=2;at={of=3;};};l={1,2,};T[k]=5;")
+             .numbers())
+        told += number.name + "=" + std::to_string(number.value) + (number.isText ? " text;" : ";");
+    EXPECT_EQ(told, "a=1.500000;b=7.000000 text;s.home=2.000000;s.at.of=3.000000;");
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "formats/html/inner_text.h"
 #include "formats/html/page_encoding.h"
 
 namespace probe {
@@ -34,6 +37,72 @@ TEST(PageTables, TakesTheFirstElementOfAnIdOrAClass) {
     EXPECT_EQ(tables.find(htmlSelector("ID")).table, nullptr);
     EXPECT_EQ(tables.find(htmlSelector("CLASS c")).table, tables.all().front());
     EXPECT_EQ(tables.selectorFor(*tables.all().back()), "");
+}
+
+/// A page of words in all kinds of elements, some of them hidden.
+std::string pageAtRandom(std::mt19937& draw) {
+    const std::vector<std::string> pieces{"<div>",
+                                          "</div>",
+                                          "<p>",
+                                          "</p>",
+                                          "<b>",
+                                          "</b>",
+                                          "<table>",
+                                          "<tr>",
+                                          "<td>",
+                                          "<th>",
+                                          "</tr>",
+                                          "</table>",
+                                          "<pre>",
+                                          "</pre>",
+                                          "<i hidden>",
+                                          "</i>",
+                                          "<span style='visibility:hidden'>",
+                                          "</span>",
+                                          "<br>",
+                                          "one",
+                                          "two ",
+                                          " three",
+                                          "\n  ",
+                                          "one  two",
+                                          "<!-- -->",
+                                          "&nbsp;",
+                                          "<h2>",
+                                          "</h2>",
+                                          "<script>one</script>"};
+    std::string text = "<!DOCTYPE html><title>t</title>";
+    for (int i = 0; i < 40; ++i)
+        text += pieces[draw() % pieces.size()];
+    return text;
+}
+
+TEST(PageTables, FindsTheFirstElementOfAText) {
+    std::mt19937 draw(28);
+    uint32_t search = 1'000'000;  // unlike those of the tables
+    for (int i = 0; i < 500; ++i) {
+        const std::string text = pageAtRandom(draw);
+        const auto page = pageOf(text);
+        PageTables tables(*page);
+        for (const std::string wanted :
+             {"one", "two", "three", "one two", "two three", "one\ttwo", "onetwo", "one  two"}) {
+            const intake::html::SearchedText searched{wanted, ++search};
+            const intake::html::Node* first = page->document.following(&page->document);
+            while (first != nullptr && !(first->type == intake::html::NodeType::ELEMENT &&
+                                         innerTextEquals(*first, searched)))
+                first = first->following(&page->document);
+            EXPECT_EQ(tables.find(htmlSelector("TEXT " + wanted)).element, first)
+                << wanted << ": " << text;
+        }
+    }
+}
+
+TEST(PageTables, PrefersWhatHoldsNoOtherTable) {
+    const auto page = pageOf(
+        "<!DOCTYPE html><div id=all><div class=heats><table class=t></table></div>"
+        "<table class=t></table></div>");
+    PageTables tables(*page);
+    EXPECT_EQ(tables.selectorsFor(*tables.all().front()),
+              (std::vector<std::string>{"CLASS heats", "CLASS t", "ID all", ""}));
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ struct InstanceState {
     std::string words;                      // what is wrong or waited for
     std::string target = {};                // where its records go: "League, DataTable"
     std::optional<std::size_t> bytes = {};  // that the last load wrote
+    bool isDraft = false;                   // edits wait to be taken over
 };
 
 }  // namespace workbench

@@ -1,5 +1,7 @@
 #include "workbench/cli/run/LiveInstance.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "formats/text/trim.h"
@@ -21,17 +23,27 @@ LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const S
     : host_(host),
       scene_(scene.file),
       writer_(writer),
+      name_(stored.name),
       instance_(host, plugin, stored.name),
+      chosen_(host.parameters),
       stored_(host.parameters),
       present_(probe::Settings{}),
       redact_(present_) {
-    scene.restore(stored, host.parameters, stored_);
-    copyValues(host.parameters, stored_, instance_.record());
+    lumo::Record values(host.parameters);
+    scene.restore(stored, host.parameters, values);
+    setAll(values);
+}
+
+void LiveInstance::setAll(const lumo::Record& values) {
+    for (lumo::Record* const record : {&stored_, &chosen_, &instance_.record()})
+        copyValues(host_.parameters, values, *record);
     noteSecrets();
 }
 
 void LiveInstance::noteSecrets() {
     present_ = Redaction(probeSettings(host_.parameters, stored_));
+    redact_.include(present_);
+    if (isDraft()) present_ = Redaction(probeSettings(host_.parameters, shownValues()));
     redact_.include(present_);
 }
 
@@ -59,6 +71,8 @@ bool LiveInstance::take(const SceneFile& scene, const StoredInstance& stored) {
     lumo::Record wanted(host_.parameters);
     scene.restore(stored, host_.parameters, wanted);
     const std::uint64_t before = revision_;
+    if (isDraft()) discardDraft();
+    copyValues(host_.parameters, wanted, chosen_);
     apply(wanted);
     return revision_ != before;
 }
@@ -71,12 +85,63 @@ lumo::Record LiveInstance::values() const {
     return values;
 }
 
-void LiveInstance::edit(const std::vector<std::pair<std::string, std::string>>& changes) {
+lumo::Record LiveInstance::shownValues() const {
+    lumo::Record shown = values();
+    set(draft_, shown);
+    return shown;
+}
+
+lumo::Record LiveInstance::chosenValues() const {
+    lumo::Record chosen(host_.parameters);
+    copyValues(host_.parameters, chosen_, chosen);
+    set(draft_, chosen);
+    return chosen;
+}
+
+void LiveInstance::set(const Settings& settings, lumo::Record& record) const {
+    for (const auto& [name, value] : settings)
+        setParameter(host_.parameters, record, name, value);
+}
+
+void LiveInstance::edit(const Settings& changes) {
     lumo::Record wanted = values();
-    copyValues(host_.parameters, wanted, stored_);  // the plugin may have changed some of its own
-    for (const auto& [name, value] : changes)
-        setParameter(host_.parameters, wanted, name, value);
+    set(changes, wanted);
+    set(changes, chosen_);
+    copyValues(host_.parameters, values(), stored_);  // the plugin may have changed some of its own
     apply(wanted);
+}
+
+void LiveInstance::editDraft(const Settings& changes) {
+    lumo::Record wanted = shownValues();
+    set(changes, wanted);
+    for (const auto& change : changes) {
+        std::erase_if(draft_, [&](const auto& each) { return each.first == change.first; });
+        draft_.push_back(change);
+    }
+    ++revision_;
+    noteSecrets();
+}
+
+void LiveInstance::useDraft() {
+    edit(std::exchange(draft_, {}));
+    ++revision_;
+    noteSecrets();
+}
+
+void LiveInstance::discardDraft() {
+    draft_.clear();
+    ++revision_;
+    noteSecrets();
+}
+
+/// The plugin looks at its record alone: what a draft makes of it stands there as long as it looks.
+void LiveInstance::askWhatIsShown() {
+    if (!isDraft()) return instance_.guiStatus();
+    lumo::Record live(host_.parameters);
+    copyValues(host_.parameters, record(), live);
+    copyValues(host_.parameters, shownValues(), instance_.record());
+    instance_.guiStatus();
+    copyValues(host_.parameters, live, instance_.record());
 }
 
 /// Each change for itself, as the editor tells the plugin of it.
@@ -116,12 +181,26 @@ LoadEvent LiveInstance::eventOf(LoadReport report) const {
     LoadEvent event;
     event.report = std::move(report);
     event.report.instance = name();
+    event.writer = writer_;
     event.isFirst = !last;
     event.wasEmpty = last && last->outcome == LoadOutcome::Empty;
     return event;
 }
 
-LoadEvent LiveInstance::answered(const Outcome& outcome, double now) {
+/// A record that has become another counts as a new one and as one that is gone.
+void LiveInstance::compareRecords(Outcome& outcome, LoadEvent& event) {
+    if (outcome.failed || outcome.notExecuted || outcome.notStored) return;
+    if (outcome.marks && lastMarks_) {
+        std::vector<std::uint64_t> difference;
+        std::set_difference(outcome.marks->begin(), outcome.marks->end(), lastMarks_->begin(),
+                            lastMarks_->end(), std::back_inserter(difference));
+        event.newRecords = difference.size();
+        event.goneRecords = lastMarks_->size() + difference.size() - outcome.marks->size();
+    }
+    lastMarks_ = std::move(outcome.marks);
+}
+
+LoadEvent LiveInstance::answered(Outcome outcome, double now) {
     const bool wasGood =
         !history_.isLate() && (!history_.last() || isGood(history_.last()->outcome));
     LoadEvent event = eventOf(reportOf(outcome));
@@ -133,12 +212,14 @@ LoadEvent LiveInstance::answered(const Outcome& outcome, double now) {
     event.isNews = wasGood && !isGood(event.report.outcome);
     event.isRecovery = !wasGood && isGood(event.report.outcome) && !history_.isLate();
     lastStatus_ = statusOf(outcome);
+    compareRecords(outcome, event);
+    event.numbers = std::move(outcome.numbers);
     return event;
 }
 
 void LiveInstance::runFrame(double now, std::vector<LoadEvent>& events) {
-    const auto outcome = watch_->runFrame();
-    if (outcome) events.push_back(answered(*outcome, now));
+    auto outcome = watch_->runFrame();
+    if (outcome) events.push_back(answered(std::move(*outcome), now));
     for (auto begun = watch_->loadsBegun(); begun > 0; --begun)
         history_.began(now);
     const bool wasLate = history_.isLate();
@@ -172,6 +253,7 @@ InstanceState LiveInstance::stateAt(double now) const {
     InstanceState state = history_.stateAt(now);
     state.name = name();
     state.target = target();
+    state.isDraft = isDraft();
     return state;
 }
 

@@ -26,6 +26,10 @@ struct LoadEvent {
     std::string plainError;    // as the plugin says it; of a load that failed
     std::string advice;        // on a file that is not there
     std::size_t instance = 0;  // its place in the scene
+    std::uint32_t writer = 0;
+    std::optional<std::size_t> newRecords;   // that were not in the load before, where known
+    std::optional<std::size_t> goneRecords;  // that were
+    std::vector<WrittenNumber> numbers;      // that were written
 };
 
 class LiveInstance {
@@ -33,6 +37,10 @@ public:
     /// Places it with the values of the scene. Throws UsageError.
     LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene,
                  const StoredInstance& stored, std::uint32_t writer);
+
+    /// Gives it other values, and its revisions other numbers, before it is started.
+    void setAll(const lumo::Record& values);
+    void startRevisionsAt(std::uint64_t revision) { revision_ = revision; }
 
     /// What the host does with an instance that comes from a scene: first load() for each, then
     /// start() for each.
@@ -49,11 +57,19 @@ public:
     /// Sets parameters as a user of the host's editor does. Throws UsageError, and changes nothing.
     void edit(const std::vector<std::pair<std::string, std::string>>& changes);
 
+    /// Edits that are kept back: a page shows them, and the plugin knows nothing of them. Throws
+    /// UsageError, and changes nothing.
+    void editDraft(const std::vector<std::pair<std::string, std::string>>& changes);
+    void useDraft();
+    void discardDraft();
+    bool isDraft() const { return !draft_.empty(); }
+
     /// Rises with each change of a parameter by a user or by a changed scene.
     std::uint64_t revision() const { return revision_; }
 
-    /// Lets the plugin say which of its parameters the editor shows just now.
-    void askWhatIsShown() { instance_.guiStatus(); }
+    /// Lets the plugin say which of its parameters the editor shows just now, with what a draft
+    /// makes of them.
+    void askWhatIsShown();
 
     /// What hides the secrets that its parameters have at present.
     const Redaction& presentRedaction() const { return present_; }
@@ -72,12 +88,19 @@ public:
     void runFrame(double now, std::vector<LoadEvent>& events);
 
     InstanceState stateAt(double now) const;
-    const std::string& name() const { return instance_.name(); }
+    const std::string& name() const { return name_; }
+    void rename(const std::string& name) { name_ = name; }
     const lumo::Record& record() const { return instance_.record(); }
 
     /// What the user has set, and the plugin has changed since: the record without what the watch
     /// over the loads keeps in it.
     lumo::Record values() const;
+
+    /// The same with the draft.
+    lumo::Record shownValues() const;
+
+    /// What the user has set, also in a draft, whatever the plugin has made of it.
+    lumo::Record chosenValues() const;
     InstanceHistory& history() { return history_; }
     const InstanceHistory& history() const { return history_; }
     const std::optional<ExitStatus>& lastStatus() const { return lastStatus_; }
@@ -87,18 +110,25 @@ public:
     std::string redacted(std::string text) const { return redact_(std::move(text)); }
 
 private:
+    using Settings = std::vector<std::pair<std::string, std::string>>;
+
     std::string target() const;
     void apply(const lumo::Record& wanted);
+    void set(const Settings& settings, lumo::Record& record) const;
     void noteSecrets();
     void noteBinding();
     std::optional<double> period() const;
     LoadEvent eventOf(LoadReport report) const;
-    LoadEvent answered(const Outcome& outcome, double now);
+    LoadEvent answered(Outcome outcome, double now);
+    void compareRecords(Outcome& outcome, LoadEvent& event);
 
     lumo::Host& host_;
     const std::string scene_;
     const std::uint32_t writer_;
+    std::string name_;
     lumo::Instance instance_;
+    lumo::Record chosen_;  // by the user or the scene
+    Settings draft_;       // in their order, each name once
     lumo::Record stored_;  // the values of the scene; the plugin changes some of its own
     std::uint64_t revision_ = 1;
     Redaction present_;
@@ -106,6 +136,7 @@ private:
     std::optional<SharedMemory> sharedMemory_;
     std::optional<LoadWatch> watch_;  // from the start on
     InstanceHistory history_;
+    std::optional<std::vector<std::uint64_t>> lastMarks_;  // of the last load that wrote records
     std::optional<ExitStatus> lastStatus_;
 };
 

@@ -43,7 +43,9 @@ std::unique_ptr<LiveInstance> LiveScene::make(const SceneFile& scene,
                                               const StoredInstance& stored) {
     const auto writer = static_cast<std::uint32_t>(writers_.size());
     writers_.push_back(stored.name);
-    return std::make_unique<LiveInstance>(host_, plugin_, scene, stored, writer);
+    auto made = std::make_unique<LiveInstance>(host_, plugin_, scene, stored, writer);
+    made->startRevisionsAt(firstRevision_);
+    return made;
 }
 
 std::vector<std::string> LiveScene::take(const SceneFile& scene) {
@@ -65,9 +67,49 @@ std::vector<std::string> LiveScene::take(const SceneFile& scene) {
         told.push_back(stored.name + ": new");
     }
     for (const auto& instance : former) {
-        if (instance != nullptr) told.push_back(instance->name() + ": gone");
+        if (instance == nullptr) continue;
+        told.push_back(instance->name() + ": gone");
+        noteGone(*instance);
     }
     return told;
+}
+
+void LiveScene::replace(const SceneFile& scene) {
+    requireFitting(scene, host_.parameters);
+    while (!instances_.empty())
+        remove(*instances_.back());
+    take(scene);
+}
+
+LiveInstance& LiveScene::add(const std::string& name, const lumo::Record& values) {
+    instances_.push_back(make({"", {}}, {name, {}}));
+    LiveInstance& added = *instances_.back();
+    added.setAll(values);
+    added.load();
+    added.start();
+    return added;
+}
+
+void LiveScene::rename(LiveInstance& instance, const std::string& name) {
+    instance.rename(name);
+    writers_[instance.writer()] = name;
+    noteName(instance);
+    instance.startRevisionsAt(firstRevision_);
+}
+
+/// Its name may become another's: who knows the present one must not take the other for it.
+void LiveScene::noteName(const LiveInstance& instance) {
+    firstRevision_ = std::max(firstRevision_, instance.revision() + 1);
+}
+
+void LiveScene::noteGone(const LiveInstance& instance) {
+    formerSecrets_.include(instance.redaction());
+    noteName(instance);
+}
+
+void LiveScene::remove(const LiveInstance& instance) {
+    noteGone(instance);
+    std::erase_if(instances_, [&](const auto& each) { return each.get() == &instance; });
 }
 
 std::vector<LoadEvent> LiveScene::runFrame(double now) {
@@ -110,7 +152,7 @@ std::vector<InstanceState> LiveScene::statesAt(double now) const {
 }
 
 Redaction LiveScene::redaction() const {
-    Redaction all(probe::Settings{});
+    Redaction all = formerSecrets_;
     for (const auto& instance : instances_)
         all.include(instance->redaction());
     return all;

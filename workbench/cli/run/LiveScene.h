@@ -23,12 +23,25 @@ public:
     /// of them, a sentence each. Throws UsageError, and changes nothing, when a value does not fit.
     std::vector<std::string> take(const SceneFile& scene);
 
+    /// Takes up another scene in the place of this one: all its instances are new. Throws
+    /// UsageError, and changes nothing, when a value does not fit.
+    void replace(const SceneFile& scene);
+
+    /// Places and starts one more.
+    LiveInstance& add(const std::string& name, const lumo::Record& values);
+
+    /// It stays the same instance: nothing is loaded anew.
+    void rename(LiveInstance& instance, const std::string& name);
+
+    /// What it has written stays in the store.
+    void remove(const LiveInstance& instance);
+
     /// Runs a frame of each instance. Returns what has happened.
     std::vector<LoadEvent> runFrame(double now);
 
     std::vector<InstanceState> statesAt(double now) const;
 
-    /// What hides the secrets of all instances.
+    /// What hides the secrets of all instances, also of those that are gone.
     Redaction redaction() const;
 
     /// The instance of that name, or null.
@@ -53,6 +66,8 @@ private:
     using Instances = std::vector<std::unique_ptr<LiveInstance>>;
 
     std::unique_ptr<LiveInstance> make(const SceneFile& scene, const StoredInstance& stored);
+    void noteName(const LiveInstance& instance);
+    void noteGone(const LiveInstance& instance);
     std::vector<std::uint32_t> lastMoments() const;
     std::pair<std::string, std::string> recordsOf(std::uint32_t writer) const;
     void noteLeftOver(std::vector<LoadEvent>& events);
@@ -61,6 +76,8 @@ private:
     const lumo::Plugin& plugin_;
     std::vector<std::string> writers_{""};  // the names of all instances there ever were
     Instances instances_;
+    std::uint64_t firstRevision_ = 1;             // above that of any that is gone
+    Redaction formerSecrets_{probe::Settings{}};  // of instances that are gone
 };
 
 }  // namespace workbench

@@ -31,11 +31,6 @@ std::string errorOf(const Outcome& outcome) {
     return "";
 }
 
-void writeCount(const char* name, std::size_t count, JsonWriter& out) {
-    out.name(name);
-    out.number(std::to_string(count), static_cast<double>(count));
-}
-
 std::size_t milliseconds(double seconds) {
     return static_cast<std::size_t>(std::llround(seconds * 1000));
 }
@@ -73,21 +68,17 @@ std::string isoTime(std::chrono::system_clock::time_point time) {
 
 std::string lineOf(const LoadReport& report) {
     JsonWriter out(JsonWriter::Layout::OneLine);
-    const auto text = [&out](const char* name, const std::string& value) {
-        out.name(name);
-        out.text(value);
-    };
     out.open('{');
-    text("instance", report.instance);
-    text("outcome", nameOf(report.outcome));
-    writeCount("records", report.records, out);
-    writeCount("recordsBefore", report.recordsBefore, out);
-    writeCount("leftOver", report.leftOver, out);
-    writeCount("leftOverAgeMs", milliseconds(report.leftOverAge), out);
-    writeCount("bytes", report.bytes, out);
-    writeCount("durationMs", milliseconds(report.seconds), out);
-    text("error", report.error);
-    text("time", isoTime(report.time));
+    out.member("instance", report.instance);
+    out.member("outcome", nameOf(report.outcome));
+    out.member("records", report.records);
+    out.member("recordsBefore", report.recordsBefore);
+    out.member("leftOver", report.leftOver);
+    out.member("leftOverAgeMs", milliseconds(report.leftOverAge));
+    out.member("bytes", report.bytes);
+    out.member("durationMs", milliseconds(report.seconds));
+    out.member("error", report.error);
+    out.member("time", isoTime(report.time));
     out.close('}');
     return out.take();
 }

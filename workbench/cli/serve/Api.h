@@ -8,14 +8,17 @@
 #include <memory>
 #include <vector>
 
-#include "workbench/cli/Options.h"
-#include "workbench/cli/run/LiveScene.h"
-#include "workbench/cli/scene_child.h"
 #include "workbench/cli/serve/DryRun.h"
-#include "workbench/cli/serve/EventFeed.h"
-#include "workbench/cli/serve/FrameQueue.h"
-#include "workbench/cli/serve/Jobs.h"
-#include "workbench/cli/serve/LoadLog.h"
+#include "workbench/cli/serve/HistoryRoutes.h"
+#include "workbench/cli/serve/InstanceRoutes.h"
+#include "workbench/cli/serve/Ladders.h"
+#include "workbench/cli/serve/OpenScene.h"
+#include "workbench/cli/serve/PlotRoutes.h"
+#include "workbench/cli/serve/ReportRoutes.h"
+#include "workbench/cli/serve/SceneRoutes.h"
+#include "workbench/cli/serve/SeriesLog.h"
+#include "workbench/cli/serve/ServedScene.h"
+#include "workbench/cli/serve/StateNews.h"
 #include "workbench/serve/Gate.h"
 #include "workbench/serve/WebServer.h"
 
@@ -23,10 +26,10 @@ namespace workbench {
 
 class Api final : public serve::WebHandler {
 public:
-    /// Begins to answer.
-    Api(lumo::Host& host, LiveScene& scene, const Options& options,
+    /// Begins to answer. `sceneText` is the scene file of the options as it was read.
+    Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const Options& options,
         std::unique_ptr<serve::WebServer> server);
-    ~Api() override { server_->stop(); }
+    ~Api() override;
     Api(const Api&) = delete;
     Api& operator=(const Api&) = delete;
 
@@ -41,66 +44,43 @@ public:
     std::string address() const;
 
 private:
-    /// A request, and what the star of its route's path stands for.
-    struct Call {
-        serve::WebRequest request;
-        std::string name;
-        serve::Reply reply;
-    };
-
-    struct Route {
-        const char* method;
-        const char* path;  // below /api/v1/; a star stands for one name
-        void (Api::*answer)(const Call& call);
-    };
-    static const Route routes[];
+    static const Route<Api> table[8];
 
     // On the server's thread:
-    bool isRouted(const serve::WebRequest& request, const serve::Reply& reply);
     void logIn(const Call& call);
     void tellAbout(const Call& call);
     void tellParameters(const Call& call);
-    void tellStates(const Call& call);
-    void tellDetails(const Call& call);
-    void edit(const Call& call);
-    void load(const Call& call);
     void explain(const Call& call);
     void explore(const Call& call);
     void dryRun(const Call& call);
     void tellStore(const Call& call);
     void tellField(const Call& call);
-    void tellLoads(const Call& call);
 
     // On the host's thread:
-    void onFrame(const serve::Reply& reply, std::function<serve::WebResponse()> answer);
-    void onInstance(const Call& call, std::function<void(LiveInstance&)> use);
-    serve::WebResponse edited(LiveInstance& instance, const std::string& body);
-    serve::WebResponse detailsOf(LiveInstance& instance);
-    void askChild(const Call& call, LiveInstance& instance, const char* command,
-                  std::vector<std::string> arguments);
     void publishChanges(double now);
-    void publish(const std::string& members);
-
-    void addJob(const serve::Reply& reply,
-                std::function<serve::WebResponse(const std::stop_token&)>);
+    void publishScene();
 
     // On the thread of a job:
     serve::WebResponse resultOf(DryRun& dryRun, const std::stop_token& stop);
 
-    lumo::Host& host_;
-    const Options options_;
     const std::string parameters_;  // as JSON; they never change
-    LiveScene& scene_;
     const serve::Gate gate_;
     std::unique_ptr<serve::WebServer> server_;
-    FrameQueue queue_;  // what waits here, and with the jobs, goes before the server
-    EventFeed feed_;
-    LoadLog loads_;
-    double now_ = 0;
-    double publishedAt_ = 0;
-    std::vector<InstanceState> published_;
-    std::vector<bool> hasNews_;
-    Jobs jobs_;
+    const StartFolder folder_;
+    SeriesLog series_;
+    StateNews news_;
+    double publishedAt_ = -1;  // before the first frame
+    ServedScene served_;
+    LoadLog loads_{[this](std::uint32_t writer) { return served_.live.nameOfWriter(writer); }};
+    OpenScene scene_;
+    std::uint64_t publishedScene_ = scene_.revision();
+    InstanceRoutes instanceRoutes_{served_, scene_};
+    SceneRoutes sceneRoutes_{served_, folder_, scene_};
+    HistoryRoutes historyRoutes_{served_, loads_};
+    ReportRoutes reportRoutes_{served_, folder_};
+    PlotRoutes plotRoutes_{served_, series_};
+    Ladders ladders_{served_, loads_};
+    Routes routes_;
 };
 
 }  // namespace workbench

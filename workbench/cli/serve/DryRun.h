@@ -11,7 +11,7 @@
 #include "workbench/cli/Options.h"
 #include "workbench/cli/Redaction.h"
 #include "workbench/cli/run/LiveInstance.h"
-#include "workbench/cli/store_changes.h"
+#include "workbench/cli/serve/dry_run_json.h"
 
 namespace workbench {
 
@@ -33,7 +33,7 @@ public:
     void compareWith(const cobalt::Store& before);
 
     /// What came of it.
-    std::string json() const;
+    std::string json();
 
 private:
     bool isForSharedMemory() const { return settings_.mode == probe::TargetMode::SharedMemory; }
@@ -52,15 +52,8 @@ private:
     const std::optional<LiveInstance::SharedMemory> memory_;  // that it loads into
     const std::string memoryBefore_;                          // the text of it
 
-    std::string outcome_;
-    std::string error_;
-    std::string script_;
-    std::size_t records_ = 0;
-    double seconds_ = 0;
+    DryRunResult result_;
     cobalt::Store written_;  // by the script, into an empty store
-    StoreChanges changes_;
-    std::vector<std::string> commands_;  // that the post-update action would send
-    std::string actionError_;
 };
 
 }  // namespace workbench

@@ -19,9 +19,9 @@ public:
     /// Any thread. False when so many wait that no more are taken.
     bool post(std::function<void()> call);
 
-    /// Makes a call on the host's thread and waits for what it returns; nothing when a stop is
-    /// requested, or no more calls are taken. Any thread but the host's. What the call refers to
-    /// may go when this returns.
+    /// Makes a call on the host's thread and waits for what it returns, also for a place where no
+    /// more calls are taken; nothing when a stop is requested. Any thread but the host's. What the
+    /// call refers to may go when this returns.
     template <class Result>
     std::optional<Result> ask(std::function<Result()> call, const std::stop_token& stop) {
         struct Asked {
@@ -31,12 +31,12 @@ public:
         };
         const auto asked = std::make_shared<Asked>();
         auto answer = asked->result.get_future();
-        const bool isTaken = post([asked, call = std::move(call)] {
+        const std::function<void()> make = [asked, call = std::move(call)] {
             const std::lock_guard lock(asked->mutex);
             if (!asked->isGivenUp) asked->result.set_value(call());
-        });
+        };
         constexpr std::chrono::milliseconds untilStop{50};  // for a stop to be noticed
-        while (isTaken && !stop.stop_requested()) {
+        for (bool isTaken = post(make); !stop.stop_requested(); isTaken = isTaken || post(make)) {
             if (answer.wait_for(untilStop) == std::future_status::ready) return answer.get();
         }
         const std::lock_guard lock(asked->mutex);

@@ -23,6 +23,13 @@ bool Jobs::add(Job job) {
     return true;
 }
 
+void Jobs::end() {
+    for (std::jthread& thread : threads_)
+        thread.request_stop();
+    for (std::jthread& thread : threads_)
+        thread.join();
+}
+
 void Jobs::run(const std::stop_token& stop) {
     for (;;) {
         Job job;

@@ -21,6 +21,9 @@ public:
     /// Any thread. False when too many wait.
     bool add(Job job);
 
+    /// Lets the jobs that run come to their end, and begins no more.
+    void end();
+
 private:
     void run(const std::stop_token& stop);
 

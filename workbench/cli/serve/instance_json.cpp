@@ -1,10 +1,10 @@
 #include "workbench/cli/serve/instance_json.h"
 
 #include <array>
-#include <charconv>
 
 #include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/record_values.h"
+#include "workbench/cli/serve/parameter_text.h"
 #include "workbench/cli/serve/secret_texts.h"
 
 namespace workbench {
@@ -39,23 +39,16 @@ void writeState(const InstanceState& state, JsonWriter& out) {
     out.text(state.target);
     out.name("words");
     out.text(state.words);
+    out.member("isDraft", state.isDraft);
     out.close('}');
-}
-
-/// As people write it: 0.2 rather than the nearest value of twice the precision.
-double shortest(float number) {
-    std::array<char, 32> digits{};
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    double value = 0;
-    std::from_chars(digits.data(), end, value);
-    return value;
 }
 
 void writeValue(const lumo::Parameter& parameter, int32_t index, const lumo::Record& record,
                 const LiveInstance& instance, JsonWriter& out) {
     out.name(parameter.name);
     if (lumo::isText(parameter)) {
-        out.text(shownText(parameter, std::string(record.text(index)), instance));
+        out.text(
+            shownText(parameter, std::string(record.text(index)), instance.presentRedaction()));
     } else if (parameter.kind == lumo::ParameterKind::Float) {
         out.number(shortest(record.number(index)));
     } else {
@@ -65,7 +58,7 @@ void writeValue(const lumo::Parameter& parameter, int32_t index, const lumo::Rec
 
 void writeValues(const lumo::ParameterTable& parameters, const LiveInstance& instance,
                  JsonWriter& out) {
-    const lumo::Record record = instance.values();
+    const lumo::Record record = instance.shownValues();
     out.name("values");
     out.open('{');
     forEachValue(parameters, [&](const lumo::Parameter& parameter, int32_t index) {
@@ -95,6 +88,7 @@ std::string detailsJson(const lumo::Host& host, const LiveInstance& instance) {
     out.text(instance.name());
     out.name("revision");
     out.number(static_cast<double>(instance.revision()));
+    out.member("isDraft", instance.isDraft());
     writeValues(host.parameters, instance, out);
     writeShown(host, out);
     out.close('}');

@@ -4,18 +4,35 @@
 
 namespace workbench {
 
-std::optional<std::string> matchPath(std::string_view route, std::string_view path) {
-    const auto star = route.find('*');
-    if (star == std::string_view::npos) return route == path ? std::optional("") : std::nullopt;
-    const std::string_view before = route.substr(0, star);
-    const std::string_view behind = route.substr(star + 1);
-    const bool fits = path.size() > before.size() + behind.size() && path.starts_with(before) &&
-                      path.ends_with(behind);
-    if (!fits) return std::nullopt;
-    path.remove_prefix(before.size());
-    path.remove_suffix(behind.size());
-    if (path.find('/') != std::string_view::npos) return std::nullopt;
-    return serve::decoded(path, false);
+namespace {
+
+/// The first segment, which is taken off the path; nothing behind the last one.
+std::optional<std::string_view> takeSegment(std::optional<std::string_view>& path) {
+    if (!path) return std::nullopt;
+    const std::string_view whole = *path;
+    const auto end = whole.find('/');
+    path.reset();
+    if (end != std::string_view::npos) path = whole.substr(end + 1);
+    return whole.substr(0, end);
+}
+
+}  // namespace
+
+std::optional<std::vector<std::string>> matchPath(std::string_view route, std::string_view path) {
+    std::vector<std::string> names;
+    std::optional<std::string_view> wanted = route;
+    std::optional<std::string_view> found = path;
+    while (wanted || found) {
+        const auto expected = takeSegment(wanted);
+        const auto segment = takeSegment(found);
+        const bool isName = expected == "*" && segment && !segment->empty();
+        if (isName) {
+            names.push_back(serve::decoded(*segment, false));
+        } else if (expected != segment) {
+            return std::nullopt;
+        }
+    }
+    return names;
 }
 
 }  // namespace workbench

@@ -1,10 +1,8 @@
 #include "workbench/cli/serve/request_body.h"
 
 #include <charconv>
-#include <cstring>
-#include <stdexcept>
 
-#include "formats/json/JsonDocument.h"
+#include "workbench/cli/serve/parsed_json.h"
 
 namespace workbench {
 
@@ -16,19 +14,8 @@ using intake::JsonDocument;
 constexpr std::size_t mostValues = 200;
 constexpr std::size_t longestName = 100;
 
-std::optional<JsonDocument> parsed(const std::string& body) {
-    intake::ByteBuffer text;
-    std::memcpy(text.prepare(body.size() + 1), body.c_str(), body.size() + 1);
-    text.commit(body.size() + 1);
-    try {
-        return JsonDocument(std::move(text));
-    } catch (const std::invalid_argument&) {
-        return std::nullopt;
-    }
-}
-
 std::string memberOf(const std::string& body, const char* name, JsonDocument::Type type) {
-    const auto document = parsed(body);
+    const auto document = parsedJson(body);
     if (!document) return "";
     const auto member = document->find(JsonDocument::ROOT, name);
     const bool fits = member != JsonDocument::NONE && document->type(member) == type;
@@ -38,7 +25,7 @@ std::string memberOf(const std::string& body, const char* name, JsonDocument::Ty
 }  // namespace
 
 std::optional<EditRequest> editRequestIn(const std::string& body) {
-    const auto document = parsed(body);
+    const auto document = parsedJson(body);
     if (!document) return std::nullopt;
     const auto revision = document->find(JsonDocument::ROOT, "revision");
     const auto set = document->find(JsonDocument::ROOT, "set");

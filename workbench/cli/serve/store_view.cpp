@@ -27,7 +27,7 @@ public:
         out_.text(field.name());
         writeKind(field.value());
         writeValue(field.value());
-        writeOrigin(field.origin());
+        writeOrigin(originOf(field));
         out_.close('}');
     }
 
@@ -53,6 +53,13 @@ private:
     void writeValue(const cobalt::Value& value) {
         out_.name("value");
         out_.text(redact_(startOf(value)));
+    }
+
+    /// Of a field that loads write entry by entry, that of the first one.
+    static cobalt::Origin originOf(const cobalt::Field& field) {
+        const cobalt::Entries& entries = field.value().entries();
+        const bool isByEntry = field.origin().writer == 0 && !entries.empty();
+        return isByEntry ? entries.begin()->origin : field.origin();
     }
 
     void writeOrigin(cobalt::Origin origin) {

@@ -84,8 +84,17 @@ public:
 
     virtual std::unique_ptr<Rows> query(const std::string& query) = 0;
 
+    /// The query for no more than so many rows of a table; for more of a database of an unknown
+    /// make. Names are written as writtenName does.
+    virtual std::string queryForFirst(std::size_t rows, const std::string& columns,
+                                      const std::string& table) const = 0;
+
     /// Whether it takes queries apart as QueryText does, whatever is in them.
     virtual bool hasPlainSyntax() const = 0;
+
+    /// Whether it refuses whatever would write. Of one that may not, nothing is read that nobody
+    /// asked for: a view may call functions that write.
+    virtual bool isHeldToReading() const = 0;
 
     /// The sign around a name that is no plain word.
     virtual char quote() const = 0;

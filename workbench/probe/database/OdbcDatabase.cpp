@@ -16,13 +16,16 @@ struct Product {
     const char* name;
     const char* reading;        // the statement by which transactions only read
     const char* defaultSchema;  // that a query need not name
+    const char* first;          // before the columns of a query for so many rows
+    const char* last;           // behind it
 };
 
 constexpr std::array products{
-    Product{"PostgreSQL", "SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY", "public"},
-    Product{"MariaDB", "SET SESSION TRANSACTION READ ONLY", ""},
-    Product{"MySQL", "SET SESSION TRANSACTION READ ONLY", ""},
-    Product{"Microsoft SQL Server", nullptr, "dbo"},
+    Product{"PostgreSQL", "SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY", "public", "",
+            " LIMIT "},
+    Product{"MariaDB", "SET SESSION TRANSACTION READ ONLY", "", "", " LIMIT "},
+    Product{"MySQL", "SET SESSION TRANSACTION READ ONLY", "", "", " LIMIT "},
+    Product{"Microsoft SQL Server", nullptr, "dbo", "TOP ", ""},
 };
 
 const Product* productOf(const std::string& name) {
@@ -67,19 +70,19 @@ OdbcDatabase::OdbcDatabase(const intake::ConnectionString& odbc, const std::stri
                            Deadline end)
     : handles_(connectOdbc(odbc, written, end)),
       end_(end),
-      product_(infoOf(handles_->connection(), SQL_DBMS_NAME)) {
-    beginReading();
-}
-
-void OdbcDatabase::beginReading() const {
-    const Product* const known = productOf(product_);
-    if (known != nullptr && known->reading != nullptr) {
-        const OdbcStatementHandle statement(handles_->connection());
-        WideText text(known->reading);
-        SQLExecDirectW(statement.get(), text.get(), SQL_NTS);
-    }
+      product_(infoOf(handles_->connection(), SQL_DBMS_NAME)),
+      isHeldToReading_(beginReading()) {
     SQLSetConnectAttr(handles_->connection(), SQL_ATTR_AUTOCOMMIT,
                       reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), SQL_IS_UINTEGER);
+}
+
+/// Whether all transactions that follow only read.
+bool OdbcDatabase::beginReading() const {
+    const Product* const known = productOf(product_);
+    if (known == nullptr || known->reading == nullptr) return false;
+    const OdbcStatementHandle statement(handles_->connection());
+    WideText text(known->reading);
+    return SQL_SUCCEEDED(SQLExecDirectW(statement.get(), text.get(), SQL_NTS));
 }
 
 std::string OdbcDatabase::words() const {
@@ -120,6 +123,16 @@ std::vector<ColumnEntry> OdbcDatabase::columns(const TableEntry& table) {
         if (found == table.name) columns.push_back({std::move(column), textOf(statement.get(), 6)});
     }
     return columns;
+}
+
+std::string OdbcDatabase::queryForFirst(std::size_t rows, const std::string& columns,
+                                        const std::string& table) const {
+    const Product* const known = productOf(product_);
+    const auto with = [&](const char* word) { return word + std::to_string(rows); };
+    const bool isTop = known != nullptr && *known->first != '\0';
+    const bool isLimit = known != nullptr && *known->last != '\0';
+    return "SELECT " + (isTop ? with(known->first) + " " : "") + columns + " FROM " + table +
+           (isLimit ? with(known->last) : "");
 }
 
 std::unique_ptr<Rows> OdbcDatabase::query(const std::string& query) {

@@ -16,15 +16,19 @@ public:
     std::vector<TableEntry> tables() override;
     std::vector<ColumnEntry> columns(const TableEntry& table) override;
     std::unique_ptr<Rows> query(const std::string& query) override;
+    std::string queryForFirst(std::size_t rows, const std::string& columns,
+                              const std::string& table) const override;
     bool hasPlainSyntax() const override { return false; }
+    bool isHeldToReading() const override { return isHeldToReading_; }
     char quote() const override;
 
 private:
-    void beginReading() const;
+    bool beginReading() const;
 
     std::unique_ptr<OdbcHandles> handles_;
     const Deadline end_;
     const std::string product_;
+    const bool isHeldToReading_;
 };
 
 }  // namespace probe

@@ -167,6 +167,11 @@ std::vector<ColumnEntry> SqliteDatabase::columns(const TableEntry& table) {
     return columns;
 }
 
+std::string SqliteDatabase::queryForFirst(std::size_t rows, const std::string& columns,
+                                          const std::string& table) const {
+    return "SELECT " + columns + " FROM " + table + " LIMIT " + std::to_string(rows);
+}
+
 std::unique_ptr<Rows> SqliteDatabase::query(const std::string& query) {
     return std::make_unique<SqliteRows>(handle(), prepared(handle(), query));
 }

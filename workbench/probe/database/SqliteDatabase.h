@@ -19,7 +19,10 @@ public:
     std::vector<TableEntry> tables() override;
     std::vector<ColumnEntry> columns(const TableEntry& table) override;
     std::unique_ptr<Rows> query(const std::string& query) override;
+    std::string queryForFirst(std::size_t rows, const std::string& columns,
+                              const std::string& table) const override;
     bool hasPlainSyntax() const override { return true; }
+    bool isHeldToReading() const override { return true; }
     char quote() const override { return '"'; }
 
 protected:

@@ -25,6 +25,12 @@ public:
     /// One more value that a path selects.
     virtual void count(Id node, Kind kind, std::string_view value) = 0;
 
+    /// A value that was counted, or is counted by now, ends.
+    virtual void end(Id /*node*/) {}
+
+    /// Whether nothing more of the document is of use.
+    virtual bool hasEnough() const { return false; }
+
     /// Whether the text of a value makes a difference.
     virtual bool wantsText(Id node) const = 0;
 };

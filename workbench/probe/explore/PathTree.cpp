@@ -146,8 +146,7 @@ std::size_t PathTree::depthBelow(Id node, Id ancestor) const {
     return depth;
 }
 
-std::vector<PathTree::Id> PathTree::shown(Id from, const OutlineWish& wish,
-                                          std::size_t& leftOut) const {
+std::vector<PathTree::Id> PathTree::shown(Id from, const OutlineWish& wish) const {
     std::vector<Id> all;  // in the order of the document
     std::vector<Id> open(nodes_[from].children.rbegin(), nodes_[from].children.rend());
     std::vector<std::size_t> atDepth;
@@ -171,8 +170,6 @@ std::vector<PathTree::Id> PathTree::shown(Id from, const OutlineWish& wish,
                                         [&](Id node) { return depthBelow(node, from) >= levels; });
         all.erase(end, all.end());
     }
-    leftOut = nodes_[from].leftOut + (all.size() > wish.most ? all.size() - wish.most : 0);
-    all.resize(std::min(all.size(), wish.most));
     return all;
 }
 

@@ -61,9 +61,9 @@ public:
     /// Whether the name or a value of a node holds the text that is looked for.
     bool matches(Id node) const;
 
-    /// The nodes below one that an outline shows: by whole levels, as many as fit, or all that hold
-    /// the text that is looked for. In the order of the document.
-    std::vector<Id> shown(Id from, const OutlineWish& wish, std::size_t& leftOut) const;
+    /// The nodes below one that an outline lists: by whole levels, as many as fit on a page, or all
+    /// that hold the text that is looked for. In the order of the document.
+    std::vector<Id> shown(Id from, const OutlineWish& wish) const;
 
     /// How many names met no room, and are not in the tree.
     std::size_t dropped() const { return dropped_; }

@@ -5,8 +5,9 @@
 
 namespace probe {
 
-/// The tables and columns of a database, by its catalogue alone: no row is read, so that their
-/// number is not known. Throws DatabaseFailure, and LookFailure for a place that is not there.
+/// The tables and columns of a database, by its catalogue alone: no row is read but for the preview
+/// of a whole outline, and rows are counted only where that is wished for. Throws DatabaseFailure,
+/// and LookFailure for a place that is not there.
 Outline databaseOutline(Database& database, const OutlineWish& wish);
 
 }  // namespace probe

@@ -4,6 +4,7 @@
 
 #include "formats/text/utf8.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore/json_entry.h"
 #include "workbench/probe/explore/path_index.h"
 #include "workbench/probe/json_path_text.h"
 
@@ -79,13 +80,14 @@ private:
     }
 
     bool scalar(Kind kind, std::string_view value) {
-        selected(kind, value);
-        return true;
+        paths_.end(selected(kind, value));
+        return !paths_.hasEnough();
     }
 
     bool close() {
+        if (!open_.back().passesElements) paths_.end(open_.back().place);
         open_.pop_back();
-        return true;
+        return !paths_.hasEnough();
     }
 
     PathSink& paths_;
@@ -102,6 +104,7 @@ void read(const std::string& body, PathSink& paths) {
     PathEvents events(paths);
     rapidjson::Reader reader;
     const bool isRead = !reader.Parse<flags>(stream, events).IsError();
+    if (paths.hasEnough()) return;
     const bool hasRest = stream.src_ != body.data() + body.size();  // behind a zero byte
     if (!isRead || hasRest)
         throw LookFailure("is no JSON that can be read; explain says where it ends");
@@ -127,10 +130,10 @@ std::vector<std::string> namesIn(const std::string& place) {
     return names;
 }
 
-OutlineEntry entryFor(const PathTree& tree, Id node, Id from) {
+OutlineEntry entryFor(const PathTree& tree, Id node) {
     const PathTree::Node& found = tree.at(node);
     const std::string path = pathTo(tree, node);
-    OutlineEntry entry{tree.depthBelow(node, from),
+    OutlineEntry entry{0,
                        found.name,
                        wordsForKinds(found.kinds),
                        found.records,
@@ -146,18 +149,20 @@ OutlineEntry entryFor(const PathTree& tree, Id node, Id from) {
 }  // namespace
 
 Outline jsonOutline(const std::string& body, const OutlineWish& wish) {
+    if (isJsonEntry(wish.place)) return jsonEntryOutline(body, wish);
     const std::vector<std::string> place = namesIn(wish.place);
     const auto tree = pathIndex(body.size(), wish, place, [&](PathSink& paths) {
         read(body, paths);
         return true;
     });
-    Outline outline;
-    outline.notKept = tree->dropped();
     const Id from = placeIn(*tree, wish, place);
-    for (const Id node : tree->shown(from, wish, outline.leftOut)) {
-        outline.entries.push_back(entryFor(*tree, node, from));
-        // What is found stands apart from what it stands in.
-        if (!wish.find.empty()) outline.entries.back().depth = 0;
+    Outline outline = outlineOf(*tree, from, wish, [&](Id node) { return entryFor(*tree, node); });
+    if (wantsPreview(wish)) {
+        PathPreview preview(place, columnsOf(outline));
+        read(body, preview);
+        outline.preview = previewOf(preview, *tree, from, [&](std::size_t row) {
+            return wish.place + "[" + std::to_string(row) + "]";
+        });
     }
     return outline;
 }

@@ -1,6 +1,7 @@
 #include "workbench/probe/explore/path_index.h"
 
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore/OutlinePage.h"
 #include "workbench/probe/explore/PathSearch.h"
 #include "workbench/probe/words.h"
 
@@ -70,6 +71,50 @@ PathTree::Id placeIn(const PathTree& tree, const OutlineWish& wish,
         throw LookFailure("has nothing below " + quoted(wish.place) +
                           ": what stands there has no names in it");
     return node;
+}
+
+Outline outlineOf(const PathTree& tree, PathTree::Id from, const OutlineWish& wish,
+                  const std::function<OutlineEntry(PathTree::Id)>& entryFor) {
+    OutlinePage page(wish);
+    for (const PathTree::Id node : tree.shown(from, wish)) {
+        if (!page.wantsNext()) {
+            page.pass(1);
+            continue;
+        }
+        OutlineEntry entry = entryFor(node);
+        // What is found stands apart from what it stands in.
+        entry.depth = wish.find.empty() ? tree.depthBelow(node, from) : 0;
+        page.add(std::move(entry));
+    }
+    Outline outline = tree.dropped() == 0 ? page.take() : page.takeUncounted();
+    outline.leftOut += tree.at(from).leftOut;
+    outline.notKept = tree.dropped();
+    return outline;
+}
+
+bool wantsPreview(const OutlineWish& wish) {
+    return wish.isWhole && !wish.place.empty() && wish.find.empty();
+}
+
+std::vector<std::string> columnsOf(const Outline& outline) {
+    std::vector<std::string> columns;
+    for (const OutlineEntry& entry : outline.entries) {
+        if (entry.depth == 0 && entry.place.empty()) columns.push_back(entry.name);
+    }
+    return columns;
+}
+
+Preview previewOf(PathPreview& read, const PathTree& tree, PathTree::Id node,
+                  const std::function<std::string(std::size_t)>& placeOfRow) {
+    Preview preview = read.take();
+    preview.leftOut = tree.at(node).records - preview.rows.size();
+    bool isOneArray = true;
+    for (PathTree::Id each = tree.at(node).parent; each != PathTree::NONE;
+         each = tree.at(each).parent)
+        isOneArray = isOneArray && tree.at(each).records <= 1;
+    for (std::size_t row = 0; isOneArray && row < preview.rows.size(); ++row)
+        preview.places.push_back(placeOfRow(row));
+    return preview;
 }
 
 }  // namespace probe

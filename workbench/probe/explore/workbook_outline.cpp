@@ -10,8 +10,10 @@
 #include "formats/workbook/cell_text.h"
 #include "formats/workbook/foreign_file.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore/OutlinePage.h"
 #include "workbench/probe/explore/PathTree.h"
 #include "workbench/probe/explore/Wanted.h"
+#include "workbench/probe/explore/preview_cell.h"
 #include "workbench/probe/sheet_fields.h"
 #include "workbench/probe/words.h"
 
@@ -72,12 +74,38 @@ std::size_t rowsOf(const SheetTable& table) {
     return table.endRow() > table.firstRow() ? table.endRow() - table.firstRow() : 0;
 }
 
+/// The first records, without any column yet.
+Preview emptyPreview(const SheetTable& table) {
+    Preview preview;
+    preview.rows.resize(std::min(rowsOf(table), mostPreviewed));
+    preview.leftOut = rowsOf(table) - preview.rows.size();
+    return preview;
+}
+
+void addColumn(const SheetTable& table, std::size_t column, Preview& preview) {
+    preview.columns.push_back(table.columns()[column]);
+    for (std::size_t i = 0; i < preview.rows.size(); ++i) {
+        const auto row = table.firstRow() + static_cast<uint32_t>(i);
+        const std::size_t position = table.position(row);
+        Cell cell;
+        const bool isThere = table.isAt(position, row) && table.value(position, column, cell);
+        preview.rows[i].push_back(isThere ? previewCell(textOf(cell)) : "");
+    }
+}
+
 class WorkbookOutline {
 public:
     WorkbookOutline(Workbook& workbook, const OutlineWish& wish)
-        : workbook_(workbook), wish_(wish), wanted_(wish.find) {}
+        : workbook_(workbook), wish_(wish), wanted_(wish.find), page_(wish) {}
 
     Outline make() {
+        Outline outline = page();
+        outline.preview = std::move(preview_);
+        return outline;
+    }
+
+private:
+    Outline page() {
         const auto& sheets = workbook_.index().sheets();
         bool isThere = wish_.place.empty();
         for (std::size_t i = 0; i < sheets.size(); ++i) {
@@ -85,68 +113,78 @@ public:
                 continue;
             isThere = true;
             addSheet(sheets[i], i);
+            if (isSearchOver()) return page_.takeUncounted();
         }
-        if (isThere) return std::move(outline_);
+        if (isThere) return page_.take();
         std::vector<std::string> names;
         for (const intake::SheetEntry& sheet : sheets)
             names.push_back(sheet.name);
         throw LookFailure("has no sheet " + quoted(wish_.place) + ", but " + listOf(names));
     }
 
-private:
     void addSheet(const intake::SheetEntry& sheet, std::size_t number) {
         try {
             const SheetTable table(workbook_.sheet(number), std::nullopt, true);
-            const std::string hidden = sheet.isHidden ? "hidden sheet" : "sheet";
-            OutlineEntry entry{0, sheet.name, hidden, rowsOf(table), "", sheet.name, {}};
-            const bool canBeNamed = sheet.name.find(']') == std::string::npos;
-            if (canBeNamed) entry.settings = {{"sheet", sheet.name}};
-            if (wanted_.isNone() || wanted_.isIn(sheet.name)) add(entry);
+            const OutlineEntry entry = sheetEntry(sheet, table);
+            if (wanted_.isNone() || wanted_.isIn(sheet.name)) page_.add(entry);
+            if (wish_.isWhole && !wish_.place.empty()) preview_ = emptyPreview(table);
             addColumns(table, entry);
         } catch (const intake::WorkbookFault& fault) {
-            add({0, sheet.name, std::string("not readable: ") + fault.what(), 0, "", "", {}});
+            page_.add({0, sheet.name, std::string("not readable: ") + fault.what(), 0, "", "", {}});
         }
+    }
+
+    static OutlineEntry sheetEntry(const intake::SheetEntry& sheet, const SheetTable& table) {
+        OutlineEntry entry;
+        entry.name = sheet.name;
+        entry.kind = sheet.isHidden ? "hidden sheet" : "sheet";
+        entry.records = rowsOf(table);
+        entry.place = sheet.name;
+        entry.type = EntryType::Sheet;
+        entry.isHidden = sheet.isHidden;
+        const std::size_t columns = table.columns().size();
+        entry.size = TableSize{rowsOf(table) + (columns > 0 ? 1 : 0), columns};
+        const bool canBeNamed = sheet.name.find(']') == std::string::npos;
+        if (canBeNamed) entry.settings = {{"sheet", sheet.name}};
+        return entry;
     }
 
     void addColumns(const SheetTable& table, const OutlineEntry& sheet) {
         for (std::size_t i = 0; i < table.columns().size(); ++i) {
-            if (isFull() && wanted_.isNone()) {
-                outline_.leftOut += table.columns().size() - i;
-                return;
+            if (isSearchOver()) return;
+            if (wanted_.isNone() && !page_.wantsNext()) {
+                page_.pass(1);
+                continue;
             }
             const std::string& name = table.columns()[i];
             const Column column = columnOf(table, i, wanted_);
             if (!wanted_.isNone() && column.match.empty() && !wanted_.isIn(name)) continue;
-            OutlineEntry entry{1,
-                               name,
-                               wordsFor(column),
-                               sheet.records,
-                               column.match.empty() ? column.value : column.match,
-                               "",
-                               {}};
+            if (preview_ && page_.wantsNext()) addColumn(table, i, *preview_);
+            OutlineEntry entry;
+            entry.depth = 1;
+            entry.name = name;
+            entry.kind = wordsFor(column);
+            entry.records = sheet.records;
+            entry.value = column.match.empty() ? column.value : column.match;
+            entry.type = EntryType::Column;
+            if (!table.isDate(i)) entry.key = name;  // what is not written names no record
             const std::string range = bracketed(name);
             if (!sheet.settings.empty() && range.size() <= longestRange) {
                 entry.settings = sheet.settings;
                 entry.settings.emplace_back("range", range);
             }
-            add(entry);
+            page_.add(entry);
         }
     }
 
-    bool isFull() const { return outline_.entries.size() == wish_.most; }
-
-    void add(OutlineEntry entry) {
-        if (isFull()) {
-            ++outline_.leftOut;
-        } else {
-            outline_.entries.push_back(std::move(entry));
-        }
-    }
+    /// A page of what is found is enough, and that there is more.
+    bool isSearchOver() const { return !wanted_.isNone() && page_.isPassed(); }
 
     Workbook& workbook_;
     const OutlineWish& wish_;
     const Wanted wanted_;
-    Outline outline_;
+    OutlinePage page_;
+    std::optional<Preview> preview_;  // of the sheet that is asked for
 };
 
 }  // namespace

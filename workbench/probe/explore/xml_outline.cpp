@@ -4,9 +4,8 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
-#include <map>
 #include <memory>
-#include <set>
+#include <optional>
 
 #include "formats/text/ascii.h"
 #include "formats/text/byte_order_mark.h"
@@ -17,7 +16,9 @@
 #include "formats/xml/xml_load.h"
 #include "formats/xml/xml_text.h"
 #include "workbench/probe/LookFailure.h"
+#include "workbench/probe/explore/XmlPrefixes.h"
 #include "workbench/probe/explore/path_index.h"
+#include "workbench/probe/explore/xml_entry.h"
 #include "workbench/probe/xpath_text.h"
 
 namespace probe {
@@ -29,42 +30,6 @@ using Kind = PathTree::Kind;
 
 constexpr std::size_t longestPath = 511;  // bytes, of the parameter
 constexpr std::size_t longestText = 65536;
-
-/// The prefixes that stand for namespaces in expressions, one for each.
-class Prefixes {
-public:
-    /// The name as an expression has to write it. `own` is the prefix that the document uses.
-    std::string nameFor(std::string_view local, std::string_view own, std::string_view uri) {
-        if (uri.empty()) return std::string(local);
-        const auto known = byUri_.find(uri);
-        if (known != byUri_.end()) return known->second + ":" + std::string(local);
-        const std::string wanted(own.empty() ? "d" : own);
-        std::string prefix = wanted;
-        for (int number = 2; !taken_.insert(prefix).second; ++number)
-            prefix = wanted + std::to_string(number);
-        byUri_.emplace(uri, prefix);
-        return prefix + ":" + std::string(local);
-    }
-
-    /// The declarations of those that a path uses.
-    std::string declarationsFor(const std::string& path) const {
-        std::string declarations;
-        for (const auto& [uri, prefix] : byUri_) {
-            const bool isUsed = path.find("/" + prefix + ":") != std::string::npos ||
-                                path.find("@" + prefix + ":") != std::string::npos;
-            if (isUsed && prefix != xmlPrefix)
-                declarations += (declarations.empty() ? "" : " ") + declarationOf(prefix, uri);
-        }
-        return declarations;
-    }
-
-private:
-    static constexpr const char* xmlPrefix = "xml";  // that is known everywhere
-
-    std::map<std::string, std::string, std::less<>> byUri_{
-        {reinterpret_cast<const char*>(XML_XML_NAMESPACE), xmlPrefix}};
-    std::set<std::string> taken_{xmlPrefix};
-};
 
 /// Puts the elements and attributes of a document where their paths are. Names are as expressions
 /// write them.
@@ -100,8 +65,11 @@ public:
         if (element.node != PathTree::NONE)
             paths_.count(element.node, element.hasElements ? Kind::Object : Kind::Text,
                          element.hasElements ? std::string_view{} : text);
+        paths_.end(element.node);
         open_.pop_back();
     }
+
+    bool hasEnough() const { return paths_.hasEnough(); }
 
 private:
     struct Element {
@@ -116,26 +84,55 @@ private:
     std::string attributeName_ = "@";
 };
 
-/// What the quick scanner tells of a document without namespaces.
+/// What the quick scanner tells of a document whose elements are all in one namespace, or in none.
 class PlainEvents final : public intake::XmlEvents {
 public:
-    explicit PlainEvents(PathSink& paths) : events_(paths) {}
+    /// `prefix` with its colon stands before the name of each element.
+    PlainEvents(PathSink& paths, std::string prefix)
+        : events_(paths), name_(std::move(prefix)), prefixLength_(name_.size()) {}
 
     void startDocument() override {}
     void startElement(std::string_view name, const intake::XmlAttributes& attributes) override {
-        events_.startElement(name);
+        events_.startElement(name_.replace(prefixLength_, std::string::npos, name));
         for (const intake::XmlAttribute& each : attributes)
             events_.attribute(each.name, each.value);
     }
     bool endElement() override {
         events_.endElement();
-        return true;
+        return !events_.hasEnough();
     }
     void text(std::string_view text) override { events_.text(text); }
 
 private:
     PathEvents events_;
+    std::string name_;
+    const std::size_t prefixLength_;
 };
+
+/// The address that the root declares as the namespace of all names without a prefix; empty where
+/// nothing is declared, and nothing where it takes a parser to tell.
+std::optional<std::string_view> namespaceOf(std::string_view body) {
+    constexpr std::string_view declaration = "xmlns";
+    const auto at = body.find(declaration);
+    if (at == std::string_view::npos) return "";
+    if (body.find(declaration, at + 1) != std::string_view::npos) return std::nullopt;
+    auto root = body.find('<');
+    if (root < at && body.substr(root).starts_with("<?")) root = body.find('<', root + 1);
+    const std::string_view before = body.substr(0, at).substr(std::min(root, at));
+    const auto isEven = [&](char quote) {
+        return std::count(before.begin(), before.end(), quote) % 2 == 0;
+    };
+    const bool isInRoot = before.ends_with(' ') && before.find('>') == std::string_view::npos &&
+                          isEven('"') && isEven('\'');
+    const std::string_view value = body.substr(at + declaration.size());
+    if (!isInRoot || !(value.starts_with("=\"") || value.starts_with("='"))) return std::nullopt;
+    const std::string_view address = value.substr(2, value.find(value[1], 2) - 2);
+    const bool isPlain = std::all_of(address.begin(), address.end(), [](char c) {
+        return c > ' ' && intake::isAscii(c) && c != '&' && c != '<';
+    });
+    const bool isReserved = address.starts_with("http://www.w3.org/");
+    return address.empty() || !isPlain || isReserved ? std::nullopt : std::optional(address);
+}
 
 /// Whether a name with a prefix may stand in a tag; the quick scanner does not tell of each.
 bool mayHavePrefixes(std::string_view body) {
@@ -153,21 +150,21 @@ bool mayHavePrefixes(std::string_view body) {
 
 /// Reads a document that is as plain as programs mostly write it, several times as fast as a parser
 /// can. False when it is not; what was told is of no use then.
-bool scan(const Fetched& source, PathSink& paths) {
-    const bool hasNamespaces =
-        source.body.find("xmlns") != std::string::npos || mayHavePrefixes(source.body);
+bool scan(const Fetched& source, XmlPrefixes& prefixes, PathSink& paths) {
+    const auto space = namespaceOf(source.body);
     const std::string charset = intake::charsetOf(source.contentType);
     const bool isUtf8 = charset.empty() || intake::equalIgnoringCase(charset, "utf-8");
-    if (hasNamespaces || !isUtf8) return false;
-    PlainEvents events(paths);
+    if (!space || !isUtf8 || mayHavePrefixes(source.body)) return false;
+    PlainEvents events(paths, prefixes.nameFor("", "", *space));
     intake::XmlScanner<PlainEvents> scanner(events);
-    return scanner.scan(source.body) == intake::XmlScanner<PlainEvents>::Outcome::SCANNED &&
-           scanner.isComplete();
+    const auto outcome = scanner.scan(source.body);
+    if (outcome == intake::XmlScanner<PlainEvents>::Outcome::ENOUGH) return true;
+    return outcome == intake::XmlScanner<PlainEvents>::Outcome::SCANNED && scanner.isComplete();
 }
 
 /// What libxml2 tells of a document.
 struct ParsedEvents {
-    ParsedEvents(PathSink& paths, Prefixes& known) : events(paths), prefixes(known) {}
+    ParsedEvents(PathSink& paths, XmlPrefixes& known) : events(paths), prefixes(known) {}
 
     std::string_view nameOf(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri) {
         if (uri == nullptr) return intake::viewOf(local);
@@ -176,7 +173,7 @@ struct ParsedEvents {
     }
 
     PathEvents events;
-    Prefixes& prefixes;
+    XmlPrefixes& prefixes;
     std::string name;
 };
 
@@ -252,6 +249,7 @@ void parse(const Fetched& source, ParsedEvents& events) {
     for (std::size_t at = 0; at < source.body.size(); at += piece) {
         const std::size_t length = std::min(piece, source.body.size() - at);
         xmlParseChunk(parser.get(), source.body.data() + at, static_cast<int>(length), 0);
+        if (events.events.hasEnough()) return;
         if (parser->wellFormed == 0 || parser->disableSAX != 0) refuse(faultOf(source));
     }
     xmlParseChunk(parser.get(), "", 0, 1);
@@ -278,12 +276,12 @@ std::vector<std::string> namesIn(const std::string& place) {
     return names;
 }
 
-OutlineEntry entryFor(const PathTree& tree, const Prefixes& prefixes, Id node, Id from) {
+OutlineEntry entryFor(const PathTree& tree, const XmlPrefixes& prefixes, Id node) {
     const PathTree::Node& found = tree.at(node);
     const std::string path = pathTo(tree, node);
     const bool isAttribute = found.name.starts_with('@');
     const bool hasElements = (found.kinds >> static_cast<unsigned>(Kind::Object) & 1) != 0;
-    OutlineEntry entry{tree.depthBelow(node, from),
+    OutlineEntry entry{0,
                        found.name,
                        isAttribute   ? "attributes"
                        : hasElements ? "elements"
@@ -302,24 +300,28 @@ OutlineEntry entryFor(const PathTree& tree, const Prefixes& prefixes, Id node, I
 }  // namespace
 
 Outline xmlOutline(const Fetched& source, const OutlineWish& wish) {
+    if (isXmlEntry(wish.place)) return xmlEntryOutline(source, wish);
     const std::vector<std::string> place = namesIn(wish.place);
-    Prefixes prefixes;
+    XmlPrefixes prefixes;
     bool isPlain = true;
-    const auto tree = pathIndex(source.body.size(), wish, place, [&](PathSink& paths) {
+    const PathReader read = [&](PathSink& paths) {
         const bool wasPlain = isPlain;
-        if (isPlain) isPlain = scan(source, paths);
+        if (isPlain) isPlain = scan(source, prefixes, paths);
         if (wasPlain) return isPlain;
         ParsedEvents events(paths, prefixes);
         parse(source, events);
         return true;
-    });
-    Outline outline;
-    outline.notKept = tree->dropped();
+    };
+    const auto tree = pathIndex(source.body.size(), wish, place, read);
     const Id from = placeIn(*tree, wish, place);
-    for (const Id node : tree->shown(from, wish, outline.leftOut)) {
-        outline.entries.push_back(entryFor(*tree, prefixes, node, from));
-        // What is found stands apart from what it stands in.
-        if (!wish.find.empty()) outline.entries.back().depth = 0;
+    Outline outline =
+        outlineOf(*tree, from, wish, [&](Id node) { return entryFor(*tree, prefixes, node); });
+    if (wantsPreview(wish)) {
+        PathPreview preview(place, columnsOf(outline));
+        read(preview);
+        outline.preview = previewOf(preview, *tree, from, [&](std::size_t row) {
+            return wish.place + "[" + std::to_string(row + 1) + "]";
+        });
     }
     return outline;
 }

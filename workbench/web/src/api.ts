@@ -7,10 +7,16 @@ import type {
   Explanation,
   Field,
   FieldPage,
+  Column,
+  ColumnValues,
   Instance,
+  KeptLoad,
   Load,
   Outline,
   Parameter,
+  Report,
+  Scene,
+  Series,
   Values,
 } from "./shapes.js";
 
@@ -60,6 +66,7 @@ export async function logIn(): Promise<void> {
 }
 
 const pathOf = (name: string): string => `/instances/${encodeURIComponent(name)}`;
+const fieldPath = (field: string): string => `/store/${encodeURIComponent(field)}`;
 
 export const about = (): Promise<About> => ask("GET", "/about");
 export const parameters = (): Promise<Parameter[]> => ask("GET", "/parameters");
@@ -67,22 +74,61 @@ export const instances = (): Promise<Instance[]> => ask("GET", "/instances");
 export const details = (name: string): Promise<Details> => ask("GET", pathOf(name));
 export const edit = (name: string, revision: number, set: Values): Promise<Details> =>
   ask("PATCH", pathOf(name), { revision, set });
-export const load = (name: string): Promise<void> => ask("POST", `${pathOf(name)}/load`);
+export const load = (name: string, held: boolean): Promise<void> =>
+  ask("POST", `${pathOf(name)}/load`, held ? { held } : {});
+export const discard = (name: string): Promise<Details> => ask("POST", `${pathOf(name)}/discard`);
 export const explain = (name: string): Promise<Explanation> => ask("POST", `${pathOf(name)}/explain`);
 export const dryRun = (name: string, allowWrites: boolean): Promise<DryRun> =>
   ask("POST", `${pathOf(name)}/dryrun`, { allowWrites });
 export const store = (): Promise<{ fields: Field[]; leftOut: number }> => ask("GET", "/store");
 export const storeField = (field: string, from: number, count: number): Promise<FieldPage> =>
-  ask("GET", `/store/${encodeURIComponent(field)}?from=${from}&count=${count}`);
+  ask("GET", `${fieldPath(field)}?from=${from}&count=${count}`);
 export const loads = (): Promise<{ loads: Load[] }> => ask("GET", "/loads");
 
-/** What the source has at a place, or all that has a text in its name or value. */
-export function explore(name: string, at: string, find: string, limit: number): Promise<Outline> {
-  const wish = new URLSearchParams({ limit: String(limit) });
-  if (at !== "") wish.set("at", at);
-  if (find !== "") wish.set("find", find);
-  return ask("GET", `${pathOf(name)}/explore?${wish}`);
+/** A look into a source: at a place, or for all that has a text in its name or value. */
+export interface Wish {
+  at?: string;
+  find?: string;
+  from?: number; // skips so many entries
+  limit?: number;
+  count?: 1; // counts the rows of a table of a database
 }
+
+export function explore(name: string, wish: Wish): Promise<Outline> {
+  const said = Object.entries(wish).filter(([, value]) => value !== "" && value !== 0);
+  const query = new URLSearchParams(said.map(([key, value]) => [key, String(value)]));
+  return ask("GET", `${pathOf(name)}/explore?${query}`);
+}
+
+export const scene = (file = ""): Promise<Scene> =>
+  ask("GET", file === "" ? "/scene" : `/scene?${new URLSearchParams({ file })}`);
+export const sceneFiles = (): Promise<{ files: string[]; leftOut: number }> => ask("GET", "/scene/files");
+export const openScene = (file: string): Promise<Scene> => ask("POST", "/scene/open", { file });
+export const saveScene = (wish: object): Promise<Scene> => ask("POST", "/scene/save", wish);
+export const lock = (locked: boolean): Promise<Scene> => ask("POST", "/lock", { locked });
+export const create = (name: string, like: string): Promise<Details> =>
+  ask("POST", "/instances", like === "" ? { name } : { name, like });
+export const rename = (name: string, other: string): Promise<Details> =>
+  ask("POST", `${pathOf(name)}/rename`, { name: other });
+export const remove = (name: string): Promise<void> => ask("DELETE", pathOf(name));
+
+export const loadHistory = (name: string, from: number): Promise<{ loads: KeptLoad[]; count: number }> =>
+  ask("GET", `${pathOf(name)}/history?from=${from}&count=100`);
+export const keptLoad = (name: string, id: number): Promise<{ load: KeptLoad; explanation: Explanation | null }> =>
+  ask("GET", `${pathOf(name)}/history/${id}`);
+export const reports = (): Promise<{ files: string[] }> => ask("GET", "/reports");
+export function report(file: string, instance: string, from: number): Promise<Report> {
+  const query = new URLSearchParams({ instance, from: String(from), count: "100" });
+  return ask("GET", `/reports/${encodeURIComponent(file)}?${query}`);
+}
+
+export const columns = (field: string): Promise<{ columns: Column[]; records: number }> =>
+  ask("GET", `${fieldPath(field)}/columns`);
+export const columnValues = (field: string, name: string): Promise<ColumnValues> =>
+  ask("GET", `${fieldPath(field)}/column/${encodeURIComponent(name)}`);
+export const series = (): Promise<{ series: Series[]; leftOut: number }> => ask("GET", "/series");
+export const seriesValues = (field: string, instance: string): Promise<{ times: number[]; values: (number | null)[] }> =>
+  ask("GET", `/series/${encodeURIComponent(field)}?${new URLSearchParams({ instance })}`);
 
 export function openEvents(since: number): WebSocket {
   return new WebSocket(`ws://${location.host}${base}/events?since=${since}`);

@@ -1,9 +1,14 @@
-// What is around each screen: the scene, the connection, and dark or light.
+// What is around each screen: the scene, the lock, the connection, and dark or light.
 
 import { Announcements } from "./announcements.js";
 import { Edit } from "./edit/edit.js";
-import { edits } from "./route.js";
-import { brokenAt, error, scene } from "./session.js";
+import { History } from "./history/history.js";
+import { Reports } from "./history/reports.js";
+import { Lock, LockWords } from "./lock.js";
+import { route } from "./route.js";
+import { scene } from "./scene.js";
+import { SceneScreen } from "./scene/scene.js";
+import { brokenAt, error, fileName } from "./session.js";
 import { swapTheme, theme } from "./theme.js";
 import { Wall } from "./wall/wall.js";
 
@@ -18,11 +23,43 @@ function Broken() {
   );
 }
 
+const screens: [string, string, string][] = [
+  ["wall", "#", "Wall"],
+  ["scene", "#scene", "Scene"],
+  ["reports", "#reports", "Reports"],
+];
+
+function Ways() {
+  return (
+    <nav aria-label="Screens">
+      {screens.map(([screen, address, title]) => (
+        <a key={screen} href={address} aria-current={route.value.screen === screen ? "page" : undefined}>
+          {title}
+        </a>
+      ))}
+    </nav>
+  );
+}
+
+/** The file of the scene, and whether it is as the page shows it. */
+function FileName() {
+  const now = scene.value;
+  const isChanged = now !== null && !now.isSaved;
+  return (
+    <span class="scene">
+      {now === null ? fileName.value : now.file === "" ? "a new scene" : now.file}
+      {isChanged && <span class="unsaved"> not saved</span>}
+    </span>
+  );
+}
+
 function Head() {
   const other = theme.value === "dark" ? "Light" : "Dark";
   return (
     <header class="top">
-      <span class="scene">{scene.value}</span>
+      <FileName />
+      <Ways />
+      <Lock />
       <button class="small" onClick={swapTheme}>
         {other}
       </button>
@@ -30,13 +67,21 @@ function Head() {
   );
 }
 
+function Screen() {
+  const { screen, of } = route.value;
+  if (screen === "edit") return <Edit key={of} name={of} />;
+  if (screen === "history") return <History key={of} name={of} />;
+  if (screen === "reports") return <Reports />;
+  return screen === "scene" ? <SceneScreen /> : <Wall />;
+}
+
 export function App() {
-  const name = edits.value;
   return (
     <>
       <Head />
       <Broken />
-      {name === null ? <Wall /> : <Edit key={name} name={name} />}
+      <LockWords />
+      <Screen />
       <Announcements />
     </>
   );

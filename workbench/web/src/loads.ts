@@ -1,6 +1,7 @@
 // The last loads of each instance, and the lines that they left in the log.
 
 import { signal } from "@preact/signals";
+import * as api from "./api.js";
 import type { Load } from "./shapes.js";
 
 const mostLoads = 100; // of each instance
@@ -39,12 +40,27 @@ function withLine(lines: Line[], load: Load): Line[] {
   return lines.map((line) => (line === last ? { ...line, times: line.times + 1 } : line));
 }
 
+function byInstance(loads: Load[], known: ReadonlyMap<string, Load[]>): Map<string, Load[]> {
+  const all = new Map(known);
+  for (const load of loads)
+    all.set(load.instance, [...(all.get(load.instance) ?? []), load].slice(-mostLoads));
+  return all;
+}
+
+/** Another instance may get the name of one that is gone. */
+export function forgetLoads(names: string[]): void {
+  loadsOf.value = new Map([...loadsOf.value].filter(([name]) => !names.includes(name)));
+}
+
+/** The loads of an instance that was renamed are told under its new name. */
+export async function readLoads(gone: string[]): Promise<void> {
+  const { loads } = await api.loads();
+  loadsOf.value = byInstance(inTime(loads).filter(({ instance }) => !gone.includes(instance)), new Map());
+}
+
 export function noteLoads(loads: Load[], isAll: boolean): void {
   const fresh = isAll ? inTime(loads) : loads.filter((load) => !isKnown(load));
-  const all = new Map(isAll ? [] : loadsOf.value);
-  for (const load of fresh)
-    all.set(load.instance, [...(all.get(load.instance) ?? []), load].slice(-mostLoads));
-  loadsOf.value = all;
+  loadsOf.value = byInstance(fresh, isAll ? new Map() : loadsOf.value);
   const news = fresh.filter((load) => load.line !== "");
   log.value = news.reduce(withLine, isAll ? [] : log.value).slice(0, mostLines);
 }

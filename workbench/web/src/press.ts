@@ -6,12 +6,12 @@ import { error } from "./session.js";
 const pause = 500; // milliseconds
 const pressed = new Set<string>();
 
-/** A double press loads once. */
-export function press(name: string): void {
+/** A double press loads once. Under the lock only one that was held loads. */
+export function press(name: string, held: boolean): void {
   if (pressed.has(name)) return;
   pressed.add(name);
   setTimeout(() => pressed.delete(name), pause);
-  api.load(name).then(
+  api.load(name, held).then(
     () => (error.value = ""),
     (fault: unknown) => (error.value = api.sentenceOf(fault)),
   );

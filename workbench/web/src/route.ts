@@ -1,25 +1,36 @@
 // Which screen is shown. It stands in the address bar, so that a reload keeps it.
 
-import { signal } from "@preact/signals";
+import { computed, signal } from "@preact/signals";
 
-/** The instance that is edited; nothing on the wall. */
-export const edits = signal<string | null>(null);
+type Screen = "wall" | "edit" | "scene" | "history" | "reports";
 
-const prefix = "#edit/";
+interface Route {
+  screen: Screen;
+  of: string; // the instance; nothing where the screen is about all
+}
 
-export const addressOf = (name: string): string => prefix + encodeURIComponent(name);
+const wall: Route = { screen: "wall", of: "" };
+const others = new Set(["edit", "scene", "history", "reports"]);
 
-function nameIn(hash: string): string | null {
-  if (!hash.startsWith(prefix)) return null;
+export const route = signal<Route>(wall);
+
+/** The instance that is edited; nothing on other screens. */
+export const edits = computed(() => (route.value.screen === "edit" ? route.value.of : null));
+
+export const addressOf = (name: string): string => `#edit/${encodeURIComponent(name)}`;
+export const historyOf = (name: string): string => `#history/${encodeURIComponent(name)}`;
+
+function routeIn(hash: string): Route {
+  const [screen = "", of = ""] = hash.slice(1).split("/");
   try {
-    return decodeURIComponent(hash.slice(prefix.length));
+    return others.has(screen) ? { screen: screen as Screen, of: decodeURIComponent(of) } : wall;
   } catch {
-    return null;
+    return wall;
   }
 }
 
 function follow(): void {
-  edits.value = nameIn(location.hash);
+  route.value = routeIn(location.hash);
 }
 
 export function startRoute(): void {

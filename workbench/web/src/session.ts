@@ -3,7 +3,8 @@
 import { batch, signal } from "@preact/signals";
 import * as api from "./api.js";
 import { clock } from "./clock.js";
-import { noteLoads } from "./loads.js";
+import { forgetLoads, noteLoads, readLoads } from "./loads.js";
+import { readScene } from "./scene.js";
 import type { Event, Instance } from "./shapes.js";
 
 /** An instance, and when the page heard of it, by the browser's clock in milliseconds. */
@@ -11,15 +12,15 @@ export interface Seen extends Instance {
   at: number;
 }
 
-export const scene = signal("");
+export const fileName = signal("");
 export const seen = signal<Seen[]>([]);
 export const error = signal("");
 
 /** Counts the servers that the page has listened to, since one may be started again. */
 export const servers = signal(0);
 
-/** The last settings that somebody has changed. */
-export const edited = signal({ name: "", revision: 0 });
+/** Whose settings somebody has changed, as the last events tell. */
+export const edited = signal<ReadonlyMap<string, number>>(new Map());
 
 /** When the connection broke; 0 while it stands. */
 export const brokenAt = signal(0);
@@ -37,18 +38,31 @@ function note(states: Instance[], isAll: boolean): void {
 
 async function readAll(): Promise<void> {
   const about = await api.about();
-  scene.value = about.scene;
+  fileName.value = about.scene;
   last = about.seq;
   note(await api.instances(), true);
   noteLoads((await api.loads()).loads, true);
+  await readScene().catch(tell);
+}
+
+function tell(fault: unknown): void {
+  error.value = api.sentenceOf(fault);
+}
+
+function forget(names: string[]): void {
+  seen.value = seen.value.filter(({ name }) => !names.includes(name));
+  forgetLoads(names);
+  readLoads(names).catch(tell);
 }
 
 function take(event: Event): void {
   last = event.seq;
   if (event.type === "instances") note(event.instances, false);
   else if (event.type === "loads") noteLoads(event.loads, false);
-  else if (event.type === "edited") edited.value = event;
-  else readAll().catch((fault: unknown) => (error.value = api.sentenceOf(fault)));
+  else if (event.type === "edited") edited.value = new Map([...edited.peek(), [event.name, event.revision]]);
+  else if (event.type === "gone") forget(event.names);
+  else if (event.type === "scene") readScene().catch(tell);
+  else readAll().catch(tell);
 }
 
 const pace = 250; // milliseconds, so that fast instances do not keep the page busy
@@ -63,6 +77,7 @@ function takeAll(): void {
   waiting = [];
   batch(() => {
     clock.value = takenAt;
+    edited.value = new Map();
     events.forEach(take);
   });
 }

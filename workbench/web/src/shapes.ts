@@ -14,6 +14,7 @@ export interface Instance {
   bytes: number | null; // that the last load wrote
   target: string; // where the records go
   words: string;
+  isDraft?: boolean; // has settings that are not live yet
 }
 
 export interface About {
@@ -41,6 +42,26 @@ export interface Details {
   revision: number;
   values: Values;
   shown: string[];
+  isDraft?: boolean;
+}
+
+/** What a save would change in one instance of the file. */
+export interface SceneChange {
+  instance: string;
+  kind: "new" | "changed" | "gone" | "renamed";
+  was: string;
+  parameters: { name: string; before: string; after: string }[];
+}
+
+export interface Scene {
+  file: string;
+  revision: number;
+  isSaved: boolean;
+  onDisk: "same" | "changed" | "missing" | "none";
+  changes: SceneChange[];
+  stamp: string; // names the file's content on disk now
+  locked: boolean;
+  notes: string[]; // what was met in the file
 }
 
 export type StageState = "ok" | "warning" | "failed" | "skipped";
@@ -72,6 +93,20 @@ export interface Entry {
   value: string;
   place: string; // empty where nothing is below
   set: Record<string, string>; // empty where nothing selects it
+  type: "value" | "heading" | "table" | "view" | "sheet" | "column";
+  key?: string; // what names records by this column; empty where it cannot
+  rows?: number; // of a table of a page, with that of the titles
+  columns?: number;
+  where?: { set: Record<string, string>; records: number }; // all entries that have this value
+  hidden?: boolean; // a sheet that its author does not show
+  selectors?: string[]; // all that lead to a table of a page, besides the one in `set`
+}
+
+/** The first rows of a table, as they stand in the source. */
+export interface Preview {
+  columns: string[];
+  rows: string[][];
+  leftOut: number | null; // null where nobody has counted
 }
 
 export interface Outline {
@@ -82,6 +117,8 @@ export interface Outline {
   leftOut: number;
   notKept: number; // names for which there was no room while the source was read
   entries: Entry[];
+  total: number | null; // entries beside each other, of which these are some
+  preview?: Preview;
 }
 
 export type Outcome = "loaded" | "empty" | "failed" | "notExecuted" | "actionFailed" | "late";
@@ -96,6 +133,44 @@ export interface Load {
   error: string;
   time: string;
   line: string;
+}
+
+/** A load as it is kept, with what it brought and took away. */
+export interface KeptLoad extends Load {
+  id: number;
+  new: number | null;
+  gone: number | null;
+  ladder: boolean; // whether it was explained when it came
+}
+
+export interface Report {
+  instances: { name: string; loads: number; bad: number; first: string; last: string }[];
+  count: number;
+  loads: Load[]; // oldest first
+  unreadable: number; // lines that are no report
+}
+
+/** A column of the store's records. */
+export interface Column {
+  name: string;
+  numbers: number;
+  texts: number; // that are numbers
+  others: number;
+}
+
+export interface ColumnValues {
+  keys: string[];
+  values: (number | null)[];
+  written: string[];
+  leftOut: number;
+}
+
+/** A field whose numbers were kept with each load. */
+export interface Series {
+  field: string;
+  instance: string;
+  points: number;
+  texts: boolean;
 }
 
 export interface Change {
@@ -153,4 +228,6 @@ export type Event =
   | { seq: number; type: "instances"; instances: Instance[] }
   | { seq: number; type: "loads"; loads: Load[] }
   | { seq: number; type: "edited"; name: string; revision: number }
+  | { seq: number; type: "gone"; names: string[] }
+  | { seq: number; type: "scene"; revision: number }
   | { seq: number; type: "resync" };

@@ -11,6 +11,7 @@ interface Look {
   name: string;
   answer: Explanation | null; // null as long as it is waited for
   error: string;
+  time: string; // of the load that was explained then; empty for one that is explained now
 }
 
 export const look = signal<Look | null>(null);
@@ -22,16 +23,27 @@ const shapes: Record<StageState, string> = {
   skipped: "–",
 };
 
-export function explain(name: string): void {
-  const asked: Look = { name, answer: null, error: "" };
+function show(name: string, answer: Promise<Partial<Look>>): void {
+  const asked: Look = { name, answer: null, error: "", time: "" };
   const finish = (result: Partial<Look>): void => {
     if (look.value === asked) look.value = { ...asked, ...result };
   };
   look.value = asked;
-  api.explain(name).then(
-    (answer) => finish({ answer }),
-    (fault: unknown) => finish({ error: api.sentenceOf(fault) }),
-  );
+  answer.then(finish, (fault: unknown) => finish({ error: api.sentenceOf(fault) }));
+}
+
+export function explain(name: string): void {
+  show(name, api.explain(name).then((answer) => ({ answer })));
+}
+
+/** What was found out when a load of the history had come. */
+export function explainKept(name: string, id: number): void {
+  const read = async (): Promise<Partial<Look>> => {
+    const { load, explanation } = await api.keptLoad(name, id);
+    const error = explanation === null ? "Nothing was kept of this load." : "";
+    return { answer: explanation, error, time: load.time };
+  };
+  show(name, read());
 }
 
 export function closeWhy(): void {
@@ -44,7 +56,7 @@ async function use(name: string, stage: Stage): Promise<void> {
   const refusal = await change(name, stage.set);
   if (look.value !== shown) return;
   if (refusal === "") explain(name);
-  else look.value = { name, answer: null, error: refusal };
+  else look.value = { name, answer: null, error: refusal, time: "" };
 }
 
 function settings(stage: Stage): string {
@@ -79,7 +91,7 @@ function Proposal({ name, stage }: { name: string; stage: Stage }) {
   );
 }
 
-function StageRow({ name, stage }: { name: string; stage: Stage }) {
+function StageRow({ shown, stage }: { shown: Look; stage: Stage }) {
   return (
     <li class={stage.state}>
       <span class="shape">
@@ -91,7 +103,9 @@ function StageRow({ name, stage }: { name: string; stage: Stage }) {
         <Seen stage={stage} />
         {stage.cause !== "" && <p>{stage.cause}</p>}
         {stage.next !== "" && <p class="next">{stage.next}</p>}
-        {Object.keys(stage.set).length > 0 && <Proposal name={name} stage={stage} />}
+        {shown.time === "" && Object.keys(stage.set).length > 0 && (
+          <Proposal name={shown.name} stage={stage} />
+        )}
       </div>
     </li>
   );
@@ -130,7 +144,7 @@ function Answer({ shown }: { shown: Look }) {
     <>
       <ol>
         {reached.map((stage) => (
-          <StageRow key={stage.stage} name={shown.name} stage={stage} />
+          <StageRow key={stage.stage} shown={shown} stage={stage} />
         ))}
         {skipped.length > 0 && <Skipped stages={skipped} />}
       </ol>
@@ -139,13 +153,17 @@ function Answer({ shown }: { shown: Look }) {
   );
 }
 
+const timeText = (time: string): string => new Date(time).toLocaleString("en-GB");
+
 function Panel({ shown }: { shown: Look }) {
   const head = useRef<HTMLElement>(null);
   useEffect(() => head.current?.scrollIntoView({ block: "nearest" }), [shown]);
   return (
     <section class="why" aria-label={`Why ${shown.name}?`} ref={head}>
       <header>
-        <h2>Why {shown.name}?</h2>
+        <h2>
+          Why {shown.name}?{shown.time !== "" && <span class="quiet"> as of {timeText(shown.time)}</span>}
+        </h2>
         <button class="small" onClick={closeWhy}>
           Close
         </button>

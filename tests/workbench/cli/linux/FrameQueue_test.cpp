@@ -64,6 +64,20 @@ TEST(FrameQueueTest, AThreadWaitsForWhatACallReturns) {
     EXPECT_EQ(answer, 42);
 }
 
+TEST(FrameQueueTest, AThreadWaitsForAPlace) {
+    FrameQueue queue;
+    while (queue.post([] {})) {
+    }
+    std::atomic<int> answer = 0;
+    const std::jthread asking([&](const std::stop_token& stop) {
+        answer = queue.ask<int>([] { return 42; }, stop).value_or(-1);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    while (answer == 0)
+        queue.runFrame();
+    EXPECT_EQ(answer, 42);
+}
+
 TEST(FrameQueueTest, AThreadThatWaitsInVainEndsWhenAStopIsRequested) {
     FrameQueue queue;
     bool isMade = false;

@@ -64,19 +64,23 @@ struct Answer {
 /// A scene that the built workbench serves, in a folder of its own, and a browser's requests to it.
 class ServedTest : public Workbench {
 protected:
-    explicit ServedTest(const std::string& scene) {
+    /// It starts in a folder below that of the scene file where one is given.
+    explicit ServedTest(const std::string& scene, const std::string& start = ".") {
         write("show.scene.json", scene);
-        std::filesystem::current_path(folder);
+        std::filesystem::create_directories(folder / start);
+        std::filesystem::current_path(folder / start);
         intake::withRetries([this] {
             port_ = intake::freePort();
             process_ = std::make_unique<intake::ServerProcess>(
                 WORKBENCH,
-                std::vector<std::string>{"serve", "show.scene.json", "--port",
+                std::vector<std::string>{"serve", (folder / "show.scene.json").string(), "--port",
                                          std::to_string(port_)},
                 intake::Ports{port_}, folder / "output", SIGTERM);
         });
-        EXPECT_TRUE(
-            intake::eventually([this] { return output().find('\n') != std::string::npos; }));
+        EXPECT_TRUE(intake::eventually([this] {
+            const std::string text = output();
+            return text.find('\n', std::min(text.find("#t="), text.size())) != std::string::npos;
+        }));
         token_ = output().substr(output().find("#t=") + 3, 64);
     }
 

@@ -99,6 +99,14 @@ TEST_P(ExplainedServer, ThatIsWellIsLookedInto) {
     EXPECT_EQ(result.out.find("s3cret"), std::string::npos);
 }
 
+TEST_P(ExplainedServer, ThatRefusesToWriteIsPreviewedAndCounted) {
+    const ChildResult result =
+        run({"explore", "--set", "queryMode=SQL", "--set", "connStr=" + connection(), "--at",
+             "team", "--count-rows", "--out", "json"});
+    EXPECT_NE(result.out.find("\"records\": 2"), std::string::npos) << result.out << result.err;
+    EXPECT_NE(result.out.find("Hollinbeck"), std::string::npos) << result.out;
+}
+
 TEST_P(ExplainedServer, WithoutTheTableIsToldAndMended) {
     const Explained explained = told("SELECT * FROM teem", connection());
     ASSERT_NE(explained.failed(), nullptr);
@@ -210,4 +218,17 @@ TEST_P(ExplainedServer, IsExplored) {
     EXPECT_NE(result.out.find("--set 'query=SELECT * FROM team'"), std::string::npos) << result.out;
     EXPECT_NE(result.out.find("--set 'query=SELECT points FROM team'"), std::string::npos);
     EXPECT_EQ((result.out + result.err).find("s3cret"), std::string::npos);
+}
+
+TEST_P(ExplainedServer, HasItsTablesCountedAndPreviewed) {
+    const ChildResult result =
+        run({"explore", "--set", "queryMode=SQL", "--set", "connStr=" + connection(), "--at",
+             "team", "--from", "1", "--limit", "1", "--out", "json"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("\"preview\""), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find("\"rows\": []"), std::string::npos) << result.out;
+    const ChildResult counted =
+        run({"explore", "--set", "queryMode=SQL", "--set", "connStr=" + connection(), "--at",
+             "team", "--count-rows", "--out", "json", "--limit", "1"});
+    EXPECT_NE(counted.out.find("\"records\": 2"), std::string::npos) << counted.out;
 }

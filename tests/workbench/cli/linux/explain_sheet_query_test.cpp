@@ -78,4 +78,8 @@ TEST_F(ExplainedSheetQuery, SheetsAndColumnsAreExplored) {
     EXPECT_NE(result.out.find("--set 'query=SELECT * FROM [Teams$]'"), std::string::npos)
         << result.out;
     EXPECT_NE(result.out.find("--set 'query=SELECT [Team name] FROM [Teams$]'"), std::string::npos);
+    const ChildResult preview = run({"explore", "--set", "queryMode=SQL", "--set", connection,
+                                     "--at", "Teams$", "--from", "2", "--out", "json"});
+    EXPECT_NE(preview.out.find("\"preview\""), std::string::npos) << preview.out << preview.err;
+    EXPECT_EQ(preview.out.find("\"rows\": []"), std::string::npos) << preview.out;
 }

@@ -179,6 +179,7 @@ protected:
         EXPECT_FALSE(outline.HasParseError()) << result.out;
         std::vector<Offer> offers;
         for (const rapidjson::Value& entry : outline["entries"].GetArray()) {
+            if (entry["type"] == "heading") continue;
             Offer offer{{"queryMode=" + std::string(outline["queryMode"].GetString()),
                          "filename=" + file, "table=T", "mode=DataArray"},
                         entry["records"].GetUint()};
@@ -186,12 +187,31 @@ protected:
                 offer.settings.push_back(std::string(setting.name.GetString()) + "=" +
                                          setting.value.GetString());
             if (entry["set"].MemberCount() > 0) offers.push_back(offer);
+            if (entry.HasMember("where")) offers.push_back(whereOf(entry["where"], offer));
             const std::string below = entry["place"].GetString();
             if (!place.empty() || below.empty()) continue;
-            const std::vector<Offer> more = offersOf(file, below);
-            offers.insert(offers.end(), more.begin(), more.end());
+            for (const std::string& each : {below, firstEntryAt(below, file)}) {
+                const std::vector<Offer> more = offersOf(file, each);
+                offers.insert(offers.end(), more.begin(), more.end());
+            }
         }
         return offers;
+    }
+
+    /// The place of the first of several entries, in files that have such ones.
+    static std::string firstEntryAt(const std::string& place, const std::string& file) {
+        if (file.ends_with(".json")) return place + "[0]";
+        const bool isRoot = std::count(place.begin(), place.end(), '/') < 2;
+        return file.ends_with(".xml") && !isRoot ? place + "[1]" : place;
+    }
+
+    /// The offer of all records that have a value.
+    static Offer whereOf(const rapidjson::Value& where, const Offer& like) {
+        Offer offer{{like.settings.begin(), like.settings.begin() + 4}, where["records"].GetUint()};
+        for (const auto& setting : where["set"].GetObject())
+            offer.settings.push_back(std::string(setting.name.GetString()) + "=" +
+                                     setting.value.GetString());
+        return offer;
     }
 
     /// Loads with each of the offers.

@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 using workbench::matchPath;
+using Names = std::vector<std::string>;
 
-TEST(PathMatch, GivesWhatTheStarStandsFor) {
-    EXPECT_EQ(matchPath("instances/*/load", "instances/league/load"), "league");
-    EXPECT_EQ(matchPath("instances/*", "instances/a%20b%2Fc"), "a b/c");
-    EXPECT_EQ(matchPath("about", "about"), "");
+TEST(PathMatch, GivesWhatTheStarsStandFor) {
+    EXPECT_EQ(matchPath("instances/*/load", "instances/league/load"), Names{"league"});
+    EXPECT_EQ(matchPath("instances/*", "instances/a%20b%2Fc"), Names{"a b/c"});
+    EXPECT_EQ(matchPath("about", "about"), Names{});
+    EXPECT_EQ(matchPath("a/*/b/*", "a/x/b/1"), (Names{"x", "1"}));
 }
 
 TEST(PathMatch, IsNothingForAnotherPath) {
@@ -15,4 +17,6 @@ TEST(PathMatch, IsNothingForAnotherPath) {
                                    "instances/a/loaded", "instance/a/load", ""})
         EXPECT_EQ(matchPath("instances/*/load", path), std::nullopt) << path;
     EXPECT_EQ(matchPath("about", "about/x"), std::nullopt);
+    EXPECT_EQ(matchPath("a/*/b/*", "a/x/b"), std::nullopt);
+    EXPECT_EQ(matchPath("a/*/b/*", "a/x/b/"), std::nullopt);
 }

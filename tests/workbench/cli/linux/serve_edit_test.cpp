@@ -168,6 +168,14 @@ TEST_F(ServedEdit, ExploresTheSource) {
     EXPECT_EQ(json(get("/api/v1/instances/table/explore?find=id"))["entries"].Size(), 1U);
 }
 
+TEST_F(ServedEdit, ExploresTheSourceByPagesAndCountsOnWish) {
+    const auto page = json(get("/api/v1/instances/table/explore?from=1&limit=1&count=1"));
+    EXPECT_EQ(page["from"].GetInt(), 1);
+    EXPECT_EQ(page["total"].GetInt(), 2);  // what is below them comes with them
+    ASSERT_EQ(page["entries"].Size(), 1U);
+    EXPECT_STREQ(page["entries"][0]["name"].GetString(), "a/b");
+}
+
 TEST_F(ServedEdit, SaysWhyASourceCannotBeExplored) {
     const Answer answer = get("/api/v1/instances/secret/explore");
     EXPECT_EQ(answer.status, 422);

@@ -114,6 +114,17 @@ TEST_F(ServeStart, HasOneNewInstanceWithoutAScene) {
     EXPECT_EQ(states.rfind("\"name\""), states.find("\"name\"")) << states;
 }
 
+TEST_F(ServeStart, GoesOnInAFolderThatIsGone) {
+    writeBrowser("exit 0\n");
+    const fs::path gone = folder / "gone";
+    fs::create_directory(gone);
+    fs::current_path(gone);
+    fs::remove(gone);
+    const auto server = intake::withRetries([this] { return open(); });
+    EXPECT_TRUE(address().starts_with("http://127.0.0.1:")) << address();
+    fs::current_path(folder);
+}
+
 TEST_F(ServeStart, LeavesNoFileBehind) {
     writeBrowser("exit 0\n");
     intake::withRetries([this] { return open(); }).reset();

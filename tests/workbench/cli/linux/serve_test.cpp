@@ -96,7 +96,9 @@ TEST_F(Served, TellsPagesWhatChanges) {
     const auto events = openEvents("0");
     EXPECT_NE(events->readTo("\"state\": \"waiting\"").find("\"seq\": 1"), std::string::npos);
     post("/api/v1/instances/table/load");
-    EXPECT_NE(events->readTo("\"records\": 2").find("\"type\": \"instances\""), std::string::npos);
+    EXPECT_NE(events->readTo("\"records\": 2").find("\"type\": \"loads\""), std::string::npos);
+    EXPECT_NE(events->readTo("\"state\": \"loaded\"").find("\"type\": \"instances\""),
+              std::string::npos);
 }
 
 TEST_F(Served, AsksAPageToReadAnewAfterAGap) {

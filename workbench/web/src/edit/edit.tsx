@@ -5,9 +5,12 @@ import { Explorer } from "../explorer/explorer.js";
 import { forgetSource, wanted } from "../explorer/look.js";
 import { forgetDry } from "../result/dryrun.js";
 import { Results } from "../result/results.js";
-import { brokenAt, seen } from "../session.js";
+import { historyOf } from "../route.js";
+import { isLocked } from "../scene.js";
+import { brokenAt, seen, servers } from "../session.js";
 import { StateWord } from "../state.js";
 import { closeWhy, explain, look, Why } from "../why.js";
+import { DraftWords } from "./draft.js";
 import { Fields } from "./fields.js";
 import { readParameters } from "./parameters.js";
 import { details, notice, open } from "./settings.js";
@@ -37,12 +40,14 @@ function State({ name }: { name: string }) {
 
 function Head({ name }: { name: string }) {
   const isLive = brokenAt.value === 0;
-  const isAutomatic = details.value?.values["autoLoad"] === 1;
+  const isDirect = details.value?.isDraft !== true && !isLocked.value;
+  const isAutomatic = isDirect && details.value?.values["autoLoad"] === 1;
   return (
     <header class="head">
       <a href="#">◂ All instances</a>
       <h1>{name}</h1>
       <State name={name} />
+      <a href={historyOf(name)}>History</a>
       <span class="onAir">{isAutomatic && "Changes are on air with the next load."}</span>
       <button disabled={!isLive} onClick={() => explain(name)}>
         Why?
@@ -51,11 +56,22 @@ function Head({ name }: { name: string }) {
   );
 }
 
-export function Edit({ name }: { name: string }) {
+function Gone() {
+  return (
+    <main class="edit">
+      <p class="head">
+        <a href="#">◂ All instances</a> This instance is not there any more.
+      </p>
+    </main>
+  );
+}
+
+function Editor({ name }: { name: string }) {
   useLayoutEffect(() => begin(name), [name]); // before anything of another instance can be pressed
   return (
     <main class="edit">
       <Head name={name} />
+      <DraftWords name={name} />
       <p class="notice" role="status">
         {notice.value}
       </p>
@@ -68,4 +84,10 @@ export function Edit({ name }: { name: string }) {
       </div>
     </main>
   );
+}
+
+/** One that is gone and comes back is another one, so that it is begun again. */
+export function Edit({ name }: { name: string }) {
+  const isGone = servers.value > 0 && !seen.value.some((each) => each.name === name);
+  return isGone ? <Gone /> : <Editor name={name} />;
 }

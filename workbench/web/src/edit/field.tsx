@@ -1,5 +1,6 @@
 // One parameter: its label, what sets it, and what is wrong with what was typed.
 
+import { HoldButton } from "../hold.js";
 import { press } from "../press.js";
 import { brokenAt } from "../session.js";
 import type { Parameter } from "../shapes.js";
@@ -104,9 +105,12 @@ function Choice({ instance, parameter }: Props) {
 
 function Press({ instance, parameter }: Props) {
   return (
-    <button {...attributes(parameter)} onClick={() => press(instance)}>
-      {labelOf(parameter)}
-    </button>
+    <HoldButton
+      id={idOf(parameter)}
+      label={labelOf(parameter)}
+      isOff={brokenAt.value !== 0}
+      onPress={(held) => press(instance, held)}
+    />
   );
 }
 

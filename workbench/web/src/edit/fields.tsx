@@ -1,5 +1,7 @@
 // The parameters that the plugin shows, in the order in which it registers them.
 
+import { Fragment } from "preact";
+import { Connection } from "./connection.js";
 import { parameters } from "./parameters.js";
 import { Field } from "./field.js";
 import { details } from "./settings.js";
@@ -11,7 +13,10 @@ export function Fields({ instance }: { instance: string }) {
       {parameters.value
         .filter((parameter) => shown.has(parameter.name))
         .map((parameter) => (
-          <Field key={parameter.name} instance={instance} parameter={parameter} />
+          <Fragment key={parameter.name}>
+            <Field instance={instance} parameter={parameter} />
+            {parameter.name === "connStr" && <Connection instance={instance} />}
+          </Fragment>
         ))}
     </form>
   );

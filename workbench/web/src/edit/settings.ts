@@ -57,10 +57,12 @@ function isOvertaken(fresh: Details): boolean {
 /** Reads the settings of an instance. Anew, they count even where their revision is an older one: a
     server that was started again has begun to count from one. */
 async function read(name: string, isAnew: boolean): Promise<void> {
+  const known = details.peek()?.revision ?? 0;
   try {
     const fresh = await api.details(name);
     if (!isOpen(name)) return;
-    if (isAnew || !isOvertaken(fresh)) take(fresh, []);
+    const isAnother = fresh.revision < known; // revisions rise, but those of another of the same name
+    if (isAnew || isAnother || !isOvertaken(fresh)) take(fresh, []);
     if (isAnew) notice.value = "";
   } catch (fault) {
     if (isOpen(name)) notice.value = api.sentenceOf(fault);
@@ -135,10 +137,23 @@ export function send(name: string, set: Values): Promise<string> {
   return sent;
 }
 
+/** Goes back to the live settings. Gives what is wrong; empty when nothing is. */
+export async function discardDraft(name: string): Promise<string> {
+  try {
+    const fresh = await api.discard(name);
+    if (isOpen(name)) take(fresh, []);
+    return "";
+  } catch (fault) {
+    return api.sentenceOf(fault);
+  }
+}
+
 effect(() => {
-  const { name, revision } = edited.value;
+  const revisions = edited.value; // read first: what is not read is not followed
   const shown = details.peek();
-  if (shown?.name === name && shown.revision !== revision) void read(name, false);
+  if (shown === null) return;
+  const revision = revisions.get(shown.name);
+  if (revision !== undefined && revision !== shown.revision) void read(shown.name, false);
 });
 
 effect(() => {

@@ -4,7 +4,9 @@ import { useRef } from "preact/hooks";
 import { brokenAt } from "../session.js";
 import { sizeText } from "../words.js";
 import { Offer } from "./offer.js";
-import { failure, found, isLooking, leftOut, lookAgain, rows, wanted } from "./look.js";
+import { failure, found, isLooking, lookAgain, notKept, rows, wanted } from "./look.js";
+import { hasTables } from "./table.js";
+import { TableView } from "./tableview.js";
 import { Tree } from "./treeview.js";
 
 function said(): string {
@@ -13,7 +15,7 @@ function said(): string {
   const { outline } = found.value;
   if (outline === null) return "Set a source, and what it has is shown here.";
   const size = outline.bytes === null ? "" : `, ${sizeText(outline.bytes)}`;
-  const more = leftOut.value > 0 ? ` ${leftOut.value} more are not listed: find them.` : "";
+  const more = notKept.value > 0 ? ` ${notKept.value} names had no room: find them.` : "";
   return `${outline.kind}${size}.${more}`;
 }
 
@@ -65,8 +67,13 @@ export function Explorer({ instance }: { instance: string }) {
       </header>
       {rows.value.length > 0 && (
         <>
-          <Columns />
-          <Tree />
+          <div class={hasTables.value ? "sides" : "whole"}>
+            <div class="names">
+              <Columns />
+              <Tree />
+            </div>
+            {hasTables.value && <TableView instance={instance} />}
+          </div>
           <Offer instance={instance} />
         </>
       )}

@@ -1,17 +1,18 @@
-// One look at a time: of those that are wished for meanwhile, only the last one is sent.
+// One look at a time: of those of a kind that are wished for meanwhile, only the last one is sent.
 
 type Task = () => Promise<void>; // tells by itself what goes wrong
+type Kind = "source" | "below" | "table";
 
-let waiting: Task | null = null;
+const waiting = new Map<Kind, Task>();
 let isBusy = false;
 
-export async function runLatest(task: Task): Promise<void> {
-  waiting = task;
+export async function runLatest(kind: Kind, task: Task): Promise<void> {
+  waiting.set(kind, task);
   if (isBusy) return;
   isBusy = true;
-  for (let next: Task | null = task; next !== null; next = waiting) {
-    waiting = null;
-    await next();
+  for (let [next] = waiting; next !== undefined; [next] = waiting) {
+    waiting.delete(next[0]);
+    await next[1]();
   }
   isBusy = false;
 }

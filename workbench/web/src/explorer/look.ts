@@ -7,7 +7,7 @@ import { parameters } from "../edit/parameters.js";
 import type { Details, Outline } from "../shapes.js";
 import { runLatest } from "./latest.js";
 import { isSelected, queryModeOf } from "./offers.js";
-import { all, nodesOf, openAbove, openFirstLevels, visible, type Node } from "./tree.js";
+import { all, isRest, openAbove, openFirstLevels, visible, withEntry, withPage, type Node, type Rest } from "./tree.js";
 
 const most = 1000; // entries of one look
 const fewRows = 40;
@@ -20,8 +20,8 @@ export interface Seen {
 const nothing: Seen = { outline: null, top: [] };
 
 export const found = signal<Seen>(nothing);
-/** How many names beside those that are listed are not; 0 when all are. */
-export const leftOut = signal(0);
+/** Names for which there was no room while the source was read. */
+export const notKept = signal(0);
 
 export const isLooking = signal(false);
 export const failure = signal("");
@@ -48,14 +48,22 @@ function hasSource({ values }: Details): boolean {
   return (values["queryMode"] === sqlMode ? values["connStr"] : values["filename"]) !== "";
 }
 
-/** Whole levels are listed as long as they fit; names are missing where not even one did. */
-function missing({ entries, leftOut, notKept }: Outline): number {
-  const isCut = entries.length >= most && entries.every(({ depth }) => depth === 0);
-  return (isCut ? leftOut : 0) + notKept;
+/** Whole levels are listed as long as they fit; rows are missing where not even one did. Names that
+    were not kept cannot be listed, but found. */
+function missing({ entries, leftOut, notKept, total, queryMode }: Outline, before: number): Rest {
+  const isFlat = entries.length > 0 && entries.every(({ depth }) => depth === 0);
+  const isTree = queryMode === "JSON" || queryMode === "XML";
+  const isCut = isFlat || (!isTree && entries.length > 0);
+  return {
+    leftOut: isCut ? Math.max(0, leftOut - notKept) : 0,
+    isCounted: isFlat && (total !== null || notKept > 0),
+    from: before + entries.length,
+  };
 }
 
 let asked = 0;
 let seenAt = ""; // where what was found is from
+let seenFind = ""; // what was searched for then
 
 const addressOf = ({ name, values }: Details): string =>
   [name, values["filename"], values["connStr"]].join("\n");
@@ -71,7 +79,7 @@ function isOfSource(now: Details): boolean {
 export function forgetSource(): void {
   ++asked;
   found.value = nothing;
-  leftOut.value = 0;
+  notKept.value = 0;
   failure.value = "";
   isLooking.value = false;
 }
@@ -84,14 +92,16 @@ export function lookAgain(): void {
   }
   const mine = ++asked;
   isLooking.value = true;
-  void runLatest(() => lookInto(now, mine));
+  void runLatest("source", () => lookInto(now, mine));
 }
 
 async function lookInto(now: Details, mine: number): Promise<void> {
   if (mine !== asked) return;
   try {
-    const outline = await api.explore(now.name, "", wanted.peek(), most);
+    const find = wanted.peek();
+    const outline = await api.explore(now.name, { find, limit: most });
     if (mine !== asked) return;
+    seenFind = find;
     seenAt = addressOf(now);
     show(outline);
   } catch (fault) {
@@ -104,10 +114,10 @@ async function lookInto(now: Details, mine: number): Promise<void> {
 }
 
 function show(outline: Outline): void {
-  const top = nodesOf(outline.entries, null);
+  const top = withPage([], outline.entries, null, missing(outline, 0));
   openFirstLevels(top, fewRows);
   failure.value = "";
-  leftOut.value = missing(outline);
+  notKept.value = outline.notKept;
   found.value = { outline, top };
   active.value = selected.value?.id ?? top[0]?.id ?? "";
 }
@@ -115,24 +125,69 @@ function show(outline: Outline): void {
 export function turn(node: Node, isOpen: boolean): void {
   const mine = asked;
   const name = details.peek()?.name;
-  if (!isOpen || node.children !== null || name === undefined) {
+  const isKnown = node.children !== null && !isRest(node);
+  if (!isOpen || isKnown || name === undefined) {
     node.isOpen = isOpen;
     showTurned();
   } else if (!isLooking.peek()) {
-    void runLatest(() => lookBelow(node, name, mine)); // else the row is about to go
+    const look = isRest(node) ? lookFurther : lookBelow;
+    void runLatest("below", () => look(node, name, mine)); // else the row is about to go
   }
 }
 
 /** What is below a row is asked for when it is opened first; the tree may be another one then. */
 async function lookBelow(node: Node, name: string, mine: number): Promise<void> {
-  if (mine !== asked) return;
+  if (mine !== asked || node.children !== null) return;
   try {
-    const outline = await api.explore(name, node.entry.place, "", most);
+    const outline = await api.explore(name, { at: node.entry.place, limit: most });
     if (mine !== asked) return;
-    node.children = nodesOf(outline.entries, node);
-    leftOut.value = missing(outline);
+    node.children = withPage([], outline.entries, node, missing(outline, 0));
     node.isOpen = true;
     showTurned();
+  } catch (fault) {
+    if (mine === asked) failure.value = api.sentenceOf(fault);
+  }
+}
+
+/** Where one of several entries is, counted from 1. */
+function placeOf({ entry }: Node, number: number): string {
+  const isXml = found.peek().outline?.queryMode === "XML";
+  return `${entry.place}[${isXml ? number : number - 1}]`;
+}
+
+async function lookAtOne(node: Node, number: number, name: string, mine: number): Promise<void> {
+  await lookBelow(node, name, mine);
+  if (mine !== asked) return;
+  try {
+    const outline = await api.explore(name, { at: placeOf(node, number), limit: most });
+    if (mine !== asked) return;
+    withEntry(node, outline.entries);
+    active.value = node.children?.[0]?.id ?? active.peek();
+    failure.value = "";
+    showTurned();
+  } catch (fault) {
+    if (mine === asked) failure.value = api.sentenceOf(fault);
+  }
+}
+
+/** Shows one of several entries by itself, with the settings of it alone. */
+export function showOne(node: Node, number: number): void {
+  const mine = asked;
+  const name = details.peek()?.name;
+  if (name !== undefined) void runLatest("below", () => lookAtOne(node, number, name, mine));
+}
+
+/** The next rows take the place of the one that stands for them. */
+async function lookFurther({ parent, rest }: Node, name: string, mine: number): Promise<void> {
+  if (mine !== asked) return;
+  const place = parent === null ? { find: seenFind } : { at: parent.entry.place };
+  try {
+    const outline = await api.explore(name, { ...place, from: rest, limit: most });
+    if (mine !== asked) return;
+    const listed = parent === null ? found.peek().top : (parent.children ?? []);
+    const nodes = withPage(listed, outline.entries, parent, missing(outline, rest));
+    if (parent !== null) parent.children = nodes;
+    found.value = { ...found.peek(), ...(parent === null ? { top: nodes } : {}) };
   } catch (fault) {
     if (mine === asked) failure.value = api.sentenceOf(fault);
   }

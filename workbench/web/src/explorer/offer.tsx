@@ -1,21 +1,17 @@
 // What can be done with the active row.
 
-import { change } from "../edit/change.js";
-import { details, isOpen } from "../edit/settings.js";
-import { dry, promise, runDry } from "../result/dryrun.js";
+import { details } from "../edit/settings.js";
+import { dry, promise } from "../result/dryrun.js";
 import { brokenAt } from "../session.js";
-import type { Entry, Outline, Values } from "../shapes.js";
+import type { Entry, Outline } from "../shapes.js";
 import { counted } from "../words.js";
 import { active, found, rows, selected } from "./look.js";
-import { isSelectable, keyOf, settingsForAll, settingsForKey } from "./offers.js";
-import type { Node } from "./tree.js";
-
-async function use(instance: string, set: Values, records: number | null): Promise<void> {
-  promise.value = null;
-  if ((await change(instance, set)) !== "" || !isOpen(instance)) return;
-  promise.value = records;
-  await runDry(instance, false);
-}
+import { isSelectable, isSelected, keyOf, settingsForAll, settingsForKey } from "./offers.js";
+import { ColumnOffer } from "./columnoffer.js";
+import { OneOfThese } from "./oneofthese.js";
+import { column, hasTables, table } from "./table.js";
+import { isRest, type Node } from "./tree.js";
+import { use } from "./use.js";
 
 /** What was promised, and what a dry run has brought. */
 function Promised() {
@@ -28,15 +24,18 @@ function Promised() {
   );
 }
 
-function Unselectable({ entry, outline }: { entry: Entry; outline: Outline }) {
-  const isPath = outline.queryMode === "JSON" || outline.queryMode === "XML";
+function Unselectable({ entry }: { entry: Entry }) {
   return (
     <p class="offer">
-      {isPath
-        ? `The path language cannot write the name "${entry.name}" or one above it, so nothing selects it.`
-        : "No setting selects this."}
+      The path language cannot write the name "{entry.name}" or one above it, so nothing selects it.
     </p>
   );
+}
+
+interface Props {
+  instance: string;
+  node: Node;
+  outline: Outline;
 }
 
 function placeText(entry: Entry): string {
@@ -46,7 +45,26 @@ function placeText(entry: Entry): string {
     .join(", ");
 }
 
-function Buttons({ instance, node, outline }: { instance: string; node: Node; outline: Outline }) {
+/** All entries that have the value of this one. */
+function Where({ instance, node, outline }: Props) {
+  const { where } = node.entry;
+  if (where === undefined) return null;
+  const entry = { ...node.entry, ...where };
+  const values = details.value?.values ?? {};
+  const take = (): Promise<void> =>
+    use(instance, settingsForAll({ ...node, entry }, outline, values), where.records);
+  return (
+    <>
+      <button disabled={brokenAt.value !== 0} onClick={() => void take()}>
+        All with this value ({counted(where.records, "record")})
+      </button>
+      {isSelected(entry, values) && <Promised />}
+    </>
+  );
+}
+
+function Buttons(props: Props) {
+  const { instance, node, outline } = props;
   const values = details.value?.values ?? {};
   const { entry } = node;
   const key = keyOf(entry, outline, values);
@@ -63,6 +81,8 @@ function Buttons({ instance, node, outline }: { instance: string; node: Node; ou
           As key
         </button>
       )}
+      <Where {...props} />
+      {!hasTables.value && <OneOfThese key={node.id} node={node} />}
       <code title={placeText(entry)}>{placeText(entry)}</code>
       {selected.value === node && <Promised />}
     </div>
@@ -72,7 +92,10 @@ function Buttons({ instance, node, outline }: { instance: string; node: Node; ou
 export function Offer({ instance }: { instance: string }) {
   const node = rows.value.find((each) => each.id === active.value);
   const { outline } = found.value;
-  if (node === undefined || outline === null) return <p class="offer" />;
-  if (!isSelectable(node.entry)) return <Unselectable entry={node.entry} outline={outline} />;
+  if (node === undefined || outline === null || isRest(node)) return <p class="offer" />;
+  if (column.value !== "" && table.value !== null && outline.queryMode === "EXCEL")
+    return <ColumnOffer instance={instance} shown={table.value} name={column.value} outline={outline} />;
+  if (!isSelectable(node.entry) && hasTables.value) return <p class="offer" />;
+  if (!isSelectable(node.entry)) return <Unselectable entry={node.entry} />;
   return <Buttons instance={instance} node={node} outline={outline} />;
 }

@@ -16,6 +16,7 @@ export const isSelectable = (entry: Entry): boolean => Object.keys(entry.set).le
 
 /** Whether the settings are those of this row. */
 export function isSelected(entry: Entry, values: Values): boolean {
+  if (entry.selectors?.includes(String(values["sheet"])) === true) return true;
   const named = places.filter((name) => entry.set[name] !== undefined);
   return named.length > 0 && named.every((name) => String(values[name] ?? "") === entry.set[name]);
 }
@@ -46,16 +47,22 @@ function takesAll(node: Node, outline: Outline, values: Values): boolean {
   return key !== "" && members.some(({ entry }) => keyOf(entry, outline, after) === key);
 }
 
-export function queryModeOf(outline: Outline): number {
+/** The query type, by its name or, where it has none, by its number. */
+export function queryModeOf({ queryMode }: Outline): number {
+  if (/^\d+$/.test(queryMode)) return Number(queryMode);
   const parameter = parameters.value.find(({ name }) => name === "queryMode");
-  return parameter === undefined ? -1 : entriesOf(parameter).indexOf(outline.queryMode);
+  return parameter === undefined ? -1 : entriesOf(parameter).indexOf(queryMode);
+}
+
+/** What must be set so that the source is read as what it is. */
+export function settingsForKind(outline: Outline, values: Values): Values {
+  const queryMode = queryModeOf(outline);
+  return queryMode >= 0 && values["queryMode"] !== queryMode ? { queryMode } : {};
 }
 
 /** Everything that is needed so that these records arrive. */
 export function settingsForAll(node: Node, outline: Outline, values: Values): Values {
-  const set: Values = { ...node.entry.set };
-  const queryMode = queryModeOf(outline);
-  if (queryMode >= 0 && values["queryMode"] !== queryMode) set["queryMode"] = queryMode;
+  const set: Values = { ...node.entry.set, ...settingsForKind(outline, values) };
   if (set["mode"] === undefined && !takesAll(node, outline, values)) set["mode"] = dataArray;
   return set;
 }

@@ -1,10 +1,12 @@
 // The tree of the source. The focus is on the whole of it; keys move the active row.
 
 import { useEffect, useRef } from "preact/hooks";
-import { Rows, useWindow } from "../virtual.js";
+import { Rows, scrollFor, useWindow } from "../virtual.js";
 import { active, rows, selected, turn } from "./look.js";
 import { isSelectable } from "./offers.js";
-import { canOpen, type Node } from "./tree.js";
+import type { Entry } from "../shapes.js";
+import { column, hasTables } from "./table.js";
+import { canOpen, isRest, type Node } from "./tree.js";
 
 const rowHeight = 30; // pixels, as in the style sheet
 
@@ -14,8 +16,9 @@ function moveTo(index: number): void {
 }
 
 function right(node: Node, index: number): void {
-  if (!canOpen(node)) return;
-  if (node.isOpen) moveTo(index + 1);
+  if (isRest(node)) turn(node, true);
+  else if (!canOpen(node)) return;
+  else if (node.isOpen) moveTo(index + 1);
   else turn(node, true);
 }
 
@@ -31,7 +34,7 @@ const keys: Record<string, (node: Node, index: number) => void> = {
   End: () => moveTo(rows.value.length - 1),
   ArrowRight: right,
   ArrowLeft: left,
-  Enter: () => document.getElementById("all-of-these")?.focus(),
+  Enter: (node) => (isRest(node) ? turn(node, true) : document.getElementById("all-of-these")?.focus()),
 };
 
 function onKey(event: KeyboardEvent): void {
@@ -60,6 +63,26 @@ function Opener({ node, opening }: { node: Node; opening: Opening }) {
   );
 }
 
+function choose(node: Node): void {
+  active.value = node.id;
+  column.value = "";
+  if (isRest(node)) turn(node, true);
+}
+
+function stylesOf({ entry }: Node, isActive: boolean, isUsed: boolean): string {
+  const isTable = hasTables.value && entry.place !== "";
+  const isHeading = entry.type === "heading";
+  const styles = { row: true, active: isActive, used: isUsed, "a-table": isTable, heading: isHeading };
+  const mute = isSelectable(entry) || isHeading ? "" : " mute";
+  return Object.entries(styles).filter(([, isSo]) => isSo).map(([name]) => name).join(" ") + mute;
+}
+
+/** In few words; the whole stands in its title. */
+function kindOf({ kind, type, hidden, rows, columns }: Entry): string {
+  if (type === "table" && rows !== undefined) return `table, ${rows} × ${columns}`;
+  return hidden === true ? "sheet, hidden" : kind;
+}
+
 function Row({ node, opening }: { node: Node; opening: Opening }) {
   const { entry } = node;
   const isActive = node.id === active.value;
@@ -67,7 +90,7 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
   return (
     <div
       id={node.id}
-      class={`row ${isActive ? "active" : ""} ${isUsed ? "used" : ""} ${isSelectable(entry) ? "" : "mute"}`}
+      class={stylesOf(node, isActive, isUsed)}
       role="treeitem"
       aria-level={node.level}
       aria-setsize={node.siblings}
@@ -75,7 +98,7 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
       aria-selected={isActive}
       aria-current={isUsed}
       aria-expanded={opening}
-      onClick={() => (active.value = node.id)}
+      onClick={() => choose(node)}
       onDblClick={() => opening !== undefined && turn(node, !node.isOpen)}
     >
       <span class="name" style={{ paddingLeft: `${(node.level - 1) * 18}px` }}>
@@ -84,7 +107,9 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
           {entry.name}
         </span>
       </span>
-      <span class="kind">{entry.kind}</span>
+      <span class="kind" title={entry.kind}>
+        {kindOf(entry)}
+      </span>
       <span class="number">{entry.records}</span>
       <span class="value" title={entry.value}>
         {entry.value}
@@ -92,15 +117,6 @@ function Row({ node, opening }: { node: Node; opening: Opening }) {
       <span class="use">{isUsed ? "selected" : ""}</span>
     </div>
   );
-}
-
-/** How far to scroll so that a row can be seen: by a row at its edge, to the middle from afar. */
-function scrollFor(top: number, scrolled: number, height: number): number {
-  const above = scrolled - top;
-  const below = top + rowHeight - scrolled - height;
-  if (above <= 0 && below <= 0) return scrolled;
-  if (Math.max(above, below) > rowHeight) return top - (height - rowHeight) / 2;
-  return above > 0 ? top : top + rowHeight - height;
 }
 
 export function Tree() {
@@ -111,7 +127,7 @@ export function Tree() {
   useEffect(() => {
     const element = box.current;
     if (element === null || at < 0) return;
-    element.scrollTop = scrollFor(at * rowHeight, element.scrollTop, element.clientHeight);
+    element.scrollTop = scrollFor(at * rowHeight, rowHeight, element.scrollTop, element.clientHeight);
   }, [at, active.value]);
   const isThere = at >= window.first && at < window.last;
   return (

@@ -1,10 +1,12 @@
 // What a load would bring and do, and what is in the data store now.
 
 import { signal } from "@preact/signals";
+import { HoldButton } from "../hold.js";
 import { press } from "../press.js";
 import { brokenAt } from "../session.js";
 import type { DryRun } from "../shapes.js";
 import { counted, duration, outcomeWords } from "../words.js";
+import { Plot } from "../plot/plot.js";
 import { Changes } from "./changes.js";
 import { dry, isOutdated, promise, runDry } from "./dryrun.js";
 import { Records } from "./records.js";
@@ -17,7 +19,8 @@ const tabs: Record<string, (props: { answer: DryRun }) => preact.JSX.Element> = 
   SCRIPT: Script,
   CHANGES: Changes,
 };
-const names = [...Object.keys(tabs), "STORE"];
+const others: Record<string, (props: { instance: string }) => preact.JSX.Element> = { STORE: Store, PLOT: Plot };
+const names = [...Object.keys(tabs), ...Object.keys(others)];
 const chosen = signal("RECORDS");
 
 function summary(answer: DryRun): string {
@@ -29,7 +32,7 @@ function Said() {
   const { isRunning, answer, error } = dry.value;
   if (isRunning) return <p role="status">Trying …</p>;
   if (error !== "") return <p role="status" class="bad">{error}</p>;
-  if (answer === null) return <p role="status">Nothing has been tried yet.</p>;
+  if (answer === null) return <p role="status">Nothing tried yet.</p>;
   return (
     <p role="status" class={`outcome ${answer.outcome}`}>
       <strong>{outcomeWords[answer.outcome]}</strong> {summary(answer)}
@@ -50,7 +53,9 @@ function AskFirst({ instance }: { instance: string }) {
 function Answer({ instance }: { instance: string }) {
   const { answer } = dry.value;
   const Tab = tabs[chosen.value];
-  if (Tab === undefined) return <Store />;
+  const Other = others[chosen.value];
+  if (Other !== undefined) return <Other instance={instance} />;
+  if (Tab === undefined) return null;
   if (answer === null) return <p class="quiet">A dry run shows here what a load would bring.</p>;
   if (answer.outcome === "mayWrite") return <AskFirst instance={instance} />;
   return (
@@ -82,9 +87,12 @@ export function Results({ instance }: { instance: string }) {
         >
           Dry run
         </button>
-        <button class="small" disabled={!isLive} onClick={() => press(instance)}>
-          Load to store
-        </button>
+        <HoldButton
+          label="Load to store"
+          style="small"
+          isOff={!isLive}
+          onPress={(held) => press(instance, held)}
+        />
       </header>
       <div class="answer" id="results" role="tabpanel" aria-labelledby={`tab-${chosen.value}`}>
         <Answer instance={instance} />

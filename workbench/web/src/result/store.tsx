@@ -10,12 +10,23 @@ import { closeField, entriesOfPage, failure, fields, from, leftOut, page, showSt
 function Origin({ written }: { written: Written }) {
   return (
     <>
-      <td class="writer">{written.writer}</td>
+      <td title={written.writer}>{written.writer}</td>
       <td class="number">{written.age === null ? "" : shortTime(written.age)}</td>
       <td class="what">{written.leftOver ? "left over" : ""}</td>
     </>
   );
 }
+
+/** The titles of the columns and their classes. */
+const columns: [string, string][] = [
+  ["field", "title"],
+  ["kind", "kind"],
+  ["size", "number size"],
+  ["value", ""],
+  ["written by", "writer"],
+  ["age", "number age"],
+  ["note", "note"],
+];
 
 const canOpen = ({ kind }: Field): boolean => kind === "structure" || kind === "array";
 
@@ -24,7 +35,7 @@ function FieldRow({ field }: { field: Field }) {
   const turn = (): void => (isOpen ? closeField() : void turnTo(field.name, 0));
   return (
     <tr class={field.leftOver ? "left" : ""}>
-      <td>
+      <td title={field.name}>
         {canOpen(field) ? (
           <button class="plain" aria-expanded={isOpen} onClick={turn}>
             {isOpen ? "▾" : "▸"} {field.name}
@@ -94,11 +105,11 @@ export function Store() {
   if (failure.value !== "") return <p class="quiet">{failure.value}</p>;
   return (
     <div class="scrolls" tabIndex={0} role="region" aria-label="Data store">
-      <table class="list">
+      <table class="list stored">
         <thead>
           <tr>
-            {["field", "kind", "size", "value", "written by", "age", "note"].map((title) => (
-              <th key={title} scope="col" class={title === "size" || title === "age" ? "number" : ""}>
+            {columns.map(([title, style]) => (
+              <th key={title} scope="col" class={style}>
                 {title}
               </th>
             ))}

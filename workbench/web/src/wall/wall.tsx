@@ -2,8 +2,9 @@
 
 import { useEffect } from "preact/hooks";
 import { clock } from "../clock.js";
+import { HoldButton } from "../hold.js";
 import { press } from "../press.js";
-import { addressOf } from "../route.js";
+import { addressOf, historyOf } from "../route.js";
 import { brokenAt, seen, type Seen } from "../session.js";
 import { StateWord } from "../state.js";
 import { duration, shortTime, sizeText } from "../words.js";
@@ -27,9 +28,7 @@ function Actions({ name }: { name: string }) {
       <button disabled={!isLive} onClick={() => explain(name)}>
         Why?
       </button>
-      <button disabled={!isLive} onClick={() => press(name)}>
-        Load
-      </button>
+      <HoldButton label="Load" isOff={!isLive} onPress={(held) => press(name, held)} />
     </td>
   );
 }
@@ -42,7 +41,7 @@ function Words({ row }: { row: Seen }) {
         {row.words}
       </span>
     );
-  const size = row.bytes === null ? "" : `, ${sizeText(row.bytes)}`;
+  const size = row.bytes === null ? "" : `, ${sizeText(row.bytes).replace(" ", "\u00a0")}`;
   return <span class="words target">{row.target + size}</span>;
 }
 
@@ -56,6 +55,7 @@ function Row({ row }: { row: Seen }) {
       </td>
       <th scope="row">
         <span class="name">{row.name}</span>
+        {row.isDraft === true && <span class="draft">draft</span>}
         <Words row={row} />
       </th>
       <td class="number">{recordsText(row)}</td>
@@ -64,7 +64,9 @@ function Row({ row }: { row: Seen }) {
       <td class="number minor">{next === null ? "" : shortTime(next)}</td>
       <td class="number">{row.duration === null ? "" : duration(row.duration)}</td>
       <td class="minor">
-        <Spark name={row.name} />
+        <a href={historyOf(row.name)} aria-label={`History of ${row.name}`}>
+          <Spark name={row.name} />
+        </a>
       </td>
       <Actions name={row.name} />
     </tr>
@@ -78,7 +80,7 @@ const columns: [string, string][] = [
   ["left over", "number left"],
   ["age", "number time"],
   ["next in", "number time minor"],
-  ["took", "number time"],
+  ["took", "number time took"],
   ["last 100 loads", "loads minor"],
 ];
 

@@ -1,23 +1,10 @@
-// What `explain` says of servers on loopback.
+// What `explain` says of servers that speak HTTP.
 
-#include <openssl/pem.h>
-#include <openssl/x509.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <memory>
-
-#include "tests/http/support/ForwardProxy.h"
-#include "tests/http/support/ScriptedServer.h"
-#include "tests/http/support/ServerProcess.h"
-#include "tests/http/support/WebServer.h"
 #include "tests/http/support/challenges.h"
 #include "tests/http/support/linux/packed.h"
-#include "tests/http/support/linux/tls.h"
 #include "tests/http/support/loopback.h"
-#include "tests/workbench/cli/linux/ExplainTest.h"
+#include "tests/workbench/cli/linux/NetworkTest.h"
 
-using intake::EnvironmentVariable;
 using intake::reply;
 using intake::Reply;
 using intake::ScriptedServer;
@@ -25,33 +12,7 @@ using intake::Then;
 
 namespace {
 
-constexpr const char* clubs = R"([{"id": 7, "name": "Quay"}, {"id": 9, "name": "Pier"}])";
 constexpr const char* signIn = "<!DOCTYPE html><title>Sign in</title><form></form>";
-constexpr const char* isHtml = "Content-Type: text/html\r\n";
-constexpr const char* isJson = "Content-Type: application/json\r\n";
-
-const Settings login{"useAuth=1", "userName=ada", "password=s3cret-word"};
-
-/// A responder that always gives the same answer.
-ScriptedServer::Responder always(const Reply& answer) {
-    return [answer](const std::string&) { return answer; };
-}
-
-class ExplainedUrl : public ExplainTest {
-protected:
-    void expectOf(const std::string& url, const Settings& settings, const std::string& text) const {
-        expectExplained(
-            joined({"queryMode=JSON", "filename=" + url, "table=Team", "key=id", "xpath=*"},
-                   settings),
-            text);
-    }
-    void expectOf(const Reply& answer, const Settings& settings, const std::string& text) const {
-        ScriptedServer server(always(answer));
-        expectOf(server.url("/clubs"), settings, text);
-    }
-
-    intake::TempDirectory directory_;
-};
 
 /// Answers an XML query of a server.
 class ExplainedXmlUrl : public ExplainedUrl {
@@ -60,12 +21,6 @@ protected:
         expectOf(answer, {"queryMode=XML", "xpath=/l/c", "key=@id"}, text);
     }
 };
-
-/// How many of these are there.
-std::size_t countOf(const std::vector<std::string>& proofs) {
-    return static_cast<std::size_t>(std::count_if(proofs.begin(), proofs.end(),
-                                                  [](const auto& each) { return !each.empty(); }));
-}
 
 }  // namespace
 
@@ -391,218 +346,4 @@ http://SERVER/clubs: no records, # s
               Fetch it again, or ask whoever writes it.
   – selection, key, rows, script, store: not reached
 )");
-}
-
-namespace {
-
-struct Cleanup {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-    void operator()(EVP_PKEY* key) const { EVP_PKEY_free(key); }
-    void operator()(X509* certificate) const { X509_free(certificate); }
-};
-using File = std::unique_ptr<std::FILE, Cleanup>;
-
-/// Gives a certificate that its own key has signed fixed dates, both in the past or the last far
-/// away.
-void date(const intake::TlsFiles& files, const char* until) {
-    const std::unique_ptr<EVP_PKEY, Cleanup> key(PEM_read_PrivateKey(
-        File(std::fopen(files.key.c_str(), "r")).get(), nullptr, nullptr, nullptr));
-    const std::unique_ptr<X509, Cleanup> certificate(PEM_read_X509(
-        File(std::fopen(files.certificate.c_str(), "r")).get(), nullptr, nullptr, nullptr));
-    ASN1_TIME_set_string(X509_getm_notBefore(certificate.get()), "20200101000000Z");
-    ASN1_TIME_set_string(X509_getm_notAfter(certificate.get()), until);
-    X509_sign(certificate.get(), key.get(), EVP_sha256());
-    PEM_write_X509(File(std::fopen(files.certificate.c_str(), "w")).get(), certificate.get());
-}
-
-/// A server with a certificate of its own.
-class ExplainedHttps : public ExplainedUrl {
-protected:
-    intake::TlsFiles makeCertificate(const std::string& names, const char* until) const {
-        const intake::TlsFiles files{(directory_.path() / "own.pem").string(),
-                                     (directory_.path() / "own.key").string()};
-        intake::runTool(
-            "/usr/bin/openssl",
-            {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes",
-             "-days", "2", "-subj", "/CN=graphics1/O=Harbour TV", "-addext",
-             "subjectAltName=" + names, "-keyout", files.key, "-out", files.certificate});
-        date(files, until);
-        return files;
-    }
-
-    void expectOfServer(const intake::TlsFiles& files, bool isTrusted,
-                        const std::string& text) const {
-        const EnvironmentVariable trusted(
-            "SSL_CERT_FILE", isTrusted ? std::optional(files.certificate) : std::nullopt);
-        ScriptedServer server(always(reply("200 OK", clubs, isJson)), intake::overTls(files));
-        expectOf(server.url("/clubs"), login, text);
-        EXPECT_EQ(countOf(intake::proofs(server)), 0U);
-    }
-};
-
-constexpr const char* farAway = "20990101000000Z";
-constexpr const char* longAgo = "20210101000000Z";
-
-}  // namespace
-
-TEST_F(ExplainedHttps, ThatIsTrustedIsToldWithItsDates) {
-    expectOfServer(makeCertificate("IP:127.0.0.1", farAway), true, R"(
-https://SERVER/clubs: 2 records, # s
-  ✓ settings
-  ✓ address   https://SERVER/clubs
-  ✓ fetched   200, application/json, 54 bytes, # ms; certificate of CN = graphics1, O = Harbour TV, valid from 2020-01-01 until 2099-01-01
-  ✓ format    JSON
-  ✓ selection *: 2 objects
-  ✓ key       id
-  ✓ rows      all 2
-  ✓ script
-  ✓ store
-)");
-}
-
-TEST_F(ExplainedHttps, ThatExpiredIsToldWithItsDates) {
-    expectOfServer(makeCertificate("IP:127.0.0.1", longAgo), true, R"(
-https://SERVER/clubs: no records, # s
-  ✓ settings
-  ✓ address   https://SERVER/clubs
-  ✗ fetched   certificate of CN = graphics1, O = Harbour TV, issued by CN = graphics1, O = Harbour TV, valid from 2020-01-01 until 2021-01-01
-              The source is on a server whose certificate expired on 2021-01-01.
-              Check the date of this machine. If it is right, ask those who run the server to renew the certificate.
-  – format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedHttps, ThatSignedItselfIsTold) {
-    expectOfServer(makeCertificate("IP:127.0.0.1", farAway), false, R"(
-https://SERVER/clubs: no records, # s
-  ✓ settings
-  ✓ address   https://SERVER/clubs
-  ✗ fetched   certificate of CN = graphics1, O = Harbour TV, issued by CN = graphics1, O = Harbour TV, valid from 2020-01-01 until 2099-01-01
-              The source is on a server whose certificate is self-signed: no authority vouches for it.
-              If you trust its maker, have that authority's certificate added to those that this system trusts, or start the host with the environment variable SSL_CERT_FILE naming a file of all authorities to trust.
-  – format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedHttps, OfAnotherNameIsTold) {
-    expectOfServer(makeCertificate("DNS:graphics2.example", farAway), true, R"(
-https://SERVER/clubs: no records, # s
-  ✓ settings
-  ✓ address   https://SERVER/clubs
-  ✗ fetched   certificate of CN = graphics1, O = Harbour TV, issued by CN = graphics1, O = Harbour TV, valid from 2020-01-01 until 2099-01-01
-              The source is on a server whose certificate is made out for other names: graphics2.example.
-              If it is the same server, write one of these names in "File Name" (filename).
-  – format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedHttps, AskedOfAServerThatSpeaksPlainHttpIsMended) {
-    const intake::WebServer server("");
-    server.write("clubs", clubs);
-    expectOf("https" + server.url("/clubs").substr(4), {}, R"(
-https://SERVER/clubs: no records, # s
-  ✓ settings
-  ✓ address   https://SERVER/clubs
-  ✗ fetched
-              The source is asked for by https, but SERVER speaks plain http.
-              Begin "File Name" (filename) with http:// instead.
-  – format, selection, key, rows, script, store: not reached
-  Try: --set filename=http://SERVER/clubs   (2 records, checked)
-)");
-}
-
-TEST_F(ExplainedHttps, NotAskedOfAServerThatSpeaksNothingElseIsMended) {
-    const intake::TlsFiles files = makeCertificate("IP:127.0.0.1", farAway);
-    const EnvironmentVariable trusted("SSL_CERT_FILE", files.certificate);
-    ScriptedServer server(always(reply("200 OK", clubs, isJson)), intake::overTls(files));
-    expectOf("http://" + server.address() + "/clubs", {}, R"(
-http://SERVER/clubs: no records, # s
-  ✓ settings
-  ✓ address   http://SERVER/clubs
-  ✗ fetched
-              The source is asked for by http, but SERVER speaks only https.
-              Begin "File Name" (filename) with https:// instead.
-  – format, selection, key, rows, script, store: not reached
-  Try: --set filename=https://SERVER/clubs   (2 records, checked)
-)");
-}
-
-namespace {
-
-/// A proxy that is set by hand.
-class ExplainedThroughProxy : public ExplainedUrl {
-protected:
-    void expectThrough(const std::string& proxy, const Settings& settings,
-                       const std::string& text) const {
-        expectOf("http://data.example/clubs",
-                 joined({"enableProxy=1", "proxyMode=2", "proxyUrl=" + proxy}, settings), text);
-    }
-};
-
-}  // namespace
-
-TEST_F(ExplainedThroughProxy, ThatLoadsHasATickAtEachStage) {
-    ScriptedServer proxy(always(reply("200 OK", clubs, isJson)));
-    expectThrough(proxy.address(), {}, R"(
-http://data.example/clubs: 2 records, # s
-  ✓ settings
-  ✓ address   http://data.example/clubs
-  ✓ fetched   200, application/json, 54 bytes, # ms
-  ✓ format    JSON
-  ✓ selection *: 2 objects
-  ✓ key       id
-  ✓ rows      all 2
-  ✓ script
-  ✓ store
-)");
-}
-
-TEST_F(ExplainedThroughProxy, ThatIsDownIsTold) {
-    expectThrough("127.0.0.1:" + std::to_string(intake::freePort()), {}, R"(
-http://data.example/clubs: no records, # s
-  ✓ settings
-  ✗ address   http://data.example/clubs
-              The source cannot be asked for: no proxy answers at SERVER.
-              Check "Proxy URL" (proxyUrl) and that the proxy runs, or switch "Proxy on/off" (enableProxy) off.
-  – fetched, format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedThroughProxy, WithoutAnAddressIsTold) {
-    expectThrough("", {}, R"(
-http://data.example/clubs: no records, # s
-  ✓ settings
-  ✗ address   http://data.example/clubs
-              The source cannot be asked for: a proxy is switched on that has no address.
-              Set "Proxy URL" (proxyUrl), or switch "Proxy on/off" (enableProxy) off.
-  – fetched, format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedThroughProxy, ThatAsksForALoginIsTold) {
-    ScriptedServer proxy(always(intake::proxyChallenge({intake::BASIC})));
-    expectThrough(proxy.address(), {}, R"(
-http://data.example/clubs: no records, # s
-  ✓ settings
-  ✓ address   http://data.example/clubs
-  ✗ fetched   407, 0 bytes, # ms
-              The proxy answers with status 407 and nothing. It asks for a login.
-              Set "Proxy User Name" (proxyUser) and "Proxy Password" (proxyPwd).
-  – format, selection, key, rows, script, store: not reached
-)");
-}
-
-TEST_F(ExplainedThroughProxy, ThatRefusesTheLoginIsToldItOnce) {
-    ScriptedServer proxy(always(intake::proxyChallenge({intake::BASIC})));
-    const Settings proxyLogin{"proxyUser=ada", "proxyPwd=s3cret-word"};
-    expectThrough(proxy.address(), proxyLogin, R"(
-http://data.example/clubs: not loaded, # s
-  ✓ settings
-  ✓ address   http://data.example/clubs
-  ✗ fetched   407, 0 bytes, # ms
-              The proxy answers with status 407 and nothing. It refuses the user name or the password. They were not sent again: accounts lock after a few times.
-              Set "Proxy User Name" (proxyUser) and "Proxy Password" (proxyPwd).
-  – format, selection, key, rows, script, store: not reached
-)");
-    EXPECT_EQ(countOf(intake::proxyProofs(proxy)), 2U);  // as text and as JSON, once each
 }

@@ -1,0 +1,84 @@
+// The last loads of an instance, and reports of earlier runs.
+
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { useBrowser, waitFor } from "./browser.mjs";
+import { instance, live, rows } from "./served.mjs";
+
+const here = useBrowser();
+const lines = (page) =>
+  page.locator('.load-list .window [role="row"]').evaluateAll((all) =>
+    all.map((line) => [...line.children].map((cell) => cell.innerText.trim())),
+  );
+
+async function openHistory(name, instances, files) {
+  const page = await here.openWall(instances, files);
+  await page.click(`a[aria-label="History of ${name}"]`);
+  return page;
+}
+
+test("each load is told with its outcome, newest first, and what it brought and took away", async () => {
+  const page = await openHistory("list", [instance("list", "list.json", live)], { "list.json": rows(3) });
+  await waitFor(() => lines(page), (all) => all.length > 1);
+  await here.served.write("list.json", rows(5));
+  await waitFor(() => lines(page), (all) => all.some(([, , records, fresh, gone]) => records === "5" && fresh === "2" && gone === "0"));
+  await here.served.write("list.json", rows(1));
+  await waitFor(() => lines(page), (all) => all.some(([, , records, fresh, gone]) => records === "1" && fresh === "0" && gone === "4"));
+  const [first] = await lines(page);
+  assert.match(first[1], /^● loaded$/);
+  assert.equal(first[2], "1");
+});
+
+test("a bad load opens what was found out when it came, also when the source is well again", async () => {
+  const page = await openHistory("list", [instance("list", "list.json", live)]);
+  const why = page.locator('.load-list button:text-is("Why?")');
+  await why.first().waitFor();
+  await here.served.write("list.json", rows(3));
+  await waitFor(() => lines(page), (all) => /loaded/.test(all[0][1]) && all.some(([, outcome]) => /✕ failed/.test(outcome)));
+  await page.evaluate(() => (document.querySelector(".load-list").scrollTop = 1e6));
+  await why.last().click();
+  await page.waitForSelector(".why li.failed");
+  assert.match(await page.innerText(".why h2"), /^Why list\? as of /);
+  assert.match(await page.innerText(".why"), /The source is not there/);
+});
+
+test("of many loads few rows are in the document, and all can be reached", async () => {
+  const page = await openHistory(
+    "list",
+    [instance("list", "list.json", { autoLoad: 1, autoLoadInterval: 0.02 })],
+    { "list.json": rows(1) },
+  );
+  const count = async () => Number(await page.locator(".load-list").getAttribute("aria-rowcount")) - 1;
+  await waitFor(count, (all) => all > 100);
+  assert.ok((await page.locator('.load-list [role="row"]').count()) <= 61);
+  await page.evaluate(() => (document.querySelector(".load-list").scrollTop = 1e6));
+  const lastShown = () =>
+    page.locator(".load-list [aria-rowindex]").evaluateAll((all) => Math.max(...all.map((row) => row.ariaRowIndex)));
+  await waitFor(lastShown, (last) => last > 100);
+});
+
+test("a report of last night is looked at in the same way", async () => {
+  const line = (i) =>
+    JSON.stringify({
+      time: `2026-11-21T23:${String(i).padStart(2, "0")}:00Z`,
+      instance: i % 2 === 0 ? "league" : "weather",
+      outcome: i === 3 ? "failed" : "loaded",
+      records: i,
+      recordsBefore: i,
+      leftOver: 0,
+      leftOverAgeMs: 0,
+      bytes: 10,
+      durationMs: 100,
+      error: i === 3 ? "Could not load" : "",
+    });
+  const report = `${Array.from({ length: 8 }, (_, i) => line(i)).join("\n")}\nnonsense\n`;
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(1), "night.jsonl": report });
+  await page.click('nav a:text-is("Reports")');
+  await page.click('button:text-is("night.jsonl")');
+  await waitFor(() => lines(page), (all) => all.length === 8);
+  await page.waitForSelector("text=1 line of it cannot be read.");
+  await page.click('.summary button:has-text("weather")');
+  await waitFor(() => lines(page), (all) => all.length === 4);
+  const outcomes = (await lines(page)).map(([, outcome]) => outcome);
+  assert.deepEqual(outcomes, ["● loaded", "✕ failed", "● loaded", "● loaded"]);
+});

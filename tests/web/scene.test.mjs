@@ -1,0 +1,167 @@
+// The scene as a file: its instances, what a save would change, and other scenes.
+
+import assert from "node:assert/strict";
+import { readFile } from "node:fs/promises";
+import { join } from "node:path";
+import { test } from "node:test";
+import { field, useBrowser, waitFor } from "./browser.mjs";
+import { instance, rows } from "./served.mjs";
+
+const here = useBrowser();
+const other = JSON.stringify({ instances: [instance("elsewhere", "list.json")] });
+const files = { "list.json": rows(3), "other.scene.json": other };
+
+const rowOf = (page, name) => page.locator(`section[aria-label="Instances"] li:has(.file:text-is("${name}"))`);
+const names = (page) => page.locator('section[aria-label="Instances"] .file').allInnerTexts();
+const stored = async (file = "show.scene.json") => JSON.parse(await readFile(join(here.served.folder, file), "utf8"));
+const differences = (page) =>
+  page.locator(".difference tbody tr").evaluateAll((lines) =>
+    lines.map((line) => [...line.children].map((cell) => cell.innerText.trim())),
+  );
+const said = (page) => page.locator('section[aria-label="Save"] p[role="status"]').innerText();
+
+async function openScene(instances = [instance("list", "list.json")], more = files) {
+  const page = await here.openWall(instances, more);
+  await page.click('nav a:text-is("Scene")');
+  await page.waitForSelector('section[aria-label="Instances"] li');
+  return page;
+}
+
+test("instances are made, copied, renamed and deleted, and other tabs follow", async () => {
+  const page = await openScene();
+  const tab = await here.window();
+  await tab.goto(`${here.served.origin}/#scene`);
+  await page.click('button:text-is("New instance")');
+  await page.fill('[aria-label="Name"]', "fresh");
+  await page.keyboard.press("Enter");
+  await waitFor(() => names(page), (all) => all.join() === "list,fresh");
+  await rowOf(page, "list").locator('button:text-is("Duplicate")').click();
+  await page.press('[aria-label="Name"]', "Enter");
+  await waitFor(() => names(page), (all) => all.includes("list 2"));
+  assert.equal((await here.served.get("/instances/list%202")).values.filename, "list.json");
+  await rowOf(page, "fresh").locator('button:text-is("Rename")').click();
+  await page.fill('[aria-label="Name"]', "renamed");
+  await page.keyboard.press("Enter");
+  await waitFor(() => names(page), (all) => all.includes("renamed") && !all.includes("fresh"));
+  await rowOf(page, "list").locator('button:text-is("Delete")').click();
+  assert.ok((await names(page)).includes("list"));
+  await page.click('button:text-is("Delete list")');
+  await waitFor(() => names(page), (all) => !all.includes("list"));
+  await waitFor(() => names(tab), (all) => all.toSorted().join() === "list 2,renamed");
+});
+
+test("a name that is taken is refused in words", async () => {
+  const page = await openScene([instance("list", "list.json"), instance("more", "list.json")]);
+  await rowOf(page, "more").locator('button:text-is("Rename")').click();
+  await page.fill('[aria-label="Name"]', "list");
+  await page.keyboard.press("Enter");
+  await waitFor(() => page.innerText('section[aria-label="Instances"] [role="status"]'), (text) => text !== "");
+  assert.deepEqual(await names(page), ["list", "more"]);
+});
+
+test("a save shows the difference first, and then there is none", async () => {
+  const page = await openScene();
+  await page.waitForSelector("text=A save would change nothing in the file.");
+  await here.served.set("list", { numRows: "2" });
+  await waitFor(() => differences(page), (lines) => lines.length === 1);
+  assert.deepEqual(await differences(page), [["list", "changed", "numRows", "", "2"]]);
+  await page.waitForSelector(".unsaved");
+  await page.click('button:text-is("Save")');
+  await page.waitForSelector("text=A save would change nothing in the file.");
+  await page.waitForSelector(".unsaved", { state: "detached" });
+  assert.equal((await stored()).instances[0].parameters.numRows, "2");
+});
+
+test("a change on disk is told, and not overwritten before it was seen", async () => {
+  const page = await openScene();
+  await here.served.set("list", { numRows: "2" });
+  await page.waitForSelector(".difference");
+  const release = page.waitForSelector(".on-disk");
+  await here.served.write("show.scene.json", JSON.stringify({ instances: [instance("list", "else.json")] }));
+  await release;
+  await waitFor(() => differences(page), (lines) => lines.some(([, , name]) => name === "filename"));
+  const lines = await differences(page);
+  assert.ok(lines.some(([, , name, before, after]) => name === "filename" && before === "else.json" && after === "list.json"));
+  await page.click('button:text-is("Save")');
+  await waitFor(() => said(page), (text) => text === "Saved.");
+  assert.equal((await stored()).instances[0].parameters.filename, "list.json");
+});
+
+test("a scene is saved under another name without its secrets", async () => {
+  const page = await openScene([instance("list", "list.json", { password: "tide7" })]);
+  await page.fill('[name="file"]', "copy.scene.json");
+  await page.keyboard.press("Tab");
+  await page.check('section[aria-label="Save"] [type="checkbox"]');
+  await page.click('button:text-is("Save")');
+  await waitFor(() => said(page), (text) => text === "Saved.");
+  assert.ok(!JSON.stringify(await stored("copy.scene.json")).includes("tide7"));
+});
+
+test("another scene is opened, and asks when something is not saved", async () => {
+  const page = await openScene();
+  await here.served.set("list", { numRows: "2" });
+  await page.waitForSelector(".unsaved");
+  const row = page.locator('section[aria-label="Open"] li:has-text("other.scene.json")');
+  await row.locator("button").click();
+  await page.waitForSelector("text=Changes are not saved.");
+  assert.deepEqual(await names(page), ["list"]);
+  await page.click('button:text-is("Open all the same")');
+  await waitFor(() => names(page), (all) => all.join() === "elsewhere");
+  assert.match(await page.innerText(".top .scene"), /^other\.scene\.json/);
+});
+
+test("under the lock instances stay, and a save needs a hold", async () => {
+  const page = await openScene();
+  await here.served.set("list", { numRows: "2" });
+  await page.waitForSelector(".difference");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock.closed");
+  assert.ok(await page.locator('button:text-is("New instance")').isDisabled());
+  const save = page.locator('section[aria-label="Save"] button:text-is("Save")');
+  await save.click();
+  await page.waitForSelector("text=The scene is locked: hold the button for a second.");
+  assert.equal((await stored()).instances[0].parameters.numRows, undefined);
+  await save.focus();
+  await page.keyboard.down("Enter");
+  await waitFor(() => said(page), (text) => text === "Saved.");
+  await page.keyboard.up("Enter");
+  assert.equal((await stored()).instances[0].parameters.numRows, "2");
+});
+
+test("an instance that is renamed elsewhere is not edited under its old name", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await here.served.ask("POST", "/instances/list/rename", { name: "other" });
+  await page.waitForSelector("text=This instance is not there any more.");
+  assert.equal(await field(page, "table").count(), 0);
+});
+
+test("an instance that comes back under its name is begun again, without the loads of the other", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await here.served.ask("POST", "/instances/list/load", {});
+  await waitFor(async () => (await here.served.get("/loads")).loads.length, (count) => count === 1);
+  await here.served.ask("DELETE", "/instances/list");
+  await page.waitForSelector("text=This instance is not there any more.");
+  await here.served.ask("POST", "/instances", { name: "list" });
+  await waitFor(() => field(page, "filename").count(), (count) => count === 1);
+  await waitFor(() => field(page, "filename").inputValue(), (text) => text === "");
+  await page.click('a:has-text("All instances")');
+  await page.waitForSelector('tr:has(.name:text-is("list")) .spark[aria-hidden="true"]');
+});
+
+test("a save overwrites only what was shown when it was pressed", async () => {
+  const page = await openScene();
+  await here.served.set("list", { numRows: "2" });
+  await page.waitForSelector(".difference");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock.closed");
+  const save = page.locator('section[aria-label="Save"] button:text-is("Save")');
+  await save.focus();
+  const { stamp } = await here.served.get("/scene");
+  const sent = page.waitForRequest((request) => request.url().endsWith("/scene/save"));
+  await page.keyboard.down("Enter"); // a pointer would slide off, since the notice moves the button
+  await here.served.write("show.scene.json", JSON.stringify({ instances: [instance("list", "else.json")] }));
+  assert.equal((await sent).postDataJSON().stamp, stamp);
+  await page.keyboard.up("Enter");
+  await waitFor(() => said(page), (text) => text !== "" && text !== "Saved.");
+  assert.equal((await stored()).instances[0].parameters.filename, "else.json");
+});

@@ -1,0 +1,38 @@
+#include "workbench/cli/serve/SeriesLog.h"
+
+#include <gtest/gtest.h>
+
+using workbench::LoadEvent;
+using workbench::SeriesLog;
+
+namespace {
+
+LoadEvent loadOf(const std::string& name) {
+    LoadEvent event;
+    event.writer = 1;
+    event.numbers.push_back({name, 7});
+    return event;
+}
+
+bool has(const SeriesLog& log, const std::string& name) {
+    return log.json(1, name, workbench::Redaction{probe::Settings{}}).has_value();
+}
+
+}  // namespace
+
+TEST(SeriesLog, FindsANameThatIsNotAscii) {
+    SeriesLog log;
+    log.add(loadOf("Z\xFCrich"));
+    EXPECT_TRUE(has(log, "Zürich"));
+}
+
+TEST(SeriesLog, ForgetsANameThatFiveHundredLoadsHaveNotWritten) {
+    SeriesLog log;
+    log.add(loadOf("old"));
+    for (int i = 0; i < 500; ++i)
+        log.add(loadOf("new"));
+    EXPECT_TRUE(has(log, "old"));
+    log.add(loadOf("new"));
+    EXPECT_FALSE(has(log, "old"));
+    EXPECT_TRUE(has(log, "new"));
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <mutex>
+
+#include "workbench/cli/serve/ServedScene.h"
+#include "workbench/cli/serve/StartFolder.h"
+
+namespace workbench {
+
+/// Answers what a page asks of reports of loads that were written to files. Server's thread.
+class ReportRoutes {
+public:
+    /// Both outlive it.
+    ReportRoutes(ServedScene& served, const StartFolder& folder)
+        : served_(served), folder_(folder) {}
+
+    void addTo(Routes& routes);
+
+private:
+    static const Route<ReportRoutes> table[2];
+
+    void tellFiles(const Call& call);
+    void tellReport(const Call& call);
+
+    ServedScene& served_;
+    const StartFolder& folder_;
+    std::mutex reading_;  // a report is long: one at a time leaves the other threads to others
+};
+
+}  // namespace workbench

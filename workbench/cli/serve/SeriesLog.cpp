@@ -1,0 +1,110 @@
+#include "workbench/cli/serve/SeriesLog.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/display_text.h"
+
+namespace workbench {
+
+namespace {
+
+// Of an instance:
+constexpr std::size_t mostSeries = 200;
+constexpr std::size_t mostLeftOut = 1000;
+constexpr std::size_t mostPoints = 500;
+
+double secondsSince1970(std::chrono::system_clock::time_point time) {
+    return std::chrono::duration<double>(time.time_since_epoch()).count();
+}
+
+}  // namespace
+
+void SeriesLog::add(const LoadEvent& event) {
+    if (event.numbers.empty()) return;
+    Writer& writer = writers_[event.writer];
+    ++writer.loads;
+    dropUnseen(writer);
+    const double time = secondsSince1970(event.report.time);
+    for (const WrittenNumber& number : event.numbers) {
+        if (std::isfinite(number.value)) addNumber(number, time, writer);
+    }
+}
+
+/// Names that come and go leave their place to others.
+void SeriesLog::dropUnseen(Writer& writer) {
+    const auto isUnseen = [&](std::size_t load) { return writer.loads - load > mostPoints; };
+    std::erase_if(writer.series, [&](const auto& each) { return isUnseen(each.second.seenAt); });
+    std::erase_if(writer.leftOut, [&](const auto& each) { return isUnseen(each.second); });
+}
+
+void SeriesLog::addNumber(const WrittenNumber& number, double time, Writer& writer) {
+    if (writer.series.size() == mostSeries && !writer.series.contains(number.name)) {
+        const bool isTold =
+            writer.leftOut.size() < mostLeftOut || writer.leftOut.contains(number.name);
+        if (isTold) writer.leftOut[number.name] = writer.loads;
+        return;
+    }
+    writer.leftOut.erase(number.name);
+    Series& series = writer.series[number.name];
+    series.seenAt = writer.loads;
+    series.isText = number.isText;
+    series.points.push_back({time, number.value});
+    if (series.points.size() > mostPoints) series.points.pop_front();
+}
+
+std::string SeriesLog::json(const LiveScene& scene) const {
+    const Redaction redact = scene.redaction();
+    std::size_t leftOut = 0;
+    JsonWriter out;
+    out.open('{');
+    out.name("series");
+    out.open('[');
+    for (const auto& [writer, known] : writers_) {
+        leftOut += known.leftOut.size();
+        for (const auto& [name, series] : known.series) {
+            out.open('{');
+            out.member("field", redact(toUtf8(name)));
+            out.member("instance", scene.nameOfWriter(writer));
+            out.member("points", series.points.size());
+            out.member("texts", series.isText);
+            out.close('}');
+        }
+    }
+    out.close(']');
+    out.member("leftOut", leftOut);
+    out.close('}');
+    return out.take();
+}
+
+std::optional<std::string> SeriesLog::json(std::uint32_t writer, const std::string& name,
+                                           const Redaction& redact) const {
+    const auto known = writers_.find(writer);
+    if (known == writers_.end()) return std::nullopt;
+    const auto series =
+        std::find_if(known->second.series.begin(), known->second.series.end(),
+                     [&](const auto& each) { return redact(toUtf8(each.first)) == name; });
+    if (series == known->second.series.end()) return std::nullopt;
+    JsonWriter out(JsonWriter::Layout::OneLine);
+    out.open('{');
+    out.name("times");
+    out.open('[');
+    for (const Point& point : series->second.points)
+        out.number(point.time);
+    out.close(']');
+    out.name("values");
+    out.open('[');
+    for (const Point& point : series->second.points)
+        out.number(point.value);
+    out.close(']');
+    out.close('}');
+    return out.take();
+}
+
+void SeriesLog::keepOnly(const std::set<std::uint32_t>& writers) {
+    std::erase_if(writers_, [&](const auto& each) { return !writers.contains(each.first); });
+}
+
+}  // namespace workbench

@@ -1,0 +1,72 @@
+#include "workbench/cli/serve/ServedScene.h"
+
+#include <exception>
+
+#include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/record_values.h"
+#include "workbench/cli/scene_child.h"
+#include "workbench/cli/serve/responses.h"
+
+namespace workbench {
+
+using serve::WebResponse;
+
+void ServedScene::onFrame(const serve::Reply& reply, std::function<WebResponse()> answer) {
+    auto call = [reply, answer = std::move(answer)] { reply(answer()); };
+    if (!queue.post(std::move(call))) reply(busy());
+}
+
+void ServedScene::onInstance(const Call& call, std::function<void(LiveInstance&)> use) {
+    auto find = [this, name = call.name(), reply = call.reply, use = std::move(use)] {
+        LiveInstance* const instance = live.find(name);
+        if (instance == nullptr) return reply(refused(404, "The scene has no such instance."));
+        use(*instance);
+    };
+    if (!queue.post(std::move(find))) call.reply(busy());
+}
+
+bool ServedScene::addJob(const serve::Reply& reply,
+                         std::function<WebResponse(const std::stop_token&)> work) {
+    const bool isTaken = jobs_.add([reply, work = std::move(work)](const std::stop_token& stop) {
+        try {
+            reply(work(stop));
+        } catch (const std::exception& error) {
+            reply(refused(500, error.what()));
+        }
+    });
+    if (!isTaken) reply(busy());
+    return isTaken;
+}
+
+std::shared_ptr<const cobalt::Store> ServedScene::copyOfStore(
+    const std::function<bool(const cobalt::Field&)>& isWanted, const std::stop_token& stop) {
+    using Copy = std::shared_ptr<const cobalt::Store>;
+    auto copy = queue.ask<Copy>(
+        [&] { return std::make_shared<cobalt::Store>(host.store.core().copyIf(isWanted)); }, stop);
+    if (!copy) return nullptr;
+    const cobalt::Store* const store = copy->get();
+    const auto letGo = [this, kept = std::move(*copy)](const cobalt::Store*) mutable {
+        queue.post([last = std::move(kept)] {});
+    };
+    return {store, letGo};
+}
+
+void ServedScene::askChild(const Call& call, LiveInstance& instance, const char* command,
+                           std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"--out", "json"});
+    SceneChild child{command, std::move(arguments),
+                     sceneOf(instance.name(), host.parameters, instance.shownValues()),
+                     options.plugin, options.fontEncoding};
+    addJob(call.reply, [child = std::move(child)](const std::stop_token& stop) {
+        return responseOf(ask(child, stop));
+    });
+}
+
+void ServedScene::publishEdited(const LiveInstance& instance) {
+    JsonWriter name(JsonWriter::Layout::OneLine);
+    name.text(instance.name());
+    publish("\"type\": \"edited\", \"name\": " + name.take() +
+            ", \"revision\": " + std::to_string(instance.revision()));
+}
+
+}  // namespace workbench

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "workbench/cli/child_process.h"
+#include "workbench/serve/WebMessage.h"
+
+namespace workbench {
+
+/// A body that is JSON.
+serve::WebResponse ok(std::string body);
+
+/// With a sentence that may hold anything.
+serve::WebResponse refused(unsigned status, const std::string& sentence);
+
+serve::WebResponse busy();
+serve::WebResponse accepted();
+
+/// What a child that prints JSON has answered.
+serve::WebResponse responseOf(const ChildAnswer& answer);
+
+/// A number of the query; `usual` where it is not there.
+std::size_t numberIn(const serve::WebRequest& request, const char* name, std::size_t usual);
+
+}  // namespace workbench
