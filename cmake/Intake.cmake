@@ -2,6 +2,12 @@
 
 find_package(Threads REQUIRED)
 
+# ./run builds once more what ./test has built already.
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
 add_library(intake_options INTERFACE)
 target_include_directories(intake_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(MSVC)
