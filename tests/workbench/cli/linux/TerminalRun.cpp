@@ -65,11 +65,13 @@ bool TerminalRun::readOnce(int milliseconds) {
     return true;
 }
 
-void TerminalRun::watch(double seconds) {
+bool TerminalRun::watchUntil(const std::function<bool(const TerminalModel&)>& isAsWanted) {
     using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    while (Clock::now() < end && readOnce(10)) {
+    const auto end = Clock::now() + std::chrono::seconds(20);
+    while (!isAsWanted(terminal_)) {
+        if (Clock::now() > end || !readOnce(10)) return false;
     }
+    return true;
 }
 
 void TerminalRun::resize(std::size_t columns, std::size_t rows) {
@@ -88,7 +90,6 @@ void TerminalRun::interrupt() {
 void TerminalRun::suspend() {
     kill(child_, SIGTSTP);
     waitpid(child_, nullptr, WUNTRACED);
-    watch(0.1);
 }
 
 void TerminalRun::resume() {

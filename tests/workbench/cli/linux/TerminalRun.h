@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,9 @@ public:
     TerminalRun(const TerminalRun&) = delete;
     TerminalRun& operator=(const TerminalRun&) = delete;
 
-    /// Reads what comes within so many seconds, or until the workbench ends.
-    void watch(double seconds);
+    /// Reads what comes until the terminal is as wanted. False when the workbench ends before, or
+    /// twenty seconds pass.
+    bool watchUntil(const std::function<bool(const TerminalModel&)>& isAsWanted);
 
     void resize(std::size_t columns, std::size_t rows);
     void interrupt();

@@ -29,11 +29,27 @@ std::string startOf(const std::string& line, const std::string& end) {
     return line.substr(0, line.find(end));
 }
 
+/// Shows a line with this part.
+std::function<bool(const TerminalModel&)> shows(const std::string& part) {
+    return [part](const TerminalModel& terminal) { return !terminal.lineWith(part).empty(); };
+}
+
+std::function<bool(const TerminalModel&)> both(
+    const std::function<bool(const TerminalModel&)>& one,
+    const std::function<bool(const TerminalModel&)>& other) {
+    return [one, other](const TerminalModel& terminal) { return one(terminal) && other(terminal); };
+}
+
+bool hidesTheCursor(const TerminalModel& terminal) {
+    return !terminal.isCursorShown();
+}
+
 }  // namespace
 
 TEST_F(RunDisplay, KeepsALineForEachInstanceThatStaysAtTheEnd) {
     TerminalRun run({"run", "scene.json"}, folder, 80, 24);
-    run.watch(1);
+    EXPECT_TRUE(run.watchUntil(both(shows("LOADED   list"), shows("FAILED   lost"))))
+        << run.shown();
     EXPECT_FALSE(run.terminal().isCursorShown());
     run.interrupt();
     EXPECT_EQ(run.finish(), 1);
@@ -50,7 +66,9 @@ TEST_F(RunDisplay, KeepsALineForEachInstanceThatStaysAtTheEnd) {
 
 TEST_F(RunDisplay, FitsOnTerminalsOfAnyWidth) {
     for (const std::size_t columns : {20U, 40U, 80U, 200U}) {
-        TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, columns, 24);
+        TerminalRun run({"run", "scene.json"}, folder, columns, 24);
+        EXPECT_TRUE(run.watchUntil(both(shows("LOADED"), shows("FAILED")))) << run.shown();
+        run.interrupt();
         EXPECT_EQ(run.finish(), 1);
         EXPECT_EQ(count(run.shown(), "FAILED"), 1U) << run.shown();
         EXPECT_EQ(count(run.shown(), "manual"), 1U) << run.shown();
@@ -62,15 +80,13 @@ TEST_F(RunDisplay, FitsOnTerminalsOfAnyWidth) {
 
 TEST_F(RunDisplay, FollowsTheSizeOfTheTerminal) {
     TerminalRun run({"run", "scene.json"}, folder, 200, 24);
-    run.watch(0.6);
-    EXPECT_NE(run.terminal().lineWith("next in"), "");
+    EXPECT_TRUE(run.watchUntil(shows("next in"))) << run.shown();
     run.resize(40, 10);
-    run.watch(0.4);
-    EXPECT_EQ(run.terminal().lineWith("next in"), "") << run.shown();
-    EXPECT_EQ(count(run.shown(), "LOADED"), 1U) << run.shown();
+    EXPECT_TRUE(run.watchUntil([](const TerminalModel& terminal) {
+        return terminal.lineWith("next in").empty() && count(terminal.text(), "LOADED") == 1;
+    })) << run.shown();
     run.resize(120, 24);
-    run.watch(0.4);
-    EXPECT_NE(run.terminal().lineWith("next in"), "");
+    EXPECT_TRUE(run.watchUntil(shows("next in"))) << run.shown();
     run.interrupt();
     run.finish();
     EXPECT_EQ(count(run.shown(), "LOADED"), 1U) << run.shown();
@@ -78,7 +94,9 @@ TEST_F(RunDisplay, FollowsTheSizeOfTheTerminal) {
 
 TEST_F(RunDisplay, IsAsWideAsColumnsSays) {
     const intake::EnvironmentVariable columns("COLUMNS", "60");
-    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 200, 24);
+    TerminalRun run({"run", "scene.json"}, folder, 200, 24);
+    EXPECT_TRUE(run.watchUntil(shows("FAILED"))) << run.shown();
+    run.interrupt();
     run.finish();
     EXPECT_EQ(run.terminal().lineWith("next in"), "");
     EXPECT_NE(run.terminal().lineWith("FAILED").find("…"), std::string::npos) << run.shown();
@@ -106,16 +124,12 @@ TEST_F(RunDisplay, ShowsWhatFailsFirstWhereThereIsNotRoomForAll) {
 TEST_F(RunDisplay, ShowsWhatTheRecordsWere) {
     write("scene.json", sceneWith(listInstance("list")));
     TerminalRun run({"run", "scene.json"}, folder, 80, 24);
-    run.watch(0.7);
+    EXPECT_TRUE(run.watchUntil(shows("● LOADED   list             20     0"))) << run.shown();
     replace("source.json", arrayOf(1));
-    run.watch(0.7);
-    EXPECT_EQ(startOf(run.terminal().lineWith("list"), " s"),
-              "● LOADED   list         20 → 1     0");
+    EXPECT_TRUE(run.watchUntil(shows("● LOADED   list         20 → 1     0"))) << run.shown();
     EXPECT_TRUE(run.terminal().lineWith("list").ends_with("    19")) << run.shown();
     replace("source.json", "[]");
-    run.watch(0.7);
-    EXPECT_EQ(startOf(run.terminal().lineWith("list"), " s"),
-              "○ EMPTY    list          1 → 0     0");
+    EXPECT_TRUE(run.watchUntil(shows("○ EMPTY    list          1 → 0     0"))) << run.shown();
     run.interrupt();
     run.finish();
 }
@@ -131,13 +145,13 @@ TEST_F(RunDisplay, WhatThePluginPrintsStandsAboveTheLines) {
 
 TEST_F(RunDisplay, GivesTheTerminalBackWhileItIsSuspended) {
     TerminalRun run({"run", "scene.json"}, folder, 80, 24);
-    run.watch(0.6);
+    EXPECT_TRUE(run.watchUntil(shows("LOADED"))) << run.shown();
     run.suspend();
-    EXPECT_TRUE(run.terminal().isCursorShown());
+    EXPECT_TRUE(run.watchUntil(std::not_fn(hidesTheCursor)));
     run.resume();
-    run.watch(0.4);
-    EXPECT_FALSE(run.terminal().isCursorShown());
-    EXPECT_EQ(count(run.shown(), "LOADED"), 2U) << run.shown();
+    EXPECT_TRUE(run.watchUntil([](const TerminalModel& terminal) {
+        return hidesTheCursor(terminal) && count(terminal.text(), "LOADED") == 2;
+    })) << run.shown();
     run.interrupt();
     EXPECT_EQ(run.finish(), 1);
     EXPECT_TRUE(run.terminal().isCursorShown());
@@ -147,7 +161,9 @@ TEST_F(RunDisplay, HidesSecretsAlsoInWhatIsPrintedMeanwhile) {
     const std::string action = R"json("command(\"SAY sesame\")")json";
     write("scene.json",
           sceneWith(listInstance("list", R"(, "password": "sesame", "postAction": )" + action)));
-    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 80, 24);
+    TerminalRun run({"run", "scene.json"}, folder, 80, 24);
+    EXPECT_TRUE(run.watchUntil(shows("Host command"))) << run.shown();
+    run.interrupt();
     run.finish();
     EXPECT_NE(run.terminal().lineWith("Host command: SAY ••••"), "") << run.shown();
     EXPECT_EQ(run.written().find("sesame"), std::string::npos);
@@ -156,7 +172,9 @@ TEST_F(RunDisplay, HidesSecretsAlsoInWhatIsPrintedMeanwhile) {
 TEST_F(RunDisplay, IsInAsciiAndColouredAsTheEnvironmentSays) {
     const intake::EnvironmentVariable ascii("LC_ALL", "C");
     const intake::EnvironmentVariable coloured("NO_COLOR", "");
-    TerminalRun run({"run", "scene.json", "--seconds", "0.5"}, folder, 80, 24);
+    TerminalRun run({"run", "scene.json"}, folder, 80, 24);
+    EXPECT_TRUE(run.watchUntil(both(shows("LOADED"), shows("FAILED")))) << run.shown();
+    run.interrupt();
     run.finish();
     EXPECT_NE(run.terminal().lineWith("* LOADED   list"), "") << run.shown();
     EXPECT_NE(run.written().find("\x1b[31mx FAILED \x1b[0m"), std::string::npos);
