@@ -7,7 +7,7 @@ import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
 const queryTypes = ["EXCEL", "SQL", "XML", "JSON", "HTML"];
-const kinds = { bool: "checkbox", radio: "select-one", string: "text", text: "textarea", button: "submit", int: "text", float: "text" };
+const kinds = { bool: "checkbox", radio: "select-one", string: "text", text: "textarea", button: "button", int: "text", float: "text" };
 
 const shownBy = async (name = "list") => (await here.served.get(`/instances/${name}`)).shown;
 
@@ -107,6 +107,24 @@ test("a text over its limit is refused beside its field, in bytes, and not sent"
   await field(page, "key").press("Enter");
   await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "ä".repeat(39));
   assert.equal((await here.served.get("/instances/list")).revision, 2);
+});
+
+test("Enter in a field changes the setting, and loads nothing", async () => {
+  const sql = { name: "base", parameters: { queryMode: 1, connStr: "Driver=SQLite3;Database=base.db" } };
+  const page = await here.openEdit("list", [instance("list", "list.json"), sql]);
+  const asked = [];
+  page.on("request", (request) => request.method() === "GET" || asked.push(new URL(request.url()).pathname));
+  await field(page, "key").fill("id");
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "id");
+  await goTo(page, "base");
+  await field(page, "query").waitFor();
+  await page.click(".connection summary");
+  await page.fill('.connection [name="file"]', "other.db");
+  await field(page, "key").fill("id");
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/base")).values.key, (key) => key === "id");
+  assert.deepEqual(asked, ["/api/v1/instances/list", "/api/v1/instances/base"]);
 });
 
 test("a number that is none, or out of range, is refused and not sent", async () => {

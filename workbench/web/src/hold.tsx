@@ -1,5 +1,6 @@
 // A button that must be held for a second while the scene is locked, by the pointer or by a key. A
-// mere click says so. What was shown when it was pressed counts, not what is when the hold ends.
+// mere click says so. What was shown when it was pressed counts, not what is when the hold ends. It
+// submits nothing: Enter in a field of the same form must not press it.
 
 import { useEffect, useId, useRef, useState } from "preact/hooks";
 import { isLocked } from "./scene.js";
@@ -70,6 +71,7 @@ function Held({ id, label, isOff, style = "", onPress }: Props) {
   return (
     <span class="hold">
       <button
+        type="button"
         id={id}
         class={`${style} holds ${phase}`}
         disabled={isOff}
@@ -98,7 +100,7 @@ export function HoldButton(props: Props) {
   const { id, label, isOff, style = "", onPress } = props;
   if (isLocked.value) return <Held {...props} />;
   return (
-    <button id={id} class={style} disabled={isOff} onClick={() => onPress(false)}>
+    <button type="button" id={id} class={style} disabled={isOff} onClick={() => onPress(false)}>
       {label}
     </button>
   );

@@ -76,6 +76,7 @@ export function Connection({ instance }: { instance: string }) {
         />
       ))}
       <button
+        type="button"
         class="small"
         disabled={isEmpty || brokenAt.value !== 0}
         onClick={() => use(instance, kind.string(typed))}
