@@ -135,6 +135,18 @@ test("from a database to its records in five clicks, and rows are counted when a
   assert.equal(await treeRow(shown, "fast").locator(".kind").innerText(), "view");
 });
 
+test("a database that is named as a file gets its connection string", async () => {
+  const shown = await here.openEdit("base", [{ name: "base", parameters: {} }]);
+  await makeBase("base.db");
+  await field(shown, "filename").fill("base.db");
+  await field(shown, "filename").press("Enter");
+  await treeRow(shown, "boat").click();
+  await all(shown).click();
+  await records(shown, "Salt Road");
+  const { connStr, query, queryMode } = await valuesOf("base");
+  assert.deepEqual([connStr, query, queryMode], ["Provider=SQLite;Data Source=base.db", "SELECT * FROM boat", sql]);
+});
+
 test("titles are pressed by keys, too", async () => {
   const shown = await here.openEdit("page", [{ name: "page", parameters: { queryMode: html, filename: "page.html" } }], { "page.html": page });
   await treeRow(shown, "CLASS results").click();

@@ -241,8 +241,8 @@ std::string asJson(const std::string& source, const Explored& explored, std::siz
     out.text(source);
     out.name("kind");
     out.text(explored.words);
-    out.name("queryMode");
-    out.text(explored.source.front().second);
+    for (const auto& [name, value] : explored.source)
+        out.member(name, value);
     out.name("bytes");
     writeCount(explored.bytes, out);
     out.name("from");

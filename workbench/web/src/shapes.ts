@@ -113,6 +113,7 @@ export interface Outline {
   source: string;
   kind: string;
   queryMode: string;
+  connStr?: string; // of a database
   bytes: number | null;
   leftOut: number;
   notKept: number; // names for which there was no room while the source was read

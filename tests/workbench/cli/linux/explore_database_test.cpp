@@ -161,3 +161,9 @@ view best
     const rapidjson::Document json = explored({"league.db", "--at", "team", "--from", "2"});
     EXPECT_STREQ(json["entries"][0]["key"].GetString(), "Full name");
 }
+
+TEST_F(ExploredDatabase, TheJsonFormNamesTheConnectionStringOfAFile) {
+    const rapidjson::Document json = explored({"league.db"});
+    EXPECT_STREQ(json["queryMode"].GetString(), "SQL");
+    EXPECT_STREQ(json["connStr"].GetString(), "Provider=SQLite;Data Source=league.db");
+}

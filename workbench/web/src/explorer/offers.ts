@@ -57,7 +57,8 @@ export function queryModeOf({ queryMode }: Outline): number {
 /** What must be set so that the source is read as what it is. */
 export function settingsForKind(outline: Outline, values: Values): Values {
   const queryMode = queryModeOf(outline);
-  return queryMode >= 0 && values["queryMode"] !== queryMode ? { queryMode } : {};
+  if (queryMode < 0 || values["queryMode"] === queryMode) return {};
+  return outline.connStr === undefined ? { queryMode } : { queryMode, connStr: outline.connStr };
 }
 
 /** Everything that is needed so that these records arrive. */
