@@ -101,15 +101,15 @@ Redaction::Redaction(const probe::Settings& settings) {
 }
 
 void Redaction::sort() {
-    std::stable_sort(secrets_.begin(), secrets_.end(),
-                     [](const auto& a, const auto& b) { return a.size() > b.size(); });
+    std::sort(secrets_.begin(), secrets_.end(), [](const auto& a, const auto& b) {
+        return a.size() != b.size() ? a.size() > b.size() : a < b;
+    });
+    secrets_.erase(std::unique(secrets_.begin(), secrets_.end()), secrets_.end());
 }
 
-void Redaction::include(const Redaction& other) {
-    for (const std::string& secret : other.secrets_) {
-        const bool isKnown = std::find(secrets_.begin(), secrets_.end(), secret) != secrets_.end();
-        if (!isKnown) secrets_.push_back(secret);
-    }
+void Redaction::include(const std::vector<const Redaction*>& others) {
+    for (const Redaction* const other : others)
+        secrets_.insert(secrets_.end(), other->secrets_.begin(), other->secrets_.end());
     sort();
 }
 

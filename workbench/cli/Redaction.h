@@ -24,8 +24,9 @@ public:
     /// The text with nothing in the place of each secret.
     std::string without(std::string text) const;
 
-    /// Hides the secrets of another one too.
-    void include(const Redaction& other);
+    /// Hides the secrets of another one too, or of others.
+    void include(const Redaction& other) { include(std::vector{&other}); }
+    void include(const std::vector<const Redaction*>& others);
 
     /// A text that somebody edited who saw `original` with its secrets hidden, with the secrets put
     /// back: each where the same stands before it, in its line or its property, as did before.

@@ -1,6 +1,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "workbench/cli/FrameClock.h"
@@ -40,6 +41,20 @@ std::unique_ptr<serve::OpenedAddress> openInBrowser(const std::string& address) 
     }
 }
 
+void runFrames(LiveScene& scene, Api& api, bool opensPage) {
+    const auto opened = opensPage ? openInBrowser(api.address()) : nullptr;
+    for (FrameClock clock; !interrupted; clock.waitForNextFrame()) {
+        const double now = clock.elapsedSeconds();
+        api.runFrame(now, scene.runFrame(now));
+    }
+}
+
+/// A thread that waits for a disk cannot be ended, and uses what would go with this one.
+[[noreturn]] void leaveWithout() {
+    std::fputs("A disk does not answer; the workbench ends without waiting for it.\n", stderr);
+    std::_Exit(static_cast<int>(ExitStatus::Loaded));
+}
+
 }  // namespace
 
 ExitStatus runServe(lumo::Host& host, const lumo::Plugin& plugin, const Options& options,
@@ -50,11 +65,8 @@ ExitStatus runServe(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, onInterrupt);
     streams.writeResult(api.address() + "\n");
-    const auto opened = options.opensPage ? openInBrowser(api.address()) : nullptr;
-    for (FrameClock clock; !interrupted; clock.waitForNextFrame()) {
-        const double now = clock.elapsedSeconds();
-        api.runFrame(now, scene.runFrame(now));
-    }
+    runFrames(scene, api, options.opensPage);
+    if (!api.end()) leaveWithout();
     return ExitStatus::Loaded;
 }
 

@@ -37,7 +37,15 @@ LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const S
 void LiveInstance::setAll(const lumo::Record& values) {
     for (lumo::Record* const record : {&stored_, &chosen_, &instance_.record()})
         copyValues(host_.parameters, values, *record);
+    noteChosen();
     noteSecrets();
+}
+
+void LiveInstance::noteChosen() {
+    auto chosen = std::make_shared<lumo::Record>(host_.parameters);
+    copyValues(host_.parameters, chosen_, *chosen);
+    set(draft_, *chosen);
+    shownChosen_ = std::move(chosen);
 }
 
 void LiveInstance::noteSecrets() {
@@ -73,6 +81,7 @@ bool LiveInstance::take(const SceneFile& scene, const StoredInstance& stored) {
     const std::uint64_t before = revision_;
     if (isDraft()) discardDraft();
     copyValues(host_.parameters, wanted, chosen_);
+    noteChosen();
     apply(wanted);
     return revision_ != before;
 }
@@ -91,13 +100,6 @@ lumo::Record LiveInstance::shownValues() const {
     return shown;
 }
 
-lumo::Record LiveInstance::chosenValues() const {
-    lumo::Record chosen(host_.parameters);
-    copyValues(host_.parameters, chosen_, chosen);
-    set(draft_, chosen);
-    return chosen;
-}
-
 void LiveInstance::set(const Settings& settings, lumo::Record& record) const {
     for (const auto& [name, value] : settings)
         setParameter(host_.parameters, record, name, value);
@@ -107,6 +109,7 @@ void LiveInstance::edit(const Settings& changes) {
     lumo::Record wanted = values();
     set(changes, wanted);
     set(changes, chosen_);
+    noteChosen();
     copyValues(host_.parameters, values(), stored_);  // the plugin may have changed some of its own
     apply(wanted);
 }
@@ -119,6 +122,7 @@ void LiveInstance::editDraft(const Settings& changes) {
         draft_.push_back(change);
     }
     ++revision_;
+    noteChosen();
     noteSecrets();
 }
 
@@ -131,6 +135,7 @@ void LiveInstance::useDraft() {
 void LiveInstance::discardDraft() {
     draft_.clear();
     ++revision_;
+    noteChosen();
     noteSecrets();
 }
 

@@ -4,6 +4,7 @@
 // known of them. Owned by its LiveScene; host's thread only.
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -99,8 +100,9 @@ public:
     /// The same with the draft.
     lumo::Record shownValues() const;
 
-    /// What the user has set, also in a draft, whatever the plugin has made of it.
-    lumo::Record chosenValues() const;
+    /// What the user has set, also in a draft, whatever the plugin has made of it. It does not
+    /// change any more: with a change there is another one. To be read on any thread.
+    const std::shared_ptr<const lumo::Record>& chosenValues() const { return shownChosen_; }
     InstanceHistory& history() { return history_; }
     const InstanceHistory& history() const { return history_; }
     const std::optional<ExitStatus>& lastStatus() const { return lastStatus_; }
@@ -115,6 +117,7 @@ private:
     std::string target() const;
     void apply(const lumo::Record& wanted);
     void set(const Settings& settings, lumo::Record& record) const;
+    void noteChosen();
     void noteSecrets();
     void noteBinding();
     std::optional<double> period() const;
@@ -127,8 +130,9 @@ private:
     const std::uint32_t writer_;
     std::string name_;
     lumo::Instance instance_;
-    lumo::Record chosen_;  // by the user or the scene
-    Settings draft_;       // in their order, each name once
+    lumo::Record chosen_;                              // by the user or the scene
+    std::shared_ptr<const lumo::Record> shownChosen_;  // the same with the draft
+    Settings draft_;                                   // in their order, each name once
     lumo::Record stored_;  // the values of the scene; the plugin changes some of its own
     std::uint64_t revision_ = 1;
     Redaction present_;

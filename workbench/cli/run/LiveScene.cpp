@@ -152,9 +152,11 @@ std::vector<InstanceState> LiveScene::statesAt(double now) const {
 }
 
 Redaction LiveScene::redaction() const {
-    Redaction all = formerSecrets_;
+    std::vector<const Redaction*> live;
     for (const auto& instance : instances_)
-        all.include(instance->redaction());
+        live.push_back(&instance->redaction());
+    Redaction all = formerSecrets_;
+    all.include(live);
     return all;
 }
 

@@ -1,30 +1,19 @@
 #include "workbench/cli/run/SceneWatch.h"
 
 #include <exception>
-#include <filesystem>
 #include <utility>
 
 #include "workbench/cli/scene_file.h"
 
 namespace workbench {
 
-SceneWatch::SceneWatch(std::string file) : file_(std::move(file)), known_(stamp()) {}
-
-std::optional<SceneWatch::Stamp> SceneWatch::stamp() const {
-    std::error_code error;
-    const auto time = std::filesystem::last_write_time(file_, error);
-    if (error) return std::nullopt;
-    const auto size = std::filesystem::file_size(file_, error);
-    if (error) return std::nullopt;
-    return Stamp{static_cast<std::int64_t>(time.time_since_epoch().count()), size,
-                 fileIdentity(file_)};
-}
+SceneWatch::SceneWatch(std::string file) : file_(std::move(file)), known_(markOf(file_)) {}
 
 void SceneWatch::runFrame(LiveScene& scene, RunView& view, double now) {
     constexpr double interval = 1;
     if (now - lookedAt_ < interval) return;
     lookedAt_ = now;
-    const auto found = stamp();
+    const FileMark found = markOf(file_);
     if (found == known_) return;
     known_ = found;
     try {

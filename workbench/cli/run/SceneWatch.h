@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
 
+#include "workbench/cli/run/FileMark.h"
 #include "workbench/cli/run/RunView.h"
 
 namespace workbench {
@@ -17,22 +16,9 @@ public:
     void runFrame(LiveScene& scene, RunView& view, double now);
 
 private:
-    /// What changes when a file does.
-    struct Stamp {
-        std::int64_t time = 0;
-        std::uintmax_t size = 0;
-        std::uint64_t file = 0;
-
-        bool operator==(const Stamp&) const = default;
-    };
-    std::optional<Stamp> stamp() const;
-
     const std::string file_;
-    std::optional<Stamp> known_;
+    FileMark known_;
     double lookedAt_ = 0;
 };
-
-/// A number that two files on a disk do not share at a time; 0 when it is not known.
-std::uint64_t fileIdentity(const std::string& file);
 
 }  // namespace workbench

@@ -24,9 +24,12 @@ constexpr std::size_t mostEntries = 200;
 constexpr const char* writesUnderLock =
     "The query may write to the database, and the scene is locked: open the lock first.";
 
-/// Where a file is, whatever links lead there; empty for no file.
-std::string canonical(const std::string& file) {
-    return file.empty() ? "" : std::filesystem::weakly_canonical(file).string();
+/// The scene file of the options, wherever links lead.
+StoredScene storedScene(const std::string& file, const std::string& text,
+                        const StartFolder& folder) {
+    if (file.empty()) return {"", "", SceneContent(std::nullopt)};
+    const std::string canonical = std::filesystem::weakly_canonical(file).string();
+    return {canonical, folder.nameOf(canonical), SceneContent(text)};
 }
 
 }  // namespace
@@ -48,7 +51,11 @@ Api::Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const
       gate_(server->port(), serve::sessionSecret(options.port)),
       server_(std::move(server)),
       served_(host, scene, options, *server_),
-      scene_(host, scene, folder_, canonical(options.scene), sceneText) {
+      scene_(host, scene, storedScene(options.scene, sceneText, folder_),
+             [this](std::function<void()> look) {
+                 return served_.addJob(
+                     WaitsFor::Disk, [look = std::move(look)](const std::stop_token&) { look(); });
+             }) {
     routes_.add(*this, table);
     instanceRoutes_.addTo(routes_);
     sceneRoutes_.addTo(routes_);
@@ -58,9 +65,9 @@ Api::Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const
     server_->start(*this);
 }
 
-Api::~Api() {
+bool Api::end() {
     server_->stop();
-    served_.endJobs();
+    return served_.endJobs();
 }
 
 std::string Api::address() const {
@@ -132,7 +139,7 @@ void Api::dryRun(const Call& call) {
         if (dryRun->mayWrite() && isAllowed && scene_.isLocked())
             return call.reply(refused(423, writesUnderLock));
         if (!isAllowed) return call.reply(ok("{\"outcome\": \"mayWrite\"}\n"));
-        served_.addJob(call.reply, [this, dryRun](const std::stop_token& stop) {
+        served_.addJob(WaitsFor::Child, call.reply, [this, dryRun](const std::stop_token& stop) {
             return resultOf(*dryRun, stop);
         });
     });

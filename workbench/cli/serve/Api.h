@@ -29,7 +29,7 @@ public:
     /// Begins to answer. `sceneText` is the scene file of the options as it was read.
     Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const Options& options,
         std::unique_ptr<serve::WebServer> server);
-    ~Api() override;
+    ~Api() override { end(); }
     Api(const Api&) = delete;
     Api& operator=(const Api&) = delete;
 
@@ -39,6 +39,10 @@ public:
 
     /// Answers what waits, and tells the pages what has changed, ten times a second at most.
     void runFrame(double now, const std::vector<LoadEvent>& events);
+
+    /// Answers nothing any more, before it goes. False when a disk does not answer to a job, which
+    /// goes on: then nothing that it uses may go.
+    bool end();
 
     /// The address that lets in who opens it.
     std::string address() const;

@@ -154,8 +154,9 @@ WebResponse InstanceRoutes::added(const std::string& body) {
     const LiveInstance* const model = served_.live.find(like);
     if (!like.empty() && model == nullptr)
         return refused(422, "The scene has no instance \"" + like + "\" to copy.");
-    LiveInstance& instance = served_.live.add(
-        name, model == nullptr ? lumo::Record(served_.host.parameters) : model->chosenValues());
+    const lumo::Record defaults(served_.host.parameters);
+    LiveInstance& instance =
+        served_.live.add(name, model == nullptr ? defaults : *model->chosenValues());
     if (model != nullptr) scene_.added(instance, *model);
     publishEdited(instance);
     WebResponse response = detailsOf(instance);

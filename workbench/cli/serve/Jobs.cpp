@@ -10,9 +10,9 @@ constexpr std::size_t mostJobs = 16;
 
 }  // namespace
 
-Jobs::Jobs() {
-    for (std::jthread& thread : threads_)
-        thread = std::jthread([this](const std::stop_token& stop) { run(stop); });
+Jobs::Jobs(std::size_t threads) : running_(threads) {
+    for (std::size_t i = 0; i < threads; ++i)
+        threads_.emplace_back([this](const std::stop_token& stop) { run(stop); });
 }
 
 bool Jobs::add(Job job) {
@@ -23,24 +23,28 @@ bool Jobs::add(Job job) {
     return true;
 }
 
-void Jobs::end() {
+void Jobs::requestStop() {
     for (std::jthread& thread : threads_)
         thread.request_stop();
-    for (std::jthread& thread : threads_)
-        thread.join();
+}
+
+bool Jobs::waitUntil(std::chrono::steady_clock::time_point end) {
+    std::unique_lock lock(mutex_);
+    return ended_.wait_until(lock, end, [this] { return running_ == 0; });
 }
 
 void Jobs::run(const std::stop_token& stop) {
-    for (;;) {
-        Job job;
-        {
-            std::unique_lock lock(mutex_);
-            if (!added_.wait(lock, stop, [this] { return !jobs_.empty(); })) return;
-            job = std::move(jobs_.front());
-            jobs_.pop_front();
-        }
+    std::unique_lock lock(mutex_);
+    while (added_.wait(lock, stop, [this] { return !jobs_.empty(); }) && !stop.stop_requested()) {
+        Job job = std::exchange(jobs_.front(), nullptr);
+        jobs_.pop_front();
+        lock.unlock();
         job(stop);
+        job = nullptr;  // what it holds goes here, too
+        lock.lock();
     }
+    --running_;
+    ended_.notify_all();
 }
 
 }  // namespace workbench

@@ -67,7 +67,7 @@ bool Ladders::start(const Wanted& wanted, const LiveInstance& instance) {
                            sceneOf(instance.name(), served_.host.parameters, instance.values()),
                            served_.options.plugin,
                            served_.options.fontEncoding};
-    return served_.addJob([this, child, wanted](const std::stop_token& stop) {
+    return served_.addJob(WaitsFor::Child, [this, child, wanted](const std::stop_token& stop) {
         const std::string explanation = explanationBy(child, stop);
         const auto keep = [&] {
             this->keep(wanted, explanation);

@@ -2,59 +2,59 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "workbench/cli/run/LiveScene.h"
 #include "workbench/cli/serve/SceneOnDisk.h"
-#include "workbench/cli/serve/SceneText.h"
-#include "workbench/cli/serve/StartFolder.h"
+#include "workbench/cli/serve/SceneSnapshot.h"
 
 namespace workbench {
+
+/// A scene's file, and what it has in it. Made by jobs, since both ask the disk.
+struct StoredScene {
+    std::string file;  // empty for a new scene
+    std::string name;  // as a page knows it
+    SceneContent content;
+};
 
 /// The scene that a page works on: the file that it comes from, what has been changed since, and
 /// whether it is locked. Host's thread.
 class OpenScene {
 public:
-    /// `file` is empty for a new scene. All outlive it.
-    OpenScene(const lumo::Host& host, LiveScene& live, const StartFolder& folder,
-              const std::string& file, const std::string& text);
+    /// `host` and `live` outlive it; `worker` looks at the file.
+    OpenScene(const lumo::Host& host, LiveScene& live, const StoredScene& scene,
+              SceneOnDisk::Worker worker);
 
     /// As a page knows it; empty for a new scene.
-    std::string name() const { return folder_.nameOf(file_); }
+    const std::string& name() const { return name_; }
 
     /// Empty for a new scene.
     const std::string& file() const { return file_; }
 
     /// Names the content that the file had when it was looked at last.
-    const std::string& stamp() const { return disk_.stamp(); }
+    const std::string& stamp() const { return disk_.content().stamp; }
 
     bool isLocked() const { return isLocked_; }
     void lock(bool isLocked);
 
-    /// Rises with every change of what json() tells.
+    /// Rises with every change of what a page is told of it.
     std::uint64_t revision() const { return revision_; }
     void touch() { ++revision_; }
 
-    /// What a page is told of it.
-    std::string json() const;
+    /// As it is now, for jobs to compare.
+    SceneSnapshot snapshot() const;
 
-    /// The same, with what a save would change in another file that has this content, if any.
-    std::string jsonBeside(const std::string& name, const std::optional<std::string>& text) const;
-
-    /// What a save writes.
-    std::string textToSave(bool withoutSecrets) const;
-    void saved(const std::string& file, const std::string& text);
+    /// It has become what that file has in it.
+    void saved(const StoredScene& scene);
 
     /// While a save is written, nothing may change what it will be taken for: neither the file nor
     /// the names of the instances.
     bool isBeingSaved() const { return isBeingSaved_; }
     void setBeingSaved(bool isBeingSaved) { isBeingSaved_ = isBeingSaved; }
 
-    /// Takes up another scene, or this one as it is on disk. Throws UsageError, and changes
-    /// nothing.
-    void open(const std::string& file, const std::string& text);
+    /// Takes up another scene, or this one as it is on disk; `instances` are what the plugin knows
+    /// of its content. Throws UsageError, and changes nothing.
+    void open(const StoredScene& scene, const SceneFile& instances);
 
     /// An instance that was made as a copy of another.
     void added(const LiveInstance& instance, const LiveInstance& like);
@@ -69,20 +69,12 @@ private:
     };
 
     void noteStored();
-    const char* onDisk() const;
-    SceneText textBefore() const;
-    std::vector<ShownInstance> shown() const;
-    std::string jsonOf(const std::string& name, const char* onDisk, const std::string& stamp,
-                       const std::vector<SceneChange>& changes,
-                       const std::vector<std::string>& notes) const;
-    std::vector<std::string> notes() const;
-    std::vector<std::string> lostFrom(const SceneText& other) const;
 
     const lumo::Host& host_;
     LiveScene& live_;
-    const StartFolder& folder_;
     std::string file_;
-    std::string text_;  // as it was opened or saved
+    std::string name_;
+    SceneContent opened_;  // or saved
     SceneOnDisk disk_;
     bool isLocked_ = false;
     bool isBeingSaved_ = false;

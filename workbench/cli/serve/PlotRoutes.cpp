@@ -20,17 +20,17 @@ void PlotRoutes::addTo(Routes& routes) {
 
 void PlotRoutes::onField(const Call& call,
                          std::function<std::string(const cobalt::Value&, const Redaction&)> write) {
-    served_.addJob(call.reply, [this, name = call.name(),
-                                write = std::move(write)](const std::stop_token& stop) {
-        const auto redact =
-            served_.queue.ask<Redaction>([this] { return served_.live.redaction(); }, stop);
-        const auto store = served_.copyOfStore(
-            [&](const cobalt::Field& field) { return field.name() == name; }, stop);
-        if (!redact || store == nullptr) return refused(503, "The workbench ends.");
-        const cobalt::Field* const field = std::as_const(*store).find(name);
-        if (field == nullptr) return refused(404, "The store has no such field.");
-        return ok(write(field->value(), *redact));
-    });
+    served_.addJob(
+        WaitsFor::Nothing, call.reply,
+        [this, name = call.name(), write = std::move(write)](const std::stop_token& stop) {
+            const auto redact = served_.redaction(stop);
+            const auto store = served_.copyOfStore(
+                [&](const cobalt::Field& field) { return field.name() == name; }, stop);
+            if (!redact || store == nullptr) return refused(503, "The workbench ends.");
+            const cobalt::Field* const field = std::as_const(*store).find(name);
+            if (field == nullptr) return refused(404, "The store has no such field.");
+            return ok(write(field->value(), *redact));
+        });
 }
 
 void PlotRoutes::tellColumns(const Call& call) {

@@ -22,7 +22,7 @@ void ReportRoutes::addTo(Routes& routes) {
 }
 
 void ReportRoutes::tellFiles(const Call& call) {
-    served_.addJob(call.reply, [this](const std::stop_token& stop) {
+    served_.addJob(WaitsFor::Disk, call.reply, [this](const std::stop_token& stop) {
         return ok(fileListJson(folder_.list({".jsonl", longestReport, isReport}, stop)));
     });
 }
@@ -31,20 +31,20 @@ void ReportRoutes::tellReport(const Call& call) {
     const ReportPage::Wanted wanted{call.request.parameter("instance"),
                                     numberIn(call.request, "from", 0),
                                     numberIn(call.request, "count", usualCount)};
-    served_.addJob(call.reply, [this, wanted, name = call.name()](const std::stop_token& stop) {
+    const auto tell = [this, wanted, name = call.name()](const std::stop_token& stop) {
         const auto file = folder_.find(name);
         std::error_code error;
         if (!file || !std::filesystem::is_regular_file(*file, error) || !isReport(*file))
             return refused(404, "There is no such report.");
-        const auto redact =
-            served_.queue.ask<Redaction>([this] { return served_.live.redaction(); }, stop);
+        const auto redact = served_.redaction(stop);
         if (!redact) return refused(503, "The workbench ends.");
         const std::unique_lock alone(reading_, std::try_to_lock);
         if (!alone) return busy();
         ReportPage page(wanted);
         page.read(*file, stop);
         return ok(page.json(*redact));
-    });
+    };
+    served_.addJob(WaitsFor::Disk, call.reply, tell);
 }
 
 }  // namespace workbench

@@ -1,12 +1,7 @@
 #include "workbench/cli/serve/SceneOnDisk.h"
 
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iterator>
+#include <atomic>
 #include <utility>
-
-#include "workbench/cli/run/SceneWatch.h"
 
 namespace workbench {
 
@@ -16,50 +11,53 @@ constexpr double interval = 0.5;
 
 }  // namespace
 
-std::string stampOf(const std::optional<std::string>& text) {
-    if (!text) return "missing";
-    return std::to_string(text->size()) + "-" + std::to_string(std::hash<std::string>()(*text));
-}
+/// Written by a job until it is done, read in frames from then on.
+struct SceneOnDisk::Look {
+    Look(std::string theFile, std::optional<FileMark> theKnown)
+        : file(std::move(theFile)), known(theKnown) {}
 
-std::optional<std::string> contentOf(const std::string& file) {
-    std::error_code error;
-    const bool isFile = std::filesystem::is_regular_file(file, error);
-    if (!isFile || std::filesystem::file_size(file, error) > longestScene) return std::nullopt;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(stream), {});
-}
+    void run() {
+        mark = markOf(file);
+        if (mark != known) content = contentOf(file);
+        isDone = true;
+    }
 
-void SceneOnDisk::follow(std::string file) {
+    const std::string file;
+    const std::optional<FileMark> known;
+    FileMark mark;
+    std::optional<SceneContent> content;  // where it may have changed
+    std::atomic<bool> isDone = false;
+};
+
+/// What is seen by a look that is under way belongs to what was followed before.
+void SceneOnDisk::follow(std::string file, SceneContent content) {
     file_ = std::move(file);
-    mark_ = mark();
-    read();
+    content_ = std::move(content);
+    mark_.reset();
+    look_.reset();
 }
 
 bool SceneOnDisk::runFrame(double now) {
-    if (file_.empty() || now - lookedAt_ < interval) return false;
-    lookedAt_ = now;
-    const auto found = mark();
-    if (found == mark_) return false;
-    mark_ = found;
-    const std::string known = stamp_;
-    read();
-    return stamp_ != known;
+    const bool hasChanged = takeOver();
+    if (!file_.empty() && look_ == nullptr && now - lookedAt_ >= interval) {
+        lookedAt_ = now;
+        begin();
+    }
+    return hasChanged;
 }
 
-std::optional<SceneOnDisk::Mark> SceneOnDisk::mark() const {
-    std::error_code error;
-    const auto time = std::filesystem::last_write_time(file_, error);
-    if (error) return std::nullopt;
-    const auto size = std::filesystem::file_size(file_, error);
-    if (error) return std::nullopt;
-    return Mark{static_cast<std::int64_t>(time.time_since_epoch().count()), size,
-                fileIdentity(file_)};
+bool SceneOnDisk::takeOver() {
+    if (look_ == nullptr || !look_->isDone) return false;
+    const auto look = std::exchange(look_, nullptr);
+    mark_ = look->mark;
+    if (!look->content || look->content->stamp == content_.stamp) return false;
+    content_ = std::move(*look->content);
+    return true;
 }
 
-void SceneOnDisk::read() {
-    text_ = contentOf(file_);
-    stamp_ = stampOf(text_);
+void SceneOnDisk::begin() {
+    auto look = std::make_shared<Look>(file_, mark_);
+    if (worker_([look] { look->run(); })) look_ = std::move(look);
 }
 
 }  // namespace workbench

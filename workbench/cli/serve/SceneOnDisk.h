@@ -1,49 +1,45 @@
 #pragma once
 
-#include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "workbench/cli/run/FileMark.h"
+#include "workbench/cli/serve/SceneContent.h"
+
 namespace workbench {
 
-/// No scene is longer, in bytes.
-constexpr std::uintmax_t longestScene = 16U << 20;
-
-/// A name for the content of a file; "missing" for one that is not there.
-std::string stampOf(const std::optional<std::string>& text);
-
-/// The content of a file that may be a scene; nothing when it cannot be read, or is far too long.
-std::optional<std::string> contentOf(const std::string& file);
-
-/// A scene file as it is on disk now, looked at twice a second. Host's thread.
+/// A scene's file as it is on disk, looked at twice a second by jobs, one at a time: a disk that
+/// does not answer holds up one of them, and no frame. Host's thread.
 class SceneOnDisk {
 public:
-    /// Looks at another file, whose content is known. An empty name stands for none.
-    void follow(std::string file);
+    /// Has a job done on another thread. False when it takes none just now.
+    using Worker = std::function<bool(std::function<void()> job)>;
 
-    /// Whether the content has changed since the last look.
+    explicit SceneOnDisk(Worker worker) : worker_(std::move(worker)) {}
+
+    /// Looks at another file, whose content is known. An empty name stands for none.
+    void follow(std::string file, SceneContent content);
+
+    /// Takes over what was seen, and has it looked at again when it is time. Whether the content is
+    /// another now.
     bool runFrame(double now);
 
-    const std::optional<std::string>& text() const { return text_; }
-    const std::string& stamp() const { return stamp_; }
+    const SceneContent& content() const { return content_; }
 
 private:
-    /// What changes when a file does.
-    struct Mark {
-        std::int64_t time = 0;
-        std::uintmax_t size = 0;
-        std::uint64_t file = 0;
+    struct Look;
 
-        bool operator==(const Mark&) const = default;
-    };
-    std::optional<Mark> mark() const;
-    void read();
+    bool takeOver();
+    void begin();
 
+    const Worker worker_;
     std::string file_;
-    std::optional<Mark> mark_;
-    std::optional<std::string> text_;
-    std::string stamp_;
+    std::optional<FileMark> mark_;  // as it was seen last; nothing before the first look
+    SceneContent content_{std::nullopt};
     double lookedAt_ = 0;
+    std::shared_ptr<Look> look_;  // under way
 };
 
 }  // namespace workbench

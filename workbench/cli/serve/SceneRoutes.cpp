@@ -16,10 +16,11 @@ using serve::WebResponse;
 
 constexpr const char* ending = ".json";
 
-bool isScene(const std::optional<std::string>& text) {
-    if (!text || text->find("\"instances\"") == std::string::npos) return false;
+bool isScene(const SceneContent& content) {
+    if (content.text == nullptr || content.text->find("\"instances\"") == std::string::npos)
+        return false;
     try {
-        sceneIn(parseScene(*text, ""), "", [](std::string_view) { return false; });
+        sceneIn(parseScene(*content.text, ""), "", [](std::string_view) { return false; });
         return true;
     } catch (const UsageError&) {
         return false;
@@ -31,18 +32,36 @@ std::optional<WebResponse> refusesToReplace(const std::string& file, bool isOwn,
                                             const std::string& stamp) {
     std::error_code error;
     if (!std::filesystem::exists(file, error)) return std::nullopt;
-    const auto text = contentOf(file);
-    if (!isScene(text))
+    const SceneContent content = contentOf(file);
+    if (!isScene(content))
         return refused(422, isOwn ? "The scene file on disk is no scene any more, or cannot be "
                                     "read. Mend it, or save under another name."
                                   : "The file of this name is no scene; choose another name.");
-    if (stampOf(text) == stamp) return std::nullopt;
+    if (content.stamp == stamp) return std::nullopt;
     return refused(409, isOwn ? "The scene file has been changed on disk meanwhile."
                               : "There is a scene file of this name already.");
 }
 
-WebResponse ended() {
-    return refused(503, "The workbench ends.");
+/// How a file is to be written.
+struct Manner {
+    bool isOwn = false;  // it is the one that the scene is from
+    std::string stamp;   // of the content that the user has seen there
+    bool isPrivate = false;
+};
+
+/// Why it could not be; nothing when it is.
+std::optional<WebResponse> written(const StoredScene& scene, const Manner& manner) {
+    std::optional<WebResponse> refusal;
+    const auto isAllowed = [&] {
+        refusal = refusesToReplace(scene.file, manner.isOwn, manner.stamp);
+        return !refusal;
+    };
+    try {
+        if (isAllowed()) replaceFile(scene.file, *scene.content.text, manner.isPrivate, isAllowed);
+    } catch (const std::system_error& error) {
+        refusal = refused(422, "The scene cannot be written: " + error.code().message() + ".");
+    }
+    return refusal;
 }
 
 }  // namespace
@@ -57,30 +76,47 @@ void SceneRoutes::addTo(Routes& routes) {
     routes.add(*this, table);
 }
 
+void SceneRoutes::answer(const serve::Reply& reply) {
+    served_.addJob(WaitsFor::Nothing, reply,
+                   [scene = snapshot()](const std::stop_token&) { return ok(scene->json()); });
+}
+
+SceneRoutes::Outcome SceneRoutes::asked(std::function<Outcome()> call,
+                                        const std::stop_token& stop) {
+    return served_.queue.ask<Outcome>(std::move(call), stop)
+        .value_or(Outcome{nullptr, refused(503, "The workbench ends.")});
+}
+
+WebResponse SceneRoutes::responseOf(const Outcome& outcome) {
+    return outcome.refusal ? *outcome.refusal : ok(outcome.scene->json());
+}
+
 void SceneRoutes::tell(const Call& call) {
     const std::string name = call.request.parameter("file");
-    if (name.empty()) return served_.onFrame(call.reply, [this] { return ok(scene_.json()); });
-    served_.addJob(call.reply,
-                   [this, name](const std::stop_token& stop) { return besides(name, stop); });
+    if (!name.empty()) {
+        served_.addJob(WaitsFor::Disk, call.reply,
+                       [this, name](const std::stop_token& stop) { return besides(name, stop); });
+    } else if (!served_.queue.post([this, reply = call.reply] { answer(reply); })) {
+        call.reply(busy());
+    }
 }
 
 WebResponse SceneRoutes::besides(const std::string& name, const std::stop_token& stop) {
     const auto file = folder_.find(name);
     if (!file) return refused(422, "The name leads out of the folder of the workbench.");
-    const auto text = contentOf(file->string());
-    if (text && !isScene(text)) return refused(422, name + " is no scene.");
-    const auto compare = [&] {
-        try {
-            return ok(scene_.jsonBeside(name, text));
-        } catch (const UsageError& error) {
-            return refused(422, served_.live.redaction()(error.what()));
-        }
-    };
-    return served_.queue.ask<WebResponse>(compare, stop).value_or(ended());
+    const SceneContent content = contentOf(file->string());
+    if (content.text != nullptr && !isScene(content)) return refused(422, name + " is no scene.");
+    const Outcome outcome = asked([this] { return Outcome{snapshot(), {}}; }, stop);
+    if (outcome.refusal) return *outcome.refusal;
+    try {
+        return ok(outcome.scene->jsonBeside(name, content));
+    } catch (const UsageError& error) {
+        return refused(422, outcome.scene->redact(error.what()));
+    }
 }
 
 void SceneRoutes::tellFiles(const Call& call) {
-    served_.addJob(call.reply, [this](const std::stop_token& stop) {
+    served_.addJob(WaitsFor::Disk, call.reply, [this](const std::stop_token& stop) {
         const auto isWanted = [](const std::filesystem::path& file) {
             return isScene(contentOf(file.string()));
         };
@@ -90,12 +126,12 @@ void SceneRoutes::tellFiles(const Call& call) {
 
 void SceneRoutes::open(const Call& call) {
     const std::string name = textIn(call.request.body, "file");
-    served_.addJob(call.reply, [this, name](const std::stop_token& stop) {
+    served_.addJob(WaitsFor::Disk, call.reply, [this, name](const std::stop_token& stop) {
         const std::string file = fileToOpen(name, stop);
-        const auto text = contentOf(file);
-        if (!text) return refused(422, "There is no such scene file: " + name);
-        return served_.queue.ask<WebResponse>([&] { return opened(file, *text); }, stop)
-            .value_or(ended());
+        const StoredScene scene{file, folder_.nameOf(file), contentOf(file)};
+        if (scene.content.text == nullptr)
+            return refused(422, "There is no such scene file: " + name);
+        return opened(scene, stop);
     });
 }
 
@@ -108,97 +144,98 @@ std::string SceneRoutes::fileToOpen(const std::string& name, const std::stop_tok
     return file ? file->string() : "";
 }
 
-WebResponse SceneRoutes::opened(const std::string& file, const std::string& text) {
-    if (scene_.isLocked()) return refused(409, "The scene is locked.");
-    if (scene_.isBeingSaved()) return busy();
+WebResponse SceneRoutes::opened(const StoredScene& scene, const std::stop_token& stop) {
     try {
-        scene_.open(file, text);
+        const SceneText text(scene.name, *scene.content.text, served_.host.parameters);
+        return responseOf(asked([&] { return take(scene, text.known()); }, stop));
     } catch (const UsageError& error) {
-        return refused(422, served_.live.redaction()(error.what()));
+        const auto redact = served_.redaction(stop);
+        return refused(422, redact ? (*redact)(error.what()) : "The workbench ends.");
+    }
+}
+
+SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile& instances) {
+    if (scene_.isLocked()) return {nullptr, refused(409, "The scene is locked.")};
+    if (scene_.isBeingSaved()) return {nullptr, busy()};
+    try {
+        scene_.open(scene, instances);
+    } catch (const UsageError& error) {
+        return {nullptr, refused(422, served_.live.redaction()(error.what()))};
     }
     for (const auto& instance : served_.live.instances())
         served_.publishEdited(*instance);
-    return ok(scene_.json());
+    return {snapshot(), {}};
 }
 
 void SceneRoutes::lock(const Call& call) {
-    const bool isLocked = isSetIn(call.request.body, "locked");
-    served_.onFrame(call.reply, [this, isLocked] {
+    const auto turn = [this, reply = call.reply, isLocked = isSetIn(call.request.body, "locked")] {
         scene_.lock(isLocked);
-        return ok(scene_.json());
-    });
+        answer(reply);
+    };
+    if (!served_.queue.post(turn)) call.reply(busy());
 }
 
 void SceneRoutes::save(const Call& call) {
-    const auto begin = [this, call] {
-        const std::string file = fileToSave(textIn(call.request.body, "file"));
-        if (auto refusal = refusesToSave(call.request.body, file)) return call.reply(*refusal);
-        save(call, saveFor(call.request.body, file));
-    };
-    if (!served_.queue.post(begin)) call.reply(busy());
+    const std::string& body = call.request.body;
+    const Wish wish{textIn(body, "file"), textIn(body, "stamp"), isSetIn(body, "held"),
+                    isSetIn(body, "withoutSecrets")};
+    served_.addJob(WaitsFor::Disk, call.reply,
+                   [this, wish](const std::stop_token& stop) { return saved(wish, stop); });
 }
 
-/// The scene's own without a name; empty where a scene may not be.
+/// Empty where a scene may not be.
 std::string SceneRoutes::fileToSave(const std::string& name) const {
-    if (name.empty()) return scene_.file();
     const auto file = name.ends_with(ending) ? folder_.find(name) : std::nullopt;
     return file ? file->string() : "";
 }
 
-std::optional<WebResponse> SceneRoutes::refusesToSave(const std::string& body,
+std::optional<WebResponse> SceneRoutes::refusesToSave(const Wish& wish,
                                                       const std::string& file) const {
-    const bool isNamed = !textIn(body, "file").empty();
-    if (scene_.isLocked() && !isSetIn(body, "held"))
+    if (scene_.isLocked() && !wish.isHeld)
         return refused(423, "The scene is locked: hold the button to save nevertheless.");
     if (scene_.isBeingSaved()) return busy();
-    if (file.empty() && !isNamed) return refused(422, "The scene has no file yet.");
+    if (file.empty() && wish.name.empty()) return refused(422, "The scene has no file yet.");
     if (file.empty())
         return refused(422,
                        "A scene is saved in or below the folder of the workbench, in a file "
                        "whose name ends with .json.");
+    // What is written goes on what the file was when it was looked at last.
+    const bool isSeen =
+        file != scene_.file() || wish.stamp == scene_.stamp() || scene_.stamp() == "missing";
+    if (!isSeen) return refused(409, "The scene file has been changed on disk meanwhile.");
     return std::nullopt;
 }
 
-SceneRoutes::Save SceneRoutes::saveFor(const std::string& body, const std::string& file) const {
-    Save save;
-    save.file = file;
-    save.isOwn = save.file == scene_.file();
-    save.stamp = textIn(body, "stamp");
-    const std::string withoutSecrets = scene_.textToSave(true);
-    save.text = isSetIn(body, "withoutSecrets") ? withoutSecrets : scene_.textToSave(false);
-    save.isPrivate = save.text != withoutSecrets;
-    return save;
-}
-
-void SceneRoutes::save(const Call& call, const Save& save) {
-    // What is written goes on what the file was when it was looked at last.
-    const bool isSeen = !save.isOwn || save.stamp == scene_.stamp() || scene_.stamp() == "missing";
-    if (!isSeen)
-        return call.reply(refused(409, "The scene file has been changed on disk meanwhile."));
+SceneRoutes::Outcome SceneRoutes::beginSave(const Wish& wish, const std::string& named) {
+    const std::string& file = wish.name.empty() ? scene_.file() : named;
+    if (auto refusal = refusesToSave(wish, file)) return {nullptr, std::move(refusal)};
     scene_.setBeingSaved(true);
-    const bool isBegun = served_.addJob(
-        call.reply, [this, save](const std::stop_token& stop) { return write(save, stop); });
-    if (!isBegun) scene_.setBeingSaved(false);
+    return {snapshot(), {}};
 }
 
-WebResponse SceneRoutes::write(const Save& save, const std::stop_token& stop) {
+SceneRoutes::Outcome SceneRoutes::endSave(const StoredScene& scene,
+                                          std::optional<WebResponse> refusal) {
+    scene_.setBeingSaved(false);
+    if (refusal) return {nullptr, std::move(refusal)};
+    scene_.saved(scene);
+    return {snapshot(), {}};
+}
+
+WebResponse SceneRoutes::saved(const Wish& wish, const std::stop_token& stop) {
+    const std::string named = fileToSave(wish.name);
+    const Outcome begun = asked([&] { return beginSave(wish, named); }, stop);
+    if (begun.refusal) return *begun.refusal;
     std::optional<WebResponse> refusal;
-    const auto isAllowed = [&] {
-        refusal = refusesToReplace(save.file, save.isOwn, save.stamp);
-        return !refusal;
-    };
+    StoredScene scene{wish.name.empty() ? begun.scene->file : named, "", begun.scene->opened};
     try {
-        if (isAllowed()) replaceFile(save.file, save.text, save.isPrivate, isAllowed);
-    } catch (const std::system_error& error) {
-        refusal = refused(422, "The scene cannot be written: " + error.code().message() + ".");
+        scene.name = folder_.nameOf(scene.file);
+        scene.content = SceneContent(begun.scene->textToSave(wish.isWithoutSecrets));
+        const bool isPrivate = *scene.content.text != begun.scene->textToSave(true);
+        refusal = written(scene, {scene.file == begun.scene->file, wish.stamp, isPrivate});
+    } catch (const std::exception& error) {
+        refusal = refused(500, error.what());
     }
-    const auto finish = [&] {
-        scene_.setBeingSaved(false);
-        if (refusal) return *refusal;
-        scene_.saved(save.file, save.text);
-        return ok(scene_.json());
-    };
-    return served_.queue.ask<WebResponse>(finish, stop).value_or(ended());
+    return responseOf(asked([&] { return endSave(scene, refusal); }, stop));
 }
 
 }  // namespace workbench

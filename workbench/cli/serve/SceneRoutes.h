@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "workbench/cli/serve/OpenScene.h"
@@ -20,13 +21,20 @@ public:
 private:
     static const Route<SceneRoutes> table[5];
 
-    /// What is to be written where.
-    struct Save {
-        std::string file;
-        bool isOwn = false;  // the file that the scene is from
-        std::string stamp;   // of the content that the user has seen there
-        std::string text;
-        bool isPrivate = false;  // it holds secrets
+    using Snapshot = std::shared_ptr<const SceneSnapshot>;
+
+    /// What has become of the scene, or why it stays as it was.
+    struct Outcome {
+        Snapshot scene;
+        std::optional<serve::WebResponse> refusal;
+    };
+
+    /// A save, as a page wishes for it.
+    struct Wish {
+        std::string name;   // of the file; empty for the scene's own
+        std::string stamp;  // of the content that the user has seen there
+        bool isHeld = false;
+        bool isWithoutSecrets = false;
     };
 
     void tell(const Call& call);
@@ -36,17 +44,22 @@ private:
     void lock(const Call& call);
 
     // On the host's thread:
-    serve::WebResponse opened(const std::string& file, const std::string& text);
-    std::string fileToSave(const std::string& name) const;
-    std::optional<serve::WebResponse> refusesToSave(const std::string& body,
+    Snapshot snapshot() const { return std::make_shared<SceneSnapshot>(scene_.snapshot()); }
+    void answer(const serve::Reply& reply);
+    Outcome take(const StoredScene& scene, const SceneFile& instances);
+    Outcome beginSave(const Wish& wish, const std::string& named);
+    Outcome endSave(const StoredScene& scene, std::optional<serve::WebResponse> refusal);
+    std::optional<serve::WebResponse> refusesToSave(const Wish& wish,
                                                     const std::string& file) const;
-    Save saveFor(const std::string& body, const std::string& file) const;
-    void save(const Call& call, const Save& save);
 
     // On the thread of a job:
+    Outcome asked(std::function<Outcome()> call, const std::stop_token& stop);
+    static serve::WebResponse responseOf(const Outcome& outcome);
     serve::WebResponse besides(const std::string& name, const std::stop_token& stop);
     std::string fileToOpen(const std::string& name, const std::stop_token& stop);
-    serve::WebResponse write(const Save& save, const std::stop_token& stop);
+    serve::WebResponse opened(const StoredScene& scene, const std::stop_token& stop);
+    std::string fileToSave(const std::string& name) const;
+    serve::WebResponse saved(const Wish& wish, const std::stop_token& stop);
 
     ServedScene& served_;
     const StartFolder& folder_;

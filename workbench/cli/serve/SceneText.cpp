@@ -160,7 +160,7 @@ std::vector<int32_t> SceneText::differences(const lumo::Record& before,
 std::optional<SceneChange> SceneText::changeBy(const ShownInstance& shown) const {
     const StoredInstance* const stored = find(shown.stored);
     const lumo::Record before = stored == nullptr ? lumo::Record(parameters_) : valuesOf(*stored);
-    const std::vector<int32_t> changed = differences(before, shown.values);
+    const std::vector<int32_t> changed = differences(before, *shown.values);
     SceneChange change{shown.name, stored == nullptr ? Kind::New : Kind::Changed, "", {}};
     if (stored != nullptr && stored->name != shown.name) {
         change.kind = Kind::Renamed;
@@ -168,13 +168,13 @@ std::optional<SceneChange> SceneText::changeBy(const ShownInstance& shown) const
     }
     if (change.kind == Kind::Changed && changed.empty()) return std::nullopt;
     const Redaction secretsBefore = secretsOf(before);
-    const Redaction secrets = secretsOf(shown.values);
+    const Redaction secrets = secretsOf(*shown.values);
     for (const int32_t index : changed) {
         const lumo::Parameter& parameter = parameters_.at(index);
         change.values.push_back(
             {parameter.name,
              stored == nullptr ? "" : shownValue(parameter, index, before, secretsBefore),
-             shownValue(parameter, index, shown.values, secrets)});
+             shownValue(parameter, index, *shown.values, secrets)});
     }
     return change;
 }
@@ -215,7 +215,7 @@ std::string SceneText::with(const std::vector<ShownInstance>& shown, bool withou
 void SceneText::writeInstance(const ShownInstance& shown, bool withoutSecrets,
                               JsonWriter& out) const {
     const Node stored = nodeOf(shown.like);
-    const Redaction secrets = secretsOf(shown.values);
+    const Redaction secrets = secretsOf(*shown.values);
     out.open('{');
     if (stored == none) {
         out.member("name", shown.name);
@@ -248,13 +248,14 @@ std::map<int32_t, SceneText::Node> SceneText::nodesInForce(Node parameters) cons
     return nodes;
 }
 
-/// Those that the file has, in its order, then those that are not at their default.
+/// Those that the file has, in its order, then those that are not at their
+/// default.
 void SceneText::writeParameters(const ShownInstance& shown, Node stored, bool withoutSecrets,
                                 JsonWriter& out) const {
     const lumo::Record defaults(parameters_);
     const StoredInstance* const known = stored == none ? nullptr : find(shown.like);
     const lumo::Record before = known == nullptr ? lumo::Record(parameters_) : valuesOf(*known);
-    const Redaction secrets = secretsOf(shown.values);
+    const Redaction secrets = secretsOf(*shown.values);
     const Redaction* const hidden = withoutSecrets ? &secrets : nullptr;
     const std::map<int32_t, Node> inForce = nodesInForce(stored);
     std::set<int32_t> written;
@@ -262,12 +263,12 @@ void SceneText::writeParameters(const ShownInstance& shown, Node stored, bool wi
     const auto write = [&](const lumo::Parameter& parameter, int32_t index, Node node) {
         if (!written.insert(index).second) return;
         out.name(parameter.name);
-        if (withoutSecrets && holdsSecret(parameter, index, shown.values, secrets)) {
-            writeWithoutSecrets(parameter, index, shown.values, secrets, out);
-        } else if (node != none && isSameValue(parameter, index, before, shown.values)) {
+        if (withoutSecrets && holdsSecret(parameter, index, *shown.values, secrets)) {
+            writeWithoutSecrets(parameter, index, *shown.values, secrets, out);
+        } else if (node != none && isSameValue(parameter, index, before, *shown.values)) {
             copy(node, out);
         } else {
-            writeParameter(parameter, index, shown.values, out);
+            writeParameter(parameter, index, *shown.values, out);
         }
     };
     if (stored != none) {
@@ -283,7 +284,7 @@ void SceneText::writeParameters(const ShownInstance& shown, Node stored, bool wi
         }
     }
     forEachValue(parameters_, [&](const lumo::Parameter& parameter, int32_t index) {
-        if (isStored(parameter) && !isSameValue(parameter, index, defaults, shown.values))
+        if (isStored(parameter) && !isSameValue(parameter, index, defaults, *shown.values))
             write(parameter, index, none);
     });
     out.close('}');

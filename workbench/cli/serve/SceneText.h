@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,7 +19,7 @@ struct ShownInstance {
     std::string name;
     std::string stored;  // the name under which the scene file has it; empty when it has not
     std::string like;    // the name of the stored one that it goes on, or was copied from
-    lumo::Record values;
+    std::shared_ptr<const lumo::Record> values;
 };
 
 /// What a save would change in a scene file.

@@ -1,5 +1,6 @@
 #include "workbench/cli/serve/ServedScene.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "workbench/cli/JsonWriter.h"
@@ -10,6 +11,12 @@
 namespace workbench {
 
 using serve::WebResponse;
+
+namespace {
+
+constexpr std::chrono::seconds patience{3};  // with jobs, when the workbench ends
+
+}  // namespace
 
 void ServedScene::onFrame(const serve::Reply& reply, std::function<WebResponse()> answer) {
     auto call = [reply, answer = std::move(answer)] { reply(answer()); };
@@ -25,17 +32,34 @@ void ServedScene::onInstance(const Call& call, std::function<void(LiveInstance&)
     if (!queue.post(std::move(find))) call.reply(busy());
 }
 
-bool ServedScene::addJob(const serve::Reply& reply,
+bool ServedScene::addJob(WaitsFor kind, Jobs::Job job) {
+    return jobs_[static_cast<std::size_t>(kind)].add(std::move(job));
+}
+
+bool ServedScene::addJob(WaitsFor kind, const serve::Reply& reply,
                          std::function<WebResponse(const std::stop_token&)> work) {
-    const bool isTaken = jobs_.add([reply, work = std::move(work)](const std::stop_token& stop) {
+    auto answer = [reply, work = std::move(work)](const std::stop_token& stop) {
         try {
             reply(work(stop));
         } catch (const std::exception& error) {
             reply(refused(500, error.what()));
         }
-    });
+    };
+    const bool isTaken = addJob(kind, std::move(answer));
     if (!isTaken) reply(busy());
     return isTaken;
+}
+
+bool ServedScene::endJobs() {
+    for (Jobs& jobs : jobs_)
+        jobs.requestStop();
+    const auto end = std::chrono::steady_clock::now() + patience;
+    return std::all_of(jobs_.begin(), jobs_.end(),
+                       [end](Jobs& jobs) { return jobs.waitUntil(end); });
+}
+
+std::optional<Redaction> ServedScene::redaction(const std::stop_token& stop) {
+    return queue.ask<Redaction>([this] { return live.redaction(); }, stop);
 }
 
 std::shared_ptr<const cobalt::Store> ServedScene::copyOfStore(
@@ -57,7 +81,7 @@ void ServedScene::askChild(const Call& call, LiveInstance& instance, const char*
     SceneChild child{command, std::move(arguments),
                      sceneOf(instance.name(), host.parameters, instance.shownValues()),
                      options.plugin, options.fontEncoding};
-    addJob(call.reply, [child = std::move(child)](const std::stop_token& stop) {
+    addJob(WaitsFor::Child, call.reply, [child = std::move(child)](const std::stop_token& stop) {
         return responseOf(ask(child, stop));
     });
 }

@@ -4,6 +4,7 @@
 // jobs that take long.
 // Owned by the Api, behind the server; answers that wait here go before it.
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,6 +19,10 @@
 #include "workbench/cli/serve/Routes.h"
 
 namespace workbench {
+
+/// What a job may have to wait for. Those of a kind have threads of their own, so that a server or
+/// a disk that does not answer holds up no others.
+enum class WaitsFor { Child, Disk, Nothing };
 
 class ServedScene {
 public:
@@ -40,18 +45,22 @@ public:
 
     /// Answers on the thread of a job. False when there are too many, which is answered. Any
     /// thread.
-    bool addJob(const serve::Reply& reply,
+    bool addJob(WaitsFor kind, const serve::Reply& reply,
                 std::function<serve::WebResponse(const std::stop_token&)> work);
 
     /// A job that answers nobody. False when there are too many.
-    bool addJob(Jobs::Job job) { return jobs_.add(std::move(job)); }
+    bool addJob(WaitsFor kind, Jobs::Job job);
 
-    /// Waits for the jobs, which use what is about to go.
-    void endJobs() { jobs_.end(); }
+    /// Waits for the jobs, which use what is about to go. False when one does not come to its end,
+    /// since a disk does not answer.
+    bool endJobs();
 
     /// Answers with what a command of this program says of the instance. Host's thread.
     void askChild(const Call& call, LiveInstance& instance, const char* command,
                   std::vector<std::string> arguments);
+
+    /// What hides the secrets of all instances; nothing when a stop is requested. For jobs.
+    std::optional<Redaction> redaction(const std::stop_token& stop);
 
     /// A copy of the fields of the store that are wanted; null when a stop is requested. It goes on
     /// the host's thread. For jobs.
@@ -66,7 +75,7 @@ public:
 
 private:
     serve::WebServer& server_;
-    Jobs jobs_;  // the last member: they use the others
+    std::array<Jobs, 3> jobs_{Jobs(4), Jobs(4), Jobs(2)};  // by kind; the last member: they use all
 };
 
 }  // namespace workbench

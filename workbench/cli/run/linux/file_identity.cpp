@@ -1,6 +1,6 @@
 #include <sys/stat.h>
 
-#include "workbench/cli/run/SceneWatch.h"
+#include "workbench/cli/run/FileMark.h"
 
 namespace workbench {
 

@@ -1,4 +1,4 @@
-#include "workbench/cli/run/SceneWatch.h"
+#include "workbench/cli/run/FileMark.h"
 
 namespace workbench {
 
