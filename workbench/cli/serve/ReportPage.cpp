@@ -1,82 +1,50 @@
 #include "workbench/cli/serve/ReportPage.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
-#include "formats/text/number_text.h"
 #include "workbench/cli/serve/LineReader.h"
 #include "workbench/cli/serve/load_json.h"
-#include "workbench/cli/serve/parsed_json.h"
 
 namespace workbench {
 
 namespace {
 
-using intake::JsonDocument;
-
 constexpr std::size_t mostInPage = 500;
-constexpr std::size_t mostInstances = 500;
-constexpr std::uintmax_t mostBytes = 256U << 20;  // of a file
-constexpr std::array outcomes{LoadOutcome::Loaded,       LoadOutcome::Empty,
-                              LoadOutcome::Failed,       LoadOutcome::NotExecuted,
-                              LoadOutcome::ActionFailed, LoadOutcome::Late};
 
-std::size_t countIn(const JsonDocument& json, const char* name) {
-    return intake::parseWhole<std::size_t>(memberText(json, JsonDocument::ROOT, name)).value_or(0);
+void writeSummary(const std::string& name, const ReportIndex::Summary& summary,
+                  const Redaction& redact, JsonWriter& out) {
+    out.open('{');
+    out.member("name", redact(name));
+    out.member("loads", summary.loads);
+    out.member("bad", summary.bad);
+    out.member("first", redact(summary.first));
+    out.member("last", redact(summary.last));
+    out.close('}');
+}
+
+void writeReported(const ReportedLoad& load, const Redaction& redact, JsonWriter& out) {
+    LoadReport report = load.report;
+    report.instance = redact(report.instance);
+    report.error = redact(report.error);
+    out.open('{');
+    writeLoad(report, redact(load.time), "", out);
+    out.close('}');
 }
 
 }  // namespace
 
-bool ReportPage::readLine(const std::string& line, Load& load) {
-    const auto json = line.size() > longestReport ? std::nullopt : parsedJson(line);
-    if (!json) return false;
-    const auto text = [&](const char* name) {
-        return std::string(memberText(*json, JsonDocument::ROOT, name));
-    };
-    const auto outcome = std::find_if(outcomes.begin(), outcomes.end(), [&](LoadOutcome each) {
-        return text("outcome") == nameOf(each);
-    });
-    load.time = text("time");
-    if (outcome == outcomes.end() || load.time.empty()) return false;
-    LoadReport& report = load.report;
-    report.instance = text("instance");
-    report.outcome = *outcome;
-    report.records = countIn(*json, "records");
-    report.recordsBefore = countIn(*json, "recordsBefore");
-    report.bytes = countIn(*json, "bytes");
-    report.seconds = static_cast<double>(countIn(*json, "durationMs")) / 1000;
-    report.error = text("error");
-    return true;
-}
-
-void ReportPage::summarise(const Load& load) {
-    Summary& summary = summaries_[load.report.instance];
-    if (summary.loads++ == 0) summary.first = load.time;
-    if (!isGood(load.report.outcome)) ++summary.bad;
-    summary.last = load.time;
-}
-
-void ReportPage::note(Load load) {
-    const bool isKnown = summaries_.contains(load.report.instance);
-    if (isKnown || summaries_.size() < mostInstances) summarise(load);
-    if (!wanted_.instance.empty() && load.report.instance != wanted_.instance) return;
-    const std::size_t place = count_++;
-    const std::size_t most = std::min(wanted_.count, mostInPage);
-    if (place >= wanted_.from && loads_.size() < most) loads_.push_back(std::move(load));
-}
-
-void ReportPage::read(const std::filesystem::path& file, const std::stop_token& stop) {
-    LineReader reader(file, mostBytes, longestReport);
-    for (std::string line; !stop.stop_requested() && reader.next(line);) {
-        Load load;
-        if (readLine(line, load)) {
-            note(std::move(load));
-        } else {
-            ++unreadable_;
-        }
+ReportPage::ReportPage(const ReportIndex& index, const Wanted& wanted) : index_(index) {
+    const std::vector<std::uint32_t> places = index.placesOf(wanted.instance);
+    count_ = places.size();
+    const std::size_t first = std::min(wanted.from, count_);
+    const std::size_t last = first + std::min({wanted.count, mostInPage, count_ - first});
+    LineReader reader(index.file(), longestReportFile, longestReport);
+    std::string line;
+    for (std::size_t i = first; i < last; ++i) {
+        reader.seek(places[i]);
+        auto load = reader.next(line) ? reportedLoad(line) : std::nullopt;
+        if (load) loads_.push_back(std::move(*load));
     }
-    isCut_ = reader.isCut();
 }
 
 std::string ReportPage::json(const Redaction& redact) const {
@@ -84,41 +52,20 @@ std::string ReportPage::json(const Redaction& redact) const {
     out.open('{');
     out.name("instances");
     out.open('[');
-    for (const auto& [name, summary] : summaries_) {
-        out.open('{');
-        out.member("name", redact(name));
-        out.member("loads", summary.loads);
-        out.member("bad", summary.bad);
-        out.member("first", redact(summary.first));
-        out.member("last", redact(summary.last));
-        out.close('}');
-    }
+    for (const auto& [name, summary] : index_.instances())
+        writeSummary(name, summary, redact, out);
     out.close(']');
     out.member("count", count_);
     out.name("loads");
     out.open('[');
-    for (const Load& load : loads_) {
-        LoadReport report = load.report;
-        report.instance = redact(report.instance);
-        report.error = redact(report.error);
-        out.open('{');
-        writeLoad(report, redact(load.time), "", out);
-        out.close('}');
-    }
+    for (const ReportedLoad& load : loads_)
+        writeReported(load, redact, out);
     out.close(']');
-    out.member("unreadable", unreadable_);
+    out.member("unreadable", index_.unreadable());
     out.name("endedEarly");
-    out.boolean(isCut_);
+    out.boolean(index_.isCut());
     out.close('}');
     return out.take();
-}
-
-bool isReport(const std::filesystem::path& file) {
-    std::string line;
-    if (!LineReader(file, longestReport, longestReport).next(line)) return false;
-    const auto json = parsedJson(line);
-    return json && json->find(JsonDocument::ROOT, "outcome") != JsonDocument::NONE &&
-           json->find(JsonDocument::ROOT, "durationMs") != JsonDocument::NONE;
 }
 
 }  // namespace workbench

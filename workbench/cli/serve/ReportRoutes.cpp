@@ -40,9 +40,7 @@ void ReportRoutes::tellReport(const Call& call) {
         if (!redact) return refused(503, "The workbench ends.");
         const std::unique_lock alone(reading_, std::try_to_lock);
         if (!alone) return busy();
-        ReportPage page(wanted);
-        page.read(*file, stop);
-        return ok(page.json(*redact));
+        return ok(ReportPage(indexes_.of(file->string(), stop), wanted).json(*redact));
     };
     served_.addJob(WaitsFor::Disk, call.reply, tell);
 }

@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include "workbench/cli/serve/ReportIndex.h"
 #include "workbench/cli/serve/ServedScene.h"
 #include "workbench/cli/serve/StartFolder.h"
 
@@ -25,6 +26,7 @@ private:
     ServedScene& served_;
     const StartFolder& folder_;
     std::mutex reading_;  // a report is long: one at a time leaves the other threads to others
+    ReportIndexes indexes_;
 };
 
 }  // namespace workbench

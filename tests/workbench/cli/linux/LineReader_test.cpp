@@ -35,3 +35,19 @@ TEST(LineReader, ReadsNoMoreThanItMay) {
     EXPECT_EQ(linesOf("ab\ncd\n", 4, 10), "[ab][c]…");
     EXPECT_EQ(linesOf("ab\ncd\n", 6, 10), "[ab][cd]");
 }
+
+TEST(LineReader, GoesToAPlaceThatItHasToldOf) {
+    const std::filesystem::path file = std::filesystem::path(TEST_FOLDER) / "places.txt";
+    std::ofstream(file, std::ios::binary) << "a\nbc\nd";
+    LineReader reader(file, 100, 10);
+    std::string line;
+    reader.next(line);
+    const auto second = reader.place();
+    EXPECT_EQ(second, 2U);
+    while (reader.next(line)) {
+    }
+    EXPECT_EQ(reader.place(), 6U);
+    reader.seek(second);
+    EXPECT_TRUE(reader.next(line));
+    EXPECT_EQ(line, "bc");
+}
