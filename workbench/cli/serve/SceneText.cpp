@@ -248,46 +248,67 @@ std::map<int32_t, SceneText::Node> SceneText::nodesInForce(Node parameters) cons
     return nodes;
 }
 
-/// Those that the file has, in its order, then those that are not at their
-/// default.
+/// The parameters of an instance on their way to a file.
+struct SceneText::Writing {
+    const lumo::Record& values;
+    const lumo::Record before;  // in the file
+    const Redaction secrets;
+    const bool isWithoutSecrets;
+    JsonWriter& out;
+    std::set<int32_t> written;
+};
+
 void SceneText::writeParameters(const ShownInstance& shown, Node stored, bool withoutSecrets,
                                 JsonWriter& out) const {
-    const lumo::Record defaults(parameters_);
     const StoredInstance* const known = stored == none ? nullptr : find(shown.like);
-    const lumo::Record before = known == nullptr ? lumo::Record(parameters_) : valuesOf(*known);
-    const Redaction secrets = secretsOf(*shown.values);
-    const Redaction* const hidden = withoutSecrets ? &secrets : nullptr;
-    const std::map<int32_t, Node> inForce = nodesInForce(stored);
-    std::set<int32_t> written;
+    Writing writing{*shown.values,
+                    known == nullptr ? lumo::Record(parameters_) : valuesOf(*known),
+                    secretsOf(*shown.values),
+                    withoutSecrets,
+                    out,
+                    {}};
     out.open('{');
-    const auto write = [&](const lumo::Parameter& parameter, int32_t index, Node node) {
-        if (!written.insert(index).second) return;
-        out.name(parameter.name);
-        if (withoutSecrets && holdsSecret(parameter, index, *shown.values, secrets)) {
-            writeWithoutSecrets(parameter, index, *shown.values, secrets, out);
-        } else if (node != none && isSameValue(parameter, index, before, *shown.values)) {
-            copy(node, out);
-        } else {
-            writeParameter(parameter, index, *shown.values, out);
-        }
-    };
-    if (stored != none) {
-        for (Node each = JsonDocument::firstChild(stored); each != json_.behind(stored);
-             each = json_.behind(each)) {
-            const auto index = parameters_.find(json_.name(each));
-            if (index) {
-                write(parameters_.at(*index), *index, inForce.at(*index));
-            } else {
-                out.name(json_.name(each));
-                copy(each, out, hidden);
-            }
-        }
-    }
-    forEachValue(parameters_, [&](const lumo::Parameter& parameter, int32_t index) {
-        if (isStored(parameter) && !isSameValue(parameter, index, defaults, *shown.values))
-            write(parameter, index, none);
-    });
+    if (stored != none) writeStored(stored, writing);
+    writeFurther(writing);
     out.close('}');
+}
+
+/// Those that the file has, in its order.
+void SceneText::writeStored(Node stored, Writing& writing) const {
+    const std::map<int32_t, Node> inForce = nodesInForce(stored);
+    for (Node each = JsonDocument::firstChild(stored); each != json_.behind(stored);
+         each = json_.behind(each)) {
+        if (const auto index = parameters_.find(json_.name(each))) {
+            writeValue(*index, inForce.at(*index), writing);
+            continue;
+        }
+        writing.out.name(json_.name(each));
+        copy(each, writing.out, writing.isWithoutSecrets ? &writing.secrets : nullptr);
+    }
+}
+
+/// Of the others those that are not at their default.
+void SceneText::writeFurther(Writing& writing) const {
+    const lumo::Record defaults(parameters_);
+    forEachValue(parameters_, [&](const lumo::Parameter& parameter, int32_t index) {
+        if (isStored(parameter) && !isSameValue(parameter, index, defaults, writing.values))
+            writeValue(index, none, writing);
+    });
+}
+
+/// Once each; what has not changed as the file has it.
+void SceneText::writeValue(int32_t index, Node stored, Writing& writing) const {
+    if (!writing.written.insert(index).second) return;
+    const lumo::Parameter& parameter = parameters_.at(index);
+    const auto& [values, before, secrets, isWithoutSecrets, out, written] = writing;
+    out.name(parameter.name);
+    if (isWithoutSecrets && holdsSecret(parameter, index, values, secrets)) {
+        writeWithoutSecrets(parameter, index, values, secrets, out);
+    } else if (stored != none && isSameValue(parameter, index, before, values)) {
+        copy(stored, out);
+    } else {
+        writeParameter(parameter, index, values, out);
+    }
 }
 
 /// Without the secrets in its texts, if any are given.

@@ -72,8 +72,12 @@ private:
                       std::map<std::string, std::string>& found) const;
     std::optional<SceneChange> changeBy(const ShownInstance& shown) const;
     void writeInstance(const ShownInstance& shown, bool withoutSecrets, JsonWriter& out) const;
+    struct Writing;
     void writeParameters(const ShownInstance& shown, Node stored, bool withoutSecrets,
                          JsonWriter& out) const;
+    void writeStored(Node stored, Writing& writing) const;
+    void writeFurther(Writing& writing) const;
+    void writeValue(int32_t index, Node stored, Writing& writing) const;
     std::map<int32_t, Node> nodesInForce(Node parameters) const;
     void copy(Node node, JsonWriter& out, const Redaction* secrets = nullptr) const;
 
