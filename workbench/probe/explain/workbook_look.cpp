@@ -12,6 +12,7 @@
 #include "workbench/probe/explain/KeyTally.h"
 #include "workbench/probe/explain/RowRange.h"
 #include "workbench/probe/explain/ScriptCheck.h"
+#include "workbench/probe/explain/settings_check.h"
 #include "workbench/probe/sheet_fields.h"
 #include "workbench/probe/words.h"
 
@@ -168,14 +169,6 @@ private:
         return isThere && table.value(position, column, cell) ? textOf(cell) : "";
     }
 
-    bool needsKey() const {
-        const bool isNamed =
-            settings_.mode == TargetMode::DataStructure && !settings_.table.empty();
-        return settings_.mode == TargetMode::DataTable ||
-               settings_.mode == TargetMode::FieldArray ||
-               (settings_.mode == TargetMode::DataStructure && !isNamed);
-    }
-
     /// The column of the result by whose name the key is looked up; the position among all of them
     /// when it is not there.
     std::size_t keyColumn() const {
@@ -188,7 +181,7 @@ private:
     void checkKey(const SheetTable& table) {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
             return tellOneStructure(*ladder_.records, ladder_);
-        if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
+        if (!needsKey(settings_)) return ladder_.ok(Stage::Key, "none is needed");
         if (*ladder_.records == 0) return;
         const std::size_t key = keyColumn();
         const bool hasUnknown = std::any_of(columns_.begin(), columns_.end(),

@@ -11,6 +11,7 @@
 #include "workbench/probe/explain/ScriptCheck.h"
 #include "workbench/probe/explain/XmlQueries.h"
 #include "workbench/probe/explain/XmlStop.h"
+#include "workbench/probe/explain/settings_check.h"
 #include "workbench/probe/explain/text_end.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/words.h"
@@ -130,15 +131,10 @@ private:
         ladder_.records = nodes_.size();
     }
 
-    bool needsKey() const {
-        return settings_.mode == TargetMode::DataTable ||
-               (settings_.mode == TargetMode::DataStructure && settings_.table.empty());
-    }
-
     void checkKey() {
         if (settings_.mode == TargetMode::DataStructure && !settings_.table.empty())
             return tellOneStructure(nodes_.size(), ladder_);
-        if (!needsKey()) return ladder_.ok(Stage::Key, "none is needed");
+        if (!needsKey(settings_)) return ladder_.ok(Stage::Key, "none is needed");
         if (nodes_.empty()) return;
         KeyTally tally(settings_.key, "child or attribute");
         for (xmlNode* node : nodes_) {
