@@ -7,6 +7,7 @@ import { test } from "node:test";
 import { fileURLToPath } from "node:url";
 import { promisify } from "node:util";
 import { button, field, treeRow, useBrowser, waitFor } from "./browser.mjs";
+import { workbook as bookOf } from "./workbook.mjs";
 
 const here = useBrowser();
 const html = 4;
@@ -104,6 +105,21 @@ test("from a workbook to its records in four clicks, and its columns are chosen 
   await shown.click('button:text-is("As key")');
   await waitFor(() => valuesOf("book"), ({ key, range, mode }) => key === "Match" && range === "Home, [Home odds], Match" && mode === dataTable);
   await records(shown, "m281");
+});
+
+test("a hidden sheet is told as hidden, and taken like the others", async () => {
+  const book = bookOf([
+    { name: "Shown", rows: [["id"], [1]] },
+    { name: "Notes", rows: [["word"], ["ebb"], ["flow"]], hidden: true },
+  ]);
+  const shown = await here.openEdit("book", [{ name: "book", parameters: { queryMode: excel, filename: "book.xlsx", sheet: "Shown" } }], { "book.xlsx": book });
+  await treeRow(shown, "Notes").waitFor();
+  assert.equal(await treeRow(shown, "Shown").locator(".kind").innerText(), "sheet");
+  assert.equal(await treeRow(shown, "Notes").locator(".kind").innerText(), "sheet, hidden");
+  await treeRow(shown, "Notes").click();
+  await waitFor(() => previewed(shown), (lines) => JSON.stringify(lines) === '[["ebb"],["flow"]]');
+  await all(shown).click();
+  await waitFor(() => valuesOf("book"), ({ sheet }) => sheet === "Notes");
 });
 
 test("a column that can name no record is not offered as key", async () => {

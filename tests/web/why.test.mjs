@@ -11,6 +11,7 @@ import { join } from "node:path";
 import { test } from "node:test";
 import { button, field, useBrowser, waitForRow } from "./browser.mjs";
 import { instance, live, rows } from "./served.mjs";
+import { workbook } from "./workbook.mjs";
 
 const here = useBrowser();
 
@@ -45,6 +46,21 @@ test("the screen to edit explains too, and its fields show what was used", async
   await page.click('.why button:text-is("Close")');
   await page.waitForSelector('[role="tab"]');
   assert.equal(await field(page, "xpath").inputValue(), "rows");
+});
+
+test("a sheet that was renamed is proposed under its new name, and taken by a press", async () => {
+  const named = (name) => workbook([{ name, rows: [["id", "club"], [1, "Greywharf"], [2, "Eskerfold"]] }]);
+  const book = { name: "book", parameters: { queryMode: 0, filename: "book.xlsx", sheet: "Table", mode: 1, table: "T", ...live } };
+  const page = await here.openWall([book], { "book.xlsx": named("Table") });
+  await waitForRow(page, "book", ({ records }) => records === "2");
+  await here.served.write("book.xlsx", named("Tables 2027"));
+  await waitForRow(page, "book", ({ state }) => /FAILED/i.test(state));
+  await button(page, "book", "Why?").click();
+  await page.waitForSelector(".why li.failed");
+  assert.match(await page.innerText(".why li.failed"), /has no sheet "Table"\. It has: Tables 2027\./);
+  await page.click('button:text-is("Use this")');
+  await waitForRow(page, "book", ({ state }) => /LOADED/i.test(state));
+  assert.equal((await here.served.get("/instances/book")).values.sheet, "Tables 2027");
 });
 
 test("an array that is rightly empty reads otherwise", async () => {
