@@ -1,6 +1,8 @@
 // The last loads of an instance, and reports of earlier runs.
 
 import assert from "node:assert/strict";
+import { truncate } from "node:fs/promises";
+import { join } from "node:path";
 import { test } from "node:test";
 import { useBrowser, waitFor } from "./browser.mjs";
 import { instance, live, rows } from "./served.mjs";
@@ -81,4 +83,23 @@ test("a report of last night is looked at in the same way", async () => {
   await waitFor(() => lines(page), (all) => all.length === 4);
   const outcomes = (await lines(page)).map(([, outcome]) => outcome);
   assert.deepEqual(outcomes, ["● loaded", "✕ failed", "● loaded", "● loaded"]);
+});
+
+test("why a load was bad can be asked as soon as it is known, without a further load", async () => {
+  const page = await openHistory("list", [instance("list", "list.json")]);
+  await page.waitForSelector("text=Nothing has been loaded yet.");
+  await here.served.ask("POST", "/instances/list/load", {});
+  await page.locator('.load-list button:text-is("Why?")').click();
+  await page.waitForSelector(".why li.failed");
+  assert.equal((await lines(page)).length, 1);
+});
+
+test("a report that is too long to be read whole says so", async () => {
+  const line = JSON.stringify({ time: "2026-11-21T23:00:00Z", instance: "league", outcome: "loaded", durationMs: 1 });
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(1), "long.jsonl": `${line}\n` });
+  await truncate(join(here.served.folder, "long.jsonl"), 257 * 1024 * 1024);
+  await page.click('nav a:text-is("Reports")');
+  await page.click('button:text-is("long.jsonl")');
+  await waitFor(() => lines(page), (all) => all.length === 1);
+  await page.waitForSelector("text=It is too long to be read whole");
 });

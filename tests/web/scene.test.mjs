@@ -1,10 +1,10 @@
 // The scene as a file: its instances, what a save would change, and other scenes.
 
 import assert from "node:assert/strict";
-import { readFile } from "node:fs/promises";
+import { readFile, truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
-import { field, useBrowser, waitFor } from "./browser.mjs";
+import { button, field, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -164,4 +164,30 @@ test("a save overwrites only what was shown when it was pressed", async () => {
   await page.keyboard.up("Enter");
   await waitFor(() => said(page), (text) => text !== "" && text !== "Saved.");
   assert.equal((await stored()).instances[0].parameters.filename, "else.json");
+});
+
+test("an instance of another scene under the same name has none of the former one's loads", async () => {
+  const page = await here.openWall([instance("list", "list.json"), instance("more", "list.json")], {
+    ...files,
+    "list.scene.json": JSON.stringify({ instances: [instance("list", "list.json", { numRows: "2" })] }),
+  });
+  await button(page, "list", "Load").click();
+  await waitForRow(page, "list", ({ records }) => records === "3");
+  await page.waitForSelector('tr:has(.name:text-is("list")) .spark:not([aria-hidden])');
+  await here.served.ask("POST", "/scene/open", { file: "list.scene.json" });
+  await waitFor(() => page.locator(".wall tbody tr").count(), (count) => count === 1);
+  await page.waitForSelector('tr:has(.name:text-is("list")) .spark[aria-hidden="true"]');
+  await button(page, "list", "Load").click();
+  await waitForRow(page, "list", ({ records }) => records === "2");
+  await waitFor(async () => (await here.served.get("/loads")).loads.length, (count) => count === 1);
+});
+
+test("a folder that is too large to be looked through is told", async () => {
+  const page = await here.openWall([instance("list", "list.json")], files);
+  for (let i = 0; i < 20; ++i) {
+    await here.served.write(`large${i}.json`, "");
+    await truncate(join(here.served.folder, `large${i}.json`), 17 * 1024 * 1024);
+  }
+  await page.click('nav a:text-is("Scene")');
+  await page.waitForSelector("text=The folder is too large to be looked through");
 });

@@ -222,3 +222,9 @@ test("a value that changes moves nothing beside it", async () => {
   assert.deepEqual(await places(), before);
   assert.equal((await rowOf(page, "list")).leftOver, "");
 });
+
+test("the page tells the version of the program that serves it", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(1) });
+  await waitFor(() => page.innerText(".version"), (text) => /\d/.test(text));
+  assert.equal(await page.innerText(".version"), (await here.served.run("--version")).trim());
+});

@@ -28,26 +28,25 @@ std::vector<std::string> StateNews::take(LiveScene& scene, double now) {
         const bool isKnown = told != told_.end() && isSame(told->second, state);
         if (!isKnown || noted_.contains(writer)) changed.push_back(state);
     }
+    // First what has gone: another one may have come under its name.
     std::vector<std::string> events;
-    if (!changed.empty())
-        events.push_back("\"type\": \"instances\", \"instances\": " + statesJson(changed));
     const std::string gone = takeGone(states);
     if (!gone.empty()) events.push_back(gone);
+    if (!changed.empty())
+        events.push_back("\"type\": \"instances\", \"instances\": " + statesJson(changed));
     told_ = std::move(states);
     noted_.clear();
     return events;
 }
 
-/// Names that none bears any more.
+/// Names that those do not bear any more that bore them.
 std::string StateNews::takeGone(const std::map<std::uint32_t, InstanceState>& states) {
-    std::set<std::string> borne;
-    for (const auto& [writer, state] : states)
-        borne.insert(state.name);
     JsonWriter names(JsonWriter::Layout::OneLine);
     bool isAny = false;
     names.open('[');
     for (const auto& [writer, told] : told_) {
-        if (borne.contains(told.name)) continue;
+        const auto state = states.find(writer);
+        if (state != states.end() && state->second.name == told.name) continue;
         names.text(told.name);
         isAny = true;
     }

@@ -7,6 +7,7 @@ import type {
   Explanation,
   Field,
   FieldPage,
+  FileList,
   Column,
   ColumnValues,
   Instance,
@@ -102,7 +103,7 @@ export function explore(name: string, wish: Wish): Promise<Outline> {
 
 export const scene = (file = ""): Promise<Scene> =>
   ask("GET", file === "" ? "/scene" : `/scene?${new URLSearchParams({ file })}`);
-export const sceneFiles = (): Promise<{ files: string[]; leftOut: number }> => ask("GET", "/scene/files");
+export const sceneFiles = (): Promise<FileList> => ask("GET", "/scene/files");
 export const openScene = (file: string): Promise<Scene> => ask("POST", "/scene/open", { file });
 export const saveScene = (wish: object): Promise<Scene> => ask("POST", "/scene/save", wish);
 export const lock = (locked: boolean): Promise<Scene> => ask("POST", "/lock", { locked });
@@ -116,7 +117,7 @@ export const loadHistory = (name: string, from: number): Promise<{ loads: KeptLo
   ask("GET", `${pathOf(name)}/history?from=${from}&count=100`);
 export const keptLoad = (name: string, id: number): Promise<{ load: KeptLoad; explanation: Explanation | null }> =>
   ask("GET", `${pathOf(name)}/history/${id}`);
-export const reports = (): Promise<{ files: string[] }> => ask("GET", "/reports");
+export const reports = (): Promise<FileList> => ask("GET", "/reports");
 export function report(file: string, instance: string, from: number): Promise<Report> {
   const query = new URLSearchParams({ instance, from: String(from), count: "100" });
   return ask("GET", `/reports/${encodeURIComponent(file)}?${query}`);

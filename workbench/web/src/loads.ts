@@ -53,9 +53,9 @@ export function forgetLoads(names: string[]): void {
 }
 
 /** The loads of an instance that was renamed are told under its new name. */
-export async function readLoads(gone: string[]): Promise<void> {
+export async function readLoads(): Promise<void> {
   const { loads } = await api.loads();
-  loadsOf.value = byInstance(inTime(loads).filter(({ instance }) => !gone.includes(instance)), new Map());
+  loadsOf.value = byInstance(inTime(loads), new Map());
 }
 
 export function noteLoads(loads: Load[], isAll: boolean): void {

@@ -3,6 +3,7 @@
 import { batch, signal } from "@preact/signals";
 import * as api from "./api.js";
 import { clock } from "./clock.js";
+import { noteLadder } from "./history/kept.js";
 import { forgetLoads, noteLoads, readLoads } from "./loads.js";
 import { readScene } from "./scene.js";
 import type { Event, Instance } from "./shapes.js";
@@ -13,6 +14,7 @@ export interface Seen extends Instance {
 }
 
 export const fileName = signal("");
+export const version = signal("");
 export const seen = signal<Seen[]>([]);
 export const error = signal("");
 
@@ -39,6 +41,7 @@ function note(states: Instance[], isAll: boolean): void {
 async function readAll(): Promise<void> {
   const about = await api.about();
   fileName.value = about.scene;
+  version.value = about.version;
   last = about.seq;
   note(await api.instances(), true);
   noteLoads((await api.loads()).loads, true);
@@ -52,7 +55,7 @@ function tell(fault: unknown): void {
 function forget(names: string[]): void {
   seen.value = seen.value.filter(({ name }) => !names.includes(name));
   forgetLoads(names);
-  readLoads(names).catch(tell);
+  readLoads().catch(tell);
 }
 
 function take(event: Event): void {
@@ -61,6 +64,7 @@ function take(event: Event): void {
   else if (event.type === "loads") noteLoads(event.loads, false);
   else if (event.type === "edited") edited.value = new Map([...edited.peek(), [event.name, event.revision]]);
   else if (event.type === "gone") forget(event.names);
+  else if (event.type === "ladder") noteLadder(event.name);
   else if (event.type === "scene") readScene().catch(tell);
   else readAll().catch(tell);
 }

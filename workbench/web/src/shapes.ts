@@ -19,6 +19,7 @@ export interface Instance {
 
 export interface About {
   program: string;
+  version: string;
   scene: string;
   seq: number;
 }
@@ -62,6 +63,13 @@ export interface Scene {
   stamp: string; // names the file's content on disk now
   locked: boolean;
   notes: string[]; // what was met in the file
+}
+
+/** Files of one kind at and below the folder of the workbench. */
+export interface FileList {
+  files: string[];
+  leftOut: number;
+  endedEarly: boolean; // there was too much to look at
 }
 
 export type StageState = "ok" | "warning" | "failed" | "skipped";
@@ -149,6 +157,7 @@ export interface Report {
   count: number;
   loads: Load[]; // oldest first
   unreadable: number; // lines that are no report
+  endedEarly: boolean; // the file goes on, and is too long for that to be read
 }
 
 /** A column of the store's records. */
@@ -230,5 +239,6 @@ export type Event =
   | { seq: number; type: "loads"; loads: Load[] }
   | { seq: number; type: "edited"; name: string; revision: number }
   | { seq: number; type: "gone"; names: string[] }
+  | { seq: number; type: "ladder"; name: string; id: number }
   | { seq: number; type: "scene"; revision: number }
   | { seq: number; type: "resync" };

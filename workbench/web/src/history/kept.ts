@@ -26,10 +26,14 @@ async function readAll(name: string): Promise<KeptLoad[]> {
   return [...all.values()].sort((one, other) => other.id - one.id);
 }
 
+let asked = 0;
+
+/** Of answers that overtake each other the last one counts. */
 async function read(name: string): Promise<void> {
+  const mine = ++asked;
   try {
     const loads = await readAll(name);
-    if (shown.peek() !== name) return;
+    if (shown.peek() !== name || mine !== asked) return;
     kept.value = loads;
     failure.value = "";
   } catch (fault) {
@@ -51,6 +55,11 @@ function readSoon(name: string): void {
     timer = undefined;
     if (shown.peek() === name) void read(name);
   }, pause);
+}
+
+/** The server knows now why a load of it was bad. */
+export function noteLadder(name: string): void {
+  if (shown.peek() === name) readSoon(name);
 }
 
 effect(() => {

@@ -2,9 +2,9 @@
 
 import { signal } from "@preact/signals";
 import * as api from "../api.js";
-import type { Load, Report } from "../shapes.js";
+import type { FileList, Load, Report } from "../shapes.js";
 
-export const files = signal<string[]>([]);
+export const files = signal<FileList>({ files: [], leftOut: 0, endedEarly: false });
 export const failure = signal("");
 
 interface Open {
@@ -21,7 +21,7 @@ let asked = 0;
 
 export async function readFiles(): Promise<void> {
   try {
-    files.value = (await api.reports()).files;
+    files.value = await api.reports();
     failure.value = "";
   } catch (fault) {
     failure.value = api.sentenceOf(fault);

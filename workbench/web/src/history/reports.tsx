@@ -1,6 +1,7 @@
 // Reports of earlier runs, looked at as the history of an instance is.
 
 import { useEffect } from "preact/hooks";
+import { NotListed } from "../filelist.js";
 import { counted } from "../words.js";
 import { Loads } from "./loads.js";
 import { choose, failure, files, open, readFiles, readFurther } from "./report.js";
@@ -8,7 +9,7 @@ import { choose, failure, files, open, readFiles, readFurther } from "./report.j
 function Files() {
   return (
     <ul class="files" aria-label="Reports">
-      {files.value.map((file) => (
+      {files.value.files.map((file) => (
         <li key={file}>
           <button class="plain" aria-pressed={open.value?.file === file} onClick={() => void choose(file, "")}>
             {file}
@@ -50,12 +51,18 @@ function Summary() {
 function Opened() {
   const now = open.value;
   if (now === null) return <p class="quiet">Choose a report to see its loads.</p>;
-  const { count, unreadable } = now.answer;
+  const { count, unreadable, endedEarly } = now.answer;
   return (
     <>
       <Summary />
       {unreadable > 0 && <p class="bad">{counted(unreadable, "line")} of it cannot be read.</p>}
-      <Loads key={`${now.file}\n${now.instance}`} loads={now.loads} count={count} label={`Loads of ${now.file}`} />
+      {endedEarly && <p class="bad">It is too long to be read whole: what comes behind these loads is left out.</p>}
+      <Loads
+        key={`${now.file}\n${now.instance}`}
+        loads={now.loads}
+        count={count}
+        label={`Loads of ${now.file}`}
+      />
       {now.loads.length < count && (
         <p class="quiet">
           The first {now.loads.length} of {count} are listed.{" "}
@@ -77,7 +84,8 @@ export function Reports() {
         <span class="quiet">of earlier runs, oldest load first</span>
       </header>
       {failure.value !== "" && <p class="bad">{failure.value}</p>}
-      {files.value.length === 0 ? (
+      <NotListed {...files.value} />
+      {files.value.files.length === 0 ? (
         <p class="quiet">There is no report in this folder or below it.</p>
       ) : (
         <div class="sides">

@@ -3,9 +3,9 @@
 import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
 import { scene, take } from "../scene.js";
-import type { Scene } from "../shapes.js";
+import type { FileList, Scene } from "../shapes.js";
 
-export const files = signal<{ files: string[]; leftOut: number }>({ files: [], leftOut: 0 });
+export const files = signal<FileList>({ files: [], leftOut: 0, endedEarly: false });
 
 /** Another file to save to; the scene's own while nothing is typed. */
 export const other = signal("");

@@ -2,6 +2,7 @@
 
 import { useEffect, useState } from "preact/hooks";
 import { Ask } from "../ask.js";
+import { NotListed } from "../filelist.js";
 import { isLocked, scene } from "../scene.js";
 import { brokenAt } from "../session.js";
 import { counted } from "../words.js";
@@ -41,16 +42,19 @@ function listed(): string[] {
 export function OpenBox() {
   const [chosen, choose] = useState("");
   useEffect(() => void readFiles(), []);
-  const { leftOut } = files.value;
+  const all = listed();
   return (
     <section class="box" aria-label="Open">
-      <h2>Open</h2>
+      <header>
+        <h2>Open</h2>
+        <span class="quiet">{counted(all.length, "scene")}</span>
+      </header>
       <ul class="files">
-        {listed().map((file) => (
+        {all.map((file) => (
           <File key={file} file={file} isChosen={chosen === file} onChoose={choose} />
         ))}
       </ul>
-      {leftOut > 0 && <p class="quiet">{counted(leftOut, "further file")} not listed.</p>}
+      <NotListed {...files.value} />
     </section>
   );
 }

@@ -1,6 +1,7 @@
 // What has happened, newest first.
 
 import { log } from "../loads.js";
+import { version } from "../session.js";
 import type { Load } from "../shapes.js";
 
 function Line({ load, times }: { load: Load; times: number }) {
@@ -21,7 +22,10 @@ function Line({ load, times }: { load: Load; times: number }) {
 export function Log() {
   return (
     <section class="log">
-      <h2>Log</h2>
+      <header>
+        <h2>Log</h2>
+        <span class="version">intake-workbench {version.value}</span>
+      </header>
       <div role="log" aria-live="off" aria-label="Log" tabIndex={0}>
         <ol>
           {log.value.map(({ load, times }) => (
