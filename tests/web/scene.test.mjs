@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile, truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
-import { button, field, useBrowser, waitFor, waitForRow } from "./browser.mjs";
+import { button, field, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -18,7 +18,7 @@ const differences = (page) =>
   page.locator(".difference tbody tr").evaluateAll((lines) =>
     lines.map((line) => [...line.children].map((cell) => cell.innerText.trim())),
   );
-const said = (page) => page.locator('section[aria-label="Save"] p[role="status"]').innerText();
+const said = (page) => page.locator(".saves .said").innerText();
 
 async function openScene(instances = [instance("list", "list.json")], more = files) {
   const page = await here.openWall(instances, more);
@@ -68,7 +68,7 @@ test("a save shows the difference first, and then there is none", async () => {
   await page.waitForSelector(".unsaved");
   await page.click('button:text-is("Save")');
   await page.waitForSelector("text=A save would change nothing in the file.");
-  await page.waitForSelector(".unsaved", { state: "detached" });
+  await page.waitForSelector(".unsaved", { state: "hidden" });
   assert.equal((await stored()).instances[0].parameters.numRows, "2");
 });
 
@@ -76,7 +76,7 @@ test("a change on disk is told, and not overwritten before it was seen", async (
   const page = await openScene();
   await here.served.set("list", { numRows: "2" });
   await page.waitForSelector(".difference");
-  const release = page.waitForSelector(".on-disk");
+  const release = page.waitForSelector(".on-disk.told");
   await here.served.write("show.scene.json", JSON.stringify({ instances: [instance("list", "else.json")] }));
   await release;
   await waitFor(() => differences(page), (lines) => lines.some(([, , name]) => name === "filename"));
@@ -155,16 +155,44 @@ test("a save overwrites only what was shown when it was pressed", async () => {
   await page.click("button.lock");
   await page.waitForSelector("button.lock.closed");
   const save = page.locator('section[aria-label="Save"] button:text-is("Save")');
-  await save.focus();
   const { stamp } = await here.served.get("/scene");
   const sent = page.waitForRequest((request) => request.url().endsWith("/scene/save"));
-  await page.keyboard.down("Enter"); // a pointer would slide off, since the notice moves the button
+  await save.hover();
+  await page.mouse.down();
   await here.served.write("show.scene.json", JSON.stringify({ instances: [instance("list", "else.json")] }));
   assert.equal((await sent).postDataJSON().stamp, stamp);
-  await page.keyboard.up("Enter");
+  await page.mouse.up();
   await waitFor(() => said(page), (text) => text !== "" && text !== "Saved.");
   assert.equal((await stored()).instances[0].parameters.filename, "else.json");
 });
+
+/** Where each control of the screen is. */
+const places = (page) =>
+  page.locator(".scene-screen :is(button, input)").evaluateAll((all) =>
+    all.map((each) => {
+      const { x, y, width, height } = each.getBoundingClientRect();
+      return [each.innerText || each.name || each.type, x, y, width, height];
+    }),
+  );
+
+for (const [width, height] of [[1280, 720], [640, 360]])
+  test(`what is told of the file moves nothing that can be pressed, in ${width} × ${height}`, async () => {
+    const page = await openScene();
+    await page.setViewportSize({ width, height });
+    await page.waitForSelector("text=The file on disk is as it was opened or saved.");
+    await page.waitForSelector('section[aria-label="Open"] li:has-text("other.scene.json")');
+    const before = await places(page);
+    assert.ok(before.some(([name]) => name === "Save"));
+    const long = Array.from({ length: 30 }, (_, i) => instance(`list ${i}`, "else.json"));
+    await here.served.write("show.scene.json", JSON.stringify({ instances: long }));
+    await page.waitForSelector(".on-disk.told");
+    await waitFor(() => differences(page), (lines) => lines.length > 30);
+    assert.deepEqual(await places(page), before);
+    await here.served.remove("show.scene.json");
+    await page.waitForSelector("text=The file is not there any more.");
+    assert.deepEqual(await places(page), before);
+    assert.deepEqual(await seriousFaults(page), []);
+  });
 
 test("an instance of another scene under the same name has none of the former one's loads", async () => {
   const page = await here.openWall([instance("list", "list.json"), instance("more", "list.json")], {
@@ -182,6 +210,22 @@ test("an instance of another scene under the same name has none of the former on
   await waitFor(async () => (await here.served.get("/loads")).loads.length, (count) => count === 1);
 });
 
+test("a long list of scenes is counted, and scrolled to its end", async () => {
+  const many = Object.fromEntries(Array.from({ length: 30 }, (_, i) => [`scene${i + 10}.json`, other]));
+  const page = await openScene(undefined, { "list.json": rows(3), ...many });
+  await page.waitForSelector('section[aria-label="Open"] >> text=31 scenes');
+  const list = page.locator('section[aria-label="Open"] .files');
+  const last = list.locator("li").last();
+  const isIn = async () => {
+    const [outer, inner] = [await list.boundingBox(), await last.boundingBox()];
+    return inner.y >= outer.y && inner.y + inner.height <= outer.y + outer.height + 1;
+  };
+  assert.ok((await list.boundingBox()).y + (await list.boundingBox()).height <= 720);
+  assert.equal(await isIn(), false);
+  await last.locator("button").focus();
+  assert.equal(await isIn(), true);
+});
+
 test("a folder that is too large to be looked through is told", async () => {
   const page = await here.openWall([instance("list", "list.json")], files);
   for (let i = 0; i < 20; ++i) {
@@ -190,4 +234,12 @@ test("a folder that is too large to be looked through is told", async () => {
   }
   await page.click('nav a:text-is("Scene")');
   await page.waitForSelector("text=The folder is too large to be looked through");
+});
+
+test("what a save over another scene takes from it is told beside the difference", async () => {
+  const page = await openScene(undefined, { ...files, "noted.json": JSON.stringify({ by: "night", instances: [] }) });
+  await page.fill('[name="file"]', "noted.json");
+  await page.keyboard.press("Tab");
+  await page.waitForSelector('.difference >> text=A save here replaces "by", which only the file knows.');
+  await page.waitForSelector("text=noted.json is there already; the difference above is against it.");
 });

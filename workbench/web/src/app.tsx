@@ -41,14 +41,14 @@ function Ways() {
   );
 }
 
-/** The file of the scene, and whether it is as the page shows it. */
+/** The file of the scene, and whether it is as the page shows it: that has its place also where it is. */
 function FileName() {
   const now = scene.value;
   const isChanged = now !== null && !now.isSaved;
   return (
     <span class="scene">
       {now === null ? fileName.value : now.file === "" ? "a new scene" : now.file}
-      {isChanged && <span class="unsaved"> not saved</span>}
+      <span class={isChanged ? "unsaved" : "unsaved none"}> not saved</span>
     </span>
   );
 }

@@ -1,8 +1,14 @@
 // What a save would change in the file, instance by instance.
 
-import type { SceneChange } from "../shapes.js";
+import type { Scene, SceneChange } from "../shapes.js";
 
-const titles = ["instance", "what", "parameter", "in the file", "after saving"];
+const titles = [
+  ["instance", "instance"],
+  ["what", "what"],
+  ["parameter", "parameter"],
+  ["in the file", "value"],
+  ["after saving", "value"],
+];
 
 function Name({ change }: { change: SceneChange }) {
   return (
@@ -20,9 +26,9 @@ function Rows({ change }: { change: SceneChange }) {
     <>
       {parameters.map(({ name, before, after }, i) => (
         <tr key={name} class={change.kind}>
-          <td>{i === 0 && <Name change={change} />}</td>
+          <td title={change.instance}>{i === 0 && <Name change={change} />}</td>
           <td class="what">{i === 0 ? change.kind : ""}</td>
-          <td>{name}</td>
+          <td title={name}>{name}</td>
           <td class="value" title={before}>
             {before}
           </td>
@@ -35,26 +41,42 @@ function Rows({ change }: { change: SceneChange }) {
   );
 }
 
-export function Difference({ changes }: { changes: SceneChange[] }) {
-  if (changes.length === 0) return <p class="quiet">A save would change nothing in the file.</p>;
+function Changes({ changes }: { changes: SceneChange[] }) {
+  return (
+    <table class="list">
+      <thead>
+        <tr>
+          {titles.map(([title, style]) => (
+            <th key={title} scope="col" class={style}>
+              {title}
+            </th>
+          ))}
+        </tr>
+      </thead>
+      <tbody>
+        {changes.map((change) => (
+          <Rows key={`${change.kind} ${change.instance}`} change={change} />
+        ))}
+      </tbody>
+    </table>
+  );
+}
+
+/** With what was met in the file. Null as long as nobody knows. */
+export function Difference({ shown }: { shown: Scene | null }) {
+  if (shown === null) return <p class="difference quiet">Comparing …</p>;
   return (
     <div class="difference" tabIndex={0} role="region" aria-label="Difference against the file">
-      <table class="list">
-        <thead>
-          <tr>
-            {titles.map((title) => (
-              <th key={title} scope="col">
-                {title}
-              </th>
-            ))}
-          </tr>
-        </thead>
-        <tbody>
-          {changes.map((change) => (
-            <Rows key={`${change.kind} ${change.instance}`} change={change} />
-          ))}
-        </tbody>
-      </table>
+      {shown.changes.length === 0 ? (
+        <p class="quiet">A save would change nothing in the file.</p>
+      ) : (
+        <Changes changes={shown.changes} />
+      )}
+      {shown.notes.map((note) => (
+        <p key={note} class="bad">
+          {note}
+        </p>
+      ))}
     </div>
   );
 }

@@ -132,6 +132,7 @@ export function Instances() {
     <section class="box" aria-label="Instances">
       <header>
         <h2>Instances</h2>
+        <span class="quiet">{seen.value.length}</span>
         <New />
       </header>
       <p class="bad" role="status">

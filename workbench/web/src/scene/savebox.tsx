@@ -3,8 +3,9 @@
 import { HoldButton } from "../hold.js";
 import { scene } from "../scene.js";
 import { brokenAt } from "../session.js";
+import type { Scene } from "../shapes.js";
 import { Difference } from "./difference.js";
-import { compared, difference, notice, other, save, wishFor, withoutSecrets } from "./files.js";
+import { difference, notice, other, save, wishFor, withoutSecrets } from "./files.js";
 
 function Target() {
   const own = scene.value?.file ?? "";
@@ -36,27 +37,52 @@ function Secrets() {
   );
 }
 
+const ownWords: Record<Scene["onDisk"], string> = {
+  same: "The file on disk is as it was opened or saved.",
+  none: "The scene has no file yet.",
+  changed:
+    "The file has been changed on disk since it was opened. The difference above is against what it says now: " +
+    "a save overwrites it, and opening it again takes it over.",
+  missing: "The file is not there any more. A save writes it anew.",
+};
+
+function wordsOf({ onDisk }: Scene): string {
+  if (other.value === "") return ownWords[onDisk];
+  if (onDisk === "missing") return `${other.value} is not there yet.`;
+  return `${other.value} is there already; the difference above is against it.`;
+}
+
+/** How the file is that a save writes. It has its place whatever there is to say: what is below does not move. */
+function OnDisk({ shown }: { shown: Scene | null }) {
+  const isUsual = shown === null || shown.onDisk === "same" || shown.onDisk === "none";
+  return (
+    <p class={`on-disk ${isUsual ? "quiet" : "told"}`} role="status" tabIndex={0}>
+      {shown === null ? "" : wordsOf(shown)}
+    </p>
+  );
+}
+
 export function SaveBox() {
   const shown = difference();
   const wish = shown === null ? null : wishFor(shown);
   const hasFile = other.value !== "" || scene.value?.file !== "";
   return (
-    <section class="box" aria-label="Save">
+    <section class="box save-box" aria-label="Save">
       <h2>Save</h2>
-      {shown === null ? <p class="quiet">Comparing …</p> : <Difference changes={shown.changes} />}
+      <Difference shown={shown} />
+      <OnDisk shown={shown} />
       <Target />
       <Secrets />
-      <div class="line">
+      <div class="line saves">
         <HoldButton
           label="Save"
           isOff={brokenAt.value !== 0 || wish === null || !hasFile}
           onPress={(held) => wish !== null && void save(wish, held)}
         />
-        <p role="status">{notice.value}</p>
+        <p class="said" role="status">
+          {notice.value}
+        </p>
       </div>
-      {compared.value !== null && other.value !== "" && compared.value.onDisk !== "missing" && (
-        <p class="bad">{other.value} is there already; the difference above is against it.</p>
-      )}
     </section>
   );
 }
