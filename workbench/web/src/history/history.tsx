@@ -29,6 +29,7 @@ export function History({ name }: { name: string }) {
       {loads.length === 0 && failure.value === "" && <p class="quiet">Nothing has been loaded yet.</p>}
       {loads.length > 0 && (
         <Loads
+          of="history"
           loads={loads}
           count={loads.length}
           label={`Loads of ${name}`}

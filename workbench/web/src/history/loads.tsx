@@ -16,20 +16,32 @@ const shapes: Record<Outcome, string> = {
   late: "◔",
 };
 
-const titles: [string, string][] = [
-  ["time", "time"],
-  ["outcome", "outcome"],
-  ["records", "number"],
-  ["new", "number"],
-  ["gone", "number"],
-  ["size", "number"],
-  ["took", "number"],
-  ["what was said", "words"],
-];
-
 type Row = Load & Partial<KeptLoad>;
 
+interface Column {
+  title: string;
+  style: "number" | "who";
+  text: (load: Row) => string | number;
+}
+
+const records: Column = { title: "records", style: "number", text: (load) => load.records };
+const size: Column = { title: "size", style: "number", text: (load) => sizeText(load.bytes) };
+const took: Column = { title: "took", style: "number", text: (load) => duration(load.duration) };
+
+/** Between the outcome and what was said. A report tells of several instances, and not what was new. */
+const columns: Record<"history" | "report", Column[]> = {
+  history: [
+    records,
+    { title: "new", style: "number", text: (load) => load.new ?? "" },
+    { title: "gone", style: "number", text: (load) => load.gone ?? "" },
+    size,
+    took,
+  ],
+  report: [{ title: "instance", style: "who", text: (load) => load.instance }, records, size, took],
+};
+
 interface Props {
+  of: keyof typeof columns;
   loads: Row[];
   count: number; // of all, of which some may not have been read yet
   label: string;
@@ -49,7 +61,7 @@ function Outcome({ outcome }: { outcome: Outcome }) {
   );
 }
 
-function Why({ load, onWhy }: { load: Row; onWhy: ((load: Row) => void) | undefined }) {
+function Why({ load, onWhy }: { load: Row; onWhy: Props["onWhy"] }) {
   return (
     <span role="cell" class="words" title={load.error || load.line}>
       {load.ladder === true && onWhy !== undefined && (
@@ -62,17 +74,17 @@ function Why({ load, onWhy }: { load: Row; onWhy: ((load: Row) => void) | undefi
   );
 }
 
-function Line({ load, index, onWhy }: { load: Row; index: number; onWhy: Props["onWhy"] }) {
-  const numbers = [load.records, load.new ?? "", load.gone ?? "", sizeText(load.bytes), duration(load.duration)];
+function Line(props: { of: Props["of"]; load: Row; index: number; onWhy: Props["onWhy"] }) {
+  const { of, load, index, onWhy } = props;
   return (
     <div class={`load ${load.outcome}`} role="row" aria-rowindex={index}>
       <time role="cell" dateTime={load.time}>
         {timeText(load.time)}
       </time>
       <Outcome outcome={load.outcome} />
-      {numbers.map((text, i) => (
-        <span key={i} role="cell" class="number">
-          {text}
+      {columns[of].map(({ title, style, text }) => (
+        <span key={title} role="cell" class={style} title={style === "who" ? String(text(load)) : undefined}>
+          {text(load)}
         </span>
       ))}
       <Why load={load} onWhy={onWhy} />
@@ -80,7 +92,9 @@ function Line({ load, index, onWhy }: { load: Row; index: number; onWhy: Props["
   );
 }
 
-function Titles() {
+function Titles({ of }: Pick<Props, "of">) {
+  const between = columns[of].map(({ title, style }) => [title, style]);
+  const titles = [["time", "time"], ["outcome", "outcome"], ...between, ["what was said", "words"]];
   return (
     <div class="titles" role="rowgroup">
       <div class="load" role="row" aria-rowindex={1}>
@@ -94,16 +108,17 @@ function Titles() {
   );
 }
 
-export function Loads({ loads, count, label, onWhy }: Props) {
+export function Loads({ of, loads, count, label, onWhy }: Props) {
   const box = useRef<HTMLDivElement>(null);
   const window = useWindow(box, loads.length, rowHeight);
   return (
     <div class="load-list" role="table" aria-label={label} aria-rowcount={count + 1} tabIndex={0} ref={box}>
-      <Titles />
+      <Titles of={of} />
       <Rows window={window} count={loads.length} rowHeight={rowHeight} role="rowgroup">
         {loads.slice(window.first, window.last).map((load, i) => (
           <Line
             key={load.id ?? window.first + i}
+            of={of}
             load={load}
             index={window.first + i + 2}
             onWhy={onWhy}

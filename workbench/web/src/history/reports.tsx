@@ -59,6 +59,7 @@ function Opened() {
       {endedEarly && <p class="bad">It is too long to be read whole: what comes behind these loads is left out.</p>}
       <Loads
         key={`${now.file}\n${now.instance}`}
+        of="report"
         loads={now.loads}
         count={count}
         label={`Loads of ${now.file}`}
