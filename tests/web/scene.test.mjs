@@ -97,6 +97,19 @@ test("a scene is saved under another name without its secrets", async () => {
   assert.ok(!JSON.stringify(await stored("copy.scene.json")).includes("tide7"));
 });
 
+test("a name without an ending gets that of scenes, and can be saved to as soon as it is typed", async () => {
+  const page = await openScene();
+  const file = page.locator('[name="file"]');
+  await file.pressSequentially("cop");
+  await page.waitForSelector("text=cop.scene.json is not there yet.");
+  await file.pressSequentially("y");
+  await page.waitForSelector("text=copy.scene.json is not there yet.");
+  assert.equal(await file.inputValue(), "copy");
+  await page.click('button:text-is("Save")');
+  await waitFor(() => said(page), (text) => text === "Saved.");
+  assert.equal((await stored("copy.scene.json")).instances.length, 1);
+});
+
 test("another scene is opened, and asks when something is not saved", async () => {
   const page = await openScene();
   await here.served.set("list", { numRows: "2" });

@@ -1,5 +1,6 @@
 // Saves the scene. What that would change in the file is shown first.
 
+import { useEffect, useRef, useState } from "preact/hooks";
 import { HoldButton } from "../hold.js";
 import { scene } from "../scene.js";
 import { brokenAt } from "../session.js";
@@ -7,8 +8,20 @@ import type { Scene } from "../shapes.js";
 import { Difference } from "./difference.js";
 import { difference, notice, other, save, wishFor, withoutSecrets } from "./files.js";
 
+const pause = 300; // milliseconds without a key, until what is typed is compared
+
+/** A name without an ending gets that of scenes. */
+const ended = (name: string): string => (name === "" || name.endsWith(".json") ? name : `${name}.scene.json`);
+
 function Target() {
   const own = scene.value?.file ?? "";
+  const [typed, setTyped] = useState<string | null>(null); // while it is typed
+  const timer = useRef<ReturnType<typeof setTimeout>>();
+  const compare = (typed: string): void => {
+    clearTimeout(timer.current);
+    other.value = ended(typed.trim());
+  };
+  useEffect(() => () => clearTimeout(timer.current), []);
   return (
     <label class="line">
       <span>File</span>
@@ -17,8 +30,16 @@ function Target() {
         name="file"
         spellcheck={false}
         placeholder={own === "" ? "show.scene.json" : own}
-        value={other.value}
-        onChange={(event) => (other.value = event.currentTarget.value.trim())}
+        value={typed ?? other.value}
+        onInput={({ currentTarget }) => {
+          setTyped(currentTarget.value);
+          clearTimeout(timer.current);
+          timer.current = setTimeout(() => compare(currentTarget.value), pause);
+        }}
+        onChange={(event) => {
+          setTyped(null);
+          compare(event.currentTarget.value);
+        }}
       />
     </label>
   );
