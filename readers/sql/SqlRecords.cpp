@@ -10,6 +10,7 @@ namespace intake {
 namespace {
 
 constexpr size_t LARGE = size_t{1} << 20;  // of a script; from there on its growth is looked after
+constexpr const char* VALUE_END = "\";";
 
 }  // namespace
 
@@ -66,9 +67,10 @@ bool SqlRecords::writeRecords(const char* trace, WriteRecord writeRecord) {
 }
 
 void SqlRecords::readNames() {
-    names_.resize(recordset_.fieldCount());
-    for (size_t field = 0; field < names_.size(); ++field) {
-        names_[field] = recordset_.fieldName(field);
+    leads_.resize(recordset_.fieldCount());
+    for (size_t field = 0; field < leads_.size(); ++field) {
+        leads_[field].assign(field == 0 ? "" : VALUE_END);
+        leads_[field].append(recordset_.fieldName(field)).append("=\"");
     }
 }
 
@@ -135,7 +137,7 @@ bool SqlRecords::writeFieldArrayValue() {
 }
 
 bool SqlRecords::writeSharedMemoryRecord() {
-    for (size_t field = 0; field < names_.size(); ++field) {
+    for (size_t field = 0; field < leads_.size(); ++field) {
         script_.append(field == 0 ? "" : request_.fieldsDelimiter);
         if (!writeField(field)) {
             return false;
@@ -146,14 +148,13 @@ bool SqlRecords::writeSharedMemoryRecord() {
 
 bool SqlRecords::writeFields(const char* opening, const char* closing) {
     script_.append(opening);
-    for (size_t field = 0; field < names_.size(); ++field) {
-        script_.append(names_[field]).append("=\"");
+    for (size_t field = 0; field < leads_.size(); ++field) {
+        script_.append(leads_[field]);
         if (!writeField(field)) {
             return false;
         }
-        script_.append("\";");
     }
-    script_.append(closing);
+    script_.append(leads_.empty() ? "" : VALUE_END).append(closing);
     return true;
 }
 

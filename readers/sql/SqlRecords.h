@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "pipeline/ReaderLogger.h"
@@ -66,7 +65,7 @@ private:
     int64_t walked_ = 0;   // records so far, the skipped ones included
     int64_t written_ = 0;  // of them
     bool succeeded_ = true;
-    std::vector<std::string_view> names_;
+    std::vector<std::string> leads_;  // what stands before each value of a record
     std::optional<size_t> key_;
 };
 
