@@ -45,7 +45,8 @@ enum VariantType : uint16_t {
 
 /// One value of a record. Which member counts follows from the type: `integer` for the signed
 /// integers and VT_BOOL, `natural` for the unsigned ones, `number` for VT_R4, VT_R8 and
-/// VT_DECIMAL, `text` for the texts; none for the others.
+/// VT_DECIMAL, unless `text` holds such a number as a plain decimal; `text` for the texts; none for
+/// the others.
 struct FieldValue {
     VariantType type = VT_EMPTY;
     union {

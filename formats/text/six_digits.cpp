@@ -128,6 +128,15 @@ long long decimalExponent(std::string_view source) {
     return exponent + leading + (first > point ? 1 : 0);
 }
 
+/// How many digits a text begins with.
+size_t leadingDigits(std::string_view text) {
+    size_t count = 0;
+    while (count < text.size() && text[count] >= '0' && text[count] <= '9') {
+        ++count;
+    }
+    return count;
+}
+
 /// What a number that a double cannot hold is read as.
 double outOfRange(std::string_view source) {
     const double magnitude =
@@ -159,6 +168,17 @@ void appendSixDigits(std::string& out, std::string_view decimal) {
         number = outOfRange(decimal);
     }
     appendSixDigits(out, number);
+}
+
+bool isPlainDecimal(std::string_view text) {
+    text.remove_prefix(text.starts_with('-') ? 1 : 0);
+    const size_t whole = leadingDigits(text);
+    if (whole == 0 || (whole > 1 && text[0] == '0')) {
+        return false;
+    }
+    text.remove_prefix(whole);
+    return text.empty() ||
+           (text[0] == '.' && text.size() > 1 && leadingDigits(text.substr(1)) == text.size() - 1);
 }
 
 }  // namespace intake

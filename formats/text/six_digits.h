@@ -14,4 +14,7 @@ void appendSixDigits(std::string& out, double number);
 /// or 0.
 void appendSixDigits(std::string& out, std::string_view decimal);
 
+/// Whether a text is a decimal number in that form, and without an exponent.
+bool isPlainDecimal(std::string_view text);
+
 }  // namespace intake

@@ -50,7 +50,8 @@ void VariantWriter::writeValue(const FieldValue& value) {
         case Form::UNSIGNED:
             return writeUnsigned(value.natural);
         case Form::DOUBLE:
-            return appendSixDigits(script_, value.number);
+            return value.text.empty() ? appendSixDigits(script_, value.number)
+                                      : appendSixDigits(script_, value.text);
         case Form::TEXT:
             script_.append(value.text);
             return;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "formats/text/number_text.h"
+#include "formats/text/six_digits.h"
 #include "formats/text/utf16.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/loose_value.h"
@@ -30,7 +32,7 @@ SQLSMALLINT cTypeOf(OdbcFetch fetch, const OdbcDriver& driver) {
         case OdbcFetch::UNSIGNED:
             return SQL_C_UBIGINT;
         case OdbcFetch::NUMBER:
-            return SQL_C_DOUBLE;
+            return driver.holdsNumbersAsTexts ? text : SQL_C_DOUBLE;
         default:
             return text;
     }
@@ -77,13 +79,17 @@ void OdbcColumn::bind(SQLULEN records) {
                      static_cast<SQLLEN>(bound_.room), bound_.lengths.data()));
 }
 
-/// What did not fit once may not fit again.
-void OdbcColumn::widenBinding() {
-    if (neededRoom_ > bound_.room) {
+/// What did not fit once may not fit again, and what was no plain number may be none again.
+void OdbcColumn::bindAnew() {
+    if (hasOddNumbers_) {
+        cType_ = SQL_C_DOUBLE;
+        bound_.room = NUMBER_SIZE;
+    } else {
         bound_.room = std::min(std::max(2 * bound_.room, neededRoom_), MOST_BOUND);
-        neededRoom_ = bound_.room;
-        bind(bound_.lengths.size());
     }
+    hasOddNumbers_ = false;
+    neededRoom_ = bound_.room;
+    bind(bound_.lengths.size());
 }
 
 void OdbcColumn::read() {
@@ -183,9 +189,7 @@ OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
         return fetched;
     }
     if (askedRecord_ != record) {
-        if (bound_.lengths.size() > 1) {
-            statement_.goTo(place);
-        }
+        goTo(place);
         const auto expected = static_cast<size_t>(std::max<SQLLEN>(fetched.length + unit(), 0));
         readText(std::max(expected, MOST_BOUND));
         askedRecord_ = record;
@@ -195,6 +199,13 @@ OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
         }
     }
     return {asked_.bytes.data(), asked_.length};
+}
+
+/// Goes to a record, so that its value can be asked for.
+void OdbcColumn::goTo(SQLULEN place) const {
+    if (bound_.lengths.size() > 1) {
+        statement_.goTo(place);
+    }
 }
 
 std::string_view OdbcColumn::utf8Of(const Cell& fetched) {
@@ -220,6 +231,8 @@ void OdbcColumn::value(uint64_t record, SQLULEN place, FieldValue& value) {
         value.type = VT_NULL;
     } else if (!isText()) {
         numberIn(fetched, value);
+    } else if (isTextOfNumber()) {
+        readNumber(fetched, place, value);
     } else {
         const std::string_view text = utf8Of(wholeText(record, place));
         value.text = text.substr(0, text.find('\0'));  // at which a script would end
@@ -227,6 +240,33 @@ void OdbcColumn::value(uint64_t record, SQLULEN place, FieldValue& value) {
             readLooseValue(type_, value);
         }
     }
+}
+
+/// The driver is asked for a number that is no plain one: money has signs of its own, and some are
+/// beyond a double's range.
+void OdbcColumn::readNumber(const Cell& fetched, SQLULEN place, FieldValue& value) {
+    if (!isCut(fetched.length, bound_.room)) {
+        const std::string_view text(fetched.bytes, static_cast<size_t>(fetched.length));
+        if (isPlainDecimal(text)) {
+            value.text = text;
+            return;
+        }
+        if (const auto number = parseWhole<double>(text)) {
+            value.number = *number;
+            return;
+        }
+    }
+    hasOddNumbers_ = true;
+    value.number = askForDouble(place);
+}
+
+double OdbcColumn::askForDouble(SQLULEN place) const {
+    double number = 0;
+    SQLLEN length = 0;
+    goTo(place);
+    check(statement_.getData(number_, SQL_C_DOUBLE, reinterpret_cast<char*>(&number), sizeof number,
+                             length));
+    return number;
 }
 
 void OdbcColumn::numberIn(const Cell& fetched, FieldValue& value) const {

@@ -24,8 +24,13 @@ public:
     /// Lets every fetch from now on put the values of so many records here, if they are of use.
     void bind(SQLULEN records);
 
-    /// To be called before each fetch: makes room where a text did not fit.
-    void widenBinding();
+    /// To be called before each fetch: makes room where a text did not fit, and lets the driver
+    /// read numbers that we could not.
+    void improveBinding() {
+        if (neededRoom_ > bound_.room || hasOddNumbers_) {
+            bindAnew();
+        }
+    }
 
     /// Reads the value of a column that is not bound; those of the columns before it come first.
     void read();
@@ -56,11 +61,16 @@ private:
 
     void check(SQLRETURN result) const;
     void describe();
+    void bindAnew();
     bool isText() const { return cType_ == SQL_C_CHAR || cType_ == SQL_C_WCHAR; }
     SQLLEN unit() const { return cType_ == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 1; }
     bool isCut(SQLLEN length, size_t room) const;
 
     bool isBound() const { return !bound_.lengths.empty(); }
+    bool isTextOfNumber() const {
+        return isBound() && !statement_.driver().asTexts &&
+               (type_.fetch == OdbcFetch::DECIMAL || type_.fetch == OdbcFetch::NUMBER);
+    }
 
     void readText(size_t room);
     size_t roomBehind(size_t filled) const;
@@ -69,8 +79,11 @@ private:
     size_t lengthToZero(const char* text, size_t room) const;
     Cell cell(SQLULEN place) const;
     Cell wholeText(uint64_t record, SQLULEN place);
+    void goTo(SQLULEN place) const;
 
     std::string_view utf8Of(const Cell& fetched);
+    void readNumber(const Cell& fetched, SQLULEN place, FieldValue& value);
+    double askForDouble(SQLULEN place) const;
     void numberIn(const Cell& fetched, FieldValue& value) const;
 
     const OdbcStatement& statement_;
@@ -80,7 +93,8 @@ private:
     SQLSMALLINT cType_ = SQL_C_CHAR;
 
     Bound bound_;
-    size_t neededRoom_ = 0;  // what the texts so far would have needed
+    size_t neededRoom_ = 0;       // what the texts so far would have needed
+    bool hasOddNumbers_ = false;  // among those since it was bound
     Asked asked_;
     uint64_t askedRecord_ =
         0;  // whose text was asked for, because it was longer than what is bound

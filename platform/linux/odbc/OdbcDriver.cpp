@@ -17,8 +17,14 @@ struct DriverRow {
 // again.
 constexpr std::array<DriverRow, 4> DRIVERS{{
     {"sqlite3odbc", {.narrow = true, .givesUtf8 = true, .boundRecords = 1}},
-    {"psqlodbcw", {.givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
-    {"psqlodbca", {.narrow = true, .givesUtf8 = true, .asTexts = false, .boundRecords = 64}},
+    {"psqlodbcw",
+     {.givesUtf8 = true, .asTexts = false, .holdsNumbersAsTexts = true, .boundRecords = 64}},
+    {"psqlodbca",
+     {.narrow = true,
+      .givesUtf8 = true,
+      .asTexts = false,
+      .holdsNumbersAsTexts = true,
+      .boundRecords = 64}},
     // Its wide texts fail when their buffer ends within a character.
     {"libmaodbc",
      {.givesUtf8 = true, .asTexts = false, .preparesQueries = true, .boundRecords = 1}},

@@ -18,6 +18,9 @@ struct OdbcDriver {
     /// anything whatever its type says, or because what the driver makes of numbers is not known.
     bool asTexts = true;
 
+    /// It holds every number with a fraction as a text.
+    bool holdsNumbersAsTexts = false;
+
     /// A query is prepared before it runs: where the connection breaks while the driver hears of
     /// the columns of one that is not, it crashes.
     bool preparesQueries = false;

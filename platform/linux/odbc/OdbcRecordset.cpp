@@ -63,7 +63,7 @@ void OdbcRecordset::moveNext() {
 
 void OdbcRecordset::fetchMore() {
     for (OdbcColumn& column : columns_) {
-        column.widenBinding();
+        column.improveBinding();
     }
     fetched_ = statement_.fetch();
     atEnd_ = fetched_ == 0;

@@ -63,6 +63,7 @@ bool readDouble(VariantType type, FieldValue& value) {
     }
     value.type = type;
     value.number = *number;
+    value.text = {};
     return true;
 }
 
@@ -82,6 +83,7 @@ bool readAs(const OdbcType& type, FieldValue& value) {
     switch (type.fetch) {
         case OdbcFetch::BOOLEAN:
             return readBoolean(value);
+        case OdbcFetch::DECIMAL:
         case OdbcFetch::NUMBER:
             return readDouble(type.variant, value);
         default:

@@ -11,6 +11,7 @@ enum class OdbcFetch {
     BOOLEAN,
     SIGNED,
     UNSIGNED,
+    DECIMAL,  // a number with a fraction, which drivers hold as its text
     NUMBER,
     TEXT,
 };

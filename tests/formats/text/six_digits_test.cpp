@@ -274,5 +274,15 @@ TEST(SixDigitsOfText, IsWhatAStreamWritesForRandomNumbers) {
     }
 }
 
+TEST(PlainDecimals, HaveDigitsASignAndAPointOnly) {
+    for (const char* const text : {"0", "-0", "7", "-7.50", "0.001", "1234567890.5", "10"}) {
+        EXPECT_TRUE(isPlainDecimal(text)) << text;
+    }
+    for (const char* const text : {"", "-", ".", ".5", "5.", "-.5", "+1", "007.5", "00", "1e5",
+                                   "1.5e-7", "NaN", "-Infinity", "$1", "1,5", " 1", "1 ", "--1"}) {
+        EXPECT_FALSE(isPlainDecimal(text)) << text;
+    }
+}
+
 }  // namespace
 }  // namespace intake

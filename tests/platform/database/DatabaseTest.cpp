@@ -4,6 +4,8 @@
 #include <array>
 #include <sstream>
 
+#include "formats/text/number_text.h"
+
 namespace intake {
 
 namespace {
@@ -50,7 +52,8 @@ void writeContent(const FieldValue& value, std::ostream& out) {
         case VT_R4:
         case VT_R8:
         case VT_DECIMAL:
-            out << ' ' << value.number;
+            out << ' '
+                << (value.text.empty() ? value.number : parseWhole<double>(value.text).value());
             return;
         case VT_UI1:
         case VT_UI2:

@@ -61,6 +61,15 @@ TEST_F(SqlValues, WithAFractionHaveSixSignificantDigits) {
     }
 }
 
+TEST_F(SqlValues, WithAFractionMayComeAsDecimals) {
+    for (const VariantType type : {VT_R4, VT_R8, VT_DECIMAL}) {
+        EXPECT_EQ(written({type, "7.50"}), "7.5");
+        EXPECT_EQ(written({type, "1234567"}), "1.23457e+06");
+        EXPECT_EQ(written({type, "-0.00001234567"}), "-1.23457e-05");
+        EXPECT_EQ(written({type, "100000.000"}), "100000");
+    }
+}
+
 TEST_F(SqlValues, OfTextTypesStandAsTheyAre) {
     for (const VariantType type : {VT_BSTR, VT_LPSTR, VT_LPWSTR}) {
         EXPECT_EQ(written({type, " \xC3\xA9t\xC3\xA9 \"x\"; "}), " \xC3\xA9t\xC3\xA9 \"x\"; ");

@@ -1,6 +1,9 @@
 // Real servers, by the drivers that Debian has for them.
 
+#include <array>
+#include <cmath>
 #include <map>
+#include <sstream>
 #include <thread>
 
 #include "platform/linux/odbc/OdbcRecordset.h"
@@ -317,6 +320,40 @@ TEST_P(Postgres, GivesMoneyAsANumberAndOtherTypesOfItsOwnAsTexts) {
                              "jsonb_exists('{\"a\": 1}', 'a'), 1501.0849999999998::float8"),
               "R8 -1234.5|BSTR 20:15:00+01|BSTR 5E7E9C0E-1C5F-4F0C-8A1A-0F0C9F5D3C11|BSTR 1 day|"
               "BSTR 1|R8 1501.08|\n");
+}
+
+TEST_P(Postgres, NumbersThatAreNoPlainDecimalsAreReadByItsDriver) {
+    connect();
+    const std::string values =
+        "SELECT CASE n % 7 WHEN 0 THEN 'NaN' WHEN 1 THEN '1e400' WHEN 2 THEN '-1e-400' "
+        "WHEN 3 THEN NULL ELSE '-12.50' END::numeric, "
+        "CASE n % 5 WHEN 0 THEN 'Infinity' WHEN 1 THEN '-Infinity' WHEN 2 THEN '1e-7' "
+        "ELSE '-0' END::float8, (-1234.5 * n)::numeric::money FROM generate_series(0, 199) n";
+    std::string read;
+    for (int n = 0; n < 200; ++n) {
+        const std::array<const char*, 4> odd{"DECIMAL nan", "DECIMAL inf", "DECIMAL -0", "NULL"};
+        const std::array<const char*, 3> floats{"R8 inf", "R8 -inf", "R8 1e-07"};
+        read += n % 7 < 4 ? odd[static_cast<size_t>(n % 7)] : "DECIMAL -12.5";
+        read += std::string("|") + (n % 5 < 3 ? floats[static_cast<size_t>(n % 5)] : "R8 -0");
+        std::ostringstream money;
+        money << "|R8 " << -1234.5 * n + 0.0 << "|\n";
+        read += money.str();
+    }
+    EXPECT_EQ(recordsOfQuery(values), read);
+}
+
+TEST_P(Postgres, ANumberMayBeAskedForMoreThanOnce) {
+    connect();
+    const auto records =
+        connection_->openRecordset("SELECT '7.5'::money, 'NaN'::float8 FROM generate_series(1, 3)");
+    for (; !records->atEnd(); records->moveNext()) {
+        for (int time = 0; time < 2; ++time) {
+            FieldValue money, none;
+            ASSERT_TRUE(records->value(0, money) && records->value(1, none));
+            EXPECT_EQ(money.number, 7.5);
+            EXPECT_TRUE(std::isnan(none.number));
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Alone, Postgres, testing::Values(POSTGRES), kindName);
