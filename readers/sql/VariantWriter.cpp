@@ -40,7 +40,7 @@ constexpr auto FORMS = [] {
 
 }  // namespace
 
-void VariantWriter::writeValue(const FieldValue& value) {
+void VariantWriter::writeInForm(const FieldValue& value) {
     const TypeForm& form = value.type < FORMS.size() ? FORMS[value.type] : FORMS[VT_EMPTY];
     switch (form.form) {
         case Form::NOTHING:

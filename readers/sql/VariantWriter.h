@@ -16,11 +16,18 @@ public:
     explicit VariantWriter(std::string& script) : script_(script) {}
 
     /// Types that are no value to show (dates, currency, arrays) write nothing.
-    void writeValue(const FieldValue& value);
+    void writeValue(const FieldValue& value) {
+        if (value.type == VT_BSTR) {  // as most are
+            script_.append(value.text);
+        } else {
+            writeInForm(value);
+        }
+    }
 
     void writeInteger(int64_t number) { writeSigned(number, 64); }
 
 private:
+    void writeInForm(const FieldValue& value);
     void writeSigned(int64_t number, int bits);
     void writeUnsigned(uint64_t number);
     void writeTypeNumber(VariantType type);

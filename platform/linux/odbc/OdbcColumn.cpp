@@ -182,12 +182,8 @@ OdbcColumn::Cell OdbcColumn::cell(SQLULEN place) const {
     return {bound_.bytes.data() + place * bound_.room, bound_.lengths[place]};
 }
 
-/// The text, asked for again when it was longer than what is bound.
-OdbcColumn::Cell OdbcColumn::wholeText(uint64_t record, SQLULEN place) {
-    const Cell fetched = cell(place);
-    if (!isBound() || !isCut(fetched.length, bound_.room)) {
-        return fetched;
-    }
+/// A text that is longer than what is bound, asked for again.
+OdbcColumn::Cell OdbcColumn::wholeText(const Cell& fetched, uint64_t record, SQLULEN place) {
     if (askedRecord_ != record) {
         goTo(place);
         const auto expected = static_cast<size_t>(std::max<SQLLEN>(fetched.length + unit(), 0));
@@ -234,7 +230,8 @@ void OdbcColumn::value(uint64_t record, SQLULEN place, FieldValue& value) {
     } else if (isTextOfNumber()) {
         readNumber(fetched, place, value);
     } else {
-        const std::string_view text = utf8Of(wholeText(record, place));
+        const bool isWhole = !isBound() || !isCut(fetched.length, bound_.room);
+        const std::string_view text = utf8Of(isWhole ? fetched : wholeText(fetched, record, place));
         value.text = text.substr(0, text.find('\0'));  // at which a script would end
         if (type_.fetch != OdbcFetch::TEXT) {
             readLooseValue(type_, value);

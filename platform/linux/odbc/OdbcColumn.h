@@ -78,7 +78,7 @@ private:
     SQLRETURN getData(size_t filled, size_t room);
     size_t lengthToZero(const char* text, size_t room) const;
     Cell cell(SQLULEN place) const;
-    Cell wholeText(uint64_t record, SQLULEN place);
+    Cell wholeText(const Cell& fetched, uint64_t record, SQLULEN place);
     void goTo(SQLULEN place) const;
 
     std::string_view utf8Of(const Cell& fetched);
