@@ -56,6 +56,9 @@ long fetchFrom(const char* connectionString, const char* query) {
     SQLAllocHandle(SQL_HANDLE_STMT, connection, &statement);
     const long records = fetchAll(statement, query);
     SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    SQLDisconnect(connection);
+    SQLFreeHandle(SQL_HANDLE_DBC, connection);
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
     return records;
 }
 
