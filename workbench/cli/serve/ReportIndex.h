@@ -6,6 +6,7 @@
 #include <map>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/cli/run/FileMark.h"

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "workbench/cli/run/FileMark.h"
 #include "workbench/cli/serve/SceneContent.h"
