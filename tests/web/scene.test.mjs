@@ -256,3 +256,10 @@ test("what a save over another scene takes from it is told beside the difference
   await page.waitForSelector('.difference >> text=A save here replaces "by", which only the file knows.');
   await page.waitForSelector("text=noted.json is there already; the difference above is against it.");
 });
+
+test("a name that a save would change is told with the one in the file", async () => {
+  const page = await openScene();
+  await here.served.ask("POST", "/instances/list/rename", { name: "other" });
+  await waitFor(() => differences(page), (lines) => lines.length === 1);
+  assert.deepEqual(await differences(page), [["other", "renamed", "name", "list", "other"]]);
+});

@@ -10,23 +10,20 @@ const titles = [
   ["after saving", "value"],
 ];
 
-function Name({ change }: { change: SceneChange }) {
-  return (
-    <>
-      {change.instance}
-      {change.was !== "" && <span class="quiet"> (was {change.was})</span>}
-    </>
-  );
+/** A name that has changed is told like a parameter. */
+function rowsOf({ instance, was, parameters }: SceneChange): SceneChange["parameters"] {
+  const name = was === "" ? [] : [{ name: "name", before: was, after: instance }];
+  const rows = [...name, ...parameters];
+  return rows.length > 0 ? rows : [{ name: "", before: "", after: "" }];
 }
 
 /** The instance is named once, beside the first of its parameters. */
 function Rows({ change }: { change: SceneChange }) {
-  const parameters = change.parameters.length > 0 ? change.parameters : [{ name: "", before: "", after: "" }];
   return (
     <>
-      {parameters.map(({ name, before, after }, i) => (
+      {rowsOf(change).map(({ name, before, after }, i) => (
         <tr key={name} class={change.kind}>
-          <td title={change.instance}>{i === 0 && <Name change={change} />}</td>
+          <td title={change.instance}>{i === 0 && change.instance}</td>
           <td class="what">{i === 0 ? change.kind : ""}</td>
           <td title={name}>{name}</td>
           <td class="value" title={before}>
