@@ -89,7 +89,8 @@ double timeWholeJob(const intake::RequestRecord& request) {
     intake::ReaderLogger logger(platform.clock, intake::systemPlatform().textFiles);
     logger.setLevel(intake::LOG_FATAL);
     const intake::EndMark endMark;
-    const auto client = platform.http.create(endMark);
+    const auto connections = platform.http.keepConnections();
+    const auto client = platform.http.create(*connections, endMark);
     intake::JSONHandler reader(logger, platform.files, *client, platform.diagnostics);
     std::string script, error;
     bool success = false;

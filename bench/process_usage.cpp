@@ -1,9 +1,11 @@
 #include "bench/process_usage.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <ctime>
+#include <fstream>
 
 namespace bench {
 
@@ -47,6 +49,13 @@ ThreadUsage threadUsage() {
 
 double peakBytes() {
     return static_cast<double>(usage().ru_maxrss) * 1024;  // the system counts in KiB
+}
+
+double residentBytes() {
+    std::ifstream sizes("/proc/self/statm");
+    double whole = 0, resident = 0;
+    sizes >> whole >> resident;
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
 double wallSeconds() {

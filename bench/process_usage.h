@@ -22,6 +22,9 @@ ThreadUsage threadUsage();
 /// The most memory that was resident at one time, in bytes.
 double peakBytes();
 
+/// The memory that is resident now, in bytes.
+double residentBytes();
+
 /// Seconds since some moment in the past.
 double wallSeconds();
 

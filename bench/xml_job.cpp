@@ -77,7 +77,8 @@ double timeLibrary(const std::string& path) {
 
 double timeReader(const intake::RequestRecord& request, intake::ReaderLogger& logger) {
     const intake::EndMark endMark;
-    intake::XMLHandler reader(logger, intake::systemPlatform().xml, endMark);
+    const auto connections = intake::systemPlatform().http.keepConnections();
+    intake::XMLHandler reader(logger, intake::systemPlatform().xml, *connections, endMark);
     std::string script, error;
     bool success = false;
     beginCold();

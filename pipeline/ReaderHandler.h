@@ -20,6 +20,9 @@ public:
     /// false and appends what went wrong to `error`; `script` then counts for nothing. What it
     /// throws becomes the error text of the request.
     virtual bool Read(const RequestRecord& request, std::string& script, std::string& error) = 0;
+
+    /// Lets go of what was kept for the next request, since none is expected soon.
+    virtual void rest() {}
 };
 
 /// Makes the reader of a worker, for which it borrows both; they outlive it.

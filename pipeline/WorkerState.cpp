@@ -12,6 +12,7 @@ namespace intake {
 namespace {
 
 constexpr std::chrono::milliseconds BETWEEN_REQUESTS{20};
+constexpr std::chrono::seconds UNTIL_REST{20};
 constexpr std::chrono::milliseconds POST_RETRY{2};
 constexpr std::chrono::milliseconds ANSWER_RETRY{5};
 
@@ -43,6 +44,7 @@ void WorkerState::run() {
         freeDiscarded();
         waitForWork(hasAnswered);
     }
+    rest();
     threads.leaveWorker();
     stopRequested = 0;
 }
@@ -68,8 +70,21 @@ void WorkerState::waitForWork(bool hasAnswered) {
     if (hasAnswered || requests.count() != 0) {
         clock.sleep(BETWEEN_REQUESTS);
     } else {
-        clock.sleepUntil(work_);
+        sleepUntilThereIsWork();
     }
+}
+
+void WorkerState::sleepUntilThereIsWork() {
+    if (isResting_) {
+        clock.sleepUntil(work_);
+    } else if (!clock.sleepUntil(work_, UNTIL_REST)) {
+        rest();
+    }
+}
+
+void WorkerState::rest() {
+    reader_->rest();
+    isResting_ = true;
 }
 
 /// Whether there was one.
@@ -80,6 +95,7 @@ bool WorkerState::answerNextRequest() {
         std::string command;
         if (takeRequest(client, command)) {
             reading = true;
+            isResting_ = false;
             if (!endMark.isSet()) {  // then a worker that does not read is to end by itself
                 ProcessCommand(command, result.success, result.text, result.error);
             }

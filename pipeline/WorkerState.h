@@ -64,11 +64,14 @@ public:
 private:
     bool answerNextRequest();
     void waitForWork(bool hasAnswered);
+    void sleepUntilThereIsWork();
+    void rest();
     void freeDiscarded();
     bool takeRequest(std::shared_ptr<IntakeClient>& client, std::string& command);
     bool readSource(const RequestRecord& request, std::string& answer, std::string& error);
 
-    Signal work_;  // a request, something to free, or the end
+    Signal work_;            // a request, something to free, or the end
+    bool isResting_ = true;  // the reader keeps nothing for the next request
     std::mutex discardedMutex_;
     std::vector<IntakeCommand> discarded_;
     ReaderLogger logger_;

@@ -26,6 +26,11 @@ public:
 
     /// Sleeps until the signal is raised.
     virtual void sleepUntil(Signal& signal) { signal.wait(); }
+
+    /// The same, but no longer than `limit`; false when the signal was not raised by then.
+    virtual bool sleepUntil(Signal& signal, std::chrono::milliseconds limit) {
+        return signal.waitFor(limit);
+    }
 };
 
 }  // namespace intake

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "formats/source/EndMark.h"
+#include "platform/KeptConnections.h"
 
 namespace intake {
 
@@ -72,7 +73,8 @@ public:
     /// Fetches a URL or reads a local path, and parses it. Null, and the reason, when the source
     /// cannot be opened; throws PlatformError when what it holds cannot be made a document. Once
     /// `endMark` is set, a transfer gives up soon.
-    virtual std::unique_ptr<HtmlDocument> open(const std::string& source, const EndMark& endMark,
+    virtual std::unique_ptr<HtmlDocument> open(const std::string& source,
+                                               KeptConnections& connections, const EndMark& endMark,
                                                std::string& reason) = 0;
 };
 

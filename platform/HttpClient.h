@@ -6,6 +6,7 @@
 #include <string>
 
 #include "formats/source/EndMark.h"
+#include "platform/KeptConnections.h"
 
 namespace intake {
 
@@ -123,13 +124,17 @@ public:
                              std::string& bypass) = 0;
 };
 
-/// Makes HTTP clients. Process-wide; any thread.
+/// Makes HTTP clients, and what keeps their connections. Process-wide; any thread.
 class HttpClients {
 public:
     virtual ~HttpClients() = default;
 
-    /// `endMark` outlives the client.
-    virtual std::unique_ptr<HttpClient> create(const EndMark& endMark) = 0;
+    /// For one worker, which hands them to all that makes requests for it.
+    virtual std::unique_ptr<KeptConnections> keepConnections() = 0;
+
+    /// Both outlive the client.
+    virtual std::unique_ptr<HttpClient> create(KeptConnections& connections,
+                                               const EndMark& endMark) = 0;
 };
 
 }  // namespace intake

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -21,6 +22,14 @@ public:
         std::unique_lock lock(mutex_);
         condition_.wait(lock, [this] { return isRaised_; });
         isRaised_ = false;
+    }
+
+    /// The same, but no longer than `limit`; false when it was not raised by then.
+    bool waitFor(std::chrono::milliseconds limit) {
+        std::unique_lock lock(mutex_);
+        const bool wasRaised = condition_.wait_for(lock, limit, [this] { return isRaised_; });
+        isRaised_ = false;
+        return wasRaised;
     }
 
 private:

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "formats/source/EndMark.h"
+#include "platform/KeptConnections.h"
 
 namespace intake {
 
@@ -136,8 +137,9 @@ public:
     virtual std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                         const EndMark& endMark) = 0;
 
-    /// `endMark` outlives the request.
-    virtual std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) = 0;
+    /// Both outlive the request.
+    virtual std::unique_ptr<XmlRequest> createRequest(KeptConnections& connections,
+                                                      const EndMark& endMark) = 0;
 };
 
 }  // namespace intake

@@ -21,9 +21,15 @@ public:
     /// Reads by the reader of the request's mode; that of XML where the mode names none.
     bool Read(const RequestRecord& request, std::string& script, std::string& error) override;
 
+    void rest() override;
+
 private:
     ReaderHandler& readerFor(const std::string& mode);
 
+    void keepConnectionsFor(const RequestRecord& request);
+
+    const std::unique_ptr<KeptConnections> connections_;
+    RequestRecord lastRequest_;
     const std::unique_ptr<HttpClient> http_;
     HTMLHandler html_;
     JSONHandler json_;

@@ -22,7 +22,8 @@ bool HTMLHandler::Read(const RequestRecord& request, std::string& script, std::s
 
 std::unique_ptr<HtmlDocument> HTMLHandler::open(const RequestRecord& request, std::string& error) {
     std::string reason;
-    std::unique_ptr<HtmlDocument> document = services_.open(request.filename, endMark_, reason);
+    std::unique_ptr<HtmlDocument> document =
+        services_.open(request.filename, connections_, endMark_, reason);
     if (document == nullptr) {
         error += "HTML: Failed to open URL \"" + request.filename + "\"";
         logger_.Write(LOG_ERROR, "HTML: " + reason + "\n");

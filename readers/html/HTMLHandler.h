@@ -15,8 +15,9 @@ namespace intake {
 class HTMLHandler final : public ReaderHandler {
 public:
     /// All are borrowed and outlive this object.
-    HTMLHandler(ReaderLogger& logger, HtmlServices& services, const EndMark& endMark)
-        : logger_(logger), services_(services), endMark_(endMark) {}
+    HTMLHandler(ReaderLogger& logger, HtmlServices& services, KeptConnections& connections,
+                const EndMark& endMark)
+        : logger_(logger), services_(services), connections_(connections), endMark_(endMark) {}
 
     /// Throws PlatformError when a service fails in the middle of a step.
     bool Read(const RequestRecord& request, std::string& script, std::string& error) override;
@@ -26,6 +27,7 @@ private:
 
     ReaderLogger& logger_;
     HtmlServices& services_;
+    KeptConnections& connections_;
     const EndMark& endMark_;
 };
 

@@ -86,7 +86,7 @@ bool XMLHandler::loadUrl(Load& load) {
     trace("Before CreateInstance\n");
     std::unique_ptr<XmlRequest> http;
     try {
-        http = services_.createRequest(endMark_);
+        http = services_.createRequest(connections_, endMark_);
         // What is still to be converted must lose no characters on the way.
         load.document = services_.createDocument(
             isToBeConverted ? TextEncoding::UTF8 : encodingOf(load.request), XmlSource::RESPONSE,

@@ -16,8 +16,9 @@ namespace intake {
 class XMLHandler final : public ReaderHandler {
 public:
     /// All are borrowed and outlive this object.
-    XMLHandler(ReaderLogger& logger, XmlServices& services, const EndMark& endMark)
-        : logger_(logger), services_(services), endMark_(endMark) {}
+    XMLHandler(ReaderLogger& logger, XmlServices& services, KeptConnections& connections,
+               const EndMark& endMark)
+        : logger_(logger), services_(services), connections_(connections), endMark_(endMark) {}
 
     /// Throws PlatformError when a service fails in the middle of a step.
     bool Read(const RequestRecord& request, std::string& script, std::string& error) override;
@@ -43,6 +44,7 @@ private:
 
     ReaderLogger& logger_;
     XmlServices& services_;
+    KeptConnections& connections_;
     const EndMark& endMark_;
 };
 

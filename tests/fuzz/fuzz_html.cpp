@@ -7,6 +7,7 @@
 #include "platform/PlatformError.h"
 #include "platform/linux/html/ParsedPage.h"
 #include "readers/html/HTMLHandler.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fuzz/FuzzInput.h"
 
 namespace {
@@ -19,7 +20,7 @@ public:
     FuzzedPages(std::string charset, std::string page)
         : charset_(std::move(charset)), page_(std::move(page)) {}
 
-    std::unique_ptr<HtmlDocument> open(const std::string&, const EndMark& endMark,
+    std::unique_ptr<HtmlDocument> open(const std::string&, KeptConnections&, const EndMark& endMark,
                                        std::string&) override {
         return std::make_unique<html::ParsedPage>(
             html::parsePage(html::decodePage(page_, charset_), endMark), endMark);
@@ -41,7 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ReaderLogger logger(systemPlatform().clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     const EndMark endMark;
-    HTMLHandler handler(logger, pages, endMark);
+    FakeConnections connections;
+    HTMLHandler handler(logger, pages, connections, endMark);
     request.numRows = 1000;
     for (const TargetMode mode : {DATA_ARRAY, DATA_TABLE}) {
         request.targetMode = mode;

@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 #include "readers/xml/XMLHandler.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/readers/xml/ServedXml.h"
 
@@ -21,8 +22,8 @@ std::string script(const intake::RequestRecord& request, std::string_view text) 
     intake::ServedXml served{std::string(text)};
     std::string script, error;
     try {
-        const bool success =
-            intake::XMLHandler(logger, served, endMark).Read(request, script, error);
+        const bool success = intake::FakeConnections connections;
+        intake::XMLHandler(logger, served, connections, endMark).Read(request, script, error);
         return success ? script : "failed";
     } catch (const intake::PlatformError&) {
         return "refused";

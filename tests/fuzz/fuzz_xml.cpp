@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "platform/PlatformError.h"
 #include "readers/xml/XMLHandler.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/readers/xml/ServedXml.h"
 
@@ -45,7 +46,8 @@ void read(const intake::RequestRecord& request, std::string_view text) {
     logger.setLevel(-1);
     intake::ServedXml served{std::string(text)};
     std::string script, error;
-    intake::XMLHandler(logger, served, endMark).Read(request, script, error);
+    intake::FakeConnections connections;
+    intake::XMLHandler(logger, served, connections, endMark).Read(request, script, error);
 }
 
 }  // namespace

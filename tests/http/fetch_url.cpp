@@ -31,7 +31,8 @@ int main(int argc, char** argv) {
     const intake::Platform& platform = intake::systemPlatform();
     intake::EndMark endMark;
     intake::ReaderLogger logger(platform.clock, intake::systemPlatform().textFiles);
-    const auto client = platform.http.create(endMark);
+    const auto connections = platform.http.keepConnections();
+    const auto client = platform.http.create(*connections, endMark);
     intake::ByteBuffer body;
     if (!intake::RDR_HTTP(*client, logger, platform.diagnostics).Fetch(argv[1], {}, body)) {
         return 1;

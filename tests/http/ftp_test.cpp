@@ -1,5 +1,6 @@
 // XML documents from a real FTP server.
 
+#include "platform/linux/curl/CurlConnections.h"
 #include "tests/http/support/FtpDaemon.h"
 #include "tests/platform/xml/XmlRequestTest.h"
 
@@ -38,6 +39,15 @@ TEST_F(XmlFromFtpDaemon, AFileIsLoadedWithUserNameAndPassword) {
     server.write("data.xml", "<a>1</a>");
     fetchAs(FtpDaemon::USER, "s3cret", server.url("/data.xml"));
     EXPECT_EQ(texts("/a"), "1|");
+}
+
+TEST_F(XmlFromFtpDaemon, ItsSessionEndsWithTheLoad) {
+    const FtpDaemon server;
+    server.write("data.xml", "<a>1</a>");
+    fetch(server.url("/data.xml"));
+    EXPECT_EQ(texts("/a"), "1|");
+    request_.reset();
+    EXPECT_TRUE(static_cast<CurlConnections&>(*connections_).sockets().areNone());
 }
 
 TEST_F(XmlFromFtpDaemon, AWrongPasswordIsRefused) {

@@ -10,6 +10,7 @@
 #include "readers/json/JSONHandler.h"
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fakes/platform/FakeDiagnostics.h"
 #include "tests/fakes/platform/FakeFiles.h"
 #include "tests/fakes/platform/FakeHttpClient.h"
@@ -52,7 +53,8 @@ std::string askedForXml() {
     logger.setLevel(LOG_FATAL);
     FakeXml xml;
     const EndMark endMark;
-    XMLHandler reader(logger, xml, endMark);
+    FakeConnections connections;
+    XMLHandler reader(logger, xml, connections, endMark);
     load(reader);
     return xml.calls();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "pipeline/WorkerState.h"
@@ -9,6 +10,7 @@
 #include "tests/fakes/platform/FakePlatform.h"
 #include "tests/pipeline/RecordingClient.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/eventually.h"
 
 namespace intake {
 
@@ -63,6 +65,25 @@ TEST_F(WorkerLoopTest, TriesAgainAfterTwentyMillisecondsWhileTheHostHoldsTheRing
     worker_.run();
     EXPECT_EQ(answersAtFirstPause, 0);
     EXPECT_EQ(worker_.results.count(), 1);
+}
+
+TEST_F(WorkerLoopTest, LetsTheReaderRestWhenNoRequestComesForAWhileAndAtTheEnd) {
+    const auto client = std::make_shared<RecordingClient>();
+    request(client, "MODE |JSON| FILENAME |http://data.example/a| ");
+    std::thread thread([&] { worker_.run(); });
+    EXPECT_TRUE(eventually([&] { return platform_.http.closings == 2; }));  // one for the load
+    EXPECT_GE(platform_.clock.sleepsOf(std::chrono::seconds(20)), 1);
+    worker_.stop();
+    thread.join();
+    EXPECT_EQ(platform_.http.closings, 3);
+}
+
+TEST_F(WorkerLoopTest, SleepsUntilItIsPostedToWhenItNeverRead) {
+    std::thread thread([&] { worker_.run(); });
+    EXPECT_TRUE(eventually([&] { return platform_.clock.sleepsUntilSignals() == 1; }));
+    EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::seconds(20)), 0);
+    worker_.stop();
+    thread.join();
 }
 
 TEST_F(WorkerLoopTest, ClearsTheStopFlagOnceItHasLeftTheSystemsServices) {

@@ -23,6 +23,7 @@ public:
     LocalTime localTime() override { return {2026, 3, 5, 9, 7}; }
     [[noreturn]] void sleep(std::chrono::milliseconds) override { throw Pause{}; }
     [[noreturn]] void sleepUntil(Signal&) override { throw Pause{}; }
+    [[noreturn]] bool sleepUntil(Signal&, std::chrono::milliseconds) override { throw Pause{}; }
 
     double now = 1'000'000;
 };

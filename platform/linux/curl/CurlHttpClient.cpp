@@ -23,7 +23,7 @@ bool hasKerberosTicket() {
 
 std::unique_ptr<HttpRequest> CurlHttpClient::open(const HttpAddress& address,
                                                   const std::string& userAgent) {
-    auto request = std::make_unique<CurlHttpRequest>(address, userAgent, endMark_);
+    auto request = std::make_unique<CurlHttpRequest>(address, userAgent, connections_, endMark_);
     if (!request->isOpen()) {
         lastError_ = HTTP_ERROR_INTERNAL;
         lastErrorText_ = "The HTTP library could not be set up";
@@ -56,8 +56,13 @@ bool CurlHttpClient::proxyForUrl(const std::string& url, const ProxyLookup&, std
     return false;
 }
 
-std::unique_ptr<HttpClient> CurlHttpClients::create(const EndMark& endMark) {
-    return std::make_unique<CurlHttpClient>(endMark);
+std::unique_ptr<KeptConnections> CurlHttpClients::keepConnections() {
+    return std::make_unique<CurlConnections>();
+}
+
+std::unique_ptr<HttpClient> CurlHttpClients::create(KeptConnections& connections,
+                                                    const EndMark& endMark) {
+    return std::make_unique<CurlHttpClient>(static_cast<CurlConnections&>(connections), endMark);
 }
 
 }  // namespace intake

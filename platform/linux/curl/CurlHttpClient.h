@@ -1,13 +1,15 @@
 #pragma once
 
 #include "platform/HttpClient.h"
+#include "platform/linux/curl/CurlConnections.h"
 
 namespace intake {
 
 /// HTTP by libcurl; proxies of the desktop's and the environment's configuration by libproxy.
 class CurlHttpClient final : public HttpClient {
 public:
-    explicit CurlHttpClient(const EndMark& endMark) : endMark_(endMark) {}
+    CurlHttpClient(CurlConnections& connections, const EndMark& endMark)
+        : connections_(connections), endMark_(endMark) {}
 
     std::unique_ptr<HttpRequest> open(const HttpAddress& address,
                                       const std::string& userAgent) override;
@@ -23,6 +25,7 @@ public:
                      std::string& bypass) override;
 
 private:
+    CurlConnections& connections_;
     const EndMark& endMark_;
     uint32_t lastError_ = 0;
     std::string lastErrorText_;
@@ -30,7 +33,11 @@ private:
 
 class CurlHttpClients final : public HttpClients {
 public:
-    std::unique_ptr<HttpClient> create(const EndMark& endMark) override;
+    std::unique_ptr<KeptConnections> keepConnections() override;
+
+    /// `connections` are those of this class.
+    std::unique_ptr<HttpClient> create(KeptConnections& connections,
+                                       const EndMark& endMark) override;
 };
 
 }  // namespace intake

@@ -75,8 +75,11 @@ bool isSameHeader(std::string_view line, std::string_view other) {
 }  // namespace
 
 CurlHttpRequest::CurlHttpRequest(const HttpAddress& address, const std::string& userAgent,
-                                 const EndMark& endMark)
-    : endMark_(endMark), host_(address.host), url_(toUrl(address)), transfer_(endMark) {
+                                 CurlConnections& connections, const EndMark& endMark)
+    : endMark_(endMark),
+      host_(address.host),
+      url_(toUrl(address)),
+      transfer_(connections, endMark) {
     if (isOpen()) {
         setOptions(userAgent);
         addHeader("Accept:");  // none is sent
@@ -140,14 +143,14 @@ bool CurlHttpRequest::setProxy(const std::string& address, const std::string& by
     }
     const bool isLocal = host_.find('.') == std::string::npos;
     const bool bypassed = bypass == "<local>" && isLocal;
-    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXY, address.c_str());
+    transfer_.goThrough(address);
     curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYPORT, PROXY_PORT);
     curl_easy_setopt(transfer_.handle(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
     return true;
 }
 
 bool CurlHttpRequest::setDirect() {
-    curl_easy_setopt(transfer_.handle(), CURLOPT_PROXY, "");
+    transfer_.goThrough("");
     return true;
 }
 

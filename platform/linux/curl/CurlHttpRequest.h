@@ -13,8 +13,9 @@ namespace intake {
 /// One GET request by libcurl. The body is taken as it comes.
 class CurlHttpRequest final : public HttpRequest {
 public:
+    /// `connections` and `endMark` outlive this object.
     CurlHttpRequest(const HttpAddress& address, const std::string& userAgent,
-                    const EndMark& endMark);
+                    CurlConnections& connections, const EndMark& endMark);
 
     /// False when the library could not supply what a request needs.
     bool isOpen() const { return transfer_.isReady(); }

@@ -12,8 +12,9 @@ constexpr const char* WHATEVER_LIBCURL_UNPACKS = "";
 
 }  // namespace
 
-CurlPageRequest::CurlPageRequest(const EndMark& endMark, size_t maxBytes)
-    : transfer_(endMark), body_(transfer_, maxBytes, WHATEVER_LIBCURL_UNPACKS) {
+CurlPageRequest::CurlPageRequest(CurlConnections& connections, const EndMark& endMark,
+                                 size_t maxBytes)
+    : transfer_(connections, endMark), body_(transfer_, maxBytes, WHATEVER_LIBCURL_UNPACKS) {
     if (!transfer_.isReady()) {
         throw std::bad_alloc();
     }

@@ -10,8 +10,8 @@ namespace intake {
 /// Fetches a page by libcurl, over HTTP, HTTPS or FTP. For one page.
 class CurlPageRequest {
 public:
-    /// `endMark` outlives this object; a page of more than `maxBytes` is refused.
-    CurlPageRequest(const EndMark& endMark, size_t maxBytes);
+    /// `connections` and `endMark` outlive this object; a page of more than `maxBytes` is refused.
+    CurlPageRequest(CurlConnections& connections, const EndMark& endMark, size_t maxBytes);
 
     /// False, and the reason, when the page cannot be had; a status of 400 and above is such a
     /// reason.

@@ -10,6 +10,8 @@
 #include "formats/text/media_type.h"
 #include "platform/linux/base/NeutralLocale.h"
 #include "platform/linux/curl/curl_errors.h"
+#include "platform/linux/curl/time_to_connect.h"
+#include "platform/linux/curl/tls_connection.h"
 
 namespace intake {
 
@@ -38,17 +40,51 @@ CURL* makeHandle() {
 
 }  // namespace
 
-CurlTransfer::CurlTransfer(const EndMark& endMark, Times times)
-    : endMark_(endMark), times_(times), handle_(makeHandle()), driver_(curl_multi_init()) {
+CurlTransfer::CurlTransfer(CurlConnections& connections, const EndMark& endMark, Times times)
+    : endMark_(endMark), times_(times), connections_(connections), handle_(makeHandle()) {
     if (isReady()) {
         setCommonOptions();
     }
 }
 
 CurlTransfer::~CurlTransfer() {
+    const bool mayStay = isReady() && mayBeKept();
     if (isReady()) {
-        curl_multi_remove_handle(driver_.get(), handle_.get());
+        curl_multi_remove_handle(connections_.driver(), handle());
     }
+    connections_.endTransfer(mayStay);
+}
+
+/// Whether its connections are in a state, and of a kind, in which another load may have them. What
+/// FTP keeps is a session of a user, of which servers allow few.
+bool CurlTransfer::mayBeKept() {
+    noteSchemes();
+    return done_ && result_ == CURLE_OK && !isForOneUser_ && !hasLeftover_ &&
+           (isHttp() || !isUsed_);
+}
+
+bool CurlTransfer::isHttp() const {
+    const char* scheme = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_SCHEME, &scheme);
+    return scheme != nullptr && startsWithIgnoringCase(scheme, "http");
+}
+
+/// These prove the user to a connection, not to a request.
+void CurlTransfer::noteSchemes() {
+    constexpr long SCHEMES = CURLAUTH_NTLM | CURLAUTH_NEGOTIATE;
+    long ofServer = 0, ofProxy = 0;
+    curl_easy_getinfo(handle(), CURLINFO_HTTPAUTH_AVAIL, &ofServer);
+    curl_easy_getinfo(handle(), CURLINFO_PROXYAUTH_AVAIL, &ofProxy);
+    isForOneUser_ = isForOneUser_ || ((ofServer | ofProxy) & SCHEMES) != 0;
+}
+
+/// The library calls it last when the transfer has ended and still has its connection. It reads no
+/// more of a body than was announced; of what came beyond in the same record of TLS, the socket
+/// shows nothing.
+int CurlTransfer::onProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    transfer.hasLeftover_ = hasDecryptedMore(transfer.handle());
+    return 0;
 }
 
 void CurlTransfer::setCommonOptions() {
@@ -66,9 +102,12 @@ void CurlTransfer::setCommonOptions() {
     curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT_MS,
                      static_cast<long>(times_.connect.count()));
     curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, FTP_ANSWER_SECONDS);
-    sockets_.watch(handle());
+    curl_easy_setopt(handle(), CURLOPT_XFERINFOFUNCTION, onProgress);
+    curl_easy_setopt(handle(), CURLOPT_XFERINFODATA, this);
+    curl_easy_setopt(handle(), CURLOPT_NOPROGRESS, 0L);
+    connections_.beginTransfer(handle());
 
-    curl_easy_setopt(handle(), CURLOPT_PROXY, "");
+    curl_easy_setopt(handle(), CURLOPT_PROXY, "");  // nor that of the environment
     curl_easy_setopt(handle(), CURLOPT_NOPROXY, "");
     curl_easy_setopt(handle(), CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
     curl_easy_setopt(handle(), CURLOPT_PROXY_SSLVERSION,
@@ -80,8 +119,15 @@ void CurlTransfer::setCommonOptions() {
     }
 }
 
+void CurlTransfer::goThrough(const std::string& proxy) {
+    connections_.goThrough(proxy);
+    curl_easy_setopt(handle(), CURLOPT_PROXY, proxy.c_str());
+}
+
 void CurlTransfer::restart() {
-    curl_multi_remove_handle(driver_.get(), handle_.get());
+    noteSchemes();
+    isUsed_ = true;
+    curl_multi_remove_handle(connections_.driver(), handle());
     done_ = false;
     result_ = CURLE_OK;
     reason_[0] = 0;
@@ -89,7 +135,7 @@ void CurlTransfer::restart() {
     isWithinHeader_ = false;
     beginTimes();
     curl_easy_setopt(handle(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    if (curl_multi_add_handle(driver_.get(), handle_.get()) != CURLM_OK) {
+    if (curl_multi_add_handle(connections_.driver(), handle()) != CURLM_OK) {
         end(CURLE_FAILED_INIT);
     }
 }
@@ -97,11 +143,11 @@ void CurlTransfer::restart() {
 void CurlTransfer::step() {
     const NeutralLocale locale;  // names of hosts are in UTF-8
     int running = 0;
-    if (curl_multi_perform(driver_.get(), &running) != CURLM_OK) {
+    if (curl_multi_perform(connections_.driver(), &running) != CURLM_OK) {
         return end(CURLE_FAILED_INIT);
     }
     int waiting = 0;
-    const CURLMsg* const message = curl_multi_info_read(driver_.get(), &waiting);
+    const CURLMsg* const message = curl_multi_info_read(connections_.driver(), &waiting);
     if (message != nullptr && message->msg == CURLMSG_DONE) {
         end(message->data.result);
     }
@@ -118,12 +164,12 @@ void CurlTransfer::end(CURLcode result) {
 }
 
 void CurlTransfer::wait() {
-    curl_multi_poll(driver_.get(), nullptr, 0, POLL_MILLISECONDS, nullptr);
+    curl_multi_poll(connections_.driver(), nullptr, 0, POLL_MILLISECONDS, nullptr);
 }
 
 void CurlTransfer::beginTimes() {
     lastLook_ = lastByte_ = headerStart_ = Clock::now();
-    bytes_ = 0;
+    bytes_ = connections_.sockets().bytes();
     headerOf_ = 0;
 }
 
@@ -144,7 +190,7 @@ void CurlTransfer::endIfLate() {
 
 bool CurlTransfer::isSilent(Clock::time_point now) {
     const bool connects = isConnecting();
-    const uint64_t bytes = sockets_.bytes();
+    const uint64_t bytes = connections_.sockets().bytes();
     if (connects || bytes != bytes_) {
         bytes_ = bytes;
         lastByte_ = now;
@@ -153,28 +199,20 @@ bool CurlTransfer::isSilent(Clock::time_point now) {
     return now - lastByte_ >= times_.silence;
 }
 
-/// To the first server, or to where a redirect leads: a connection to the former may still stand.
+/// To the first server, to where a redirect leads (a connection to the former may still stand), or
+/// once more to where a kept connection led that turned out to be of no use.
 bool CurlTransfer::isConnecting() const {
     const bool isRedirected = respondedAfter_ != NEVER && redirects() > respondedAfter_;
-    const curl_off_t time = timeToConnect();
-    return time == 0 || (isRedirected && time == connectedBefore_);
-}
-
-/// In microseconds, of all connections so far together.
-curl_off_t CurlTransfer::timeToConnect() const {
-    curl_off_t time = 0;
-    curl_easy_getinfo(handle(), CURLINFO_PRETRANSFER_TIME_T, &time);
-    return time;
+    const curl_off_t time = timeToConnect(handle());
+    return time == 0 || (isRedirected && time == connectedBefore_) ||
+           connections_.sockets().isReplacing();
 }
 
 bool CurlTransfer::isHeaderLate(Clock::time_point now) {
-    const char* scheme = nullptr;
-    curl_easy_getinfo(handle(), CURLINFO_SCHEME, &scheme);
     long status = 0;
     curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
-    const bool isHttp = scheme != nullptr && startsWithIgnoringCase(scheme, "http");
     const bool isComplete = hasResponded() && status >= FIRST_FINAL_STATUS;
-    if (!isHttp || isComplete || headerOf_ != redirects()) {
+    if (!isHttp() || isComplete || headerOf_ != redirects()) {
         headerOf_ = redirects();
         headerStart_ = now;
     }
@@ -182,7 +220,7 @@ bool CurlTransfer::isHeaderLate(Clock::time_point now) {
 }
 
 void CurlTransfer::endLate(const char* reason, std::chrono::milliseconds limit) {
-    curl_multi_remove_handle(driver_.get(), handle_.get());
+    curl_multi_remove_handle(connections_.driver(), handle());
     std::snprintf(reason_.data(), reason_.size(), reason,
                   std::chrono::duration<double>(limit).count());
     end(CURLE_OPERATION_TIMEDOUT);
@@ -202,8 +240,9 @@ void CurlTransfer::noteHeader(std::string_view line) {
     } else if (line.find_first_not_of("\r\n") == std::string_view::npos) {
         respondedAfter_ = redirects();
         curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &respondedStatus_);
-        connectedBefore_ = timeToConnect();
+        connectedBefore_ = timeToConnect(handle());
         isWithinHeader_ = false;
+        forgetAuthorities(handle());
         stayOnHttps();
     }
 }

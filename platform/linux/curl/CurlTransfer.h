@@ -8,15 +8,15 @@
 #include <string_view>
 
 #include "formats/source/EndMark.h"
-#include "platform/linux/curl/SocketWatch.h"
+#include "platform/linux/curl/CurlConnections.h"
 #include "platform/linux/curl/curl_handles.h"
 
 namespace intake {
 
 /// One transfer by libcurl, driven step by step by its worker thread, so that a set end mark is
 /// noticed within a tenth of a second. It comes with what all transfers have in common: time
-/// limits, verified certificates, no proxy, not even the environment's. It does not move: libcurl
-/// keeps its address.
+/// limits, verified certificates, no proxy, not even the environment's. Its connections are kept
+/// for the next one when it has ended well. It does not move: libcurl keeps its address.
 class CurlTransfer {
 public:
     /// How many bytes libcurl takes off the network at a time, at most.
@@ -28,18 +28,22 @@ public:
         std::chrono::milliseconds connect = std::chrono::seconds(60);  // to each server
     };
 
-    /// `endMark` outlives this object.
-    explicit CurlTransfer(const EndMark& endMark, Times times);
-    explicit CurlTransfer(const EndMark& endMark) : CurlTransfer(endMark, Times()) {}
+    /// Both outlive this object. Of those that share connections one lives at a time.
+    CurlTransfer(CurlConnections& connections, const EndMark& endMark, Times times);
+    CurlTransfer(CurlConnections& connections, const EndMark& endMark)
+        : CurlTransfer(connections, endMark, Times()) {}
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
     /// False when the library could not supply what a transfer needs.
-    bool isReady() const { return handle_ != nullptr && driver_ != nullptr; }
+    bool isReady() const { return handle_ != nullptr && connections_.driver() != nullptr; }
 
     /// To set options with.
     CURL* handle() const { return handle_.get(); }
+
+    /// By which way the server is reached; straight where the proxy is empty.
+    void goThrough(const std::string& proxy);
 
     /// Begins from the start, whatever was under way.
     void restart();
@@ -87,6 +91,10 @@ public:
 
 private:
     void setCommonOptions();
+    bool mayBeKept();
+    bool isHttp() const;
+    void noteSchemes();
+    static int onProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
     void noteHeader(std::string_view line);
     bool isBehindBody() const;
     void stayOnHttps();
@@ -100,21 +108,22 @@ private:
     void endIfLate();
     bool isSilent(Clock::time_point now);
     bool isConnecting() const;
-    curl_off_t timeToConnect() const;
     bool isHeaderLate(Clock::time_point now);
     void endLate(const char* reason, std::chrono::milliseconds limit);
 
     const EndMark& endMark_;
     const Times times_;
     std::array<char, CURL_ERROR_SIZE> reason_{};
-    SocketWatch sockets_;  // goes after all connections
+    CurlConnections& connections_;
     CurlEasy handle_;
-    CurlMulti driver_;
     static constexpr long NEVER = -1;
     long respondedAfter_ = NEVER;     // redirects, when the latest header was complete
     curl_off_t connectedBefore_ = 0;  // then
     long respondedStatus_ = 0;        // then
     bool isWithinHeader_ = false;
+    bool isUsed_ = false;
+    bool isForOneUser_ = false;  // a connection may have been
+    bool hasLeftover_ = false;   // behind the body, as far as it was decrypted
     Clock::time_point lastLook_;
     Clock::time_point lastByte_;
     Clock::time_point headerStart_;

@@ -2,18 +2,40 @@
 
 #include <linux/tcp.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <new>
+
+#include "platform/linux/curl/time_to_connect.h"
 
 namespace intake {
 
+namespace {
+
+constexpr curl_off_t NEVER = -1;
+
+bool hasNews(curl_socket_t socket) {
+    pollfd state{socket, POLLIN | POLLPRI | POLLRDHUP, 0};
+    return poll(&state, 1, 0) != 0;
+}
+
+}  // namespace
+
 void SocketWatch::watch(CURL* transfer) {
+    transfer_ = transfer;
+    older_ = sockets_.size();
+    brokeAfter_ = NEVER;
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETFUNCTION, onOpen);
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETDATA, this);
     curl_easy_setopt(transfer, CURLOPT_CLOSESOCKETFUNCTION, onClose);
     curl_easy_setopt(transfer, CURLOPT_CLOSESOCKETDATA, this);
+}
+
+bool SocketWatch::haveNews() const {
+    return std::any_of(sockets_.begin(), sockets_.end(), hasNews);
 }
 
 uint64_t SocketWatch::bytes() const {
@@ -26,6 +48,10 @@ uint64_t SocketWatch::bytes() const {
         }
     }
     return bytes;
+}
+
+bool SocketWatch::isReplacing() const {
+    return brokeAfter_ != NEVER && timeToConnect(transfer_) == brokeAfter_;
 }
 
 /// Nothing may fly through the library.
@@ -45,8 +71,21 @@ curl_socket_t SocketWatch::onOpen(void* self, curlsocktype, curl_sockaddr* addre
 }
 
 int SocketWatch::onClose(void* self, curl_socket_t socket) {
-    std::erase(static_cast<SocketWatch*>(self)->sockets_, socket);
+    static_cast<SocketWatch*>(self)->forget(socket);
     return close(socket);
+}
+
+void SocketWatch::forget(curl_socket_t socket) {
+    const auto found = std::find(sockets_.begin(), sockets_.end(), socket);
+    if (found == sockets_.end()) {
+        return;
+    }
+    const bool isOlder = static_cast<size_t>(found - sockets_.begin()) < older_;
+    sockets_.erase(found);
+    older_ -= isOlder ? 1 : 0;
+    if (isOlder && transfer_ != nullptr) {
+        brokeAfter_ = timeToConnect(transfer_);
+    }
 }
 
 }  // namespace intake

@@ -10,10 +10,10 @@ namespace intake {
 
 namespace {
 
-std::unique_ptr<HtmlDocument> openPage(const std::string& source, const EndMark& endMark,
-                                       std::string& reason) {
+std::unique_ptr<HtmlDocument> openPage(const std::string& source, CurlConnections& connections,
+                                       const EndMark& endMark, std::string& reason) {
     PageSource page;
-    if (!readPageSource(source, endMark, page, reason)) {
+    if (!readPageSource(source, connections, endMark, page, reason)) {
         return nullptr;
     }
     std::string text = html::decodePage(std::move(page.bytes), page.charset);
@@ -24,9 +24,10 @@ std::unique_ptr<HtmlDocument> openPage(const std::string& source, const EndMark&
 }  // namespace
 
 std::unique_ptr<HtmlDocument> LinuxHtmlServices::open(const std::string& source,
+                                                      KeptConnections& connections,
                                                       const EndMark& endMark, std::string& reason) {
     try {
-        return openPage(source, endMark, reason);
+        return openPage(source, static_cast<CurlConnections&>(connections), endMark, reason);
     } catch (const html::PageError& error) {
         UNSPECIFIED.raise(html::PARSER_NAME, error.what());
     } catch (const GivenUp&) {

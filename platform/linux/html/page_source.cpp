@@ -15,8 +15,9 @@ namespace {
 
 constexpr std::array<const char*, 3> REMOTE_SCHEMES{"http://", "https://", "ftp://"};
 
-bool fetch(const std::string& url, const EndMark& endMark, PageSource& page, std::string& reason) {
-    CurlPageRequest request(endMark, html::MAX_PAGE_BYTES);
+bool fetch(const std::string& url, CurlConnections& connections, const EndMark& endMark,
+           PageSource& page, std::string& reason) {
+    CurlPageRequest request(connections, endMark, html::MAX_PAGE_BYTES);
     const bool isFetched = request.fetch(url, reason);
     if (request.isTooLarge()) {
         html::throwPageTooLarge();
@@ -53,11 +54,11 @@ std::string pathOf(const std::string& fileUrl) {
 
 }  // namespace
 
-bool readPageSource(const std::string& source, const EndMark& endMark, PageSource& page,
-                    std::string& reason) {
+bool readPageSource(const std::string& source, CurlConnections& connections, const EndMark& endMark,
+                    PageSource& page, std::string& reason) {
     if (std::any_of(REMOTE_SCHEMES.begin(), REMOTE_SCHEMES.end(),
                     [&](const char* scheme) { return startsWithIgnoringCase(source, scheme); })) {
-        return fetch(source, endMark, page, reason);
+        return fetch(source, connections, endMark, page, reason);
     }
     return readFile(startsWithIgnoringCase(source, "file:") ? pathOf(source) : source, page,
                     reason);

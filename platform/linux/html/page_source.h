@@ -3,6 +3,7 @@
 #include <string>
 
 #include "formats/source/EndMark.h"
+#include "platform/linux/curl/CurlConnections.h"
 
 namespace intake {
 
@@ -15,7 +16,7 @@ struct PageSource {
 /// Fetches an http, https or ftp URL, or reads the file of a file URL or path. False, and the
 /// reason, when the page cannot be had; throws html::PageError for one of more than
 /// 100 MB.
-bool readPageSource(const std::string& source, const EndMark& endMark, PageSource& page,
-                    std::string& reason);
+bool readPageSource(const std::string& source, CurlConnections& connections, const EndMark& endMark,
+                    PageSource& page, std::string& reason);
 
 }  // namespace intake

@@ -57,8 +57,8 @@ std::string toLine(const std::string& name, const std::string& value) {
 
 }  // namespace
 
-CurlXmlRequest::CurlXmlRequest(const EndMark& endMark)
-    : transfer_(endMark), body_(transfer_, MAX_BODY, PACKINGS) {
+CurlXmlRequest::CurlXmlRequest(CurlConnections& connections, const EndMark& endMark)
+    : transfer_(connections, endMark), body_(transfer_, MAX_BODY, PACKINGS) {
     if (!transfer_.isReady()) {
         fail(CURLE_FAILED_INIT, "libcurl could not be set up");
     }

@@ -12,8 +12,8 @@ namespace intake {
 /// A request for an XML document by libcurl. The whole body is kept in memory, up to 2 GB.
 class CurlXmlRequest final : public XmlRequest {
 public:
-    /// Throws PlatformError when libcurl cannot be set up.
-    explicit CurlXmlRequest(const EndMark& endMark);
+    /// Both outlive this object. Throws PlatformError when libcurl cannot be set up.
+    CurlXmlRequest(CurlConnections& connections, const EndMark& endMark);
 
     void open(const std::string& url, const std::string* user,
               const std::string* password) override;

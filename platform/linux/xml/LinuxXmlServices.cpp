@@ -12,8 +12,9 @@ std::unique_ptr<XmlDocument> LinuxXmlServices::createDocument(TextEncoding encod
     return std::make_unique<LibxmlDocument>(encoding, endMark);
 }
 
-std::unique_ptr<XmlRequest> LinuxXmlServices::createRequest(const EndMark& endMark) {
-    return std::make_unique<CurlXmlRequest>(endMark);
+std::unique_ptr<XmlRequest> LinuxXmlServices::createRequest(KeptConnections& connections,
+                                                            const EndMark& endMark) {
+    return std::make_unique<CurlXmlRequest>(static_cast<CurlConnections&>(connections), endMark);
 }
 
 }  // namespace intake

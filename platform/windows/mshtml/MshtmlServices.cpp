@@ -6,8 +6,8 @@
 
 namespace intake {
 
-std::unique_ptr<HtmlDocument> MshtmlServices::open(const std::string& source, const EndMark&,
-                                                   std::string& reason) {
+std::unique_ptr<HtmlDocument> MshtmlServices::open(const std::string& source, KeptConnections&,
+                                                   const EndMark&, std::string& reason) {
     ComPointer<IStream> stream;
     const HRESULT result = openStream_(nullptr, source.c_str(), stream.out(), 0, nullptr);
     if (!succeeded(result)) {

@@ -19,8 +19,8 @@ public:
                             OpenStream openStream = URLOpenBlockingStreamA)
         : create_(std::move(create)), openStream_(std::move(openStream)) {}
 
-    std::unique_ptr<HtmlDocument> open(const std::string& source, const EndMark& endMark,
-                                       std::string& reason) override;
+    std::unique_ptr<HtmlDocument> open(const std::string& source, KeptConnections& connections,
+                                       const EndMark& endMark, std::string& reason) override;
 
 private:
     const ComFactory create_;

@@ -27,7 +27,7 @@ std::unique_ptr<XmlDocument> MsxmlServices::createDocument(TextEncoding encoding
         source == XmlSource::LOCAL_FILE ? createForFile() : createForResponse(), encoding);
 }
 
-std::unique_ptr<XmlRequest> MsxmlServices::createRequest(const EndMark&) {
+std::unique_ptr<XmlRequest> MsxmlServices::createRequest(KeptConnections&, const EndMark&) {
     ComPointer<IXMLHTTPRequest> request;
     checkCom(create_(CLSID_XML_HTTP_60, nullptr, CLSCTX_INPROC_SERVER, IID_XML_HTTP_REQUEST,
                      request.outAny()));

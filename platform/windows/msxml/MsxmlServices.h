@@ -15,7 +15,8 @@ public:
 
     std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark& endMark) override;
-    std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
+    std::unique_ptr<XmlRequest> createRequest(KeptConnections& connections,
+                                              const EndMark& endMark) override;
 
 private:
     ComPointer<IXMLDOMDocument2> createForFile();

@@ -1,6 +1,7 @@
 #include "platform/windows/winhttp/WinHttpClient.h"
 
 #include "platform/windows/base/wide_text.h"
+#include "platform/windows/winhttp/NoConnections.h"
 #include "platform/windows/winhttp/WinHttpRequest.h"
 
 namespace intake {
@@ -116,7 +117,11 @@ bool WinHttpClient::proxyForUrl(const std::string& url, const ProxyLookup& looku
     return true;
 }
 
-std::unique_ptr<HttpClient> WinHttpClients::create(const EndMark&) {
+std::unique_ptr<KeptConnections> WinHttpClients::keepConnections() {
+    return std::make_unique<NoConnections>();
+}
+
+std::unique_ptr<HttpClient> WinHttpClients::create(KeptConnections&, const EndMark&) {
     return std::make_unique<WinHttpClient>();
 }
 

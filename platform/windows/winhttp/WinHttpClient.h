@@ -29,7 +29,9 @@ private:
 
 class WinHttpClients final : public HttpClients {
 public:
-    std::unique_ptr<HttpClient> create(const EndMark& endMark) override;
+    std::unique_ptr<KeptConnections> keepConnections() override;
+    std::unique_ptr<HttpClient> create(KeptConnections& connections,
+                                       const EndMark& endMark) override;
 };
 
 }  // namespace intake

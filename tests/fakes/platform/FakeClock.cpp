@@ -34,6 +34,20 @@ void FakeClock::sleepUntil(Signal& signal) {
     signal.wait();
 }
 
+bool FakeClock::sleepUntil(Signal& signal, std::chrono::milliseconds limit) {
+    {
+        const std::lock_guard lock(mutex_);
+        ++sleeps_[limit];
+    }
+    if (onSleep) {
+        onSleep();
+    }
+    const bool wasRaised = signal.waitFor(std::min(limit, std::chrono::milliseconds(1)));
+    const std::lock_guard lock(mutex_);
+    sleepsUntilSignals_ += wasRaised ? 1 : 0;
+    return wasRaised;
+}
+
 int FakeClock::sleepsUntilSignals() const {
     const std::lock_guard lock(mutex_);
     return sleepsUntilSignals_;

@@ -16,13 +16,14 @@ public:
     LocalTime localTime() override;
     void sleep(std::chrono::milliseconds duration) override;
     void sleepUntil(Signal& signal) override;
+    bool sleepUntil(Signal& signal, std::chrono::milliseconds limit) override;
 
     void setLocalTime(const LocalTime& now);
 
     /// How often somebody has slept for exactly this long.
     int sleepsOf(std::chrono::milliseconds duration) const;
 
-    /// How often somebody has begun to sleep until a signal.
+    /// How often somebody has begun to sleep until a signal, or has slept no longer than that.
     int sleepsUntilSignals() const;
 
     /// Called at the beginning of every sleep. Set before anybody sleeps.

@@ -100,8 +100,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<HtmlDocument> FakeHtml::open(const std::string& source, const EndMark&,
-                                             std::string& reason) {
+std::unique_ptr<HtmlDocument> FakeHtml::open(const std::string& source, KeptConnections&,
+                                             const EndMark&, std::string& reason) {
     note("open", source);
     if (!unreachable.empty()) {
         reason = unreachable;

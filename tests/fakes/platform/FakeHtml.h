@@ -23,8 +23,8 @@ public:
         std::string id = {}, className = {}, text = {};
     };
 
-    std::unique_ptr<HtmlDocument> open(const std::string& source, const EndMark& endMark,
-                                       std::string& reason) override;
+    std::unique_ptr<HtmlDocument> open(const std::string& source, KeptConnections& connections,
+                                       const EndMark& endMark, std::string& reason) override;
 
     /// Makes the first call of that name throw PlatformError.
     void failAt(const std::string& call) { failingCall_ = call; }

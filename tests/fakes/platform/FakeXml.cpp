@@ -82,7 +82,7 @@ std::unique_ptr<XmlDocument> FakeXml::createDocument(TextEncoding encoding, XmlS
     return std::make_unique<FakeDocument>(*this);
 }
 
-std::unique_ptr<XmlRequest> FakeXml::createRequest(const EndMark&) {
+std::unique_ptr<XmlRequest> FakeXml::createRequest(KeptConnections&, const EndMark&) {
     note("createRequest");
     return std::make_unique<FakeRequest>(*this);
 }

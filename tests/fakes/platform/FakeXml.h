@@ -15,7 +15,8 @@ class FakeXml final : public XmlServices {
 public:
     std::unique_ptr<XmlDocument> createDocument(TextEncoding encoding, XmlSource source,
                                                 const EndMark&) override;
-    std::unique_ptr<XmlRequest> createRequest(const EndMark& endMark) override;
+    std::unique_ptr<XmlRequest> createRequest(KeptConnections& connections,
+                                              const EndMark& endMark) override;
 
     /// Makes the `occurrence`th call of that name throw failure().
     void failAt(const std::string& call, int occurrence = 1);

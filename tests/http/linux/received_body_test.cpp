@@ -14,7 +14,8 @@ TEST(ReceivedBody, MayBeAsLargeAsTheLimitAndNoLarger) {
     const std::string five = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n";
     ScriptedServer server({{five + "2\r\nde\r\n0\r\n\r\n"}, {five + "3\r\ndef\r\n0\r\n\r\n"}});
     const EndMark endMark;
-    CurlTransfer transfer(endMark);
+    CurlConnections connections;
+    CurlTransfer transfer(connections, endMark);
     ReceivedBody body(transfer, 5, nullptr);
     curl_easy_setopt(transfer.handle(), CURLOPT_URL, server.url("/").c_str());
 

@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <thread>
 
@@ -103,11 +104,109 @@ private:
     std::thread thread_;
 };
 
+const std::string ONE = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n1";
+
+void receiveRequest(int connection) {
+    std::array<char, 4096> request{};
+    recv(connection, request.data(), request.size(), 0);
+}
+
+/// Answers one request at once, then another over the same connection with a text, byte by byte and
+/// with a pause before each, then says nothing.
+class TiringServer {
+public:
+    TiringServer(std::string text, milliseconds pause)
+        : text_(std::move(text)), pause_(pause), thread_([this] { serve(); }) {}
+    ~TiringServer() {
+        ended_ = true;
+        thread_.join();
+        close(listener_);
+    }
+
+    std::string url() const {
+        return "http://127.0.0.1:" + std::to_string(portOf(listener_)) + "/";
+    }
+
+private:
+    void serve() {
+        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        receiveRequest(connection);
+        sendBytes(connection, ONE);
+        receiveRequest(connection);
+        for (const char byte : text_) {
+            std::this_thread::sleep_for(pause_);
+            if (ended_ || send(connection, &byte, 1, MSG_NOSIGNAL) != 1) {
+                break;
+            }
+        }
+        while (!ended_) {
+            std::this_thread::sleep_for(milliseconds(10));
+        }
+        close(connection);
+    }
+
+    const std::string text_;
+    const milliseconds pause_;
+    const int listener_ = listenOnLoopback(0);
+    std::atomic<bool> ended_ = false;
+    std::thread thread_;
+};
+
+/// Answers one request, breaks the connection off with the next, and is then too busy to let anyone
+/// connect for a while.
+class BreakingServer {
+public:
+    explicit BreakingServer(milliseconds busy) : busy_(busy), thread_([this] { serve(); }) {}
+    ~BreakingServer() {
+        thread_.join();
+        close(waiting_);
+        close(listener_);
+    }
+
+    std::string url() const {
+        return "http://127.0.0.1:" + std::to_string(portOf(listener_)) + "/";
+    }
+
+private:
+    void serve() {
+        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        receiveRequest(connection);
+        sendBytes(connection, ONE);
+        receiveRequest(connection);
+        takeTheOnePlace();
+        resetOnClose(connection);
+        close(connection);
+        std::this_thread::sleep_for(busy_);
+        close(accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC));
+        answerNext();
+    }
+
+    void takeTheOnePlace() const {
+        listen(listener_, 0);
+        sockaddr_in address = {};
+        socklen_t size = sizeof address;
+        getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        EXPECT_EQ(::connect(waiting_, reinterpret_cast<sockaddr*>(&address), size), 0);
+    }
+
+    void answerNext() const {
+        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        receiveRequest(connection);
+        sendBytes(connection, "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbusy");
+        close(connection);
+    }
+
+    const milliseconds busy_;
+    const int listener_ = listenOnLoopback(0);
+    const int waiting_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    std::thread thread_;
+};
+
 class TransferTimes : public testing::Test {
 protected:
     /// The body, or why there is none.
     std::string fetch(const std::string& url, CurlTransfer::Times times = TIMES) {
-        CurlTransfer transfer(endMark_, times);
+        CurlTransfer transfer(connections_, endMark_, times);
         ReceivedBody body(transfer, 1'000'000, nullptr);
         curl_easy_setopt(transfer.handle(), CURLOPT_URL, url.c_str());
         body.receive();
@@ -115,6 +214,7 @@ protected:
         return result_ == CURLE_OK ? body.bytes() : transfer.reason();
     }
 
+    CurlConnections connections_;
     EndMark endMark_;
     CURLcode result_ = CURLE_OK;
 };
@@ -188,6 +288,24 @@ TEST_F(TransferTimes, EndATransferInWhichTheTargetOfARedirectSaysNothing) {
         "HTTP/1.1 302 Found\r\nLocation: " + target.url() + "\r\nContent-Length: 0\r\n\r\n",
         milliseconds(0));
     EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
+}
+
+TEST_F(TransferTimes, EndATransferInWhichNothingComesOverAKeptConnection) {
+    const TiringServer server("", milliseconds(0));
+    EXPECT_EQ(fetch(server.url()), "1");
+    EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
+}
+
+TEST_F(TransferTimes, EndAHeaderThatComesWithoutEndOverAKeptConnection) {
+    const TiringServer server(OK + "X: " + std::string(1000, 'x'), milliseconds(20));
+    EXPECT_EQ(fetch(server.url()), "1");
+    EXPECT_EQ(fetch(server.url()), "The header of the response took more than 1.5 seconds");
+}
+
+TEST_F(TransferTimes, LeaveTheReplacementOfAKeptConnectionItsOwnTimeToConnect) {
+    const BreakingServer server(milliseconds(700));
+    EXPECT_EQ(fetch(server.url()), "1");
+    EXPECT_EQ(fetch(server.url()), "busy");
 }
 
 TEST(Origin, IsTheSchemeTheHostAndThePort) {

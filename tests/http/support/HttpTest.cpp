@@ -31,7 +31,7 @@ Fetched HttpTest::fetch(const std::string& url) {
     std::thread([&] {
         platform.threads.enterWorker();
         ReaderLogger logger(platform.clock, systemPlatform().textFiles);
-        const std::unique_ptr<HttpClient> client = platform.http.create(endMark_);
+        const auto client = platform.http.create(*connections_, endMark_);
         RDR_HTTP http(*client, logger, platform.diagnostics);
         ByteBuffer body;
         try {

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <list>
+#include <memory>
 #include <string>
 
 #include "formats/source/EndMark.h"
 #include "pipeline/RequestRecord.h"
+#include "platform/Platform.h"
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/http/support/messages.h"
 #include "tests/support/TempDirectory.h"
@@ -40,6 +42,7 @@ protected:
     /// What was logged, without the time stamps.
     std::string log() const;
 
+    std::unique_ptr<KeptConnections> connections_ = systemPlatform().http.keepConnections();
     RequestRecord request_;
     EndMark endMark_;
     TempWorkingDirectory directory_;

@@ -54,6 +54,16 @@ std::vector<std::string> ScriptedServer::requests() {
     return requests_;
 }
 
+size_t ScriptedServer::connections() {
+    const std::lock_guard lock(mutex_);
+    return connections_;
+}
+
+size_t ScriptedServer::openConnections() {
+    const std::lock_guard lock(mutex_);
+    return sockets_.size();
+}
+
 void ScriptedServer::acceptAll() {
     for (;;) {
         const int socket = acceptConnection(listener_);
@@ -62,6 +72,7 @@ void ScriptedServer::acceptAll() {
             closeSocket(socket);
             return;
         }
+        ++connections_;
         sockets_.insert(socket);
         servers_.emplace_back([this, socket] { serve(socket); });
     }

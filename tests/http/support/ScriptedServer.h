@@ -57,6 +57,10 @@ public:
     /// The headers of all requests so far, in the order in which they came.
     std::vector<std::string> requests();
 
+    /// How many connections were made to it so far, and how many of them it still has.
+    size_t connections();
+    size_t openConnections();
+
 private:
     void acceptAll();
     void serve(int socket);
@@ -70,6 +74,7 @@ private:
 
     std::mutex mutex_;  // of what follows
     std::vector<std::string> requests_;
+    size_t connections_ = 0;
     std::set<int> sockets_;
     std::vector<std::thread> servers_;
     bool stopping_ = false;

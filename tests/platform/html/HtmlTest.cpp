@@ -10,7 +10,7 @@ void HtmlTest::load(const std::string& page) {
 
 void HtmlTest::open(const std::string& source) {
     std::string reason;
-    document_ = services_.open(source, endMark_, reason);
+    document_ = services_.open(source, *connections_, endMark_, reason);
     if (document_ == nullptr) {
         throw std::runtime_error(source + " does not open: " + reason);
     }
@@ -19,7 +19,7 @@ void HtmlTest::open(const std::string& source) {
 
 std::string HtmlTest::reasonOf(const std::string& source) {
     std::string reason;
-    EXPECT_EQ(services_.open(source, endMark_, reason), nullptr) << source;
+    EXPECT_EQ(services_.open(source, *connections_, endMark_, reason), nullptr) << source;
     return reason;
 }
 

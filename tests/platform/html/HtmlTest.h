@@ -36,6 +36,7 @@ protected:
     std::string table(Element table);
 
     HtmlServices& services_ = systemPlatform().html;
+    std::unique_ptr<KeptConnections> connections_ = systemPlatform().http.keepConnections();
     EndMark endMark_;
     TempDirectory directory_;
     std::unique_ptr<HtmlDocument> document_;

@@ -6,6 +6,7 @@
 #include "platform/windows/base/wide_text.h"
 #include "platform/windows/com/BasicString.h"
 #include "platform/windows/msxml/MsxmlServices.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/platform/windows/DispatchDouble.h"
 #include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
@@ -133,7 +134,7 @@ protected:
 
     /// A whole request for a document; its text.
     std::string fetch(const std::string* user, const std::string* password) {
-        const auto request = services_.createRequest(NEVER);
+        const auto request = services_.createRequest(connections_, NEVER);
         const auto into = document(XmlSource::RESPONSE);
         request->open("http://feeds.example/a", user, password);
         request->setHeader("X-Desk", " sport");
@@ -146,6 +147,7 @@ protected:
 
     const AsWorker worker_;
     ComCalls calls_;
+    FakeConnections connections_;
     MsxmlServices services_{[this](REFCLSID what, IUnknown*, DWORD context, REFIID identity,
                                    void** made) { return make(what, context, identity, made); }};
 };

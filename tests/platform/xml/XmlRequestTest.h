@@ -15,7 +15,8 @@ protected:
         request_->loadInto(*document_);
     }
 
-    std::unique_ptr<XmlRequest> request_ = services_.createRequest(endMark_);
+    std::unique_ptr<KeptConnections> connections_ = systemPlatform().http.keepConnections();
+    std::unique_ptr<XmlRequest> request_ = services_.createRequest(*connections_, endMark_);
     const std::string* user_ = nullptr;
     const std::string* password_ = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fakes/platform/FakeHtml.h"
 
 namespace intake {
@@ -56,7 +57,8 @@ protected:
     FakeHtml html_;
     EndMark endMark_;
     ReaderLogger logger_{clock_, systemPlatform().textFiles};
-    HTMLHandler handler_{logger_, html_, endMark_};
+    FakeConnections connections_;
+    HTMLHandler handler_{logger_, html_, connections_, endMark_};
     RequestRecord request_;
     std::string script_, error_;
 };

@@ -45,7 +45,8 @@ std::string sourceScript(const std::string& source, const HtmlQuery& query) {
     ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
-    HTMLHandler handler(logger, systemPlatform().html, endMark);
+    const auto connections = systemPlatform().http.keepConnections();
+    HTMLHandler handler(logger, systemPlatform().html, *connections, endMark);
     std::string script, error;
     try {
         if (!handler.Read(requestOf(source, query), script, error)) {

@@ -195,7 +195,7 @@ TEST_F(HtmlSelectionSteps, EverythingIsReleasedWhereverACallFails) {
         html.page = html_.page;
         html.rows = html_.rows;
         html.failAt(call);
-        HTMLHandler handler(logger_, html, endMark_);
+        HTMLHandler handler(logger_, html, connections_, endMark_);
         EXPECT_THROW(handler.Read(request_, script_, error_), PlatformError) << call;
         const auto count = [&](const std::string& line) {
             return html.calls().find(line) != std::string::npos;

@@ -16,7 +16,7 @@ public:
                                                 const EndMark& endMark) override {
         return systemPlatform().xml.createDocument(encoding, source, endMark);
     }
-    std::unique_ptr<XmlRequest> createRequest(const EndMark&) override {
+    std::unique_ptr<XmlRequest> createRequest(KeptConnections&, const EndMark&) override {
         return std::make_unique<Request>(body_);
     }
 

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "readers/xml/XMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/fakes/platform/FakeXml.h"
 
 namespace intake {
@@ -22,7 +23,8 @@ protected:
     FakeXml xml_;
     EndMark endMark_;
     ReaderLogger logger_{clock_, systemPlatform().textFiles};
-    XMLHandler handler_{logger_, xml_, endMark_};
+    FakeConnections connections_;
+    XMLHandler handler_{logger_, xml_, connections_, endMark_};
     RequestRecord request_;
     std::string script_, error_;
 };

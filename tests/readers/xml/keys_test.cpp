@@ -95,8 +95,10 @@ std::string warnings(const XmlQuery& query) {
     ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(LOG_WARNING);
     EndMark endMark;
+    const auto connections = systemPlatform().http.keepConnections();
     std::string script, error;
-    EXPECT_TRUE(XMLHandler(logger, systemPlatform().xml, endMark).Read(request, script, error));
+    EXPECT_TRUE(XMLHandler(logger, systemPlatform().xml, *connections, endMark)
+                    .Read(request, script, error));
     std::ifstream log("2026-03-05-0907-Intake.log");
     return {std::istreambuf_iterator<char>(log), {}};
 }

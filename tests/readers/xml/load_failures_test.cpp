@@ -78,7 +78,7 @@ TEST_F(XmlLoadFailure, AStepOfAUrlThatFailsInItselfIsThrownAndReleasesEverything
     for (const char* step : {"setHeader", "send", "loadInto"}) {
         FakeXml xml;
         xml.failAt(step);
-        XMLHandler handler(logger_, xml, endMark_);
+        XMLHandler handler(logger_, xml, connections_, endMark_);
         EXPECT_THROW(handler.Read(request_, script_, error_), PlatformError) << step;
         EXPECT_TRUE(xml.calls().ends_with("release request\nrelease document\n")) << xml.calls();
     }
@@ -92,7 +92,7 @@ TEST_F(XmlLoadFailure, ASelectionOrRowThatFailsInItselfIsThrownAndReleasesTheDoc
         FakeXml xml;
         xml.selectedCount = 1;
         xml.failAt(step);
-        XMLHandler handler(logger_, xml, endMark_);
+        XMLHandler handler(logger_, xml, connections_, endMark_);
         EXPECT_THROW(handler.Read(request_, script_, error_), PlatformError) << step;
         EXPECT_TRUE(xml.calls().ends_with("\nrelease document\n")) << xml.calls();
     }
@@ -139,7 +139,8 @@ protected:
         request_.filename = source;
         request_.sourceInFormat = 1;
         error_ = "before\n";
-        EXPECT_FALSE(XMLHandler(logger_, xml, endMark_).Read(request_, script_, error_));
+        EXPECT_FALSE(
+            XMLHandler(logger_, xml, connections_, endMark_).Read(request_, script_, error_));
         return error_;
     }
 };

@@ -23,7 +23,8 @@ TEST_F(XmlLoadSteps, AUrlIsOpenedSentAndParsedIntoADocument) {
                             "ftp://feeds.example/a.xml"}) {
         FakeXml xml;
         request_.filename = url;
-        EXPECT_TRUE(XMLHandler(logger_, xml, endMark_).Read(request_, script_, error_));
+        EXPECT_TRUE(
+            XMLHandler(logger_, xml, connections_, endMark_).Read(request_, script_, error_));
         EXPECT_EQ(xml.calls(),
                   "createRequest\n"
                   "createDocument UTF-8 for a response\n"
@@ -134,7 +135,8 @@ protected:
         FakeXml xml;
         request_.filename = source;
         request_.encoding = encoding;
-        EXPECT_TRUE(XMLHandler(logger_, xml, endMark_).Read(request_, script_, error_));
+        EXPECT_TRUE(
+            XMLHandler(logger_, xml, connections_, endMark_).Read(request_, script_, error_));
         std::string made;
         for (size_t at = 0; (at = xml.calls().find("createDocument ", at)) != std::string::npos;) {
             at += sizeof("createDocument");

@@ -29,13 +29,15 @@ protected:
     bool read(const std::string& url) {
         request_.filename = url;
         script_.clear();
-        return XMLHandler(logger_, systemPlatform().xml, endMark_).Read(request_, script_, error_);
+        return XMLHandler(logger_, systemPlatform().xml, *connections_, endMark_)
+            .Read(request_, script_, error_);
     }
 
     const AsWorker worker_;
     FakeClock clock_;
     ReaderLogger logger_{clock_, systemPlatform().textFiles};
     EndMark endMark_;
+    std::unique_ptr<KeptConnections> connections_ = systemPlatform().http.keepConnections();
     RequestRecord request_;
     std::string script_, error_;
 };

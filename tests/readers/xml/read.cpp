@@ -43,7 +43,8 @@ std::string read(XmlServices& services, const RequestRecord& request) {
     ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
-    XMLHandler handler(logger, services, endMark);
+    const auto connections = systemPlatform().http.keepConnections();
+    XMLHandler handler(logger, services, *connections, endMark);
     std::string script, error;
     try {
         if (!handler.Read(request, script, error)) {

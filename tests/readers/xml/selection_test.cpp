@@ -114,11 +114,12 @@ Refusal refusalOf(const std::string& path) {
     ReaderLogger logger(clock, systemPlatform().textFiles);
     logger.setLevel(-1);
     EndMark endMark;
+    const auto connections = systemPlatform().http.keepConnections();
     Refusal refusal;
     refusal.path = path;
     std::string script;
-    EXPECT_FALSE(
-        XMLHandler(logger, systemPlatform().xml, endMark).Read(request, script, refusal.error));
+    EXPECT_FALSE(XMLHandler(logger, systemPlatform().xml, *connections, endMark)
+                     .Read(request, script, refusal.error));
     EXPECT_EQ(script, "");
     const auto document =
         systemPlatform().xml.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark);

@@ -12,7 +12,7 @@ TEST_F(XmlUniqueQuery, CountsFromZeroAcrossInstancesAndOnlyWhereItIsAppended) {
         FakeXml xml;
         request_.filename = url;
         request_.avoidCache = avoidCache;
-        XMLHandler instance(logger_, xml, endMark_);
+        XMLHandler instance(logger_, xml, connections_, endMark_);
         EXPECT_TRUE(instance.Read(request_, script_, error_));
         const size_t start = xml.calls().find("open ") + 5;
         return xml.calls().substr(start, xml.calls().find(' ', start) - start);

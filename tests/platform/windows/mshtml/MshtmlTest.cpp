@@ -28,7 +28,7 @@ MshtmlTest::MshtmlTest() {
 bool MshtmlTest::read() {
     script_.clear();
     error_.clear();
-    return HTMLHandler(logger_, services_, endMark_).Read(request_, script_, error_);
+    return HTMLHandler(logger_, services_, connections_, endMark_).Read(request_, script_, error_);
 }
 
 std::string MshtmlTest::script(const std::string& selector) {

@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "readers/html/HTMLHandler.h"
 #include "tests/fakes/platform/FakeClock.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/platform/windows/mshtml/PageDouble.h"
 
 namespace intake {
@@ -43,6 +44,7 @@ private:
     MshtmlServices services_{page_.factory(), page_.openStream()};
     FakeClock clock_;
     ReaderLogger logger_{clock_, systemPlatform().textFiles};
+    FakeConnections connections_;
     EndMark endMark_;
 };
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/windows/mshtml/MshtmlServices.h"
+#include "tests/fakes/platform/FakeConnections.h"
 #include "tests/platform/windows/mshtml/PageDouble.h"
 #include "tests/support/AsWorker.h"
 #include "tests/support/TempDirectory.h"
@@ -21,8 +22,9 @@ protected:
     std::wstring written(const std::string& source) {
         PageDouble page;
         MshtmlServices services(page.factory());
+        FakeConnections connections;
         const EndMark endMark;
-        const bool opened = services.open(source, endMark, reason_) != nullptr;
+        const bool opened = services.open(source, connections, endMark, reason_) != nullptr;
         EXPECT_EQ(opened, reason_.empty());
         EXPECT_EQ(page.calls.living(), 0);
         return page.written;

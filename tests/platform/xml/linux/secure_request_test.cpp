@@ -14,7 +14,7 @@ TEST_F(XmlSecureRequests, AServerOfATrustedAuthorityIsRead) {
     const CertificateAuthority authority;
     const TlsFiles tls = authority.issue();
     const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
-    request_ = services_.createRequest(endMark_);
+    request_ = services_.createRequest(*connections_, endMark_);
     ScriptedServer server({reply("200 OK", "<a/>")}, overTls(tls));
     fetch(server.url("/"));
     EXPECT_EQ(names("/*"), "a|");
@@ -32,7 +32,7 @@ TEST_F(XmlSecureRequests, NoRedirectLeadsFromHttpsToHttp) {
     const CertificateAuthority authority;
     const TlsFiles tls = authority.issue();
     const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
-    request_ = services_.createRequest(endMark_);
+    request_ = services_.createRequest(*connections_, endMark_);
     ScriptedServer plain({reply("200 OK", "<a/>")});
     ScriptedServer server({reply("302 Found", "", "Location: " + plain.url("/") + "\r\n")},
                           overTls(tls));
