@@ -88,24 +88,29 @@ bool appendUsualNumber(std::string& out, double number) {
     return true;
 }
 
-bool hasExponent(std::string_view source) {
-    return std::any_of(source.begin(), source.end(), [](char c) { return c == 'e' || c == 'E'; });
-}
-
-/// Whether a number has so few digits that they are written as they stand, but for the zeros at the
-/// end of a fraction. Below 0.0001 an exponent is written instead.
-bool isShort(std::string_view source) {
-    const size_t point = source.find('.') == std::string_view::npos ? 0 : 1;
-    return source.size() <= WRITTEN_DIGITS + point && !hasExponent(source) &&
-           !source.starts_with("0.0000");
-}
-
-std::string_view withoutTrailingZeros(std::string_view source) {
-    if (source.find('.') == std::string_view::npos) {
-        return source;
+/// How a number is written that has so few digits that they stay as they stand, but for the zeros
+/// at the end of a fraction; empty for any other. Below 0.0001 an exponent is written instead.
+std::string_view asItStands(std::string_view source) {
+    if (source.size() > WRITTEN_DIGITS + 1) {
+        return {};
     }
-    const size_t last = source.find_last_not_of('0');
-    return source.substr(0, source[last] == '.' ? last : last + 1);
+    size_t point = source.size();
+    size_t behindLast = 0;  // behind the last character that is not a zero
+    for (size_t i = 0; i < source.size(); ++i) {
+        const char c = source[i];
+        if (c == 'e' || c == 'E') {
+            return {};
+        }
+        point = c == '.' ? i : point;
+        behindLast = c == '0' ? behindLast : i + 1;
+    }
+    if (point == source.size()) {
+        return source.size() <= WRITTEN_DIGITS ? source : std::string_view();
+    }
+    if (source.starts_with("0.0000")) {
+        return {};
+    }
+    return source.substr(0, behindLast == point + 1 ? point : behindLast);
 }
 
 /// The decimal exponent that a number has when it is written as 0.d1d2d3...
@@ -158,8 +163,8 @@ void appendSixDigits(std::string& out, double number) {
 }
 
 void appendSixDigits(std::string& out, std::string_view decimal) {
-    if (isShort(decimal)) {
-        out.append(withoutTrailingZeros(decimal));
+    if (const std::string_view text = asItStands(decimal); !text.empty()) {
+        out.append(text);
         return;
     }
     double number = 0;

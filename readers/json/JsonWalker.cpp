@@ -53,10 +53,17 @@ JsonWalker::Node JsonWalker::openObject(Node object, std::string_view name, Role
 }
 
 void JsonWalker::writeScalar(Node scalar, std::string_view name) {
-    if (document_.type(scalar) != Type::NULL_VALUE) {
-        script_.append(name) += '=';
-        writeValue(scalar);
-        script_ += ';';
+    switch (document_.type(scalar)) {
+        case Type::NULL_VALUE:
+            return;
+        case Type::STRING:  // the most frequent, in few pieces
+            script_.append(name).append("=\"\"").append(document_.asString(scalar));
+            script_.append("\"\";");
+            return;
+        default:
+            script_.append(name) += '=';
+            writeValue(scalar);
+            script_ += ';';
     }
 }
 
