@@ -144,7 +144,7 @@ void Write(benchmark::State& state) {
     for (auto _ : state) {
         std::string script;
         state.SetIterationTime(
-            timed([&] { intake::JsonRecords(document, nodes, request, script).write(); }));
+            timed([&] { intake::JsonRecords(document, request, script).write(nodes); }));
     }
     reportBytes(state, text.size());
 }

@@ -1,5 +1,6 @@
 #include "formats/json/JsonDocument.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -7,9 +8,29 @@
 
 namespace intake {
 
-JsonDocument::JsonDocument(ByteBuffer text) : text_(std::move(text)) {
+JsonDocument::JsonDocument(ByteBuffer text) {
+    entries_.reserve(text.size() / 6 + 1);  // a typical density; what is not touched costs nothing
+    parse(std::move(text), {{}, 0, 1, [] {}});
+}
+
+int64_t JsonDocument::readRows(ByteBuffer text, const JsonRowQuery& query) {
+    return parse(std::move(text), {query.path, query.first, query.end, [this, &query] {
+                                       query.take();
+                                       entries_.clear();
+                                   }});
+}
+
+int64_t JsonDocument::parse(ByteBuffer text, const JsonRowQuery& query) {
+    text_ = std::move(text);
     std::memset(text_.prepare(BYTES_READ_BEHIND), 0, BYTES_READ_BEHIND);
-    parseJson(text_.data(), text_.size(), entries_);
+    return parseJson(text_.data(), text_.size(), query, entries_);
+}
+
+size_t JsonDocument::sourceOffsetBehind(Node node) const {
+    const JsonEntry& last = entries_[behind(node) - 1];
+    const bool isText =
+        type(behind(node) - 1) == Type::STRING || type(behind(node) - 1) == Type::NUMBER;
+    return std::max<size_t>(last.nameOffset, isText ? last.position : 0);
 }
 
 JsonDocument::Node JsonDocument::find(Node node, std::string_view name) const {

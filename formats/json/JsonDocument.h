@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/json/json_rows.h"
 #include "formats/source/ByteBuffer.h"
 
 namespace intake {
@@ -38,6 +39,17 @@ public:
     /// std::invalid_argument with line, column and cause when the text is not JSON in UTF-8.
     explicit JsonDocument(ByteBuffer text);
 
+    /// A document without nodes, to read rows of a text.
+    JsonDocument() = default;
+
+    /// Parses `text` as the constructor does, but keeps no more than a row: while the query's
+    /// `take` runs, a wanted row is the root, and there is nothing beside it. Returns how many rows
+    /// there were; those that were taken before it throws are void.
+    int64_t readRows(ByteBuffer text, const JsonRowQuery& query);
+
+    /// About how far the source is read where a node ends, in bytes.
+    size_t sourceOffsetBehind(Node node) const;
+
     /// Bytes of the source text.
     size_t sourceSize() const { return text_.size(); }
 
@@ -45,7 +57,7 @@ public:
 
     bool isContainer(Node node) const { return type(node) >= Type::ARRAY; }
 
-    /// The member's name; empty for the root and for elements of arrays.
+    /// The member's name; empty for the root, unless it is a row, and for elements of arrays.
     std::string_view name(Node node) const {
         return {text_.data() + entries_[node].nameOffset, entries_[node].nameLength};
     }
@@ -71,6 +83,8 @@ public:
     bool asBool(Node node) const { return entries_[node].length != 0; }
 
 private:
+    int64_t parse(ByteBuffer text, const JsonRowQuery& query);
+
     ByteBuffer text_;
     std::vector<JsonEntry> entries_;
 };

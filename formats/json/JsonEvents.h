@@ -3,15 +3,16 @@
 #include <rapidjson/reader.h>
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "formats/json/JsonDocument.h"
 
 namespace intake {
 
-/// Takes the parser's events and appends one entry per value. An event that answers false ends the
-/// parse.
-class JsonEvents : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, JsonEvents> {
+/// Appends one entry per value of a document, or of one row of it after the other. An event that
+/// answers false ends the parse.
+class JsonEvents {
 public:
     using Length = rapidjson::SizeType;
 
@@ -36,9 +37,9 @@ public:
     bool EndObject(Length members) { return close(members); }
     bool EndArray(Length elements) { return close(elements); }
 
-    /// A member's name whose value has not come yet; empty when there is none.
-    uint32_t pendingNameOffset() const { return nameOffset_; }
-    uint32_t pendingNameLength() const { return nameLength_; }
+    /// The name of the value that comes next; empty when it has none.
+    std::string_view name() const { return {text_ + nameOffset_, nameLength_}; }
+    void dropName() { nameLength_ = 0; }
 
 private:
     using Type = JsonDocument::Type;

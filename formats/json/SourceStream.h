@@ -5,28 +5,40 @@
 #include <rapidjson/reader.h>
 
 #include <cstddef>
+#include <cstring>
 #include <new>
+#include <vector>
 
+#include "formats/json/plain_characters.h"
 #include "formats/text/utf16.h"
 
 namespace intake {
 
-/// The text as the parser walks it, decoding strings where they stand. It remembers where the
-/// string began that it is in: when an error is met inside one, what was decoded of it is no longer
-/// the source. It also remembers the first surrogate that is half of no pair.
+/// The text as the parser walks it, decoding strings where they stand. It remembers the line feeds
+/// that were decoded, which end no line of the source, and the first surrogate that is half of no
+/// pair.
 struct SourceStream : rapidjson::InsituStringStream {
-    explicit SourceStream(char* text) : rapidjson::InsituStringStream(text) {}
+    /// The offsets of decoded line feeds are appended to `lineFeeds`, which outlives this object.
+    SourceStream(char* text, std::vector<size_t>& lineFeeds)
+        : rapidjson::InsituStringStream(text), decodedLineFeeds(&lineFeeds) {}
 
     static constexpr size_t NOWHERE = static_cast<size_t>(-1);
 
-    char* PutBegin() {
-        openString = Tell();
-        return rapidjson::InsituStringStream::PutBegin();
+    void Put(char character) {
+        if (character == '\n') {
+            decodedLineFeeds->push_back(static_cast<size_t>(dst_ - head_));
+        }
+        rapidjson::InsituStringStream::Put(character);
     }
 
-    size_t PutEnd(char* begin) {
-        openString = NOWHERE;
-        return rapidjson::InsituStringStream::PutEnd(begin);
+    /// Takes the plain characters of a string that stand next, all at once.
+    void takePlain() {
+        const size_t length = plainLength(src_);
+        if (dst_ != src_) {
+            std::memmove(dst_, src_, length);
+        }
+        src_ += length;
+        dst_ += length;
     }
 
     /// To be called when the escape of a surrogate has just been taken.
@@ -36,7 +48,7 @@ struct SourceStream : rapidjson::InsituStringStream {
         }
     }
 
-    size_t openString = NOWHERE;
+    std::vector<size_t>* decodedLineFeeds;
     size_t loneSurrogate = NOWHERE;  // the first one
 
 private:
@@ -63,6 +75,16 @@ private:
 /// the second; a second half that stands alone it hands over here, to be encoded as if it were one.
 struct SourceEncoding : rapidjson::UTF8<> {
     using rapidjson::UTF8<>::Encode;
+    using rapidjson::UTF8<>::Validate;
+
+    /// Moves the next character of a string, and all plain ones behind it; false if it is none.
+    static bool Validate(SourceStream& in, SourceStream& out) {
+        if (isPlain(in.Peek())) {
+            out.takePlain();
+            return true;
+        }
+        return rapidjson::UTF8<>::Validate(in, out);
+    }
 
     static void Encode(SourceStream& out, unsigned character) {
         if (isSurrogate(character)) {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "formats/json/JsonEvents.h"
+#include "formats/json/RowEvents.h"
 #include "formats/json/SourceStream.h"
 #include "formats/json/text_position.h"
 #include "formats/text/utf8.h"
@@ -31,8 +32,8 @@ constexpr unsigned PARSE_FLAGS = rapidjson::kParseInsituFlag | rapidjson::kParse
 /// and refuses what is beyond the range of a double.
 template <>
 template <>
-void intake::Parser::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::JsonEvents>(
-    intake::SourceStream& stream, intake::JsonEvents& events) {
+void intake::Parser::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::RowEvents>(
+    intake::SourceStream& stream, intake::RowEvents& events) {
     rapidjson::internal::StreamLocalCopy<intake::SourceStream> copy(stream);
     intake::SourceStream& in = copy.s;
     const char* const start = in.src_;
@@ -72,28 +73,6 @@ void refuseOtherEncodings(std::string_view text) {
     }
 }
 
-/// What the parser has decoded so far, the string in which it stopped included.
-std::vector<DecodedRange> decodedRanges(const std::vector<JsonEntry>& entries,
-                                        const JsonEvents& events, SourceStream& stream) {
-    std::vector<DecodedRange> ranges;
-    const auto add = [&ranges](size_t offset, size_t length) {
-        if (length != 0) {
-            ranges.push_back({offset, offset + length});
-        }
-    };
-    for (const JsonEntry& entry : entries) {
-        add(entry.nameOffset, entry.nameLength);
-        if (static_cast<JsonDocument::Type>(entry.type) == JsonDocument::Type::STRING) {
-            add(entry.position, entry.length);
-        }
-    }
-    add(events.pendingNameOffset(), events.pendingNameLength());
-    if (stream.openString != SourceStream::NOWHERE) {
-        add(stream.openString, stream.Tell() - stream.openString);
-    }
-    return ranges;
-}
-
 /// What the parser found wrong. It takes a bare control character for an escape.
 const char* causeOf(const rapidjson::ParseResult& result, std::string_view source) {
     if (result.Code() == rapidjson::kParseErrorStringEscapeInvalid &&
@@ -110,32 +89,34 @@ const char* causeOf(const rapidjson::ParseResult& result, std::string_view sourc
 
 }  // namespace
 
-void parseJson(char* text, size_t size, std::vector<JsonEntry>& entries) {
+int64_t parseJson(char* text, size_t size, const JsonRowQuery& query,
+                  std::vector<JsonEntry>& entries) {
     const std::string_view source(text, size - 1);
     if (source.size() > std::numeric_limits<uint32_t>::max()) {
         throw std::invalid_argument("The document is larger than 4 GiB.");
     }
     refuseOtherEncodings(source);
-    entries.reserve(source.size() / 6 + 1);  // a typical density; what is not touched costs nothing
 
-    SourceStream stream(text);
+    std::vector<size_t> decodedLineFeeds;
+    SourceStream stream(text, decodedLineFeeds);
     if (source.starts_with(UTF8_MARK)) {
         stream.src_ += UTF8_MARK.size();
     }
-    JsonEvents events(text, entries);
+    JsonEvents row(text, entries);
+    RowEvents events(row, query);
     const rapidjson::ParseResult result = Parser().Parse<PARSE_FLAGS>(stream, events);
     if (stream.loneSurrogate != SourceStream::NOWHERE) {
         fail(rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid),
-             locate(source, stream.loneSurrogate, decodedRanges(entries, events, stream)));
+             locate(source, stream.loneSurrogate, decodedLineFeeds));
     }
     if (result.IsError()) {
-        fail(causeOf(result, source),
-             locate(source, result.Offset(), decodedRanges(entries, events, stream)));
+        fail(causeOf(result, source), locate(source, result.Offset(), decodedLineFeeds));
     }
     if (stream.Tell() != source.size()) {
         fail("A zero byte stands behind the document.",
-             locate(source, stream.Tell(), decodedRanges(entries, events, stream)));
+             locate(source, stream.Tell(), decodedLineFeeds));
     }
+    return events.found();
 }
 
 }  // namespace intake

@@ -2,12 +2,16 @@
 
 #include <atomic>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "formats/json/JsonDocument.h"
 #include "formats/json/json_path.h"
+#include "formats/json/json_rows.h"
 #include "formats/json/json_select.h"
+#include "pipeline/RowRange.h"
 #include "pipeline/url.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
@@ -23,14 +27,41 @@ std::string uniqueUrl(const std::string& url) {
     return url.find('?') == std::string::npos ? url + "?q=" + std::to_string(uniqueQuery++) : url;
 }
 
-void writeScript(const JsonDocument& document, const RequestRecord& request, std::string& script) {
+using Path = std::vector<PathStep>;
+
+void writeDocument(ByteBuffer text, const RequestRecord& request, std::string& script) {
+    const JsonDocument document(std::move(text));
+    JsonWalker(document, script).walk(JsonDocument::ROOT, request.table, JsonWalker::Role::MEMBER);
+}
+
+/// Writes each row as soon as it is parsed, so that no other is in memory.
+void writeRowsWhileReading(ByteBuffer text, const Path& path, const RequestRecord& request,
+                           std::string& script) {
+    constexpr int64_t ANY_NUMBER = std::numeric_limits<int64_t>::max();
+    const RowRange wanted(request, ANY_NUMBER);
+    JsonDocument row;
+    JsonRecords records(row, request, script);
+    records.finish(row.readRows(std::move(text), {path, wanted.first(), wanted.end, [&records] {
+                                                      records.take(JsonDocument::ROOT);
+                                                  }}));
+}
+
+void writeSelectedRows(ByteBuffer text, const Path& path, const RequestRecord& request,
+                       std::string& script) {
+    const JsonDocument document(std::move(text));
+    JsonRecords(document, request, script).write(selectNodes(document, path));
+}
+
+void writeScript(ByteBuffer text, const RequestRecord& request, std::string& script) {
     if (request.xpath.empty()) {
-        JsonWalker(document, script)
-            .walk(JsonDocument::ROOT, request.table, JsonWalker::Role::MEMBER);
-        return;
+        return writeDocument(std::move(text), request, script);
     }
-    const auto nodes = selectNodes(document, parsePath(request.xpath));
-    JsonRecords(document, nodes, request, script).write();
+    const Path path = parsePath(request.xpath);
+    if (leadsStraightDown(path)) {
+        writeRowsWhileReading(std::move(text), path, request, script);
+    } else {
+        writeSelectedRows(std::move(text), path, request, script);
+    }
 }
 
 }  // namespace
@@ -61,11 +92,12 @@ bool JSONHandler::Read(const RequestRecord& request, std::string& script, std::s
     if (!fetch(request, text, error)) {
         return false;
     }
+    const size_t start = script.size();
     try {
-        const JsonDocument document(std::move(text));
-        writeScript(document, request, script);
+        writeScript(std::move(text), request, script);
         return true;
     } catch (const std::invalid_argument& malformed) {
+        script.resize(start);  // rows before the place that is wrong are not shown
         error += "Error parsing JSON: " + request.filename + ": " + malformed.what();
         return false;
     }

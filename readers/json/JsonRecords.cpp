@@ -2,92 +2,112 @@
 
 #include <algorithm>
 
+#include "pipeline/RowRange.h"
 #include "pipeline/script_text.h"
 
 namespace intake {
 
 using Role = JsonWalker::Role;
 
-JsonRecords::JsonRecords(const JsonDocument& document, const Nodes& nodes,
-                         const RequestRecord& request, std::string& script)
+JsonRecords::JsonRecords(const JsonDocument& document, const RequestRecord& request,
+                         std::string& script)
     : document_(document),
-      nodes_(nodes),
       request_(request),
       script_(script),
-      rows_(request, static_cast<int64_t>(nodes.size())),
+      start_(script.size()),
       walker_(document, script) {}
 
-void JsonRecords::write() {
+void JsonRecords::write(const Nodes& rows) {
+    const auto count = static_cast<int64_t>(rows.size());
+    const RowRange range(request_, count);
+    for (int64_t row = range.first(); row < range.end; ++row) {
+        take(rows[static_cast<size_t>(row)]);
+    }
+    finish(count);
+}
+
+void JsonRecords::take(Node row) {
+    row_ = row;
     writeInMode(request_.targetMode);
+    ++place_;
+    if (place_ == SAMPLE) {
+        makeRoomForAll();
+    }
+}
+
+void JsonRecords::finish(int64_t rowCount) {
+    const int64_t count = RowRange(request_, rowCount).count();
+    switch (request_.targetMode) {
+        case DATA_ARRAY:
+            return writeCount("; ", count);
+        case DATA_STRUCTURE:
+            return writeCount(";", count);
+        case DATA_FIELD_ARRAY: {
+            std::string head;
+            appendRangeHead(head, request_.table, count);
+            script_.insert(start_, head);
+            return writeCount("; ", count);
+        }
+        default:
+            return;
+    }
 }
 
 void JsonRecords::writeTable() {
-    forEachRecord([this](Node record, int64_t) {
-        const Node key = document_.find(record, request_.key);
-        if (key == JsonDocument::NONE) {
-            return;
-        }
-        script_.append(request_.table).append("[").append(document_.asString(key)).append("]={");
-        walker_.walk(record, "", Role::ELEMENT);
-        script_.append("};");
-    });
+    const Node key = document_.find(row_, request_.key);
+    if (key == JsonDocument::NONE) {
+        return;
+    }
+    script_.append(request_.table).append("[").append(document_.asString(key)).append("]={");
+    walker_.walk(row_, "", Role::ELEMENT);
+    script_.append("};");
 }
 
 void JsonRecords::writeArray() {
-    forEachRecord([this](Node record, int64_t place) {
-        appendElementHead(script_, request_.table, place);
-        if (document_.isFlatArray(record)) {
-            walker_.writeElements(record);
-            script_.append(";");
-        } else {
-            script_.append("{");
-            walker_.walk(record, "", Role::ELEMENT);
-            script_.append("};");
-        }
-    });
-    writeCount("; ");
+    appendElementHead(script_, request_.table, place_);
+    if (document_.isFlatArray(row_)) {
+        walker_.writeElements(row_);
+        script_.append(";");
+    } else {
+        script_.append("{");
+        walker_.walk(row_, "", Role::ELEMENT);
+        script_.append("};");
+    }
 }
 
 void JsonRecords::writeStructures() {
-    forEachRecord([this](Node record, int64_t) {
-        if (request_.key.empty()) {
-            walker_.walk(record, request_.table, Role::MEMBER);
-        } else if (const Node key = document_.find(record, request_.key);
-                   key != JsonDocument::NONE) {
-            walker_.walk(record, document_.asString(key), Role::MEMBER);
-        }
-    });
-    writeCount(";");
+    if (request_.key.empty()) {
+        walker_.walk(row_, request_.table, Role::MEMBER);
+    } else if (const Node key = document_.find(row_, request_.key); key != JsonDocument::NONE) {
+        walker_.walk(row_, document_.asString(key), Role::MEMBER);
+    }
 }
 
 void JsonRecords::writeFieldArray() {
-    appendRangeHead(script_, request_.table, rows_.count());
-    forEachRecord([this](Node record, int64_t place) {
-        appendFramed(script_, document_.asString(record));
-        script_.append(isLast(place) ? "" : ",");
-    });
-    writeCount("; ");
+    script_.append(place_ == 0 ? "" : ",");
+    appendFramed(script_, document_.asString(row_));
 }
 
 void JsonRecords::writeSharedMemory() {
-    forEachRecord([this](Node record, int64_t place) {
-        script_.append(document_.asString(record));
-        if (!isLast(place)) {
-            script_.append(request_.fieldsDelimiter);
-        }
-    });
+    if (place_ != 0) {
+        script_.append(request_.fieldsDelimiter);
+    }
+    script_.append(document_.asString(row_));
 }
 
-/// A large script would otherwise be copied several times as it grows.
+/// A large script would otherwise be copied several times as it grows. How many rows there are is
+/// told by how much of the source the first ones take.
 void JsonRecords::makeRoomForAll() {
-    const auto records = static_cast<size_t>(rows_.end - rows_.first());
-    const size_t likely = script_.size() / SAMPLE * records / 4 * 5;
+    const size_t taken = document_.sourceOffsetBehind(row_) + 1;
+    const size_t rows = std::min<size_t>(static_cast<size_t>(request_.numRows),
+                                         document_.sourceSize() / taken * SAMPLE + SAMPLE);
+    const size_t likely = script_.size() / SAMPLE * rows / 4 * 5;
     script_.reserve(std::min(likely, 2 * document_.sourceSize()));
 }
 
-void JsonRecords::writeCount(const char* separator) {
+void JsonRecords::writeCount(const char* separator, int64_t count) {
     script_.append(separator);
-    appendRecordCount(script_, request_.varsPrefix, rows_.count());
+    appendRecordCount(script_, request_.varsPrefix, count);
 }
 
 }  // namespace intake

@@ -11,18 +11,22 @@
 
 namespace intake {
 
-/// Writes the requested rows of a node set as the records of a target mode. Made for one request;
-/// worker thread.
+/// Writes rows of a document as the records of a target mode: those that were selected in it, or
+/// those that it hands over while it is read. Made for one request; worker thread.
 class JsonRecords final : public TargetModeWriter {
 public:
     using Nodes = std::vector<JsonDocument::Node>;
 
     /// All are borrowed and outlive this object; the script is appended to.
-    JsonRecords(const JsonDocument& document, const Nodes& nodes, const RequestRecord& request,
-                std::string& script);
+    JsonRecords(const JsonDocument& document, const RequestRecord& request, std::string& script);
 
-    /// Writes the records in the request's target mode, and nothing in a mode that does not exist.
-    void write();
+    /// Writes the requested ones of these rows in the request's target mode, and nothing in a mode
+    /// that does not exist.
+    void write(const Nodes& rows);
+
+    /// Writes one requested row. After the last one, `finish` tells how many rows there were.
+    void take(JsonDocument::Node row);
+    void finish(int64_t rowCount);
 
 private:
     using Node = JsonDocument::Node;
@@ -34,29 +38,16 @@ private:
     void writeStructures() override;
     void writeFieldArray() override;
     void writeSharedMemory() override;
-    void writeCount(const char* separator);
-
-    /// Calls `each` with every record and its place among the delivered ones, from 0.
-    template <class Each>
-    void forEachRecord(Each each) {
-        for (int64_t row = rows_.first(); row < rows_.end; ++row) {
-            each(nodes_[static_cast<size_t>(row)], row - rows_.first());
-            if (row - rows_.first() == SAMPLE) {
-                makeRoomForAll();
-            }
-        }
-    }
-
+    void writeCount(const char* separator, int64_t count);
     void makeRoomForAll();
 
-    bool isLast(int64_t place) const { return rows_.first() + place + 1 == rows_.end; }
-
     const JsonDocument& document_;
-    const Nodes& nodes_;
     const RequestRecord& request_;
     std::string& script_;
-    const RowRange rows_;
+    const size_t start_;  // of the records within the script
     JsonWalker walker_;
+    Node row_ = JsonDocument::ROOT;  // the one that is being written
+    int64_t place_ = 0;              // of that among the rows delivered
 };
 
 }  // namespace intake

@@ -1,10 +1,15 @@
-// Any document and path give a script or a refusal, in every mode. The first line is the path, the
+// Any document and path give a script or a refusal, in every mode, and the same one whether the
+// rows are written while the document is read or selected in it. The first line is the path, the
 // second the key, the rest the document.
 
+#include <cstdlib>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "formats/json/JsonDocument.h"
 #include "formats/json/json_path.h"
+#include "formats/json/json_rows.h"
 #include "formats/json/json_select.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
@@ -21,6 +26,26 @@ intake::ByteBuffer terminated(std::string_view text) {
     return buffer;
 }
 
+using Path = std::vector<intake::PathStep>;
+
+std::string scriptOfSelection(std::string_view text, const Path& path,
+                              const intake::RequestRecord& request) {
+    const intake::JsonDocument document(terminated(text));
+    std::string script;
+    intake::JsonRecords(document, request, script).write(selectNodes(document, path));
+    return script;
+}
+
+std::string scriptWhileReading(std::string_view text, const Path& path,
+                               const intake::RequestRecord& request) {
+    intake::JsonDocument row;
+    std::string script;
+    intake::JsonRecords records(row, request, script);
+    const auto take = [&records] { records.take(intake::JsonDocument::ROOT); };
+    records.finish(row.readRows(terminated(text), {path, 0, request.numRows, take}));
+    return script;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -31,14 +56,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     request.key = input.line();
     request.table = "T";
     request.numRows = 1000000;
+    const std::string_view text = input.rest();
+    const Path path = parsePath(request.xpath);
     try {
-        const JsonDocument document(terminated(input.rest()));
+        const JsonDocument document(terminated(text));
         std::string script;
         JsonWalker(document, script).walk(JsonDocument::ROOT, "T", JsonWalker::Role::MEMBER);
-        const auto nodes = selectNodes(document, parsePath(request.xpath));
         for (request.targetMode = DATA_TABLE; request.targetMode <= SHARED_MEMORY;
              ++request.targetMode) {
-            JsonRecords(document, nodes, request, script).write();
+            script = scriptOfSelection(text, path, request);
+            if (leadsStraightDown(path) && scriptWhileReading(text, path, request) != script) {
+                std::abort();
+            }
         }
     } catch (const std::invalid_argument&) {
         // refused

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "formats/json/json_path.h"
 #include "formats/json/json_select.h"
+#include "readers/json/JsonRecords.h"
 #include "tests/formats/json/RandomJson.h"
 #include "tests/formats/json/parse.h"
 #include "tests/readers/json/read.h"
@@ -43,6 +45,7 @@ void load(const std::string& source, RandomJson& random) {
          ++request.targetMode) {
         const Outcome outcome = read(source, request);
         ASSERT_EQ(outcome.success, refusal == "accepted") << source;
+        ASSERT_TRUE(outcome.success || outcome.script.empty()) << source;
         ASSERT_EQ(outcome.error,
                   outcome.success ? "" : "Error parsing JSON: source.json: " + refusal);
     }
@@ -180,6 +183,34 @@ TEST(JsonRobustness, RandomPathsSelectWhatADepthFirstSearchFindsInItsOrder) {
         const Nodes nodes = selectNodes(document, path);
         ASSERT_EQ(nodes, DepthFirstSearch(document, path).run()) << source << "\n" << text;
         selected += nodes.size() > 1 ? 1 : 0;
+    }
+    EXPECT_GT(selected, CASES / 20) << "too few paths select anything";
+}
+
+/// What the whole document gives, its rows being looked for once it is parsed.
+std::string scriptOfSelection(const std::string& source, const RequestRecord& request) {
+    const JsonDocument document = parse(source);
+    std::string script;
+    JsonRecords(document, request, script).write(selectNodes(document, parsePath(request.xpath)));
+    return script;
+}
+
+TEST(JsonRobustness, RowsWrittenWhileReadingAreThoseOfTheWholeDocument) {
+    constexpr std::array<const char*, 8> PATHS{"a",   "*",   "a/b", "*/a",
+                                               "a/*", "*/*", "[*]", "*/[*]/b"};
+    RandomJson random(7);
+    int selected = 0;
+    for (int i = 0; i < CASES; ++i) {
+        const std::string source = random.document();
+        RequestRecord request = requestOf({.path = PATHS[random.below(PATHS.size())],
+                                           .mode = static_cast<TargetMode>(random.below(5)),
+                                           .key = random.below(2) == 0 ? "" : "id"});
+        request.fromRow = static_cast<int32_t>(random.below(6)) - 2;
+        request.numRows = static_cast<int32_t>(random.below(6));
+        const Outcome outcome = read(source, request);
+        ASSERT_EQ(outcome.script, scriptOfSelection(source, request)) << source << "\n"
+                                                                      << request.xpath;
+        selected += outcome.script.find('"') != std::string::npos ? 1 : 0;
     }
     EXPECT_GT(selected, CASES / 20) << "too few paths select anything";
 }
