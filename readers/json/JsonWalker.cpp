@@ -88,11 +88,4 @@ void JsonWalker::writeValue(Node scalar) {
     }
 }
 
-void JsonWalker::closeContainersBefore(Node node) {
-    while (!open_.empty() && open_.back().behind == node) {
-        script_.append(open_.back().closing);
-        open_.pop_back();
-    }
-}
-
 }  // namespace intake

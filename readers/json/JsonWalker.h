@@ -42,7 +42,12 @@ private:
     Node openObject(Node object, std::string_view name, Role role);
     void writeScalar(Node scalar, std::string_view name);
     void writeValue(Node scalar);
-    void closeContainersBefore(Node node);
+    void closeContainersBefore(Node node) {
+        while (!open_.empty() && open_.back().behind == node) {
+            script_.append(open_.back().closing);
+            open_.pop_back();
+        }
+    }
 
     const JsonDocument& document_;
     std::string& script_;
