@@ -119,6 +119,7 @@ public:
         : text_(std::move(text)), pause_(pause), thread_([this] { serve(); }) {}
     ~TiringServer() {
         ended_ = true;
+        shutdown(listener_, SHUT_RDWR);
         thread_.join();
         close(listener_);
     }
@@ -158,6 +159,7 @@ class BreakingServer {
 public:
     explicit BreakingServer(milliseconds busy) : busy_(busy), thread_([this] { serve(); }) {}
     ~BreakingServer() {
+        shutdown(listener_, SHUT_RDWR);
         thread_.join();
         close(waiting_);
         close(listener_);
