@@ -20,10 +20,11 @@ std::string script(const intake::RequestRecord& request, std::string_view text) 
     intake::ReaderLogger logger(intake::systemPlatform().clock, intake::systemPlatform().textFiles);
     logger.setLevel(-1);
     intake::ServedXml served{std::string(text)};
+    intake::FakeConnections connections;
     std::string script, error;
     try {
-        const bool success = intake::FakeConnections connections;
-        intake::XMLHandler(logger, served, connections, endMark).Read(request, script, error);
+        const bool success =
+            intake::XMLHandler(logger, served, connections, endMark).Read(request, script, error);
         return success ? script : "failed";
     } catch (const intake::PlatformError&) {
         return "refused";
