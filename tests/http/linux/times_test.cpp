@@ -21,11 +21,20 @@ using std::chrono::milliseconds;
 
 constexpr CurlTransfer::Times TIMES{milliseconds(400), milliseconds(1500)};
 
+void receiveRequest(int connection) {
+    std::array<char, 4096> request{};
+    recv(connection, request.data(), request.size(), 0);
+}
+
 /// Answers one request with a text, byte by byte and with a pause before each, then says nothing.
+/// Where `first` is given, one before it over the same connection is answered with that at once.
 class SlowServer {
 public:
-    SlowServer(std::string text, milliseconds pause)
-        : text_(std::move(text)), pause_(pause), thread_([this] { serve(); }) {}
+    SlowServer(std::string text, milliseconds pause, std::string first = "")
+        : text_(std::move(text)),
+          pause_(pause),
+          first_(std::move(first)),
+          thread_([this] { serve(); }) {}
     ~SlowServer() {
         ended_ = true;
         shutdown(listener_, SHUT_RDWR);
@@ -40,8 +49,11 @@ public:
 private:
     void serve() {
         const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-        char request = 0;
-        recv(connection, &request, 1, 0);
+        if (!first_.empty()) {
+            receiveRequest(connection);
+            sendBytes(connection, first_);
+        }
+        receiveRequest(connection);
         for (const char byte : text_) {
             std::this_thread::sleep_for(pause_);
             if (ended_ || send(connection, &byte, 1, MSG_NOSIGNAL) != 1) {
@@ -56,6 +68,7 @@ private:
 
     const std::string text_;
     const milliseconds pause_;
+    const std::string first_;
     const int listener_ = listenOnLoopback(0);
     std::atomic<bool> ended_ = false;
     std::thread thread_;
@@ -105,53 +118,6 @@ private:
 };
 
 const std::string ONE = "HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\n1";
-
-void receiveRequest(int connection) {
-    std::array<char, 4096> request{};
-    recv(connection, request.data(), request.size(), 0);
-}
-
-/// Answers one request at once, then another over the same connection with a text, byte by byte and
-/// with a pause before each, then says nothing.
-class TiringServer {
-public:
-    TiringServer(std::string text, milliseconds pause)
-        : text_(std::move(text)), pause_(pause), thread_([this] { serve(); }) {}
-    ~TiringServer() {
-        ended_ = true;
-        shutdown(listener_, SHUT_RDWR);
-        thread_.join();
-        close(listener_);
-    }
-
-    std::string url() const {
-        return "http://127.0.0.1:" + std::to_string(portOf(listener_)) + "/";
-    }
-
-private:
-    void serve() {
-        const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-        receiveRequest(connection);
-        sendBytes(connection, ONE);
-        receiveRequest(connection);
-        for (const char byte : text_) {
-            std::this_thread::sleep_for(pause_);
-            if (ended_ || send(connection, &byte, 1, MSG_NOSIGNAL) != 1) {
-                break;
-            }
-        }
-        while (!ended_) {
-            std::this_thread::sleep_for(milliseconds(10));
-        }
-        close(connection);
-    }
-
-    const std::string text_;
-    const milliseconds pause_;
-    const int listener_ = listenOnLoopback(0);
-    std::atomic<bool> ended_ = false;
-    std::thread thread_;
-};
 
 /// Answers one request, breaks the connection off with the next, and is then too busy to let anyone
 /// connect for a while.
@@ -293,13 +259,13 @@ TEST_F(TransferTimes, EndATransferInWhichTheTargetOfARedirectSaysNothing) {
 }
 
 TEST_F(TransferTimes, EndATransferInWhichNothingComesOverAKeptConnection) {
-    const TiringServer server("", milliseconds(0));
+    const SlowServer server("", milliseconds(0), ONE);
     EXPECT_EQ(fetch(server.url()), "1");
     EXPECT_EQ(fetch(server.url()), "Nothing came for 0.4 seconds");
 }
 
 TEST_F(TransferTimes, EndAHeaderThatComesWithoutEndOverAKeptConnection) {
-    const TiringServer server(OK + "X: " + std::string(1000, 'x'), milliseconds(20));
+    const SlowServer server(OK + "X: " + std::string(1000, 'x'), milliseconds(20), ONE);
     EXPECT_EQ(fetch(server.url()), "1");
     EXPECT_EQ(fetch(server.url()), "The header of the response took more than 1.5 seconds");
 }
