@@ -7,29 +7,33 @@
 #include <cstddef>
 #include <cstring>
 #include <new>
-#include <vector>
+#include <optional>
 
 #include "formats/json/plain_characters.h"
 #include "formats/text/utf16.h"
 
 namespace intake {
 
-/// The text as the parser walks it, decoding strings where they stand. It remembers the line feeds
-/// that were decoded, which end no line of the source, and the first surrogate that is half of no
-/// pair.
+/// Where in the source something stands. Both count from 1, the column in bytes.
+struct SourcePosition {
+    size_t line, column;
+};
+
+/// What is remembered of the source as it is parsed, since decoding in place destroys it.
+struct SourceNotes {
+    size_t line = 1;
+    size_t lineStart = 0;                         // of that line
+    std::optional<SourcePosition> loneSurrogate;  // the first that is half of no pair
+
+    /// `offset` stands in the line that was reached.
+    SourcePosition position(size_t offset) const { return {line, offset - lineStart + 1}; }
+};
+
+/// The text as the parser walks it, decoding strings where they stand.
 struct SourceStream : rapidjson::InsituStringStream {
-    /// The offsets of decoded line feeds are appended to `lineFeeds`, which outlives this object.
-    SourceStream(char* text, std::vector<size_t>& lineFeeds)
-        : rapidjson::InsituStringStream(text), decodedLineFeeds(&lineFeeds) {}
-
-    static constexpr size_t NOWHERE = static_cast<size_t>(-1);
-
-    void Put(char character) {
-        if (character == '\n') {
-            decodedLineFeeds->push_back(static_cast<size_t>(dst_ - head_));
-        }
-        rapidjson::InsituStringStream::Put(character);
-    }
+    /// The notes outlive this object and its copies.
+    SourceStream(char* text, SourceNotes& taken)
+        : rapidjson::InsituStringStream(text), notes(&taken) {}
 
     /// Takes the plain characters of a string that stand next, all at once.
     void takePlain() {
@@ -41,18 +45,27 @@ struct SourceStream : rapidjson::InsituStringStream {
         dst_ += length;
     }
 
-    /// To be called when the escape of a surrogate has just been taken.
-    void noteLoneSurrogate() {
-        if (loneSurrogate == NOWHERE) {
-            loneSurrogate = Tell() - ESCAPE_LENGTH;
+    /// Line ends stand nowhere else: in a string they are an error.
+    void takeWhiteSpace() {
+        for (; static_cast<unsigned char>(*src_) <= ' '; ++src_) {
+            if (*src_ == '\n') {
+                ++notes->line;
+                notes->lineStart = Tell() + 1;
+            } else if (*src_ != ' ' && *src_ != '\r' && *src_ != '\t') {
+                return;
+            }
         }
     }
 
-    std::vector<size_t>* decodedLineFeeds;
-    size_t loneSurrogate = NOWHERE;  // the first one
+    /// To be called when the escape of a surrogate has just been taken.
+    void noteLoneSurrogate() {
+        constexpr size_t ESCAPE_LENGTH = 6;  // of \uDC00
+        if (!notes->loneSurrogate) {
+            notes->loneSurrogate = notes->position(Tell() - ESCAPE_LENGTH);
+        }
+    }
 
-private:
-    static constexpr size_t ESCAPE_LENGTH = 6;  // of \uDC00
+    SourceNotes* notes;
 };
 
 /// Gives the parser's stack its memory. The library itself does not look whether it got any.
@@ -101,3 +114,8 @@ template <>
 struct rapidjson::StreamTraits<intake::SourceStream> {
     enum { copyOptimization = 1 };
 };
+
+template <>
+inline void rapidjson::SkipWhitespace(intake::SourceStream& stream) {
+    stream.takeWhiteSpace();
+}

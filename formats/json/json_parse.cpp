@@ -10,7 +10,6 @@
 #include "formats/json/JsonEvents.h"
 #include "formats/json/RowEvents.h"
 #include "formats/json/SourceStream.h"
-#include "formats/json/text_position.h"
 #include "formats/text/utf8.h"
 
 namespace intake {
@@ -82,7 +81,7 @@ const char* causeOf(const rapidjson::ParseResult& result, std::string_view sourc
     return rapidjson::GetParseError_En(result.Code());
 }
 
-[[noreturn]] void fail(const std::string& cause, const TextPosition& position) {
+[[noreturn]] void fail(const std::string& cause, const SourcePosition& position) {
     throw std::invalid_argument("line " + std::to_string(position.line) + ", column " +
                                 std::to_string(position.column) + ": " + cause);
 }
@@ -97,24 +96,23 @@ int64_t parseJson(char* text, size_t size, const JsonRowQuery& query,
     }
     refuseOtherEncodings(source);
 
-    std::vector<size_t> decodedLineFeeds;
-    SourceStream stream(text, decodedLineFeeds);
+    SourceNotes notes;
+    SourceStream stream(text, notes);
     if (source.starts_with(UTF8_MARK)) {
         stream.src_ += UTF8_MARK.size();
     }
     JsonEvents row(text, entries);
     RowEvents events(row, query);
     const rapidjson::ParseResult result = Parser().Parse<PARSE_FLAGS>(stream, events);
-    if (stream.loneSurrogate != SourceStream::NOWHERE) {
+    if (notes.loneSurrogate) {
         fail(rapidjson::GetParseError_En(rapidjson::kParseErrorStringUnicodeSurrogateInvalid),
-             locate(source, stream.loneSurrogate, decodedLineFeeds));
+             *notes.loneSurrogate);
     }
     if (result.IsError()) {
-        fail(causeOf(result, source), locate(source, result.Offset(), decodedLineFeeds));
+        fail(causeOf(result, source), notes.position(result.Offset()));
     }
     if (stream.Tell() != source.size()) {
-        fail("A zero byte stands behind the document.",
-             locate(source, stream.Tell(), decodedLineFeeds));
+        fail("A zero byte stands behind the document.", notes.position(stream.Tell()));
     }
     return events.found();
 }

@@ -81,5 +81,14 @@ TEST(JsonErrorPosition, WhatStandsBehindTheDocumentIsLocatedToo) {
     EXPECT_EQ(place(std::string_view("\"\"\n\n\0", 5)), "line 3, column 1");
 }
 
+TEST(JsonErrorPosition, TheEndOfTheTextIsAPlaceToo) {
+    EXPECT_EQ(place(""), "line 1, column 1");
+    EXPECT_EQ(place("[1,\n"), "line 2, column 1");
+}
+
+TEST(JsonErrorPosition, TheFirstLoneSurrogateIsToldWhateverStandsBehindIt) {
+    EXPECT_EQ(place("[\"\\n\",\n \"a\\uDC00\",\n\n\"\\uDC01\", x]"), "line 2, column 4");
+}
+
 }  // namespace
 }  // namespace intake
