@@ -18,7 +18,7 @@ const rowsOf = (page) =>
 
 async function openPlot() {
   const page = await here.openEdit("list", [instance("list", "list.json", live)], { "list.json": list });
-  await waitFor(() => here.served.get("/series"), ({ series }) => series.some(({ points }) => points > 3));
+  await waitFor(() => here.served.get("/series?instance=list"), ({ series }) => series.some(({ points }) => points > 3));
   await tab(page, "PLOT").click();
   await page.waitForSelector(".chooser select");
   return page;

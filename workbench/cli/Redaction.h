@@ -21,6 +21,9 @@ public:
     /// The text with dots in the place of each secret.
     std::string operator()(std::string text) const;
 
+    /// Whether there is a secret in the text.
+    bool hides(const std::string& text) const { return (*this)(text) != text; }
+
     /// The text with nothing in the place of each secret.
     std::string without(std::string text) const;
 

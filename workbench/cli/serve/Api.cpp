@@ -8,7 +8,6 @@
 #include "workbench/cli/parameter_list.h"
 #include "workbench/cli/serve/request_body.h"
 #include "workbench/cli/serve/responses.h"
-#include "workbench/cli/serve/store_view.h"
 #include "workbench/cli/serve/web_files.h"
 #include "workbench/serve/secret.h"
 
@@ -20,7 +19,6 @@ using serve::WebResponse;
 
 constexpr double secondsBetweenEvents = 0.1;
 constexpr std::size_t mostExplored = 1000;  // in one answer
-constexpr std::size_t mostEntries = 200;
 constexpr const char* writesUnderLock =
     "The query may write to the database, and the scene is locked: open the lock first.";
 
@@ -41,8 +39,6 @@ const Route<Api> Api::table[] = {
     {"POST", "instances/*/explain", &Api::explain},
     {"POST", "instances/*/dryrun", &Api::dryRun},
     {"GET", "instances/*/explore", &Api::explore},
-    {"GET", "store", &Api::tellStore},
-    {"GET", "store/*", &Api::tellField},
 };
 
 Api::Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const Options& options,
@@ -61,6 +57,7 @@ Api::Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const
     sceneRoutes_.addTo(routes_);
     historyRoutes_.addTo(routes_);
     reportRoutes_.addTo(routes_);
+    storeRoutes_.addTo(routes_);
     plotRoutes_.addTo(routes_);
     server_->start(*this);
 }
@@ -134,7 +131,8 @@ void Api::explore(const Call& call) {
 
 void Api::dryRun(const Call& call) {
     served_.onInstance(call, [this, call](LiveInstance& instance) {
-        const auto dryRun = std::make_shared<DryRun>(served_.host, instance, served_.options);
+        const auto dryRun = std::make_shared<DryRun>(served_.host, instance, served_.options,
+                                                     served_.live.redaction());
         const bool isAllowed = !dryRun->mayWrite() || isSetIn(call.request.body, "allowWrites");
         if (dryRun->mayWrite() && isAllowed && scene_.isLocked())
             return call.reply(refused(423, writesUnderLock));
@@ -152,20 +150,6 @@ WebResponse Api::resultOf(DryRun& dryRun, const std::stop_token& stop) {
     if (before == nullptr) return refused(503, "The workbench ends.");
     dryRun.compareWith(*before);
     return ok(dryRun.json());
-}
-
-void Api::tellStore(const Call& call) {
-    served_.onFrame(call.reply,
-                    [this] { return ok(fieldsJson(served_.host.store.core(), served_.live)); });
-}
-
-void Api::tellField(const Call& call) {
-    served_.onFrame(call.reply, [this, call] {
-        const cobalt::Field* const field = served_.host.store.core().find(call.name());
-        if (field == nullptr) return refused(404, "The store has no such field.");
-        return ok(entriesJson(*field, served_.live, numberIn(call.request, "from", 0),
-                              numberIn(call.request, "count", mostEntries)));
-    });
 }
 
 std::optional<WebResponse> Api::refusesSocket(const serve::WebRequest& request) {

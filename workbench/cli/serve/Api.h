@@ -19,6 +19,7 @@
 #include "workbench/cli/serve/SeriesLog.h"
 #include "workbench/cli/serve/ServedScene.h"
 #include "workbench/cli/serve/StateNews.h"
+#include "workbench/cli/serve/StoreRoutes.h"
 #include "workbench/serve/Gate.h"
 #include "workbench/serve/WebServer.h"
 
@@ -48,7 +49,7 @@ public:
     std::string address() const;
 
 private:
-    static const Route<Api> table[8];
+    static const Route<Api> table[6];
 
     // On the server's thread:
     void logIn(const Call& call);
@@ -57,8 +58,6 @@ private:
     void explain(const Call& call);
     void explore(const Call& call);
     void dryRun(const Call& call);
-    void tellStore(const Call& call);
-    void tellField(const Call& call);
 
     // On the host's thread:
     void publishChanges(double now);
@@ -82,6 +81,7 @@ private:
     SceneRoutes sceneRoutes_{served_, folder_, scene_};
     HistoryRoutes historyRoutes_{served_, loads_};
     ReportRoutes reportRoutes_{served_, folder_};
+    StoreRoutes storeRoutes_{served_};
     PlotRoutes plotRoutes_{served_, series_};
     Ladders ladders_{served_, loads_};
     Routes routes_;

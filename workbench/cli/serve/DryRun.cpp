@@ -44,7 +44,8 @@ std::string wordsOf(const cobalt::ScriptError& error) {
 
 }  // namespace
 
-DryRun::DryRun(lumo::Host& host, const LiveInstance& instance, const Options& options)
+DryRun::DryRun(lumo::Host& host, const LiveInstance& instance, const Options& options,
+               const Redaction& secrets)
     : parameters_(host.parameters),
       plugin_(options.plugin),
       fontEncoding_(options.fontEncoding),
@@ -55,6 +56,7 @@ DryRun::DryRun(lumo::Host& host, const LiveInstance& instance, const Options& op
       action_(textParameter("postAction", host.parameters, record_)),
       memory_(instance.sharedMemory()),
       memoryBefore_(memoryText(host, memory_)) {
+    redact_.include(secrets);
     // The child binds by the parameters, which may have changed since this one was bound.
     if (isForSharedMemory() && memory_) {
         setParameter(parameters_, record_, "shmtype", std::to_string(memory_->type));

@@ -17,7 +17,9 @@ namespace workbench {
 
 class DryRun {
 public:
-    DryRun(lumo::Host& host, const LiveInstance& instance, const Options& options);
+    /// `secrets` are those of the whole scene.
+    DryRun(lumo::Host& host, const LiveInstance& instance, const Options& options,
+           const Redaction& secrets);
 
     /// Whether the instance has an SQL query that may change its database.
     bool mayWrite() const;
@@ -47,7 +49,7 @@ private:
     const std::uint32_t writer_;
     lumo::Record record_;
     const probe::Settings settings_;
-    const Redaction redact_;
+    Redaction redact_;
     const std::string action_;
     const std::optional<LiveInstance::SharedMemory> memory_;  // that it loads into
     const std::string memoryBefore_;                          // the text of it

@@ -3,9 +3,13 @@
 #include <utility>
 
 #include "workbench/cli/serve/responses.h"
+#include "workbench/cli/serve/series_json.h"
 #include "workbench/cli/serve/store_columns.h"
+#include "workbench/cli/serve/store_view.h"
 
 namespace workbench {
+
+using serve::WebResponse;
 
 const Route<PlotRoutes> PlotRoutes::table[] = {
     {"GET", "store/*/columns", &PlotRoutes::tellColumns},
@@ -24,10 +28,11 @@ void PlotRoutes::onField(const Call& call,
         WaitsFor::Nothing, call.reply,
         [this, name = call.name(), write = std::move(write)](const std::stop_token& stop) {
             const auto redact = served_.redaction(stop);
+            if (!redact) return refused(503, "The workbench ends.");
             const auto store = served_.copyOfStore(
-                [&](const cobalt::Field& field) { return field.name() == name; }, stop);
-            if (!redact || store == nullptr) return refused(503, "The workbench ends.");
-            const cobalt::Field* const field = std::as_const(*store).find(name);
+                [&](const cobalt::Field& field) { return isToldAs(name, field, *redact); }, stop);
+            if (store == nullptr) return refused(503, "The workbench ends.");
+            const cobalt::Field* const field = findTold(*store, name, *redact);
             if (field == nullptr) return refused(404, "The store has no such field.");
             return ok(write(field->value(), *redact));
         });
@@ -43,17 +48,35 @@ void PlotRoutes::tellColumn(const Call& call) {
     });
 }
 
+/// Of the instance that the call names; the host's thread.
+std::uint32_t PlotRoutes::writerOf(const Call& call) const {
+    const LiveInstance* const instance = served_.live.find(call.request.parameter("instance"));
+    return instance == nullptr ? 0 : instance->writer();
+}
+
+void PlotRoutes::onSeries(
+    const Call& call, std::function<WebResponse(const InstanceSeries&, const Redaction&)> answer) {
+    served_.addJob(WaitsFor::Nothing, call.reply,
+                   [this, call, answer = std::move(answer)](const std::stop_token& stop) {
+                       const auto redact = served_.redaction(stop);
+                       const auto known = served_.queue.ask<InstanceSeries>(
+                           [&, this] { return series_.of(writerOf(call)); }, stop);
+                       if (!redact || !known) return refused(503, "The workbench ends.");
+                       return answer(*known, *redact);
+                   });
+}
+
 void PlotRoutes::tellAllSeries(const Call& call) {
-    served_.onFrame(call.reply, [this] { return ok(series_.json(served_.live)); });
+    onSeries(call, [](const InstanceSeries& known, const Redaction& redact) {
+        return ok(seriesJson(known, redact));
+    });
 }
 
 void PlotRoutes::tellSeries(const Call& call) {
-    served_.onFrame(call.reply, [this, call] {
-        const LiveInstance* const instance = served_.live.find(call.request.parameter("instance"));
-        const auto found = instance == nullptr ? std::nullopt
-                                               : series_.json(instance->writer(), call.name(),
-                                                              served_.live.redaction());
-        return found ? ok(*found) : refused(404, "The instance has written no such number.");
+    onSeries(call, [told = call.name()](const InstanceSeries& known, const Redaction& redact) {
+        const auto* const series = toldAs(told, known, redact);
+        return series != nullptr ? ok(pointsJson(*series, redact))
+                                 : refused(404, "The instance has written no such number.");
     });
 }
 

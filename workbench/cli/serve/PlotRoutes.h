@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "workbench/cli/serve/SeriesLog.h"
@@ -27,6 +28,13 @@ private:
     /// Answers on the thread of a job with what is made of a copy of the field.
     void onField(const Call& call,
                  std::function<std::string(const cobalt::Value&, const Redaction&)> write);
+
+    /// Answers on the thread of a job with what is known of the instance's series.
+    void onSeries(
+        const Call& call,
+        std::function<serve::WebResponse(const InstanceSeries&, const Redaction&)> answer);
+
+    std::uint32_t writerOf(const Call& call) const;
 
     ServedScene& served_;
     const SeriesLog& series_;  // host's thread

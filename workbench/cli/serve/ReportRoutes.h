@@ -25,7 +25,7 @@ private:
 
     ServedScene& served_;
     const StartFolder& folder_;
-    std::mutex reading_;  // a report is long: one at a time leaves the other threads to others
+    std::timed_mutex reading_;  // a report is long: they are read one after the other
     ReportIndexes indexes_;
 };
 

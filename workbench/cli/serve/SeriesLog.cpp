@@ -4,9 +4,6 @@
 #include <chrono>
 #include <cmath>
 
-#include "workbench/cli/JsonWriter.h"
-#include "workbench/cli/display_text.h"
-
 namespace workbench {
 
 namespace {
@@ -55,52 +52,14 @@ void SeriesLog::addNumber(const WrittenNumber& number, double time, Writer& writ
     if (series.points.size() > mostPoints) series.points.pop_front();
 }
 
-std::string SeriesLog::json(const LiveScene& scene) const {
-    const Redaction redact = scene.redaction();
-    std::size_t leftOut = 0;
-    JsonWriter out;
-    out.open('{');
-    out.name("series");
-    out.open('[');
-    for (const auto& [writer, known] : writers_) {
-        leftOut += known.leftOut.size();
-        for (const auto& [name, series] : known.series) {
-            out.open('{');
-            out.member("field", redact(toUtf8(name)));
-            out.member("instance", scene.nameOfWriter(writer));
-            out.member("points", series.points.size());
-            out.member("texts", series.isText);
-            out.close('}');
-        }
-    }
-    out.close(']');
-    out.member("leftOut", leftOut);
-    out.close('}');
-    return out.take();
-}
-
-std::optional<std::string> SeriesLog::json(std::uint32_t writer, const std::string& name,
-                                           const Redaction& redact) const {
+InstanceSeries SeriesLog::of(std::uint32_t writer) const {
+    InstanceSeries all;
     const auto known = writers_.find(writer);
-    if (known == writers_.end()) return std::nullopt;
-    const auto series =
-        std::find_if(known->second.series.begin(), known->second.series.end(),
-                     [&](const auto& each) { return redact(toUtf8(each.first)) == name; });
-    if (series == known->second.series.end()) return std::nullopt;
-    JsonWriter out(JsonWriter::Layout::OneLine);
-    out.open('{');
-    out.name("times");
-    out.open('[');
-    for (const Point& point : series->second.points)
-        out.number(point.time);
-    out.close(']');
-    out.name("values");
-    out.open('[');
-    for (const Point& point : series->second.points)
-        out.number(point.value);
-    out.close(']');
-    out.close('}');
-    return out.take();
+    if (known == writers_.end()) return all;
+    for (const auto& [name, series] : known->second.series)
+        all.series.push_back({name, series.isText, {series.points.begin(), series.points.end()}});
+    all.leftOut = known->second.leftOut.size();
+    return all;
 }
 
 void SeriesLog::keepOnly(const std::set<std::uint32_t>& writers) {

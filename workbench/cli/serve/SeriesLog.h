@@ -3,39 +3,46 @@
 #include <cstdint>
 #include <deque>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
-#include "workbench/cli/run/LiveScene.h"
+#include "workbench/cli/run/LiveInstance.h"
 
 namespace workbench {
+
+struct SeriesPoint {
+    double time;  // in seconds since 1970
+    double value;
+};
+
+/// What is known of an instance.
+struct InstanceSeries {
+    struct Series {
+        std::string name;
+        bool isText;  // its numbers are written as texts
+        std::vector<SeriesPoint> points;
+    };
+    std::vector<Series> series;
+    std::size_t leftOut = 0;  // names
+};
 
 /// The numbers that the last loads of each instance have written, by name. Host's thread.
 class SeriesLog {
 public:
     void add(const LoadEvent& event);
 
-    /// What there is, as JSON.
-    std::string json(const LiveScene& scene) const;
-
-    /// The numbers of one name, as it is told, as JSON, the oldest first; nothing where there are
-    /// none.
-    std::optional<std::string> json(std::uint32_t writer, const std::string& name,
-                                    const Redaction& redact) const;
+    /// Of an instance, the oldest first.
+    InstanceSeries of(std::uint32_t writer) const;
 
     /// Forgets those of other instances.
     void keepOnly(const std::set<std::uint32_t>& writers);
 
 private:
-    struct Point {
-        double time;  // in seconds since 1970
-        double value;
-    };
     struct Series {
         std::size_t seenAt = 0;  // the number of the load that wrote it last
         bool isText = false;
-        std::deque<Point> points;
+        std::deque<SeriesPoint> points;
     };
     struct Writer {
         std::size_t loads = 0;

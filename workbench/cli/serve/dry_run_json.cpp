@@ -42,6 +42,13 @@ void writeTexts(const std::vector<std::string>& texts, JsonWriter& out) {
     out.close(']');
 }
 
+std::vector<std::string> redacted(const std::vector<std::string>& cells, const Redaction& redact) {
+    std::vector<std::string> shown;
+    for (const std::string& cell : cells)
+        shown.push_back(redact(fitted(cell, longestCell)));
+    return shown;
+}
+
 void writeTable(const Table& table, const Redaction& redact, JsonWriter& out) {
     const std::size_t columns = std::max<std::size_t>(table.header.size(), 1);
     const std::size_t rows =
@@ -49,14 +56,11 @@ void writeTable(const Table& table, const Redaction& redact, JsonWriter& out) {
     out.name("table");
     out.open('{');
     out.name("columns");
-    writeTexts(table.header, out);
+    writeTexts(redacted(table.header, redact), out);
     out.name("rows");
     out.open('[');
     for (std::size_t i = 0; i < rows; ++i) {
-        std::vector<std::string> cells;
-        for (const std::string& cell : table.rows[i])
-            cells.push_back(redact(fitted(cell, longestCell)));
-        writeTexts(cells, out);
+        writeTexts(redacted(table.rows[i], redact), out);
     }
     out.close(']');
     out.member("leftOut", table.rowsLeftOut + table.rows.size() - rows);

@@ -15,11 +15,6 @@ namespace workbench {
 
 namespace {
 
-/// Whether the text may be shown in dots only.
-bool isHidden(const std::string& text, const Redaction& redact) {
-    return redact(text) != text;
-}
-
 using cobalt::Entry;
 using cobalt::Kind;
 using cobalt::Value;
@@ -135,7 +130,7 @@ std::string columnJson(const Value& records, const std::string& column, const Re
     writeList("keys", count, out, [&](std::size_t i) { out.text(redact(toUtf8(entries[i].key))); });
     writeList("values", count, out, [&](std::size_t i) {
         const auto number = cells[i] == nullptr ? std::nullopt : numberOf(*cells[i]);
-        const bool isShown = number && !isHidden(startOf(*cells[i]), redact);
+        const bool isShown = number && !redact.hides(startOf(*cells[i]));
         if (isShown) return out.number(*number);
         out.null();
     });

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "workbench/cli/JsonWriter.h"
+#include "workbench/cli/display_text.h"
 #include "workbench/cli/moments.h"
 #include "workbench/cli/value_text.h"
 
@@ -17,108 +18,111 @@ constexpr std::size_t mostEntries = 200;
 // In the order of cobalt::Kind.
 constexpr std::array kinds{"text", "number", "structure", "array"};
 
-class StoreView {
-public:
-    explicit StoreView(const LiveScene& scene) : scene_(scene), redact_(scene.redaction()) {}
+ShownValue shown(const LiveScene& scene, const std::string& name, const cobalt::Value& value,
+                 cobalt::Origin origin) {
+    const bool isKnown = origin.writer != 0;
+    return {name,
+            value.kind(),
+            value.entries().size(),
+            startOf(value),
+            isKnown ? std::optional(secondsSince(origin.moment)) : std::nullopt,
+            scene.nameOfWriter(origin.writer),
+            isKnown && origin.moment != scene.lastMomentOf(origin.writer)};
+}
 
-    void writeField(const cobalt::Field& field) {
-        out_.open('{');
-        out_.name("name");
-        out_.text(field.name());
-        writeKind(field.value());
-        writeValue(field.value());
-        writeOrigin(originOf(field));
-        out_.close('}');
-    }
+/// Of a field that loads write entry by entry, that of the first one.
+cobalt::Origin originOf(const cobalt::Field& field) {
+    const cobalt::Entries& entries = field.value().entries();
+    const bool isByEntry = field.origin().writer == 0 && !entries.empty();
+    return isByEntry ? entries.begin()->origin : field.origin();
+}
 
-    void writeEntry(const cobalt::Entry& entry) {
-        out_.open('{');
-        out_.name("key");
-        out_.text(entry.key);
-        writeValue(entry.value);
-        writeOrigin(entry.origin);
-        out_.close('}');
-    }
+ShownValue shown(const LiveScene& scene, const cobalt::Field& field) {
+    return shown(scene, field.name(), field.value(), originOf(field));
+}
 
-    void writeKind(const cobalt::Value& value) {
-        out_.name("kind");
-        out_.text(kinds[static_cast<std::size_t>(value.kind())]);
-        out_.name("size");
-        out_.number(static_cast<double>(value.entries().size()));
-    }
+void writeKind(const ShownValue& value, JsonWriter& out) {
+    out.member("kind", kinds[static_cast<std::size_t>(value.kind)]);
+    out.member("size", value.size);
+}
 
-    JsonWriter& out() { return out_; }
-
-private:
-    void writeValue(const cobalt::Value& value) {
-        out_.name("value");
-        out_.text(redact_(startOf(value)));
-    }
-
-    /// Of a field that loads write entry by entry, that of the first one.
-    static cobalt::Origin originOf(const cobalt::Field& field) {
-        const cobalt::Entries& entries = field.value().entries();
-        const bool isByEntry = field.origin().writer == 0 && !entries.empty();
-        return isByEntry ? entries.begin()->origin : field.origin();
-    }
-
-    void writeOrigin(cobalt::Origin origin) {
-        const bool isKnown = origin.writer != 0;
-        out_.name("age");
-        if (isKnown) {
-            out_.number(secondsSince(origin.moment));
-        } else {
-            out_.null();
-        }
-        out_.name("writer");
-        out_.text(scene_.nameOfWriter(origin.writer));
-        out_.name("leftOver");
-        out_.boolean(isKnown && origin.moment != scene_.lastMomentOf(origin.writer));
-    }
-
-    const LiveScene& scene_;
-    const Redaction redact_;
-    JsonWriter out_;
-};
+void writeValue(const ShownValue& value, const Redaction& redact, JsonWriter& out) {
+    out.member("value", redact(value.start));
+    out.member("age", value.age);
+    out.member("writer", value.writer);
+    out.member("leftOver", value.isLeftOver);
+}
 
 }  // namespace
 
-std::string fieldsJson(const cobalt::Store& store, const LiveScene& scene) {
-    StoreView view(scene);
-    JsonWriter& out = view.out();
+ShownFields shownFields(const LiveScene& scene, const cobalt::Store& store) {
+    ShownFields all{{}, store.size() - std::min(store.size(), mostFields)};
+    for (const cobalt::Field& field : store) {
+        if (all.fields.size() == mostFields) break;
+        all.fields.push_back(shown(scene, field));
+    }
+    return all;
+}
+
+ShownEntries shownEntries(const LiveScene& scene, const cobalt::Field& field, std::size_t from,
+                          std::size_t count) {
+    const cobalt::Entries& entries = field.value().entries();
+    const std::size_t first = std::min(from, entries.size());
+    const std::size_t last = first + std::min({count, mostEntries, entries.size() - first});
+    ShownEntries page{shown(scene, field), {}};
+    for (std::size_t i = first; i < last; ++i)
+        page.entries.push_back(shown(scene, entries[i].key, entries[i].value, entries[i].origin));
+    return page;
+}
+
+std::string fieldsJson(const ShownFields& all, const Redaction& redact) {
+    JsonWriter out;
     out.open('{');
     out.name("fields");
     out.open('[');
-    std::size_t count = 0;
-    for (const cobalt::Field& field : store) {
-        if (count++ == mostFields) break;
-        view.writeField(field);
+    for (const ShownValue& field : all.fields) {
+        out.open('{');
+        out.member("name", redact(toUtf8(field.name)));
+        writeKind(field, out);
+        writeValue(field, redact, out);
+        out.close('}');
     }
     out.close(']');
-    out.name("leftOut");
-    out.number(static_cast<double>(store.size() - std::min(store.size(), mostFields)));
+    out.member("leftOut", all.leftOut);
     out.close('}');
     return out.take();
 }
 
-std::string entriesJson(const cobalt::Field& field, const LiveScene& scene, std::size_t from,
-                        std::size_t count) {
-    const cobalt::Entries& entries = field.value().entries();
-    const std::size_t first = std::min(from, entries.size());
-    const std::size_t last = first + std::min({count, mostEntries, entries.size() - first});
-    StoreView view(scene);
-    JsonWriter& out = view.out();
+std::string entriesJson(const ShownEntries& page, const Redaction& redact) {
+    JsonWriter out;
     out.open('{');
-    out.name("name");
-    out.text(field.name());
-    view.writeKind(field.value());
+    out.member("name", redact(toUtf8(page.field.name)));
+    writeKind(page.field, out);
     out.name("entries");
     out.open('[');
-    for (std::size_t i = first; i < last; ++i)
-        view.writeEntry(entries[i]);
+    for (const ShownValue& entry : page.entries) {
+        out.open('{');
+        out.member("key", redact(toUtf8(entry.name)));
+        writeValue(entry, redact, out);
+        out.close('}');
+    }
     out.close(']');
     out.close('}');
     return out.take();
+}
+
+bool isToldAs(const std::string& told, const cobalt::Field& field, const Redaction& redact) {
+    const bool isHidden = told.find(hiddenText) != std::string::npos;
+    return field.name() == told || (isHidden && redact(toUtf8(field.name())) == told);
+}
+
+const cobalt::Field* findTold(const cobalt::Store& store, const std::string& told,
+                              const Redaction& redact) {
+    if (const cobalt::Field* const named = store.find(told)) return named;
+    const auto found = std::find_if(store.begin(), store.end(), [&](const cobalt::Field& field) {
+        return isToldAs(told, field, redact);
+    });
+    return found == store.end() ? nullptr : &*found;
 }
 
 }  // namespace workbench

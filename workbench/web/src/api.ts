@@ -127,7 +127,8 @@ export const columns = (field: string): Promise<{ columns: Column[]; records: nu
   ask("GET", `${fieldPath(field)}/columns`);
 export const columnValues = (field: string, name: string): Promise<ColumnValues> =>
   ask("GET", `${fieldPath(field)}/column/${encodeURIComponent(name)}`);
-export const series = (): Promise<{ series: Series[]; leftOut: number }> => ask("GET", "/series");
+export const series = (instance: string): Promise<{ series: Series[]; leftOut: number }> =>
+  ask("GET", `/series?${new URLSearchParams({ instance })}`);
 export const seriesValues = (field: string, instance: string): Promise<{ times: number[]; values: (number | null)[] }> =>
   ask("GET", `/series/${encodeURIComponent(field)}?${new URLSearchParams({ instance })}`);
 

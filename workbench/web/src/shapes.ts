@@ -178,7 +178,6 @@ export interface ColumnValues {
 /** A field whose numbers were kept with each load. */
 export interface Series {
   field: string;
-  instance: string;
   points: number;
   texts: boolean;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/cli/serve/series_json.h"
+
 using workbench::LoadEvent;
 using workbench::SeriesLog;
 
@@ -15,7 +17,8 @@ LoadEvent loadOf(const std::string& name) {
 }
 
 bool has(const SeriesLog& log, const std::string& name) {
-    return log.json(1, name, workbench::Redaction{probe::Settings{}}).has_value();
+    const workbench::Redaction redact{probe::Settings{}};
+    return workbench::toldAs(name, log.of(1), redact) != nullptr;
 }
 
 }  // namespace

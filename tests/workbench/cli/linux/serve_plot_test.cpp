@@ -27,6 +27,16 @@ protected:
         EXPECT_TRUE(
             intake::eventually([&] { return json(get(history))["count"].GetInt() == before + 1; }));
     }
+
+    /// A secret of one instance is one for all.
+    void hideInScore(const std::string& password) const {
+        const std::string revision =
+            std::to_string(json(get("/api/v1/instances/score"))["revision"].GetInt());
+        patch("/api/v1/instances/score",
+              "{\"revision\": " + revision +
+                  R"(, "set": {"useAuth": true, "userName": "u", "password": ")" + password +
+                  "\"}}");
+    }
 };
 
 }  // namespace
@@ -69,15 +79,13 @@ TEST_F(ServedPlot, KeepsTheNumbersOfEachLoad) {
     load("score");
     write("score.json", R"({"home": 3, "away": "2", "name": "x"})");
     load("score");
-    const auto told = json(get("/api/v1/series"));
+    const auto told = json(get("/api/v1/series?instance=score"));
     std::string series;
     for (const auto& each : told["series"].GetArray())
-        series += std::string(each["field"].GetString()) + " of " + each["instance"].GetString() +
-                  " " + std::to_string(each["points"].GetInt()) +
+        series += std::string(each["field"].GetString()) + " " +
+                  std::to_string(each["points"].GetInt()) +
                   (each["texts"].GetBool() ? " texts; " : "; ");
-    EXPECT_NE(series.find("Score.away of score 2 texts; Score.home of score 2; "),
-              std::string::npos)
-        << series;
+    EXPECT_EQ(series, "Score.away 2 texts; Score.home 2; ");
     EXPECT_EQ(told["leftOut"].GetInt(), 0);
     const auto home = json(get("/api/v1/series/Score.home?instance=score"));
     ASSERT_EQ(home["values"].Size(), 2U);
@@ -89,11 +97,7 @@ TEST_F(ServedPlot, KeepsTheNumbersOfEachLoad) {
 }
 
 TEST_F(ServedPlot, DrawsNoSecret) {
-    const std::string revision =
-        std::to_string(json(get("/api/v1/instances/score"))["revision"].GetInt());
-    patch("/api/v1/instances/score",
-          "{\"revision\": " + revision +
-              R"(, "set": {"useAuth": true, "userName": "u", "password": "4711"}})");
+    hideInScore("4711");
     write("league.json",
           R"({"rows": [{"club": "a", "points": 4711}, {"club": "b", "points": 5}]})");
     load("table");
@@ -102,16 +106,50 @@ TEST_F(ServedPlot, DrawsNoSecret) {
               "\"written\": [\"••••\", \"5\"], \"leftOut\": 0}\n");
 }
 
+TEST_F(ServedPlot, DrawsNoSecretOverTimeEither) {
+    hideInScore("4711");
+    write("score.json", R"({"home": 4711, "away": 2, "of 4711": 3})");
+    load("score");
+    EXPECT_NE(get("/api/v1/series/Score.home?instance=score").body.find("\"values\": [null]"),
+              std::string::npos);
+    EXPECT_EQ(get("/api/v1/series?instance=score").body.find("4711"), std::string::npos);
+}
+
 TEST_F(ServedPlot, TellsAColumnByTheNameThatItIsToldBy) {
-    const std::string revision =
-        std::to_string(json(get("/api/v1/instances/score"))["revision"].GetInt());
-    patch("/api/v1/instances/score",
-          "{\"revision\": " + revision +
-              R"(, "set": {"useAuth": true, "userName": "u", "password": "s3cret"}})");
+    hideInScore("s3cret");
     write("league.json", R"({"rows": [{"club": "a", "s3cret": 8}]})");
     load("table");
     const std::string columns = get("/api/v1/store/T/columns").body;
     EXPECT_NE(columns.find("\"••••\""), std::string::npos) << columns;
     const Answer told = get("/api/v1/store/T/column/%E2%80%A2%E2%80%A2%E2%80%A2%E2%80%A2");
     EXPECT_NE(told.body.find("\"values\": [8]"), std::string::npos) << told.body;
+}
+
+TEST_F(ServedPlot, TellsNoSecretThatANameOrAKeyIs) {
+    hideInScore("s3cret");
+    write("league.json", R"({"rows": [{"club": "s3cret", "s3cret": 8}]})");
+    load("table");
+    write("score.json", R"({"s3cret": "s3cret"})");
+    load("score");
+    for (const char* path : {"store", "store/T", "store/Score", "store/T/columns",
+                             "store/T/column/club", "series?instance=score"}) {
+        const Answer told = get(std::string("/api/v1/") + path);
+        EXPECT_EQ(told.status, 200) << path;
+        EXPECT_EQ(told.body.find("s3cret"), std::string::npos) << path << told.body;
+    }
+    const Answer dryRun = post("/api/v1/instances/table/dryrun");
+    EXPECT_NE(dryRun.body.find("\"columns\""), std::string::npos) << dryRun.body;
+    EXPECT_EQ(dryRun.body.find("s3cret"), std::string::npos) << dryRun.body;
+}
+
+TEST_F(ServedPlot, FindsAFieldByTheNameThatItIsToldBy) {
+    load("table");
+    write("score.json", R"({"home": 1})");
+    load("score");
+    hideInScore("Score");
+    const std::string name = json(get("/api/v1/store"))["fields"][1]["name"].GetString();
+    EXPECT_EQ(name, "••••");
+    const std::string told = "/api/v1/store/%E2%80%A2%E2%80%A2%E2%80%A2%E2%80%A2";
+    EXPECT_NE(get(told).body.find("\"home\""), std::string::npos);
+    EXPECT_EQ(get(told + "/columns").status, 200);
 }

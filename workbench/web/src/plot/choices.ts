@@ -67,8 +67,8 @@ export async function readChoices(instance: string): Promise<void> {
     const { fields } = await api.store();
     const isOwn = ownOf(instance);
     const columns = await Promise.all(listsOf(fields, isOwn).map((field) => columnsOf(field, isOwn)));
-    const { series, leftOut: further } = await api.series();
-    const times = series.filter((each) => each.instance === instance).map(byTime);
+    const { series, leftOut: further } = await api.series(instance);
+    const times = series.map(byTime);
     choices.value = [...columns.flat(), ...times];
     leftOut.value = further;
     failure.value = "";
