@@ -59,7 +59,7 @@ CurlTransfer::~CurlTransfer() {
 /// FTP keeps is a session of a user, of which servers allow few.
 bool CurlTransfer::mayBeKept() {
     noteSchemes();
-    return done_ && result_ == CURLE_OK && !isForOneUser_ && !hasLeftover_ &&
+    return done_ && result_ == CURLE_OK && !isForOneUser_ && !leftover_.hasSeenAny() &&
            (isHttp() || !isUsed_);
 }
 
@@ -83,7 +83,7 @@ void CurlTransfer::noteSchemes() {
 /// shows nothing.
 int CurlTransfer::onProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
     auto& transfer = *static_cast<CurlTransfer*>(self);
-    transfer.hasLeftover_ = hasDecryptedMore(transfer.handle());
+    transfer.leftover_.look(transfer.handle());
     return 0;
 }
 

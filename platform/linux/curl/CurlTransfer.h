@@ -10,6 +10,7 @@
 #include "formats/source/EndMark.h"
 #include "platform/linux/curl/CurlConnections.h"
 #include "platform/linux/curl/curl_handles.h"
+#include "platform/linux/curl/tls_connection.h"
 
 namespace intake {
 
@@ -123,7 +124,7 @@ private:
     bool isWithinHeader_ = false;
     bool isUsed_ = false;
     bool isForOneUser_ = false;  // a connection may have been
-    bool hasLeftover_ = false;   // behind the body, as far as it was decrypted
+    LeftoverWatch leftover_;     // behind the bodies
     Clock::time_point lastLook_;
     Clock::time_point lastByte_;
     Clock::time_point headerStart_;

@@ -16,9 +16,11 @@ SSL* connectionOf(CURL* transfer) {
 
 }  // namespace
 
-bool hasDecryptedMore(CURL* transfer) {
+void LeftoverWatch::look(CURL* transfer) {
     const SSL* const connection = connectionOf(transfer);
-    return connection != nullptr && SSL_pending(connection) > 0;
+    isLeftBehind_ = isLeftBehind_ || (isLeft_ && connection != connection_);
+    connection_ = connection;
+    isLeft_ = connection != nullptr && SSL_pending(connection) > 0;
 }
 
 void forgetAuthorities(CURL* transfer) {

@@ -110,6 +110,18 @@ TEST_F(KeptConnections, OverWhichMoreCameThanWasAnnouncedAreClosed) {
     }
 }
 
+TEST_F(KeptConnections, GiveNothingThatCameBeyondTheAnswerThatRedirected) {
+    for (const size_t size : {size_t{3}, size_t{20'000}, size_t{500'000}}) {
+        ScriptedServer target({reply("200 OK", "[1]"), reply("200 OK", "[2]")}, overTls(tls_));
+        const std::string location = "Location: " + target.url("/") + "\r\n";
+        const std::string unasked = reply("200 OK", "[9]").bytes;
+        const Reply moved{reply("302 Found", std::string(size, '1'), location).bytes + unasked};
+        ScriptedServer server({moved, moved}, overTls(tls_));
+        expectBody("[1]", fetch(server.url("/")));
+        expectBody("[2]", fetch(server.url("/")));
+    }
+}
+
 TEST_F(KeptConnections, AreClosedWhenALoadBreaksOff) {
     ScriptedServer server({Reply{"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n1234", Then::CUT},
                            reply("200 OK", "[2]")});
