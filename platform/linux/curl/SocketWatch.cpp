@@ -17,6 +17,13 @@ namespace {
 
 constexpr curl_off_t NEVER = -1;
 
+/// The way to the server may have changed while the connection was idle, and nobody says so. A
+/// server that is there acknowledges at once what it is sent, however long its answer takes.
+void breakWithoutAcknowledgement(curl_socket_t socket) {
+    constexpr unsigned milliseconds = 4000;
+    setsockopt(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, &milliseconds, sizeof milliseconds);
+}
+
 bool hasNews(curl_socket_t socket) {
     pollfd state{socket, POLLIN | POLLPRI | POLLRDHUP, 0};
     return poll(&state, 1, 0) != 0;
@@ -28,6 +35,7 @@ void SocketWatch::watch(CURL* transfer) {
     transfer_ = transfer;
     older_ = sockets_.size();
     brokeAfter_ = NEVER;
+    std::for_each(sockets_.begin(), sockets_.end(), breakWithoutAcknowledgement);
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETFUNCTION, onOpen);
     curl_easy_setopt(transfer, CURLOPT_OPENSOCKETDATA, this);
     curl_easy_setopt(transfer, CURLOPT_CLOSESOCKETFUNCTION, onClose);
