@@ -180,13 +180,17 @@ TEST_F(IntakeThreadTest, AResultRingThatIsBusyIsNotWaitedFor) {
 }
 
 TEST_F(IntakeThreadTest, AWorkerWithoutRequestsSleepsUntilItIsPostedTo) {
+    ASSERT_TRUE(hasSlept(1));
     post("a");
-    ASSERT_TRUE(deliverNext());
+    waitUntilAnswered("a");
     ASSERT_TRUE(hasSlept(2));
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), 1);
+    ASSERT_TRUE(thread_->DeliverOneAnswer());
+    ASSERT_TRUE(hasSlept(3));
     post("b");
-    ASSERT_TRUE(deliverNext());
+    waitUntilAnswered("b");
+    ASSERT_TRUE(hasSlept(4));
+    EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), 2);
+    ASSERT_TRUE(thread_->DeliverOneAnswer());
     EXPECT_EQ(client_->deliveries(), (Deliveries{"ok: a", "ok: b"}));
 }
 
