@@ -1,6 +1,7 @@
 #include "readers/json/JsonRecords.h"
 
 #include <algorithm>
+#include <new>
 
 #include "pipeline/RowRange.h"
 #include "pipeline/script_text.h"
@@ -30,12 +31,18 @@ void JsonRecords::take(Node row) {
     row_ = row;
     writeInMode(request_.targetMode);
     ++place_;
+    if (place_ == 1) {
+        sampleStart_ = document_.sourceOffsetBehind(row);
+    }
     if (place_ == SAMPLE) {
         makeRoomForAll();
     }
 }
 
 void JsonRecords::finish(int64_t rowCount) {
+    if (script_.capacity() / 4 > script_.size()) {
+        script_.shrink_to_fit();  // the guess was wrong
+    }
     const int64_t count = RowRange(request_, rowCount).count();
     switch (request_.targetMode) {
         case DATA_ARRAY:
@@ -98,11 +105,15 @@ void JsonRecords::writeSharedMemory() {
 /// A large script would otherwise be copied several times as it grows. How many rows there are is
 /// told by how much of the source the first ones take.
 void JsonRecords::makeRoomForAll() {
-    const size_t taken = document_.sourceOffsetBehind(row_) + 1;
+    const size_t taken = document_.sourceOffsetBehind(row_) - sampleStart_ + 1;
     const size_t rows = std::min<size_t>(static_cast<size_t>(request_.numRows),
                                          document_.sourceSize() / taken * SAMPLE + SAMPLE);
     const size_t likely = script_.size() / SAMPLE * rows / 4 * 5;
-    script_.reserve(std::min(likely, 2 * document_.sourceSize()));
+    try {
+        script_.reserve(std::min(likely, 2 * document_.sourceSize()));
+    } catch (const std::bad_alloc&) {
+        return;  // it was a guess; other rows may be fewer, and smaller
+    }
 }
 
 void JsonRecords::writeCount(const char* separator, int64_t count) {

@@ -47,6 +47,7 @@ private:
     const size_t start_;  // of the records within the script
     JsonWalker walker_;
     Node row_ = JsonDocument::ROOT;  // the one that is being written
+    size_t sampleStart_ = 0;         // the place in the source where the first row ends
     int64_t place_ = 0;              // of that among the rows delivered
 };
 

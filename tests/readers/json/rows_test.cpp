@@ -89,5 +89,16 @@ TEST(JsonRows, WithoutAPathRowsDoNotCount) {
     EXPECT_EQ(script(R"({"a":[1,2]})", {.fromRow = 1, .numRows = 0}), "T={a[0-1]=1,2,;};");
 }
 
+TEST(JsonRows, RoomForMoreOfThemThanThereAreDoesNotStay) {
+    std::string source = R"({"few": [0)";
+    for (int i = 1; i < 2000; ++i) {
+        source += "," + std::to_string(i);
+    }
+    source += R"(], "beside": ")" + std::string(5'000'000, 'x') + "\"}";
+    const Outcome outcome = read(source, requestOf({.path = "few", .mode = DATA_FIELD_ARRAY}));
+    EXPECT_GT(outcome.script.size(), 10'000U);
+    EXPECT_LT(outcome.script.capacity(), 100'000U);
+}
+
 }  // namespace
 }  // namespace intake
