@@ -152,13 +152,78 @@ test("an edit of somebody else is not overwritten, and what was typed is kept", 
     await route.continue();
   });
   await field(page, "key").press("Enter");
-  await page.waitForSelector("text=Somebody else has changed this instance just now.");
+  await page.waitForSelector("text=This instance has been changed meanwhile.");
   assert.equal(await field(page, "key").inputValue(), "typed");
   assert.equal(await field(page, "table").inputValue(), "Other");
   assert.equal((await here.served.get("/instances/list")).values.key, "");
   await field(page, "key").press("Enter");
   await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
   await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+});
+
+test("a text that is typed goes over what another tab has set meanwhile only when that is meant", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const key = async () => (await here.served.get("/instances/list")).values.key;
+  const contest = page.locator('[data-parameter="key"] .contest');
+  const typeMeanwhile = async (typed, theirs) => {
+    await field(page, "key").fill(typed);
+    await here.served.set("list", { key: theirs, table: theirs });
+    await waitFor(() => field(page, "table").inputValue(), (table) => table === theirs); // so the page knows it
+    await field(page, "table").focus();
+    await contest.waitFor();
+    assert.equal(await contest.locator("span").innerText(), `It says ${theirs} now.`);
+    assert.equal(await field(page, "key").inputValue(), typed);
+    assert.equal(await key(), theirs);
+  };
+  await typeMeanwhile("mine", "theirs");
+  await page.waitForSelector("text=This instance has been changed meanwhile.");
+  await field(page, "key").focus();
+  await field(page, "table").focus();
+  await contest.locator('button:text-is("Drop it")').click();
+  await waitFor(() => field(page, "key").inputValue(), (text) => text === "theirs");
+  await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+  assert.equal(await contest.count(), 0);
+  await typeMeanwhile("mine again", "theirs again");
+  await contest.locator('button:text-is("Send what you typed")').click();
+  await waitFor(key, (text) => text === "mine again");
+  await contest.waitFor({ state: "detached" });
+  await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+});
+
+test("texts that are typed one after the other go, though each makes another revision", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const arrive = await holdBack(page, /instances\/list$/, "PATCH");
+  await field(page, "key").fill("first");
+  await field(page, "table").fill("second");
+  await field(page, "xpath").fill("third");
+  await field(page, "key").focus();
+  await arrive();
+  const values = async () => (await here.served.get("/instances/list")).values;
+  await waitFor(values, ({ key, table, xpath }) => [key, table, xpath].join() === "first,second,third");
+  assert.equal(await page.locator(".contest").count(), 0);
+});
+
+test("what is typed for an instance, or was found out of it, is not for another that comes under its name", async () => {
+  const page = await here.openEdit("list", [instance("list", "absent.json")], {
+    "other.json": JSON.stringify({ instances: [instance("list", "absent.json", { table: "Other" })] }),
+    "third.json": JSON.stringify({ instances: [instance("list", "absent.json", { table: "Third" })] }),
+  });
+  await page.click('.head button:text-is("Why?")');
+  await page.waitForSelector(".why li");
+  await field(page, "key").fill("mine");
+  await here.served.openScene("other.json");
+  await waitFor(() => field(page, "table").inputValue(), (table) => table === "Other");
+  await field(page, "table").focus();
+  await waitFor(() => field(page, "key").inputValue(), (text) => text === "");
+  assert.equal(await page.locator(".why").count(), 0);
+  const { values, revision } = await here.served.get("/instances/list");
+  assert.equal(values.key, "");
+  await page.click('a:has-text("All instances")');
+  await button(page, "list", "Why?").click();
+  await page.waitForSelector(".why li");
+  await here.served.openScene("third.json");
+  await page.waitForSelector(".why", { state: "detached" });
+  assert.ok((await here.served.get("/instances/list")).revision > revision);
 });
 
 const two = [instance("one", "list.json"), instance("two", "list.json")];

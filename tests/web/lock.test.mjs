@@ -139,6 +139,53 @@ test("a draft is marked on the wall, outlives the lock, and can be discarded", a
   await page.waitForSelector(".draft-words", { state: "detached" });
 });
 
+test("a draft that another tab has changed is neither loaded nor discarded before it is seen", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await lock(page);
+  await field(page, "table").fill("mine");
+  await field(page, "table").press("Enter");
+  await page.waitForSelector(".draft-words");
+  await page.click("button.lock");
+  let others = 0;
+  await page.route(/list\/(load|discard)$/, async (route) => {
+    await here.served.set("list", { numRows: String(++others) });
+    await route.continue();
+  });
+  await load(page).click();
+  await page.waitForSelector(".broken >> text=The instance has been changed meanwhile.");
+  await waitFor(() => field(page, "numRows").inputValue(), (text) => text === "1");
+  await page.click('button:text-is("Discard the draft")');
+  await page.waitForSelector(".notice >> text=The instance has been changed meanwhile.");
+  await waitFor(() => field(page, "numRows").inputValue(), (text) => text === "2");
+  assert.ok((await here.served.get("/instances/list")).isDraft);
+  assert.equal(await countLoads(), 0);
+});
+
+test("what is typed goes into the draft before the press that loads it", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await lock(page);
+  await field(page, "table").fill("first");
+  await field(page, "table").press("Enter");
+  await page.waitForSelector(".draft-words");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock:not(.closed)");
+  await field(page, "table").fill("second");
+  await load(page).click();
+  await waitFor(async () => (await here.served.get("/store")).fields.map(({ name }) => name), (names) => names.includes("second"));
+  await page.waitForSelector(".draft-words", { state: "detached" });
+});
+
+test("a draft is loaded from the wall as it was told there", async () => {
+  const page = await here.openWall([instance("list", "list.json")], files);
+  await lock(page);
+  await here.served.set("list", { table: "other" });
+  await page.waitForSelector("tbody tr .draft");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock:not(.closed)");
+  await button(page, "list", "Load").click();
+  await waitFor(async () => (await here.served.get("/store")).fields.map(({ name }) => name), (names) => names.includes("other"));
+});
+
 test("two tabs have the same lock", async () => {
   const page = await here.openWall([instance("list", "list.json")], files);
   const other = await here.window();

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile, truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
-import { button, field, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
+import { button, field, holdBack, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -123,6 +123,43 @@ test("another scene is opened, and asks when something is not saved", async () =
   assert.match(await page.innerText(".top .scene"), /^other\.scene\.json/);
 });
 
+test("a change of another tab that was not seen keeps another scene from being opened", async () => {
+  const page = await openScene();
+  const row = page.locator('section[aria-label="Open"] li:has-text("other.scene.json")');
+  await page.waitForSelector("text=A save would change nothing in the file.");
+  let isFirst = true;
+  await page.route("**/api/v1/scene/open", async (route) => {
+    if (isFirst) await here.served.set("list", { numRows: "2" });
+    isFirst = false;
+    await route.continue();
+  });
+  await row.locator("button").click();
+  await waitFor(() => said(page), (text) => text === "The scene has been changed meanwhile.");
+  assert.equal((await here.served.get("/instances/list")).values.numRows, "2");
+  await page.waitForSelector(".unsaved:not(.none)");
+  await row.locator("button").click();
+  await page.click('button:text-is("Open all the same")');
+  await waitFor(() => names(page), (all) => all.join() === "elsewhere");
+});
+
+test("a save that was refused shows what the file is now, also where an answer was overtaken", async () => {
+  const page = await openScene();
+  await here.served.set("list", { numRows: "2" });
+  await page.waitForSelector(".difference");
+  const told = page.waitForRequest(/\/api\/v1\/scene$/);
+  const arrive = await holdBack(page, /\/api\/v1\/scene$/);
+  await here.served.write("show.scene.json", JSON.stringify({ instances: [instance("list", "else.json")] }));
+  await told;
+  const refused = page.waitForResponse(/\/scene\/save$/);
+  await page.click('button:text-is("Save")');
+  assert.equal((await refused).status(), 409);
+  await arrive();
+  await page.waitForSelector(".on-disk.told");
+  await waitFor(() => said(page), (text) => text === "The scene file has been changed on disk meanwhile.");
+  await page.click('button:text-is("Save")');
+  await waitFor(() => said(page), (text) => text === "Saved.");
+});
+
 test("under the lock instances stay, and a save needs a hold", async () => {
   const page = await openScene();
   await here.served.set("list", { numRows: "2" });
@@ -215,7 +252,7 @@ test("an instance of another scene under the same name has none of the former on
   await button(page, "list", "Load").click();
   await waitForRow(page, "list", ({ records }) => records === "3");
   await page.waitForSelector('tr:has(.name:text-is("list")) .spark:not([aria-hidden])');
-  await here.served.ask("POST", "/scene/open", { file: "list.scene.json" });
+  await here.served.openScene("list.scene.json");
   await waitFor(() => page.locator(".wall tbody tr").count(), (count) => count === 1);
   await page.waitForSelector('tr:has(.name:text-is("list")) .spark[aria-hidden="true"]');
   await here.served.ask("POST", "/instances/list/load", {}); // so soon a second press of the button counts as the same

@@ -110,6 +110,12 @@ export class Served {
     return this.ask("PATCH", path, { revision, set: values });
   }
 
+  /** Opens another scene, whatever has become of this one. */
+  async openScene(file) {
+    const { revision } = await this.get("/scene");
+    return this.ask("POST", "/scene/open", { file, revision });
+  }
+
   /** At once, so that nothing half written is loaded. */
   async write(name, content) {
     const fresh = join(this.folder, `${name}.new`);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -23,6 +24,8 @@ struct InstanceState {
     std::string target = {};                // where its records go: "League, DataTable"
     std::optional<std::size_t> bytes = {};  // that the last load wrote
     bool isDraft = false;                   // edits wait to be taken over
+    std::uint32_t writer = 0;               // another of the same name has another
+    std::uint64_t revision = 0;             // of its parameters
 };
 
 }  // namespace workbench

@@ -259,6 +259,8 @@ InstanceState LiveInstance::stateAt(double now) const {
     state.name = name();
     state.target = target();
     state.isDraft = isDraft();
+    state.writer = writer();
+    state.revision = revision();
     return state;
 }
 

@@ -41,6 +41,12 @@ bool isName(const std::string& name) {
            std::none_of(name.begin(), name.end(), isControl);
 }
 
+/// What is dropped or taken over has to be what the page shows.
+std::optional<WebResponse> refusesRevision(std::optional<std::uint64_t> known,
+                                           const LiveInstance& instance) {
+    return workbench::refusesRevision(known, instance.revision(), "The instance");
+}
+
 WebResponse locked() {
     return refused(423, "The scene is locked.");
 }
@@ -86,8 +92,7 @@ void InstanceRoutes::edit(const Call& call) {
 WebResponse InstanceRoutes::edited(LiveInstance& instance, const std::string& body) {
     auto request = editRequestIn(body);
     if (!request) return refused(400, "The request names no revision, or nothing to set.");
-    if (request->revision != instance.revision())
-        return refused(409, "The instance has been changed meanwhile.");
+    if (auto refusal = refusesRevision(request->revision, instance)) return *refusal;
     if (!restoreSecrets(*request, served_.host.parameters, instance)) return refused(422, typeAnew);
     try {
         apply(*request, instance);
@@ -118,6 +123,7 @@ WebResponse InstanceRoutes::loaded(LiveInstance& instance, const std::string& bo
     if (scene_.isLocked() && !isSetIn(body, "held"))
         return refused(423, "The scene is locked: hold the button to load nevertheless.");
     if (instance.isDraft()) {
+        if (auto refusal = refusesRevision(revisionIn(body), instance)) return *refusal;
         instance.useDraft();
         publishEdited(instance);
     }
@@ -127,12 +133,17 @@ WebResponse InstanceRoutes::loaded(LiveInstance& instance, const std::string& bo
 
 void InstanceRoutes::discard(const Call& call) {
     served_.onInstance(call, [this, call](LiveInstance& instance) {
-        if (instance.isDraft()) {
-            instance.discardDraft();
-            publishEdited(instance);
-        }
-        call.reply(detailsOf(instance));
+        call.reply(discarded(instance, call.request.body));
     });
+}
+
+WebResponse InstanceRoutes::discarded(LiveInstance& instance, const std::string& body) {
+    if (auto refusal = refusesRevision(revisionIn(body), instance)) return *refusal;
+    if (instance.isDraft()) {
+        instance.discardDraft();
+        publishEdited(instance);
+    }
+    return detailsOf(instance);
 }
 
 std::optional<WebResponse> InstanceRoutes::refusesName(const std::string& name) const {

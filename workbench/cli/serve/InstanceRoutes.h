@@ -34,6 +34,7 @@ private:
     serve::WebResponse edited(LiveInstance& instance, const std::string& body);
     void apply(const EditRequest& request, LiveInstance& instance);
     serve::WebResponse loaded(LiveInstance& instance, const std::string& body);
+    serve::WebResponse discarded(LiveInstance& instance, const std::string& body);
     serve::WebResponse added(const std::string& body);
     std::optional<serve::WebResponse> refusesName(const std::string& name) const;
     void publishEdited(const LiveInstance& instance);

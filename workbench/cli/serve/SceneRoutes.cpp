@@ -126,12 +126,13 @@ void SceneRoutes::tellFiles(const Call& call) {
 
 void SceneRoutes::open(const Call& call) {
     const std::string name = textIn(call.request.body, "file");
-    served_.addJob(WaitsFor::Disk, call.reply, [this, name](const std::stop_token& stop) {
+    const auto known = revisionIn(call.request.body);
+    served_.addJob(WaitsFor::Disk, call.reply, [this, name, known](const std::stop_token& stop) {
         const std::string file = fileToOpen(name, stop);
         const StoredScene scene{file, folder_.nameOf(file), contentOf(file)};
         if (scene.content.text == nullptr)
             return refused(422, "There is no such scene file: " + name);
-        return opened(scene, stop);
+        return opened(scene, known, stop);
     });
 }
 
@@ -144,19 +145,23 @@ std::string SceneRoutes::fileToOpen(const std::string& name, const std::stop_tok
     return file ? file->string() : "";
 }
 
-WebResponse SceneRoutes::opened(const StoredScene& scene, const std::stop_token& stop) {
+WebResponse SceneRoutes::opened(const StoredScene& scene, Revision known,
+                                const std::stop_token& stop) {
     try {
         const SceneText text(scene.name, *scene.content.text, served_.host.parameters);
-        return responseOf(asked([&] { return take(scene, text.known()); }, stop));
+        return responseOf(asked([&] { return take(scene, text.known(), known); }, stop));
     } catch (const UsageError& error) {
         const auto redact = served_.redaction(stop);
         return refused(422, redact ? (*redact)(error.what()) : "The workbench ends.");
     }
 }
 
-SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile& instances) {
+SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile& instances,
+                                       Revision known) {
     if (scene_.isLocked()) return {nullptr, refused(409, "The scene is locked.")};
     if (scene_.isBeingSaved()) return {nullptr, busy()};
+    if (auto refusal = refusesRevision(known, scene_.revision(), "The scene"))
+        return {nullptr, std::move(refusal)};
     try {
         scene_.open(scene, instances);
     } catch (const UsageError& error) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -21,6 +22,7 @@ public:
 private:
     static const Route<SceneRoutes> table[5];
 
+    using Revision = std::optional<std::uint64_t>;  // that a page knows, where it says so
     using Snapshot = std::shared_ptr<const SceneSnapshot>;
 
     /// What has become of the scene, or why it stays as it was.
@@ -46,7 +48,7 @@ private:
     // On the host's thread:
     Snapshot snapshot() const { return std::make_shared<SceneSnapshot>(scene_.snapshot()); }
     void answer(const serve::Reply& reply);
-    Outcome take(const StoredScene& scene, const SceneFile& instances);
+    Outcome take(const StoredScene& scene, const SceneFile& instances, Revision known);
     Outcome beginSave(const Wish& wish, const std::string& named);
     Outcome endSave(const StoredScene& scene, std::optional<serve::WebResponse> refusal);
     std::optional<serve::WebResponse> refusesToSave(const Wish& wish,
@@ -57,7 +59,8 @@ private:
     static serve::WebResponse responseOf(const Outcome& outcome);
     serve::WebResponse besides(const std::string& name, const std::stop_token& stop);
     std::string fileToOpen(const std::string& name, const std::stop_token& stop);
-    serve::WebResponse opened(const StoredScene& scene, const std::stop_token& stop);
+    serve::WebResponse opened(const StoredScene& scene, Revision known,
+                              const std::stop_token& stop);
     std::string fileToSave(const std::string& name) const;
     serve::WebResponse saved(const Wish& wish, const std::stop_token& stop);
 

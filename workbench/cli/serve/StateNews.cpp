@@ -13,7 +13,8 @@ namespace {
 bool isSame(const InstanceState& one, const InstanceState& other) {
     return one.name == other.name && one.state == other.state && one.records == other.records &&
            one.before == other.before && one.leftOver == other.leftOver &&
-           one.words == other.words && one.target == other.target && one.isDraft == other.isDraft;
+           one.words == other.words && one.target == other.target && one.isDraft == other.isDraft &&
+           one.revision == other.revision;
 }
 
 }  // namespace

@@ -26,6 +26,8 @@ void writeState(const InstanceState& state, JsonWriter& out) {
     out.open('{');
     out.name("name");
     out.text(state.name);
+    out.member("id", state.writer);
+    out.member("revision", state.revision);
     out.name("state");
     out.text(names[static_cast<std::size_t>(state.state)]);
     count("records", state.records);
@@ -86,8 +88,8 @@ std::string detailsJson(const lumo::Host& host, const LiveInstance& instance) {
     out.open('{');
     out.name("name");
     out.text(instance.name());
-    out.name("revision");
-    out.number(static_cast<double>(instance.revision()));
+    out.member("id", instance.writer());
+    out.member("revision", instance.revision());
     out.member("isDraft", instance.isDraft());
     writeValues(host.parameters, instance, out);
     writeShown(host, out);

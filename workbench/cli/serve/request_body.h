@@ -17,6 +17,9 @@ struct EditRequest {
 /// Nothing when the body is not {"revision": 3, "set": {"filename": "x"}}.
 std::optional<EditRequest> editRequestIn(const std::string& body);
 
+/// What the body says that the page knows: {"revision": 3}; nothing when it says nothing of that.
+std::optional<std::uint64_t> revisionIn(const std::string& body);
+
 /// The member of that name, a text, of a body that is a JSON object; empty where there is none.
 std::string textIn(const std::string& body, const char* name);
 

@@ -27,6 +27,13 @@ WebResponse refused(unsigned status, const std::string& sentence) {
     return response;
 }
 
+std::optional<WebResponse> refusesRevision(std::optional<std::uint64_t> known, std::uint64_t last,
+                                           const std::string& what) {
+    if (!known) return refused(400, "The request names no revision.");
+    if (*known != last) return refused(409, what + " has been changed meanwhile.");
+    return std::nullopt;
+}
+
 WebResponse busy() {
     return refused(503, "The workbench is busy; try again.");
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "workbench/cli/child_process.h"
@@ -12,6 +14,11 @@ serve::WebResponse ok(std::string body);
 
 /// With a sentence that may hold anything.
 serve::WebResponse refused(unsigned status, const std::string& sentence);
+
+/// Why a request is refused that goes by what its page knows of `what`: "The scene"; nothing where
+/// that is the last there is.
+std::optional<serve::WebResponse> refusesRevision(std::optional<std::uint64_t> known,
+                                                  std::uint64_t last, const std::string& what);
 
 serve::WebResponse busy();
 serve::WebResponse accepted();

@@ -75,9 +75,10 @@ export const instances = (): Promise<Instance[]> => ask("GET", "/instances");
 export const details = (name: string): Promise<Details> => ask("GET", pathOf(name));
 export const edit = (name: string, revision: number, set: Values): Promise<Details> =>
   ask("PATCH", pathOf(name), { revision, set });
-export const load = (name: string, held: boolean): Promise<void> =>
-  ask("POST", `${pathOf(name)}/load`, held ? { held } : {});
-export const discard = (name: string): Promise<Details> => ask("POST", `${pathOf(name)}/discard`);
+export const load = (name: string, held: boolean, revision: number): Promise<void> =>
+  ask("POST", `${pathOf(name)}/load`, held ? { revision, held } : { revision });
+export const discard = (name: string, revision: number): Promise<Details> =>
+  ask("POST", `${pathOf(name)}/discard`, { revision });
 export const explain = (name: string): Promise<Explanation> => ask("POST", `${pathOf(name)}/explain`);
 export const dryRun = (name: string, allowWrites: boolean): Promise<DryRun> =>
   ask("POST", `${pathOf(name)}/dryrun`, { allowWrites });
@@ -104,7 +105,8 @@ export function explore(name: string, wish: Wish): Promise<Outline> {
 export const scene = (file = ""): Promise<Scene> =>
   ask("GET", file === "" ? "/scene" : `/scene?${new URLSearchParams({ file })}`);
 export const sceneFiles = (): Promise<FileList> => ask("GET", "/scene/files");
-export const openScene = (file: string): Promise<Scene> => ask("POST", "/scene/open", { file });
+export const openScene = (file: string, revision: number): Promise<Scene> =>
+  ask("POST", "/scene/open", { file, revision });
 export const saveScene = (wish: object): Promise<Scene> => ask("POST", "/scene/save", wish);
 export const lock = (locked: boolean): Promise<Scene> => ask("POST", "/lock", { locked });
 export const create = (name: string, like: string): Promise<Details> =>

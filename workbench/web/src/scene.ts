@@ -17,9 +17,15 @@ export async function readScene(): Promise<void> {
   if (mine === asked) scene.value = fresh;
 }
 
-/** What a request has made of the scene. */
+/** What a request has made of the scene. One that was refused may have been made on what is not so
+    any more, and an answer that told of that was overtaken by it. */
 export async function take(answer: Promise<Scene>): Promise<void> {
   const mine = ++asked;
-  const fresh = await answer;
-  if (mine === asked) scene.value = fresh;
+  try {
+    const fresh = await answer;
+    if (mine === asked) scene.value = fresh;
+  } catch (fault) {
+    await readScene().catch(() => undefined); // what is told is the refusal
+    throw fault;
+  }
 }

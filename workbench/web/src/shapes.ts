@@ -4,6 +4,8 @@ export type State = "failed" | "late" | "empty" | "stale" | "loading" | "waiting
 
 export interface Instance {
   name: string;
+  id: number; // another that comes under this name has another one
+  revision: number; // of its settings
   state: State;
   records: number | null;
   before: number | null;
@@ -40,6 +42,7 @@ export type Values = Record<string, string | number>;
 
 export interface Details {
   name: string;
+  id: number;
   revision: number;
   values: Values;
   shown: string[];

@@ -1,14 +1,15 @@
 // Why an instance brings what it brings, stage by stage.
 
-import { signal } from "@preact/signals";
+import { effect, signal } from "@preact/signals";
 import { useEffect, useRef } from "preact/hooks";
 import * as api from "./api.js";
 import { change } from "./edit/change.js";
-import { brokenAt } from "./session.js";
+import { brokenAt, seen } from "./session.js";
 import type { Explanation, Stage, StageState } from "./shapes.js";
 
 interface Look {
   name: string;
+  id: number; // of the instance
   answer: Explanation | null; // null as long as it is waited for
   error: string;
   time: string; // of the load that was explained then; empty for one that is explained now
@@ -23,8 +24,10 @@ const shapes: Record<StageState, string> = {
   skipped: "–",
 };
 
+const idOf = (name: string): number => seen.peek().find((each) => each.name === name)?.id ?? 0;
+
 function show(name: string, answer: Promise<Partial<Look>>): void {
-  const asked: Look = { name, answer: null, error: "", time: "" };
+  const asked: Look = { name, id: idOf(name), answer: null, error: "", time: "" };
   const finish = (result: Partial<Look>): void => {
     if (look.value === asked) look.value = { ...asked, ...result };
   };
@@ -50,13 +53,20 @@ export function closeWhy(): void {
   look.value = null;
 }
 
+/** What was found out of one is not for another that comes under its name. */
+effect(() => {
+  const shown = look.value;
+  const isThere = seen.value.some(({ id, name }) => id === shown?.id && name === shown.name);
+  if (shown !== null && !isThere) closeWhy();
+});
+
 /** Explained anew where it is still looked at. */
 async function use(name: string, stage: Stage): Promise<void> {
   const shown = look.value;
   const refusal = await change(name, stage.set);
   if (look.value !== shown) return;
   if (refusal === "") explain(name);
-  else look.value = { name, answer: null, error: refusal, time: "" };
+  else look.value = { name, id: idOf(name), answer: null, error: refusal, time: "" };
 }
 
 function settings(stage: Stage): string {

@@ -113,6 +113,16 @@ protected:
         return ask("POST " + path, cookie_ + writing(), body);
     }
 
+    /// What is told at this address, as a body that names its revision, with further members.
+    std::string seen(const std::string& path, const std::string& more = "") const {
+        const auto told = json(get(path));
+        return "{\"revision\": " + std::to_string(told["revision"].GetUint64()) + more + "}";
+    }
+
+    Answer openScene(const std::string& file) const {
+        return post("/api/v1/scene/open", seen("/api/v1/scene", ", \"file\": \"" + file + '"'));
+    }
+
     std::string writing() const {
         return "Origin: http://" + self() + "\r\nContent-Type: application/json\r\n";
     }

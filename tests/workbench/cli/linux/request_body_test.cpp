@@ -4,6 +4,7 @@
 
 using workbench::editRequestIn;
 using workbench::isSetIn;
+using workbench::revisionIn;
 using workbench::textIn;
 
 TEST(RequestBody, OfAnEditHasARevisionAndValues) {
@@ -32,6 +33,13 @@ TEST(RequestBody, HasTextsAndSwitches) {
     EXPECT_TRUE(isSetIn(body, "on"));
     EXPECT_FALSE(isSetIn(body, "off"));
     EXPECT_FALSE(isSetIn(body, "token"));
+}
+
+TEST(RequestBody, SaysWhatThePageKnows) {
+    EXPECT_EQ(revisionIn(R"({"revision": 12})"), 12U);
+    for (const char* const body : {"", "{}", R"({"revision": "x"})", R"({"revision": ""})",
+                                   R"({"revision": 1.5})", R"({"revision": -1})"})
+        EXPECT_EQ(revisionIn(body), std::nullopt) << body;
 }
 
 TEST(RequestBody, ThatSetsTooMuchIsNothing) {

@@ -14,6 +14,11 @@ protected:
         logIn();
     }
 
+    static constexpr const char* table = "/api/v1/instances/table";
+
+    /// Drops the draft that is told.
+    Answer discard() const { return post(std::string(table) + "/discard", seen(table)); }
+
     Answer lock(bool locked) const {
         return post("/api/v1/lock", locked ? R"({"locked": true})" : R"({"locked": false})");
     }
@@ -43,7 +48,7 @@ TEST_F(ServedLock, KeepsEditsBackAsADraft) {
     EXPECT_TRUE(json(get("/api/v1/instances"))[0]["isDraft"].GetBool());
     EXPECT_EQ(json(post("/api/v1/instances/table/dryrun"))["records"].GetInt(), 1);
     lock(false);
-    const auto discarded = json(post("/api/v1/instances/table/discard"));
+    const auto discarded = json(discard());
     EXPECT_FALSE(discarded["isDraft"].GetBool());
     EXPECT_STREQ(discarded["values"]["xpath"].GetString(), "rows");
 }
@@ -56,7 +61,7 @@ TEST_F(ServedLock, LetsALiveInstanceLoadAsItWas) {
     const auto told = json(get("/api/v1/instances/table"));
     EXPECT_TRUE(told["isDraft"].GetBool());
     EXPECT_STREQ(told["values"]["filename"].GetString(), "absent.json");
-    post("/api/v1/instances/table/discard");
+    discard();
     post("/api/v1/instances/table/load");
     EXPECT_TRUE(hasLoaded(2));
 }
@@ -87,11 +92,38 @@ TEST_F(ServedLock, LoadsADraftOnlyWhenTheButtonIsHeld) {
     lock(true);
     set(R"({"xpath": "items"})");
     EXPECT_EQ(post("/api/v1/instances/table/load").status, 423);
-    EXPECT_EQ(post("/api/v1/instances/table/load", R"({"held": true})").status, 202);
+    EXPECT_EQ(post("/api/v1/instances/table/load", seen(table, R"(, "held": true)")).status, 202);
     EXPECT_TRUE(hasLoaded(1));
     const auto told = json(get("/api/v1/instances/table"));
     EXPECT_FALSE(told["isDraft"].GetBool());
     EXPECT_STREQ(told["values"]["xpath"].GetString(), "items");
+}
+
+TEST_F(ServedLock, LoadsNoDraftAndDropsNoneThatThePageHasNotSeen) {
+    lock(true);
+    set(R"({"xpath": "items"})");
+    const std::string former = seen(table, R"(, "held": true)");
+    set(R"({"numRows": "1"})");
+    const std::string present = seen(table, R"(, "held": true)");
+    for (const char* const what : {"/load", "/discard"}) {
+        const std::string address = std::string(table) + what;
+        EXPECT_EQ(post(address, former).status, 409) << what;
+        EXPECT_EQ(post(address, R"({"held": true})").status, 400) << what;
+        EXPECT_EQ(post(address, R"({"held": true, "revision": "x"})").status, 400) << what;
+    }
+    EXPECT_TRUE(json(get(table))["isDraft"].GetBool());
+    EXPECT_EQ(get("/api/v1/loads").body, "{\"loads\": []}\n");
+    EXPECT_EQ(post(std::string(table) + "/load", present).status, 202);
+    EXPECT_TRUE(hasLoaded(1));
+}
+
+TEST_F(ServedLock, TellsWithEachStateWhichRevisionItIs) {
+    const auto events = openEvents("0");
+    set(R"({"numRows": "1"})");
+    const auto revision = json(get(table))["revision"].GetInt();
+    EXPECT_EQ(json(get("/api/v1/instances"))[0]["revision"].GetInt(), revision);
+    const std::string told = "\"revision\": " + std::to_string(revision) + ",";
+    EXPECT_TRUE(events->readTo(told).ends_with(told));
 }
 
 TEST_F(ServedLock, StopsWhatChangesTheScene) {
@@ -128,6 +160,9 @@ TEST_F(ServedLock, SavesWhatThePageShowsWhenTheButtonIsHeld) {
 
 TEST_F(ServedLock, IsToldToAllPages) {
     const auto events = openEvents("0");
-    lock(true);
-    EXPECT_NE(events->readTo("\"type\": \"scene\"").find("\"revision\""), 0U);
+    const auto before = json(get("/api/v1/scene"))["revision"].GetInt();
+    const auto revision = json(lock(true))["revision"].GetInt();
+    EXPECT_GT(revision, before);
+    const std::string told = "\"type\": \"scene\", \"revision\": " + std::to_string(revision);
+    EXPECT_TRUE(events->readTo(told).ends_with(told));
 }

@@ -197,7 +197,7 @@ TEST_F(ServedScene, ListsTheScenesBelowItsFolder) {
 TEST_F(ServedScene, GivesWayToAnotherOne) {
     const auto events = openEvents("0");
     write("other.json", R"({"instances": [{"name": "table", "parameters": {"xpath": "x"}}]})");
-    const auto told = json(post("/api/v1/scene/open", R"({"file": "other.json"})"));
+    const auto told = json(openScene("other.json"));
     EXPECT_STREQ(told["file"].GetString(), "other.json");
     EXPECT_TRUE(told["isSaved"].GetBool());
     EXPECT_EQ(json(get("/api/v1/instances")).Size(), 1U);
@@ -211,10 +211,42 @@ TEST_F(ServedScene, GivesWayToAnotherOne) {
 TEST_F(ServedScene, StaysWhenAnotherOneCannotBeOpened) {
     write("wrong.json", R"({"instances": [{"name": "a", "parameters": {"queryMode": "none"}}]})");
     for (const char* const name : {"wrong.json", "league.json", "absent.json", "../x.json"})
-        EXPECT_EQ(post("/api/v1/scene/open", "{\"file\": \"" + std::string(name) + "\"}").status,
-                  422)
-            << name;
+        EXPECT_EQ(openScene(name).status, 422) << name;
     EXPECT_EQ(json(get("/api/v1/instances")).Size(), 2U);
+}
+
+TEST_F(ServedScene, GivesWayToNoOtherWhileItHasChangesThatThePageHasNotSeen) {
+    write("other.json", R"({"instances": []})");
+    const std::string wish = seen("/api/v1/scene", R"(, "file": "other.json")");
+    EXPECT_EQ(set("table", R"({"xpath": "items"})"), 200);
+    const Answer answer = post("/api/v1/scene/open", wish);
+    EXPECT_EQ(answer.status, 409);
+    EXPECT_STREQ(json(answer)["error"].GetString(), "The scene has been changed meanwhile.");
+    EXPECT_EQ(post("/api/v1/scene/open", R"({"file": "other.json"})").status, 400);
+    EXPECT_EQ(linesOf(scene()), (Lines{"changed  table: xpath rows → items"}));
+    EXPECT_EQ(openScene("other.json").status, 200);
+    EXPECT_EQ(json(get("/api/v1/instances")).Size(), 0U);
+}
+
+TEST_F(ServedScene, TellsAnInstanceFromAnotherThatHadTheName) {
+    const auto idOf = [this](const std::string& name) {
+        const auto id = json(get("/api/v1/instances/" + name))["id"].GetInt();
+        const auto states = json(get("/api/v1/instances"));
+        const auto own = std::find_if(states.Begin(), states.End(), [&](const auto& state) {
+            return state["name"].GetString() == name;
+        });
+        EXPECT_EQ((*own)["id"].GetInt(), id);
+        return id;
+    };
+    const int former = idOf("table");
+    EXPECT_NE(idOf("secret"), former);
+    write("other.json", R"({"instances": [{"name": "table", "parameters": {}}]})");
+    openScene("other.json");
+    const int present = idOf("table");
+    EXPECT_NE(present, former);
+    set("table", R"({"xpath": "x"})");
+    post("/api/v1/instances/table/rename", R"({"name": "tab"})");
+    EXPECT_EQ(idOf("tab"), present);
 }
 
 TEST_F(ServedScene, TakesACopyOfAnInstance) {
@@ -283,7 +315,7 @@ TEST_F(ServedScene, HidesSecretsOfAnInstanceThatIsRemoved) {
 TEST_F(ServedScene, KeepsTheParameterInForceOfTwoOfOneName) {
     write("twice.json", R"({"instances": [
         {"name": "a", "parameters": {"xpath": "first", "xpath": "second"}}]})");
-    post("/api/v1/scene/open", R"({"file": "twice.json"})");
+    openScene("twice.json");
     EXPECT_EQ(save().status, 200);
     EXPECT_EQ(fileText("twice.json").find("first"), std::string::npos);
     EXPECT_NE(fileText("twice.json").find("\"xpath\": \"second\""), std::string::npos);
@@ -313,7 +345,7 @@ TEST_F(ServedScene, IsNotSavedOverWhatCannotBeRead) {
 TEST_F(ServedScene, ThatIsNestedFarTooDeepIsNotOpened) {
     write("deep.json",
           R"({"instances": [], "deep": )" + std::string(200, '[') + std::string(200, ']') + "}");
-    EXPECT_EQ(post("/api/v1/scene/open", R"({"file": "deep.json"})").status, 422);
+    EXPECT_EQ(openScene("deep.json").status, 422);
     EXPECT_STREQ(scene()["file"].GetString(), "show.scene.json");
 }
 
@@ -330,7 +362,7 @@ TEST_F(ServedScene, TakesNoEditForAnotherThatHadTheName) {
 TEST_F(ServedScene, LeavesSecretsOutOfWhatThePluginDoesNotKnow) {
     write("s.json", R"({"instances": [{"name": "s", "note": ["by s3cret-word"], "parameters":
         {"useAuth": true, "userName": "u", "password": "s3cret-word", "colour": "s3cret-word"}}]})");
-    post("/api/v1/scene/open", R"({"file": "s.json"})");
+    openScene("s.json");
     EXPECT_EQ(save(R"(, "withoutSecrets": true)").status, 200);
     const std::string text = fileText("s.json");
     EXPECT_EQ(text.find("s3cret"), std::string::npos) << text;
@@ -361,7 +393,7 @@ TEST_F(ServedScene, KeepsANewFileWithSecretsFromOthers) {
 
 TEST_F(ServedScene, TellsPagesToReadAllInstancesAnewWhenItIsOpened) {
     const auto events = openEvents("0");
-    post("/api/v1/scene/open", R"({"file": "show.scene.json"})");
+    openScene("show.scene.json");
     const std::string told = events->readTo("\"type\": \"scene\"");
     for (const char* const name : {"table", "secret"})
         EXPECT_NE(told.find("\"type\": \"edited\", \"name\": \"" + std::string(name) + '"'),
@@ -385,8 +417,8 @@ TEST_F(ServedFromElsewhere, OpensItsOwnFileAgain) {
     EXPECT_EQ(own, std::filesystem::canonical(folder / "show.scene.json").string());
     write("show.scene.json", R"({"instances": [{"name": "b", "parameters": {}}]})");
     write("other.json", R"({"instances": []})");
-    EXPECT_EQ(post("/api/v1/scene/open", "{\"file\": \"" + own + "\"}").status, 200);
+    EXPECT_EQ(openScene(own).status, 200);
     EXPECT_EQ(get("/api/v1/instances/b").status, 200);
     const std::string other = (folder / "other.json").string();
-    EXPECT_EQ(post("/api/v1/scene/open", "{\"file\": \"" + other + "\"}").status, 422);
+    EXPECT_EQ(openScene(other).status, 422);
 }

@@ -86,8 +86,9 @@ function Editor({ name }: { name: string }) {
   );
 }
 
-/** One that is gone and comes back is another one, so that it is begun again. */
+/** Another one that comes under the name is begun anew: nothing that was meant for the former stays. */
 export function Edit({ name }: { name: string }) {
-  const isGone = servers.value > 0 && !seen.value.some((each) => each.name === name);
-  return isGone ? <Gone /> : <Editor name={name} />;
+  const row = seen.value.find((each) => each.name === name);
+  if (row !== undefined) return <Editor key={row.id} name={name} />;
+  return servers.value > 0 ? <Gone /> : null;
 }

@@ -1,12 +1,12 @@
 // One parameter: its label, what sets it, and what is wrong with what was typed.
 
 import { HoldButton } from "../hold.js";
-import { press } from "../press.js";
 import { brokenAt } from "../session.js";
 import type { Parameter } from "../shapes.js";
 import { isNumber, problemWith, roomLeft } from "./limits.js";
+import { load } from "./load.js";
 import { entriesOf, isSecret, labelOf } from "./parameters.js";
-import { details, draft, drafts, problems, send } from "./settings.js";
+import { begunAt, contested, details, draft, drafts, drop, problems, send } from "./settings.js";
 
 interface Props {
   instance: string;
@@ -26,11 +26,17 @@ function type(parameter: Parameter, typed: string): void {
   draft(parameter.name, typed, problemWith(parameter, typed));
 }
 
-/** What is typed goes when the field is left, or on Enter. */
+/** Sends what is typed. */
 function commit({ instance, parameter }: Props): void {
-  const typed = drafts.value[parameter.name];
+  const { name } = parameter;
+  const typed = drafts.value[name];
   if (typed === undefined || problemWith(parameter, typed) !== "") return;
-  void send(instance, { [parameter.name]: isNumber(parameter) ? Number(typed) : typed });
+  void send(instance, { [name]: isNumber(parameter) ? Number(typed) : typed }, begunAt(name));
+}
+
+/** What was refused waits until somebody says what is to become of it. */
+function leave(props: Props): void {
+  if (!contested.value.has(props.parameter.name)) commit(props);
 }
 
 function attributes(parameter: Parameter) {
@@ -54,7 +60,7 @@ function TextLine(props: Props) {
       value={shownText(parameter)}
       onFocus={(event) => isSecret(parameter) && event.currentTarget.select()}
       onInput={(event) => type(parameter, event.currentTarget.value)}
-      onBlur={() => commit(props)}
+      onBlur={() => leave(props)}
       onKeyDown={(event) => event.key === "Enter" && commit(props)}
     />
   );
@@ -69,7 +75,7 @@ function TextBox(props: Props) {
       spellcheck={false}
       value={shownText(parameter)}
       onInput={(event) => type(parameter, event.currentTarget.value)}
-      onBlur={() => commit(props)}
+      onBlur={() => leave(props)}
     />
   );
 }
@@ -104,12 +110,13 @@ function Choice({ instance, parameter }: Props) {
 }
 
 function Press({ instance, parameter }: Props) {
+  const revision = details.value?.revision ?? 0;
   return (
     <HoldButton
       id={idOf(parameter)}
       label={labelOf(parameter)}
       isOff={brokenAt.value !== 0}
-      onPress={(held) => press(instance, held)}
+      onPress={(held) => void load(instance, held, revision)}
     />
   );
 }
@@ -125,6 +132,27 @@ const controls: Record<string, (props: Props) => preact.JSX.Element> = {
   button: Press,
 };
 
+const longest = 100; // of a text beside a field
+
+/** What the parameter has become while another text was typed, and the choice between them. */
+function Contest(props: Props) {
+  const { parameter } = props;
+  if (!contested.value.has(parameter.name)) return null;
+  const now = stored(parameter);
+  const shown = now.length > longest ? `${now.slice(0, longest)}…` : now;
+  return (
+    <p class="contest">
+      <span>{shown === "" ? "It is empty now." : `It says ${shown} now.`}</span>
+      <button type="button" class="small" disabled={brokenAt.value !== 0} onClick={() => commit(props)}>
+        Send what you typed
+      </button>
+      <button type="button" class="small" onClick={() => drop(parameter.name)}>
+        Drop it
+      </button>
+    </p>
+  );
+}
+
 export function Field(props: Props) {
   const { parameter } = props;
   const Control = controls[parameter.type];
@@ -139,6 +167,7 @@ export function Field(props: Props) {
         <p id={noteOf(parameter)} class={problem === undefined ? "room" : "problem"} aria-live="polite">
           {note}
         </p>
+        <Contest {...props} />
       </div>
     </div>
   );

@@ -15,6 +15,15 @@ export const isOpen = (name: string): boolean => name === openName;
 /** What is typed and not taken by the server, by parameter. */
 export const drafts = signal<Record<string, string>>({});
 
+/** The revision that was shown when each was begun: of what has come since, whoever typed knows nothing. */
+const begun = new Map<string, number>();
+
+/** Those that were refused, since the instance has been changed since then. */
+export const contested = signal<ReadonlySet<string>>(new Set());
+
+/** Which revision our own change has made of which: nobody else's is between them. */
+const ownSteps = new Map<number, number>();
+
 /** What is wrong with it. */
 export const problems = signal<Record<string, string>>({});
 
@@ -30,7 +39,7 @@ const sources = new Set([
 ]);
 
 const staleNotice =
-  "Somebody else has changed this instance just now. What you typed is still here; send it again.";
+  "This instance has been changed meanwhile. What you typed is still here: send it again, or drop it.";
 
 function without<T>(record: Record<string, T>, names: string[]): Record<string, T> {
   return Object.fromEntries(Object.entries(record).filter(([name]) => !names.includes(name)));
@@ -73,14 +82,37 @@ export function open(name: string): void {
   openName = name;
   details.value = null;
   drafts.value = {};
+  begun.clear();
+  contested.value = new Set();
+  ownSteps.clear();
   problems.value = {};
   notice.value = "";
   void read(name, true);
 }
 
+const shownRevision = (): number => details.peek()?.revision ?? 0;
+
 export function draft(name: string, typed: string, problem: string): void {
+  if (drafts.peek()[name] === undefined) begun.set(name, shownRevision());
   drafts.value = { ...drafts.value, [name]: typed };
   problems.value = problem === "" ? without(problems.value, [name]) : { ...problems.value, [name]: problem };
+}
+
+/** On which revision a typed text goes. Of one that was refused, what it goes over is shown beside it. */
+export function begunAt(name: string): number {
+  const revision = contested.peek().has(name) ? undefined : begun.get(name);
+  return revision ?? shownRevision();
+}
+
+/** The revision with what we have changed since by ourselves. */
+function followed(revision: number): number {
+  const next = ownSteps.get(revision);
+  return next === undefined ? revision : followed(next);
+}
+
+function contest(names: string[]): void {
+  const typed = names.filter((name) => drafts.peek()[name] !== undefined);
+  contested.value = new Set([...contested.peek(), ...typed]);
 }
 
 function refuse(fault: unknown, names: string[]): string {
@@ -94,56 +126,88 @@ function refuse(fault: unknown, names: string[]): string {
 const differs = ({ values }: Details, set: Values): boolean =>
   Object.entries(set).some(([name, value]) => String(values[name]) !== String(value));
 
-async function edit(before: Details, set: Values): Promise<string> {
+/** Notes what our change, made on `revision`, has become. */
+function step(revision: number, fresh: Details, sent: string[]): void {
+  if (fresh.revision !== revision) ownSteps.set(revision, fresh.revision);
+  if (!isOvertaken(fresh)) take(fresh, sent);
+}
+
+const isStale = (fault: unknown): boolean => fault instanceof api.Refusal && fault.status === 409;
+
+async function edit(name: string, revision: number, set: Values): Promise<string> {
+  const names = Object.keys(set);
   try {
-    const fresh = await api.edit(before.name, before.revision, set);
-    if (isOpen(before.name) && !isOvertaken(fresh)) take(fresh, Object.keys(set));
+    const fresh = await api.edit(name, revision, set);
+    if (isOpen(name)) step(revision, fresh, names);
     return "";
   } catch (fault) {
-    if (!isOpen(before.name)) return api.sentenceOf(fault);
-    if (!(fault instanceof api.Refusal) || fault.status !== 409) return refuse(fault, Object.keys(set));
-    await read(before.name, true);
-    if (isOpen(before.name)) notice.value = staleNotice;
+    if (!isOpen(name)) return api.sentenceOf(fault);
+    if (!isStale(fault)) return refuse(fault, names);
+    contest(names);
+    await read(name, true);
+    if (isOpen(name)) notice.value = staleNotice;
     return staleNotice;
   }
+}
+
+function forget(names: string[]): void {
+  drafts.value = without(drafts.value, names);
+  problems.value = without(problems.value, names);
+  contested.value = new Set([...contested.peek()].filter((name) => !names.includes(name)));
 }
 
 /** What was typed meanwhile stays. */
 function forgetDrafts(set: Values): void {
   const isTaken = (name: string): boolean =>
     [undefined, String(set[name])].includes(drafts.value[name]);
-  const taken = Object.keys(set).filter(isTaken);
-  drafts.value = without(drafts.value, taken);
-  problems.value = without(problems.value, taken);
+  forget(Object.keys(set).filter(isTaken));
 }
 
-async function sendNow(name: string, set: Values): Promise<string> {
+/** Goes back to what the parameter is. */
+export function drop(name: string): void {
+  forget([name]);
+  if (contested.peek().size === 0) notice.value = "";
+}
+
+async function sendNow(name: string, set: Values, revision: number): Promise<string> {
   const before = details.value;
   if (before === null || before.name !== name) return "This instance is not edited any more.";
-  const refusal = differs(before, set) ? await edit(before, set) : "";
+  const refusal = differs(before, set) ? await edit(name, followed(revision), set) : "";
   if (refusal !== "" || !isOpen(name)) return refusal;
   forgetDrafts(set);
   notice.value = "";
   return "";
 }
 
-let queue: Promise<unknown> = Promise.resolve();
+const nothingSent = Promise.resolve("");
+let queue: Promise<string> = nothingSent;
 
-/** One after the other, since each needs the revision that the one before has made. Gives what is
-    wrong; empty when nothing is. */
-export function send(name: string, set: Values): Promise<string> {
-  const sent = queue.then(() => sendNow(name, set));
+/** One after the other, since each needs the revision that the one before has made of `revision`,
+    which was shown to whoever wants it. Gives what is wrong; empty when nothing is. */
+export function send(name: string, set: Values, revision = shownRevision()): Promise<string> {
+  const sent = queue.then(() => sendNow(name, set, revision));
   queue = sent;
+  void sent.then(() => {
+    if (queue === sent) queue = nothingSent;
+  });
   return sent;
+}
+
+/** What a revision has become once all that was sent is answered; null where that was refused. */
+export async function settled(revision: number): Promise<number | null> {
+  return (await queue) === "" ? followed(revision) : null;
 }
 
 /** Goes back to the live settings. Gives what is wrong; empty when nothing is. */
 export async function discardDraft(name: string): Promise<string> {
+  const revision = await settled(shownRevision());
+  if (revision === null || !isOpen(name)) return notice.peek();
   try {
-    const fresh = await api.discard(name);
-    if (isOpen(name)) take(fresh, []);
+    const fresh = await api.discard(name, revision);
+    if (isOpen(name)) step(revision, fresh, []);
     return "";
   } catch (fault) {
+    if (isStale(fault) && isOpen(name)) await read(name, true);
     return api.sentenceOf(fault);
   }
 }
@@ -158,5 +222,8 @@ effect(() => {
 
 effect(() => {
   const shown = details.peek();
-  if (servers.value > 1 && shown !== null) void read(shown.name, true);
+  if (servers.value <= 1 || shown === null) return;
+  ownSteps.clear();
+  for (const name of begun.keys()) begun.set(name, 0); // what is typed was not begun on what is there now
+  void read(shown.name, true);
 });

@@ -1,8 +1,9 @@
 // What a load would bring and do, and what is in the data store now.
 
 import { signal } from "@preact/signals";
+import { load } from "../edit/load.js";
+import { details } from "../edit/settings.js";
 import { HoldButton } from "../hold.js";
-import { press } from "../press.js";
 import { brokenAt } from "../session.js";
 import type { DryRun } from "../shapes.js";
 import { counted, duration, outcomeWords } from "../words.js";
@@ -75,6 +76,7 @@ function tryAgain(instance: string): void {
 
 export function Results({ instance }: { instance: string }) {
   const isLive = brokenAt.value === 0;
+  const revision = details.value?.revision ?? 0;
   return (
     <section class="results" aria-label="Results">
       <header>
@@ -91,7 +93,7 @@ export function Results({ instance }: { instance: string }) {
           label="Load to store"
           style="small"
           isOff={!isLive}
-          onPress={(held) => press(instance, held)}
+          onPress={(held) => void load(instance, held, revision)}
         />
       </header>
       <div class="answer" id="results" role="tabpanel" aria-labelledby={`tab-${chosen.value}`}>

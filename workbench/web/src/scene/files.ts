@@ -66,6 +66,7 @@ export function save(wish: object, held: boolean): Promise<void> {
   return tellOf(take(api.saveScene({ ...wish, held })), "Saved.");
 }
 
+/** In the place of the scene as it is shown. */
 export function open(file: string): Promise<void> {
-  return tellOf(take(api.openScene(file)), `${file} is open.`);
+  return tellOf(take(api.openScene(file, scene.peek()?.revision ?? 0)), `${file} is open.`);
 }

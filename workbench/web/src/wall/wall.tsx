@@ -18,7 +18,7 @@ function recordsText(row: Seen): string {
   return row.before === null ? `${row.records}` : `${row.before} → ${row.records}`;
 }
 
-function Actions({ name }: { name: string }) {
+function Actions({ name, revision }: Seen) {
   const isLive = brokenAt.value === 0;
   return (
     <td class="actions">
@@ -28,7 +28,7 @@ function Actions({ name }: { name: string }) {
       <button disabled={!isLive} onClick={() => explain(name)}>
         Why?
       </button>
-      <HoldButton label="Load" isOff={!isLive} onPress={(held) => press(name, held)} />
+      <HoldButton label="Load" isOff={!isLive} onPress={(held) => press(name, held, revision)} />
     </td>
   );
 }
@@ -68,7 +68,7 @@ function Row({ row }: { row: Seen }) {
           <Spark name={row.name} />
         </a>
       </td>
-      <Actions name={row.name} />
+      <Actions {...row} />
     </tr>
   );
 }
