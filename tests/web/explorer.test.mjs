@@ -252,22 +252,55 @@ function openDeep() {
   return here.openEdit("deep", [instance("deep", "deep.json", { xpath: "x" })], { "deep.json": content });
 }
 
-test("one look is under way at a time, and of those wished for meanwhile the last is next", async () => {
+test("a look in whose place another is wished for is ended, and the last one counts", async () => {
   const page = await openDeep();
   const asked = [];
   await treeRow(page, "d0").waitFor();
-  page.on("request", (each) => each.url().includes("/explore") && asked.push(new URL(each.url()).search));
+  const ended = [];
+  const findIn = (each) => new URL(each.url()).searchParams.get("find");
+  page.on("request", (each) => each.url().includes("/explore") && asked.push(findIn(each)));
+  page.on("requestfailed", (each) => ended.push(findIn(each)));
   const arrive = await holdBack(page, /deep\/explore/);
   await page.click('button:text-is("Look again")');
   await waitFor(() => asked.length, (length) => length === 1);
-  for (const text of ["m11", "m117"]) {
+  for (const [i, text] of ["m11", "m117"].entries()) {
     await page.fill('[type="search"]', text);
-    await page.waitForTimeout(600); // longer than it waits for the next letter
+    await waitFor(() => asked.length, (length) => length === i + 2);
+    await waitFor(() => ended.length, (length) => length === i + 1);
   }
-  assert.equal(asked.length, 1);
   await arrive();
   await waitFor(() => page.locator(".tree .text").allInnerTexts(), (found) => found.length > 0 && found.every((text) => text === "m117"));
-  assert.deepEqual(asked.map((each) => new URLSearchParams(each).get("find")), [null, "m117"]);
+  assert.deepEqual(asked, [null, "m11", "m117"]);
+  assert.deepEqual(ended, [null, "m11"]);
+});
+
+test("a source that does not answer holds up no other instance, and what was asked of it is ended", async () => {
+  const silent = http.createServer(() => {});
+  let waiting = 0;
+  silent.on("connection", (socket) => {
+    ++waiting;
+    socket.on("close", () => --waiting);
+  });
+  silent.listen(0, "127.0.0.1");
+  await once(silent, "listening");
+  try {
+    const address = `http://127.0.0.1:${silent.address().port}/slow`;
+    const page = await here.openEdit("slow", [instance("slow", address), instance("list", "list.json")], { "list.json": rows(3) });
+    const ended = [];
+    page.on("requestfailed", (each) => ended.push(new URL(each.url()).pathname.split("/").at(-1)));
+    await waitFor(() => waiting, (count) => count === 1);
+    await page.click('button:text-is("Dry run")');
+    await waitFor(() => waiting, (count) => count === 2);
+    await page.click('.head button:text-is("Why?")');
+    await waitFor(() => waiting, (count) => count > 2);
+    await goTo(page, "list");
+    await treeRow(page, "rows").waitFor();
+    await waitFor(() => ended.toSorted().join(), (all) => all === "dryrun,explain,explore");
+    await waitFor(() => waiting, (count) => count === 0);
+  } finally {
+    silent.closeAllConnections();
+    silent.close();
+  }
 });
 
 test("what is too deep to be listed at first is asked for when it is opened", async () => {

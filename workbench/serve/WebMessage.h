@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +21,7 @@ struct WebRequest {
     std::string query;                                      // what stands behind the question mark
     std::map<std::string, std::string, NameOrder> headers;  // names without regard to case
     std::string body;
+    std::stop_token left{};  // requested when whoever asked does not wait for the answer any more
 
     /// Empty where there is none.
     const std::string& header(std::string_view name) const;

@@ -148,7 +148,10 @@ private:
 class Conversation : public std::enable_shared_from_this<Conversation> {
 public:
     Conversation(tcp::socket socket, Connections& all)
-        : all_(all), counted_(std::make_shared<Counted>(all)), stream_(std::move(socket)) {}
+        : all_(all), counted_(std::make_shared<Counted>(all)), stream_(std::move(socket)) {
+        error_code ignored;
+        stream_.socket().non_blocking(true, ignored);  // nothing may hold up the server's thread
+    }
 
     void read() {
         parser_.emplace();
@@ -173,12 +176,30 @@ private:
         isHead_ = raw.method() == http::verb::head;
         const bool isKept = raw.keep_alive();
         if (websocket::is_upgrade(raw)) return upgrade(raw);
-        all_.handler->handle(
-            requestOf(raw), [self = shared_from_this(), isKept](WebResponse response) {
-                asio::post(self->stream_.get_executor(),
-                           [self, isKept, response = std::move(response)]() mutable {
-                               self->answer(std::move(response), isKept);
-                           });
+        WebRequest request = requestOf(raw);
+        left_ = std::stop_source();
+        request.left = left_.get_token();
+        isAnswered_ = false;
+        watch();
+        all_.handler->handle(request, [self = shared_from_this(), isKept](WebResponse response) {
+            asio::post(self->stream_.get_executor(),
+                       [self, isKept, response = std::move(response)]() mutable {
+                           self->answer(std::move(response), isKept);
+                       });
+        });
+    }
+
+    /// Notices when nobody waits for the answer any more: the connection ends. A browser sends
+    /// nothing meanwhile; of who does, that is not noticed.
+    void watch() {
+        stream_.socket().async_wait(
+            tcp::socket::wait_read, [self = shared_from_this()](error_code error) {
+                if (error || self->isAnswered_) return;
+                char next = 0;
+                self->stream_.socket().receive(asio::buffer(&next, 1), tcp::socket::message_peek,
+                                               error);
+                if (error == asio::error::would_block) return self->watch();  // it was woken early
+                if (error) self->left_.request_stop();
             });
     }
 
@@ -193,13 +214,17 @@ private:
     void answer(WebResponse response, bool isKept) {
         response_.emplace(rawOf(std::move(response), version_, isKept));
         if (isHead_) response_->body().clear();
+        isAnswered_ = true;
+        error_code ignored;
+        stream_.socket().cancel(ignored);  // the watch
         stream_.expires_after(patience);
         http::async_write(stream_, *response_,
                           [self = shared_from_this(), isKept](error_code error, std::size_t) {
                               if (error) return;
                               if (isKept) return self->read();
-                              error_code ignored;
-                              self->stream_.socket().shutdown(tcp::socket::shutdown_send, ignored);
+                              error_code unconnected;
+                              self->stream_.socket().shutdown(tcp::socket::shutdown_send,
+                                                              unconnected);
                           });
     }
 
@@ -209,6 +234,8 @@ private:
     beast::flat_buffer buffer_;
     unsigned version_ = 11;
     bool isHead_ = false;
+    bool isAnswered_ = false;
+    std::stop_source left_;
     std::optional<http::request_parser<http::string_body>> parser_;
     std::optional<RawResponse> response_;
 };

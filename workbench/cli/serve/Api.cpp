@@ -22,6 +22,12 @@ constexpr std::size_t mostExplored = 1000;  // in one answer
 constexpr const char* writesUnderLock =
     "The query may write to the database, and the scene is locked: open the lock first.";
 
+/// What may write is not ended half-way, whoever leaves.
+Call toItsEnd(Call call) {
+    call.request.left = {};
+    return call;
+}
+
 /// The scene file of the options, wherever links lead.
 StoredScene storedScene(const std::string& file, const std::string& text,
                         const StartFolder& folder) {
@@ -107,9 +113,9 @@ void Api::explain(const Call& call) {
     served_.onInstance(call, [this, call](LiveInstance& instance) {
         const bool mayWrite = isSetIn(call.request.body, "allowWrites");
         if (mayWrite && scene_.isLocked()) return call.reply(refused(423, writesUnderLock));
-        served_.askChild(
-            call, instance, "explain",
-            mayWrite ? std::vector<std::string>{"--allow-writes"} : std::vector<std::string>());
+        if (mayWrite)
+            return served_.askChild(toItsEnd(call), instance, "explain", {"--allow-writes"});
+        served_.askChild(call, instance, "explain", {});
     });
 }
 
@@ -137,9 +143,10 @@ void Api::dryRun(const Call& call) {
         if (dryRun->mayWrite() && isAllowed && scene_.isLocked())
             return call.reply(refused(423, writesUnderLock));
         if (!isAllowed) return call.reply(ok("{\"outcome\": \"mayWrite\"}\n"));
-        served_.addJob(WaitsFor::Child, call.reply, [this, dryRun](const std::stop_token& stop) {
-            return resultOf(*dryRun, stop);
-        });
+        const Call lasting = dryRun->mayWrite() ? toItsEnd(call) : call;
+        served_.addChildJob(
+            call.reply, lasting.request.left,
+            [this, dryRun](const std::stop_token& stop) { return resultOf(*dryRun, stop); });
     });
 }
 

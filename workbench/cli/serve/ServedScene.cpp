@@ -50,6 +50,18 @@ bool ServedScene::addJob(WaitsFor kind, const serve::Reply& reply,
     return isTaken;
 }
 
+void ServedScene::addChildJob(const serve::Reply& reply, const std::stop_token& left,
+                              std::function<WebResponse(const std::stop_token&)> work) {
+    addJob(WaitsFor::Child, reply, [left, work = std::move(work)](const std::stop_token& stop) {
+        if (left.stop_requested()) return refused(503, "Nobody waits for this any more.");
+        std::stop_source either;
+        const auto end = [&either] { either.request_stop(); };
+        const std::stop_callback ends(stop, end);
+        const std::stop_callback leaves(left, end);
+        return work(either.get_token());
+    });
+}
+
 bool ServedScene::endJobs() {
     for (Jobs& jobs : jobs_)
         jobs.requestStop();
@@ -81,9 +93,10 @@ void ServedScene::askChild(const Call& call, LiveInstance& instance, const char*
     SceneChild child{command, std::move(arguments),
                      sceneOf(instance.name(), host.parameters, instance.shownValues()),
                      options.plugin, options.fontEncoding};
-    addJob(WaitsFor::Child, call.reply, [child = std::move(child)](const std::stop_token& stop) {
-        return responseOf(ask(child, stop));
-    });
+    addChildJob(call.reply, call.request.left,
+                [child = std::move(child)](const std::stop_token& stop) {
+                    return responseOf(ask(child, stop));
+                });
 }
 
 void ServedScene::publishEdited(const LiveInstance& instance) {

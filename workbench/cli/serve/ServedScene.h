@@ -55,6 +55,11 @@ public:
     /// since a disk does not answer.
     bool endJobs();
 
+    /// The same for one that has a child process, which is ended when nobody waits for the answer
+    /// any more: when a stop of `left` is requested.
+    void addChildJob(const serve::Reply& reply, const std::stop_token& left,
+                     std::function<serve::WebResponse(const std::stop_token&)> work);
+
     /// Answers with what a command of this program says of the instance. Host's thread.
     void askChild(const Call& call, LiveInstance& instance, const char* command,
                   std::vector<std::string> arguments);

@@ -33,8 +33,9 @@ export class Refusal extends Error {
   }
 }
 
-async function ask<T>(method: string, path: string, body?: object): Promise<T> {
-  const init: RequestInit = { method };
+/** Ends with an error when the signal says that nobody waits for the answer any more. */
+async function ask<T>(method: string, path: string, body?: object, signal?: AbortSignal): Promise<T> {
+  const init: RequestInit = { method, signal: signal ?? null };
   if (method !== "GET") {
     init.headers = { "Content-Type": "application/json" };
     init.body = JSON.stringify(body ?? {});
@@ -79,9 +80,10 @@ export const load = (name: string, held: boolean, revision: number): Promise<voi
   ask("POST", `${pathOf(name)}/load`, held ? { revision, held } : { revision });
 export const discard = (name: string, revision: number): Promise<Details> =>
   ask("POST", `${pathOf(name)}/discard`, { revision });
-export const explain = (name: string): Promise<Explanation> => ask("POST", `${pathOf(name)}/explain`);
-export const dryRun = (name: string, allowWrites: boolean): Promise<DryRun> =>
-  ask("POST", `${pathOf(name)}/dryrun`, { allowWrites });
+export const explain = (name: string, signal: AbortSignal): Promise<Explanation> =>
+  ask("POST", `${pathOf(name)}/explain`, {}, signal);
+export const dryRun = (name: string, allowWrites: boolean, signal: AbortSignal): Promise<DryRun> =>
+  ask("POST", `${pathOf(name)}/dryrun`, { allowWrites }, signal);
 export const store = (): Promise<{ fields: Field[]; leftOut: number }> => ask("GET", "/store");
 export const storeField = (field: string, from: number, count: number): Promise<FieldPage> =>
   ask("GET", `${fieldPath(field)}?from=${from}&count=${count}`);
@@ -96,10 +98,10 @@ export interface Wish {
   count?: 1; // counts the rows of a table of a database
 }
 
-export function explore(name: string, wish: Wish): Promise<Outline> {
+export function explore(name: string, wish: Wish, signal: AbortSignal): Promise<Outline> {
   const said = Object.entries(wish).filter(([, value]) => value !== "" && value !== 0);
   const query = new URLSearchParams(said.map(([key, value]) => [key, String(value)]));
-  return ask("GET", `${pathOf(name)}/explore?${query}`);
+  return ask("GET", `${pathOf(name)}/explore?${query}`, undefined, signal);
 }
 
 export const scene = (file = ""): Promise<Scene> =>

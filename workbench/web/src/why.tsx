@@ -26,17 +26,21 @@ const shapes: Record<StageState, string> = {
 
 const idOf = (name: string): number => seen.peek().find((each) => each.name === name)?.id ?? 0;
 
-function show(name: string, answer: Promise<Partial<Look>>): void {
+let asking = new AbortController();
+
+function show(name: string, ask: (signal: AbortSignal) => Promise<Partial<Look>>): void {
+  asking.abort();
+  asking = new AbortController();
   const asked: Look = { name, id: idOf(name), answer: null, error: "", time: "" };
   const finish = (result: Partial<Look>): void => {
     if (look.value === asked) look.value = { ...asked, ...result };
   };
   look.value = asked;
-  answer.then(finish, (fault: unknown) => finish({ error: api.sentenceOf(fault) }));
+  ask(asking.signal).then(finish, (fault: unknown) => finish({ error: api.sentenceOf(fault) }));
 }
 
 export function explain(name: string): void {
-  show(name, api.explain(name).then((answer) => ({ answer })));
+  show(name, async (signal) => ({ answer: await api.explain(name, signal) }));
 }
 
 /** What was found out when a load of the history had come. */
@@ -46,10 +50,11 @@ export function explainKept(name: string, id: number): void {
     const error = explanation === null ? "Nothing was kept of this load." : "";
     return { answer: explanation, error, time: load.time };
   };
-  show(name, read());
+  show(name, read);
 }
 
 export function closeWhy(): void {
+  asking.abort();
   look.value = null;
 }
 

@@ -42,6 +42,29 @@ TEST_F(Served, TellsNothingWithoutTheToken) {
     EXPECT_EQ(post("/api/v1/session", "[1]").status, 401);
 }
 
+TEST_F(Served, AsksNoSourceAnyMoreForThoseWhoHaveLeft) {
+    logIn();
+    const int silent = intake::listenOnLoopback(0);
+    const std::string address = "http://127.0.0.1:" + std::to_string(intake::portOf(silent)) + "/";
+    const std::string edit = R"({"revision": 1, "set": {"filename": ")" + address + "\"}}";
+    EXPECT_EQ(patch("/api/v1/instances/wrong%20one", edit).status, 200);
+    std::vector<std::unique_ptr<Connection>> waiting;  // twice as many as can be served at a time
+    for (int i = 0; i < 8; ++i) {
+        waiting.push_back(std::make_unique<Connection>(port_));
+        waiting.back()->send("GET /api/v1/instances/wrong%20one/explore HTTP/1.1\r\nHost: " +
+                             self() + "\r\n" + cookie_ + "\r\n");
+    }
+    std::vector<int> asked;
+    for (int i = 0; i < 4; ++i)
+        asked.push_back(intake::acceptConnection(silent));
+    waiting.clear();
+    const Answer answer = get("/api/v1/instances/table/explore");
+    EXPECT_EQ(answer.status, 200) << answer.body;
+    for (const int socket : asked)
+        intake::closeSocket(socket);
+    intake::closeSocket(silent);
+}
+
 TEST_F(Served, ListensOnLoopbackOnly) {
     std::ifstream table("/proc/net/tcp");
     std::array<char, 16> wanted{};

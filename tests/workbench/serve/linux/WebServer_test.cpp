@@ -7,9 +7,11 @@
 
 #include <array>
 #include <ctime>
+#include <mutex>
 #include <thread>
 
 #include "tests/http/support/loopback.h"
+#include "tests/support/eventually.h"
 
 namespace {
 
@@ -60,7 +62,66 @@ std::string readAll(int socket) {
     return text;
 }
 
+/// Notes when those who ask leave, and answers nobody.
+class Silent final : public serve::WebHandler {
+public:
+    void handle(const serve::WebRequest& request, serve::Reply reply) override {
+        const std::lock_guard lock(mutex_);
+        asked_.emplace_back(request.left, std::move(reply));
+    }
+    std::optional<serve::WebResponse> refusesSocket(const serve::WebRequest&) override {
+        return std::nullopt;
+    }
+    std::vector<std::string> greeting(const serve::WebRequest&) override { return {}; }
+
+    /// Whether each that has asked has left.
+    std::vector<bool> left() {
+        const std::lock_guard lock(mutex_);
+        std::vector<bool> left;
+        for (const auto& [token, reply] : asked_)
+            left.push_back(token.stop_requested());
+        return left;
+    }
+
+    /// Answers all, and waits for nobody any more.
+    void answerAll() {
+        const std::lock_guard lock(mutex_);
+        for (auto& [token, reply] : asked_)
+            reply({});
+        asked_.clear();
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<std::pair<std::stop_token, serve::Reply>> asked_;
+};
+
 }  // namespace
+
+TEST(WebServerTest, NoticesWhoDoesNotWaitForTheAnswer) {
+    Silent silent;
+    const auto server = serve::listenOnLoopback(0);
+    server->start(silent);
+    const std::array clients{socket(AF_INET, SOCK_STREAM, 0), socket(AF_INET, SOCK_STREAM, 0)};
+    const auto isLeft = [&](std::vector<bool> wanted) {
+        return intake::eventually([&] { return silent.left() == wanted; });
+    };
+    for (const int client : clients)
+        connectTo(client, server->port());
+    intake::sendBytes(clients[0], "GET / HTTP/1.1\r\n\r\n");
+    EXPECT_TRUE(isLeft({false}));
+    intake::sendBytes(clients[1], "GET / HTTP/1.1\r\n\r\n");
+    EXPECT_TRUE(isLeft({false, false}));
+    intake::closeSocket(clients[0]);
+    EXPECT_TRUE(isLeft({true, false}));
+    silent.answerAll();
+    intake::sendBytes(clients[1], "GET / HTTP/1.1\r\n\r\n");  // the same connection once more
+    EXPECT_TRUE(isLeft({false}));
+    intake::closeSocket(clients[1]);
+    EXPECT_TRUE(isLeft({true}));
+    silent.answerAll();
+    server->stop();
+}
 
 TEST(WebServerTest, RestsWhileThereAreNoDescriptorsAndThenAnswers) {
     Greeter greeter;

@@ -15,14 +15,19 @@ import { Fields } from "./fields.js";
 import { readParameters } from "./parameters.js";
 import { details, notice, open } from "./settings.js";
 
-function begin(name: string): () => void {
+/** What was found out, and what is still asked. */
+function forgetAll(): void {
   closeWhy();
   forgetDry();
   forgetSource();
   wanted.value = "";
+}
+
+function begin(name: string): () => void {
+  forgetAll();
   open(name);
   void readParameters().catch((fault: unknown) => (notice.value = String(fault)));
-  return closeWhy;
+  return forgetAll;
 }
 
 function State({ name }: { name: string }) {

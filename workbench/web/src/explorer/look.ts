@@ -5,7 +5,7 @@ import * as api from "../api.js";
 import { details, sourceChanges } from "../edit/settings.js";
 import { parameters } from "../edit/parameters.js";
 import type { Details, Outline } from "../shapes.js";
-import { runLatest } from "./latest.js";
+import { leave, runLatest } from "./latest.js";
 import { isSelected, queryModeOf } from "./offers.js";
 import { all, isRest, openAbove, openFirstLevels, visible, withEntry, withPage, type Node, type Rest } from "./tree.js";
 
@@ -82,6 +82,7 @@ export function forgetSource(): void {
   notKept.value = 0;
   failure.value = "";
   isLooking.value = false;
+  leave();
 }
 
 export function lookAgain(): void {
@@ -92,14 +93,14 @@ export function lookAgain(): void {
   }
   const mine = ++asked;
   isLooking.value = true;
-  void runLatest("source", () => lookInto(now, mine));
+  void runLatest("source", (signal) => lookInto(now, mine, signal));
 }
 
-async function lookInto(now: Details, mine: number): Promise<void> {
+async function lookInto(now: Details, mine: number, signal: AbortSignal): Promise<void> {
   if (mine !== asked) return;
   try {
     const find = wanted.peek();
-    const outline = await api.explore(now.name, { find, limit: most });
+    const outline = await api.explore(now.name, { find, limit: most }, signal);
     if (mine !== asked) return;
     seenFind = find;
     seenAt = addressOf(now);
@@ -131,15 +132,22 @@ export function turn(node: Node, isOpen: boolean): void {
     showTurned();
   } else if (!isLooking.peek()) {
     const look = isRest(node) ? lookFurther : lookBelow;
-    void runLatest("below", () => look(node, name, mine)); // else the row is about to go
+    void runLatest("below", (signal) => look(node, { name, mine, signal })); // else the row is about to go
   }
 }
 
-/** What is below a row is asked for when it is opened first; the tree may be another one then. */
-async function lookBelow(node: Node, name: string, mine: number): Promise<void> {
+/** A look at a part of the tree; the tree may be another one when it is answered. */
+interface Asking {
+  name: string; // of the instance
+  mine: number;
+  signal: AbortSignal;
+}
+
+/** What is below a row is asked for when it is opened first. */
+async function lookBelow(node: Node, { name, mine, signal }: Asking): Promise<void> {
   if (mine !== asked || node.children !== null) return;
   try {
-    const outline = await api.explore(name, { at: node.entry.place, limit: most });
+    const outline = await api.explore(name, { at: node.entry.place, limit: most }, signal);
     if (mine !== asked) return;
     node.children = withPage([], outline.entries, node, missing(outline, 0));
     node.isOpen = true;
@@ -155,11 +163,12 @@ function placeOf({ entry }: Node, number: number): string {
   return `${entry.place}[${isXml ? number : number - 1}]`;
 }
 
-async function lookAtOne(node: Node, number: number, name: string, mine: number): Promise<void> {
-  await lookBelow(node, name, mine);
+async function lookAtOne(node: Node, number: number, asking: Asking): Promise<void> {
+  const { name, mine, signal } = asking;
+  await lookBelow(node, asking);
   if (mine !== asked) return;
   try {
-    const outline = await api.explore(name, { at: placeOf(node, number), limit: most });
+    const outline = await api.explore(name, { at: placeOf(node, number), limit: most }, signal);
     if (mine !== asked) return;
     withEntry(node, outline.entries);
     active.value = node.children?.[0]?.id ?? active.peek();
@@ -174,15 +183,16 @@ async function lookAtOne(node: Node, number: number, name: string, mine: number)
 export function showOne(node: Node, number: number): void {
   const mine = asked;
   const name = details.peek()?.name;
-  if (name !== undefined) void runLatest("below", () => lookAtOne(node, number, name, mine));
+  if (name === undefined) return;
+  void runLatest("below", (signal) => lookAtOne(node, number, { name, mine, signal }));
 }
 
 /** The next rows take the place of the one that stands for them. */
-async function lookFurther({ parent, rest }: Node, name: string, mine: number): Promise<void> {
+async function lookFurther({ parent, rest }: Node, { name, mine, signal }: Asking): Promise<void> {
   if (mine !== asked) return;
   const place = parent === null ? { find: seenFind } : { at: parent.entry.place };
   try {
-    const outline = await api.explore(name, { ...place, from: rest, limit: most });
+    const outline = await api.explore(name, { ...place, from: rest, limit: most }, signal);
     if (mine !== asked) return;
     const listed = parent === null ? found.peek().top : (parent.children ?? []);
     const nodes = withPage(listed, outline.entries, parent, missing(outline, rest));

@@ -4,7 +4,7 @@ import { computed, effect, signal } from "@preact/signals";
 import * as api from "../api.js";
 import { details } from "../edit/settings.js";
 import type { Entry, Outline, Preview } from "../shapes.js";
-import { runLatest } from "./latest.js";
+import { runLatest, whileOpen } from "./latest.js";
 import { active, found, rows } from "./look.js";
 import type { Node } from "./tree.js";
 
@@ -36,17 +36,17 @@ const wanted = computed(() => {
 /** The table itself may stand above its columns. */
 const columnsOf = ({ entries }: Outline): Entry[] => entries.filter(({ type }) => type === "column");
 
-async function read(entry: Entry, name: string): Promise<void> {
+async function read(entry: Entry, name: string, signal: AbortSignal): Promise<void> {
   const show = (seen: Partial<Table>): void => {
     const isWanted = wanted.peek()?.entry === entry;
     if (isWanted) table.value = { entry, columns: [], preview: null, failure: "", ...seen };
   };
   if (wanted.peek()?.entry !== entry) return;
   try {
-    const outline = await api.explore(name, { at: entry.place });
+    const outline = await api.explore(name, { at: entry.place }, signal);
     show({ columns: columnsOf(outline), preview: outline.preview ?? null });
   } catch (fault) {
-    show({ failure: api.sentenceOf(fault) });
+    if (!signal.aborted) show({ failure: api.sentenceOf(fault) });
   }
 }
 
@@ -56,7 +56,7 @@ effect(() => {
   if (entry !== undefined && entry === table.peek()?.entry) return;
   column.value = "";
   table.value = null;
-  if (entry !== undefined && name !== undefined) void runLatest("table", () => read(entry, name));
+  if (entry !== undefined && name !== undefined) void runLatest("table", (signal) => read(entry, name, signal));
 });
 
 /** Counts the rows of a table of a database, which may take a while. Its row tells them, too. */
@@ -65,7 +65,7 @@ export async function countRows(instance: string): Promise<void> {
   if (shown === null) return;
   const { entry } = shown;
   try {
-    const { entries } = await api.explore(instance, { at: entry.place, count: 1 });
+    const { entries } = await api.explore(instance, { at: entry.place, count: 1 }, whileOpen());
     entry.records = entries.find(({ place }) => place === entry.place)?.records ?? null;
     if (table.peek() === shown) table.value = { ...shown };
     found.value = { ...found.peek() };

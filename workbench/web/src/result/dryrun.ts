@@ -21,9 +21,11 @@ export const dry = signal<Dry>(none);
 export const promise = signal<number | null>(null);
 
 let asked = 0;
+let asking = new AbortController();
 
 export function forgetDry(): void {
   ++asked;
+  asking.abort();
   dry.value = none;
   promise.value = null;
 }
@@ -35,10 +37,12 @@ effect(() => {
 
 export async function runDry(name: string, allowWrites: boolean): Promise<void> {
   const mine = ++asked;
+  asking.abort();
+  asking = new AbortController();
   const revision = details.peek()?.revision ?? 0;
   dry.value = { ...dry.peek(), isRunning: true };
   try {
-    const answer = await api.dryRun(name, allowWrites);
+    const answer = await api.dryRun(name, allowWrites, asking.signal);
     if (mine === asked) dry.value = { isRunning: false, answer, error: "", revision };
   } catch (fault) {
     if (mine === asked) dry.value = { ...none, error: api.sentenceOf(fault), revision };
