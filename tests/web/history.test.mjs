@@ -5,7 +5,7 @@ import { truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
 import { useBrowser, waitFor } from "./browser.mjs";
-import { instance, live, rows } from "./served.mjs";
+import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
 const lines = (page) =>
@@ -19,26 +19,35 @@ async function openHistory(name, instances, files) {
   return page;
 }
 
+/** Presses Load, and waits for what comes of it. */
+async function load(name) {
+  const before = await here.served.lastLoad(name);
+  await here.served.ask("POST", `/instances/${name}/load`, {});
+  await waitFor(() => here.served.lastLoad(name), (id) => id > before);
+}
+
 test("each load is told with its outcome, newest first, and what it brought and took away", async () => {
-  const page = await openHistory("list", [instance("list", "list.json", live)], { "list.json": rows(3) });
-  await waitFor(() => lines(page), (all) => all.length > 1);
-  await here.served.write("list.json", rows(5));
-  await waitFor(() => lines(page), (all) => all.some(([, , records, fresh, gone]) => records === "5" && fresh === "2" && gone === "0"));
-  await here.served.write("list.json", rows(1));
-  await waitFor(() => lines(page), (all) => all.some(([, , records, fresh, gone]) => records === "1" && fresh === "0" && gone === "4"));
-  const [first] = await lines(page);
-  assert.match(first[1], /^● loaded$/);
-  assert.equal(first[2], "1");
+  const page = await openHistory("list", [instance("list", "list.json")]);
+  for (const count of [3, 5, 1]) {
+    await here.served.write("list.json", rows(count));
+    await load("list");
+  }
+  await waitFor(() => lines(page), (all) => all.length === 3);
+  const told = (await lines(page)).map(([, outcome, records, fresh, gone]) => [outcome, records, fresh, gone].join());
+  assert.deepEqual(told.slice(0, 2), ["● loaded,1,0,4", "● loaded,5,2,0"]);
+  assert.match(told[2], /^● loaded,3,/);
 });
 
 test("a bad load opens what was found out when it came, also when the source is well again", async () => {
-  const page = await openHistory("list", [instance("list", "list.json", live)]);
+  const page = await openHistory("list", [instance("list", "list.json")]);
+  await load("list");
   const why = page.locator('.load-list button:text-is("Why?")');
-  await why.first().waitFor();
+  await why.waitFor();
   await here.served.write("list.json", rows(3));
-  await waitFor(() => lines(page), (all) => /loaded/.test(all[0][1]) && all.some(([, outcome]) => /✕ failed/.test(outcome)));
-  await page.evaluate(() => (document.querySelector(".load-list").scrollTop = 1e6));
-  await why.last().click();
+  await load("list");
+  await waitFor(() => lines(page), (all) => all.length === 2);
+  assert.deepEqual((await lines(page)).map(([, outcome]) => outcome), ["● loaded", "✕ failed"]);
+  await why.click();
   await page.waitForSelector(".why li.failed");
   assert.match(await page.innerText(".why h2"), /^Why list\? as of /);
   assert.match(await page.innerText(".why"), /The source is not there/);

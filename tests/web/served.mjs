@@ -110,6 +110,12 @@ export class Served {
     return this.ask("PATCH", path, { revision, set: values });
   }
 
+  /** The number of the last load of an instance; 0 as long as there is none. */
+  async lastLoad(name) {
+    const { loads } = await this.get(`/instances/${encodeURIComponent(name)}/history?from=0&count=1`);
+    return loads[0]?.id ?? 0;
+  }
+
   /** Opens another scene, whatever has become of this one. */
   async openScene(file) {
     const { revision } = await this.get("/scene");
