@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include "tests/support/TempDirectory.h"
 
 using workbench::LineReader;
 
@@ -10,8 +10,8 @@ namespace {
 
 /// The lines of a file with this text, each in brackets; "…" where it goes on behind them.
 std::string linesOf(const std::string& text, std::uintmax_t most, std::size_t longest) {
-    const std::filesystem::path file = std::filesystem::path(TEST_FOLDER) / "lines.txt";
-    std::ofstream(file, std::ios::binary) << text;
+    const intake::TempDirectory folder;
+    const std::filesystem::path file = folder.write("lines.txt", text);
     LineReader reader(file, most, longest);
     std::string lines;
     for (std::string line; reader.next(line);)
@@ -37,8 +37,8 @@ TEST(LineReader, ReadsNoMoreThanItMay) {
 }
 
 TEST(LineReader, GoesToAPlaceThatItHasToldOf) {
-    const std::filesystem::path file = std::filesystem::path(TEST_FOLDER) / "places.txt";
-    std::ofstream(file, std::ios::binary) << "a\nbc\nd";
+    const intake::TempDirectory folder;
+    const std::filesystem::path file = folder.write("places.txt", "a\nbc\nd");
     LineReader reader(file, 100, 10);
     std::string line;
     reader.next(line);

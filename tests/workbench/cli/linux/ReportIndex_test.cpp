@@ -4,6 +4,8 @@
 
 #include <fstream>
 
+#include "tests/support/TempDirectory.h"
+
 using workbench::ReportIndex;
 using workbench::ReportIndexes;
 
@@ -23,7 +25,8 @@ protected:
 
     const ReportIndex& index() { return indexes.of(file, {}); }
 
-    const std::string file = std::string(TEST_FOLDER) + "/index.jsonl";
+    const intake::TempDirectory folder;
+    const std::string file = folder.path() / "index.jsonl";
     const std::string a = line("a", "t1");
     const std::string b = line("b", "t2", "failed");
     ReportIndexes indexes;

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/support/TempDirectory.h"
+
 using workbench::SceneContent;
 using workbench::SceneOnDisk;
 
@@ -28,7 +30,8 @@ protected:
         return disk.content().text == nullptr ? disk.content().stamp : *disk.content().text;
     }
 
-    const std::filesystem::path file = std::filesystem::path(TEST_FOLDER) / "on_disk.json";
+    const intake::TempDirectory folder;
+    const std::filesystem::path file = folder.path() / "on_disk.json";
     std::deque<std::function<void()>> looks;  // that were begun
     SceneOnDisk disk{[this](std::function<void()> job) {
         looks.push_back(std::move(job));

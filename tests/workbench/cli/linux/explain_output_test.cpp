@@ -93,10 +93,10 @@ TEST_F(ExplainOutput, ExitsWithThreeWhenThereIsNoAnswerInTime) {
         return requests++ == 0 ? reply("200 OK", clubs) : Reply{"", Then::STALL};
     });
     const std::string url = server.url("/clubs");
-    const ChildResult result = explain(ofClubs({"filename=" + url}), {"--timeout", "1"});
+    const ChildResult result = explain(ofClubs({"filename=" + url}), {"--timeout", "3"});
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "No answer for \"" + url + "\" within 1 seconds.\n");
+    EXPECT_EQ(result.err, "No answer for \"" + url + "\" within 3 seconds.\n");
 }
 
 TEST_F(ExplainOutput, ExitsWithThreeAndSaysWhyWhenTheSourceDoesNotComeInTime) {
