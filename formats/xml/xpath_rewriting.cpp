@@ -73,12 +73,15 @@ private:
     };
 
     bool isAtChild();
+    bool isAtJudgedChild();
     bool isAtSlowAxis();
     bool isAtSlowStep(const Operand& operand, std::string_view slashes);
     void takeSlowStep(Operand& operand, std::string_view slashes);
     std::string takeAxis();
     std::string takeStep();
     bool takeOperator(Operand& operand, std::string& level);
+    const char* descend();
+    bool takesAllNodes(const Operand& operand, std::string_view slashes);
     static void appendSlashes(Operand& operand, std::string_view slashes, const char* descend);
     void takeSlashes(Operand& operand);
     void takeBrackets(Operand& operand);
@@ -192,6 +195,19 @@ bool Rewriter::isAtChild() {
     return isChild;
 }
 
+/// Whether one with a predicate stands here.
+bool Rewriter::isAtJudgedChild() {
+    if (!isAtChild()) {
+        return false;
+    }
+    const size_t start = at_;
+    startsWith("*") ? take(1) : takeName();
+    takeWhile(isSpace);
+    const bool isJudged = startsWith("[");
+    at_ = start;
+    return isJudged;
+}
+
 /// Whether a step stands here that can lead from several nodes to the same others.
 bool Rewriter::isAtSlowAxis() {
     constexpr std::array<std::string_view, 9> AXES{
@@ -259,13 +275,32 @@ void Rewriter::appendSlashes(Operand& operand, std::string_view slashes, const c
     }
 }
 
+/// What to call for two slashes before the step that stands here.
+const char* Rewriter::descend() {
+    return startsWith("@") ? ELEMENTS_FUNCTION
+           : isAtChild()   ? PARENTS_FUNCTION
+                           : DESCENDANTS_FUNCTION;
+}
+
+/// Whether the library would collect all nodes of a document, or of its root element, to take the
+/// step that stands here from each of them.
+bool Rewriter::takesAllNodes(const Operand& operand, std::string_view slashes) {
+    const bool isAtStart =
+        operand.isComplete ? operand.path.starts_with('/') : isBlank(operand.path);
+    return slashes == "//" && isAtStart && (startsWith("@") || isAtJudgedChild());
+}
+
 void Rewriter::takeSlashes(Operand& operand) {
     const std::string_view slashes = takeWhile([](char character) { return character == '/'; });
     const std::string_view blanks = takeWhile(isSpace);
     if (isAtSlowStep(operand, slashes)) {
         return takeSlowStep(operand, slashes);
     }
-    appendSlashes(operand, slashes, isAtChild() ? PARENTS_FUNCTION : DESCENDANTS_FUNCTION);
+    if (takesAllNodes(operand, slashes)) {
+        operand.path = call(descend(), operand.isComplete ? operand.path : "/") + "/";
+    } else {
+        appendSlashes(operand, slashes, descend());
+    }
     operand.path.append(blanks);
     if (!isAtEnd() && !isAscii(text_[at_])) {
         operand.path.append("child::");

@@ -39,22 +39,23 @@ public:
         return isNew;
     }
 
-    void addDescendants(xmlNode* root, bool onlyParents) {
+    /// Those that are `wanted`, and the root if it is.
+    void addDescendants(xmlNode* root, bool (*wanted)(const xmlNode*)) {
         for (xmlNode* node = root; node != nullptr;) {
             // What is there already is so with all below it.
-            const bool isNew = (onlyParents && !hasChildren(node)) || add(node);
+            const bool isNew = !wanted(node) || add(node);
             node = isNew && hasChildren(node) ? node->children : nodeBehind(node, root);
         }
     }
 
-    Object release() { return std::move(object_); }
-
-private:
     static bool hasChildren(const xmlNode* node) {
         return (node->type == XML_ELEMENT_NODE || node->type == XML_DOCUMENT_NODE) &&
                node->children != nullptr;
     }
 
+    Object release() { return std::move(object_); }
+
+private:
     static xmlNode* nodeBehind(xmlNode* node, const xmlNode* root) {
         while (node != root && node->next == nullptr) {
             node = node->parent;
@@ -111,12 +112,17 @@ void unite(xmlXPathParserContext* context, int count) {
     give(context, count, [](NodeSet& all, xmlNode* node) { all.add(node); });
 }
 
-void descend(xmlXPathParserContext* context, int count) {
-    give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, false); });
+bool isAny(const xmlNode*) {
+    return true;
 }
 
-void descendToParents(xmlXPathParserContext* context, int count) {
-    give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, true); });
+bool isElement(const xmlNode* node) {
+    return node->type == XML_ELEMENT_NODE;
+}
+
+template <bool (*WANTED)(const xmlNode*)>
+void descend(xmlXPathParserContext* context, int count) {
+    give(context, count, [](NodeSet& all, xmlNode* node) { all.addDescendants(node, WANTED); });
 }
 
 using Expression = std::unique_ptr<xmlXPathCompExpr, decltype(&xmlXPathFreeCompExpr)>;
@@ -201,8 +207,9 @@ void registerXPathFunctions(xmlXPathContext& context) {
         }
     };
     add(UNION_FUNCTION, unite);
-    add(DESCENDANTS_FUNCTION, descend);
-    add(PARENTS_FUNCTION, descendToParents);
+    add(DESCENDANTS_FUNCTION, descend<isAny>);
+    add(PARENTS_FUNCTION, descend<NodeSet::hasChildren>);
+    add(ELEMENTS_FUNCTION, descend<isElement>);
     add(EACH_FUNCTION, takeStepFromEach);
 }
 

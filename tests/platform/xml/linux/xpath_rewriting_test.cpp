@@ -30,14 +30,14 @@ TEST(XPathRewriting, LeavesPlainExpressionsAsTheyAre) {
 }
 
 TEST(XPathRewriting, CallsAFunctionForAUnion) {
-    EXPECT_EQ(rewritten("//a[1]|//b"), " _union(//a[1],//b)");
+    EXPECT_EQ(rewritten("//a[1]|//b"), " _union( _parents(/)/a[1],//b)");
     EXPECT_EQ(rewritten("(a|b | c)[2]/@d"), "( _union(a,b , c))[2]/@d");
     EXPECT_EQ(rewritten("count(a|b) - 1 or a|@b = c|d"),
               "count( _union(a,b)) - 1 or _union( a,@b )= _union( c,d)");
 }
 
 TEST(XPathRewriting, CallsAFunctionForTwoSlashesWithinAPath) {
-    EXPECT_EQ(rewritten("a//b[1]//@c"), " _descendants( _parents(a)/b[1])/@c");
+    EXPECT_EQ(rewritten("a//b[1]//@c"), " _elements( _parents(a)/b[1])/@c");
     EXPECT_EQ(rewritten("a[x]//b|//c"), " _union( _parents(a[x])/b,//c)");
     EXPECT_EQ(rewritten("(//a)//text()"), " _parents((//a))/text()");
     EXPECT_EQ(rewritten("a[1]//* // ."), " _descendants( _parents(a[1])/* )/ .");
@@ -46,12 +46,22 @@ TEST(XPathRewriting, CallsAFunctionForTwoSlashesWithinAPath) {
 }
 
 TEST(XPathRewriting, LeavesTwoSlashesToTheLibraryBehindWhatIsOneNode) {
-    for (const char* const one : {"//a[.//b]", "/r//a/@x", "/*//a[1]", "..//a[1]", " . //@x"}) {
+    for (const char* const one : {"(//a)[1]", "/r//a/@x", "//a/b[1]", "..//a[1]", " . //@x", "//a(",
+                                  "//text()[1]", "//.[1]"}) {
         EXPECT_EQ(rewritten(one), one);
     }
     EXPECT_EQ(rewritten("/r/s//a[1]"), " _parents(/r/s)/a[1]");
     EXPECT_EQ(rewritten("/descendant::r//a"), " _parents(/descendant::r)/a");
     EXPECT_EQ(rewritten("/descendant::r/following::a"), R"( _each(/descendant::r,"following::a"))");
+}
+
+TEST(XPathRewriting, CallsAFunctionForTwoSlashesThatWouldCollectAllNodes) {
+    EXPECT_EQ(rewritten("//a[1]"), " _parents(/)/a[1]");
+    EXPECT_EQ(rewritten(" // n:* [x]/b"), " _parents(/)/ n:* [x]/b");
+    EXPECT_EQ(rewritten("/*//a[1]"), " _parents(/*)/a[1]");
+    EXPECT_EQ(rewritten("//@x"), " _elements(/)/@x");
+    EXPECT_EQ(rewritten("/r//@x"), " _elements(/r)/@x");
+    EXPECT_EQ(rewritten("1+//*[//@x]"), "1+ _parents(/)/*[ _elements(/)/@x]");
 }
 
 TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToWhatTheyHaveInCommon) {
@@ -71,16 +81,16 @@ TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
               R"(count( _each(//a,"preceding::node() ")))");
     EXPECT_EQ(
         rewritten("//following-sibling::a[b/c//@d]"),
-        R"( _each(/descendant-or-self::node(),"following-sibling::a[ _descendants(b/c)/@d]"))");
+        R"( _each(/descendant-or-self::node(),"following-sibling::a[ _elements(b/c)/@d]"))");
     EXPECT_EQ(rewritten("a[1]//following::b[. = \"x\"]"),
               R"( _each( _descendants(a[1]),'following::b[. = "x"]'))");
 }
 
 TEST(XPathRewriting, LeavesSuchAStepFromOneNodeOrWithBothQuotesToTheLibrary) {
     for (const char* const left :
-         {"following::b", "./following::b", "/a/preceding::b", "//a[following-sibling::b]",
+         {"following::b", "./following::b", "/a/preceding::b", "a[following-sibling::b]",
           R"(//a/following::b[. = "x" or . = 'y'])", "//following/a", "//a/following", "..",
-          "../..", "/a/..", "//a[../b]", "../@x"}) {
+          "../..", "/a/..", "a[../b]", "../@x"}) {
         EXPECT_EQ(rewritten(left), left);
     }
 }
