@@ -2,6 +2,8 @@
 
 #include <libxml/tree.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -44,6 +46,10 @@ public:
     /// Whether the path may find anything inside of the element entered last.
     bool mayFindInside() const { return masks_.back() != 0; }
 
+    /// How many elements a step came upon by its name, whatever its predicates said; of the step
+    /// that came upon most.
+    uint64_t mostNamed() const { return *std::max_element(named_.begin(), named_.end()); }
+
     /// Counts a node that was looked at in a complete row.
     void visit() {
         constexpr uint64_t MOST_VISITS = 200'000'000;
@@ -74,6 +80,7 @@ private:
     // path's counters.
     std::vector<Mask> masks_;
     std::vector<uint32_t> counts_;
+    std::array<uint64_t, PlainPath::MOST_STEPS> named_{};  // by each step
     uint64_t visits_ = 0;
 };
 
@@ -89,6 +96,7 @@ bool PathMatch::enter(const Element& element) {
         const PlainStep& step = path_.steps[i];
         bool matches = step.finds == PlainStep::Finds::ELEMENTS &&
                        step.test.matches(element.name(), element.uri());
+        named_[i] += matches ? 1 : 0;
         for (size_t p = 0; matches && p < step.early; ++p) {
             matches = holds(step.predicates[p], element, masks_.size() - 1);
         }

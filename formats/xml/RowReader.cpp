@@ -1,5 +1,7 @@
 #include "formats/xml/RowReader.h"
 
+#include <algorithm>
+
 #include "formats/xml/xml_text.h"
 
 namespace intake {
@@ -47,6 +49,7 @@ RowReader::RowReader(const XmlRowQuery& query, const Tell& tell, uint64_t mostNo
       isLate_(query.path.isLate()),
       needsAttributes_(query.needsMarkup || isLate_ ||
                        (query.key && query.key->looksAtAttributes())),
+      looksInside_(isLate_ || (query.key && !query.key->isSelf())),
       tree_(arena_),
       elements_(mostNodes),
       match_(query.path) {}
@@ -80,6 +83,7 @@ void RowReader::addRow(bool isBuilt) {
     open_.push_back(rows_.size() - 1);
     if (!isBuilding()) {
         rowDepth_ = elements_.depth();
+        nodesBefore_ = elements_.nodes();
         tree_.begin(nullptr, nullptr);
     }
 }
@@ -140,9 +144,19 @@ void RowReader::endRows() {
             tell_(row.node);
         }
     }
+    if (looksInside_) {
+        largestRow_ = std::max(largestRow_, elements_.nodes() - nodesBefore_);
+    }
     rows_.clear();
     rowDepth_ = 0;
     arena_.reset();
+}
+
+/// Two slashes collect elements of any name; a step collects those of its name from one element
+/// before it judges them. Within a row, anything may be collected.
+uint64_t RowReader::mostAtATime() const {
+    const uint64_t ofSteps = query_.path.isDeep() ? elements_.elements() : match_.mostNamed();
+    return std::max({ofSteps, largestRow_, static_cast<uint64_t>(found_)});
 }
 
 xmlNode* RowReader::makeText(std::string_view text) {

@@ -37,11 +37,9 @@ public:
     /// How many rows were found, told or not.
     int64_t found() const { return found_; }
 
-    /// No fewer than the nodes of the document's tree would be.
-    uint64_t nodes() const { return elements_.nodes(); }
-
-    /// How many elements began.
-    uint64_t elements() const { return elements_.elements(); }
+    /// No fewer nodes than an evaluation in the document's tree, of the path or of a key, would
+    /// hold at a time.
+    uint64_t mostAtATime() const;
 
 private:
     struct Row {
@@ -64,6 +62,7 @@ private:
     const Tell& tell_;
     const bool isLate_;
     const bool needsAttributes_;
+    const bool looksInside_;  // of rows, for keys or predicates
     XmlArena arena_;
     XmlTree tree_;
     ScannedElements elements_;
@@ -72,6 +71,8 @@ private:
     std::vector<size_t> open_;  // those that are not over
     size_t rowDepth_ = 0;  // of the row that is being built, without those inside it; zero for none
     int64_t found_ = 0;
+    uint64_t nodesBefore_ = 0;  // the row that is being built
+    uint64_t largestRow_ = 0;   // in nodes, if they are looked for
 };
 
 }  // namespace intake

@@ -1,6 +1,5 @@
 #include "platform/linux/xml/StreamedRows.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "formats/text/trim.h"
@@ -47,14 +46,6 @@ std::optional<XmlRowQuery> queryOf(const XmlRowsWanted& wanted) {
     }
     return XmlRowQuery{std::move(*path), std::move(key), wanted.needsMarkup, wanted.first,
                        wanted.end};
-}
-
-/// Whether an evaluation by the library would perhaps end for the number of nodes, those of its
-/// steps, predicates and keys among them.
-bool mayBeTooMany(const RowReader& rows, const XmlRowQuery& query) {
-    const bool hasLeaves = query.key && !query.key->isSelf() && !findsElements(*query.key);
-    const uint64_t nodes = hasLeaves ? rows.nodes() : rows.elements();
-    return std::max(nodes, static_cast<uint64_t>(rows.found())) >= MOST_NODES_OF_A_SET;
 }
 
 /// Says that a document is being read, however that ends.
@@ -112,7 +103,8 @@ std::optional<size_t> StreamedRows::readAll(const ByteSource& source, const std:
     }
     const RowReader::Tell tell = [this](xmlNode* row) { taker_.take(row); };
     RowReader rows(query_, tell, mostNodes);
-    if (!scanDocument(source, charset, endMark, rows) || mayBeTooMany(rows, query_)) {
+    if (!scanDocument(source, charset, endMark, rows) ||
+        rows.mostAtATime() >= MOST_NODES_OF_A_SET) {
         return std::nullopt;
     }
     return static_cast<size_t>(rows.found());

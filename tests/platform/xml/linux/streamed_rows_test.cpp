@@ -221,6 +221,13 @@ TEST_F(XmlRowsWhileLoading, AreWholeInALargeFile) {
     EXPECT_TRUE(taken(text + "</d>") == expected);
 }
 
+TEST_F(XmlRowsWhileLoading, AreTakenOfADocumentOfMoreElementsThanASetHolds) {
+    wanted_.end = 1;
+    const std::string row = "<r>" + repeated("<c/>", 999) + "</r>";
+    EXPECT_TRUE(taken("<d>" + repeated(row, 10'500) + "</d>") == row + "|");
+    EXPECT_EQ(document_->rowsFound(), 10'500U);
+}
+
 }  // namespace
 
 }  // namespace intake
