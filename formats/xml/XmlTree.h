@@ -26,6 +26,9 @@ public:
         ++age_;
     }
 
+    /// What is added next goes behind what `parent` holds, in the same document.
+    void goTo(xmlNode* parent) { parent_ = parent; }
+
     /// Elements that are added from here on are inside of this one, until it is closed.
     xmlNode* open(std::string_view name, const xmlNs* space, xmlNs* declarations) {
         xmlNode* const element = make(XML_ELEMENT_NODE, nameOf(name));

@@ -4,7 +4,6 @@
 #include <system_error>
 
 #include "formats/text/latin1.h"
-#include "formats/xml/XmlTree.h"
 #include "formats/xml/xml_markup.h"
 #include "formats/xml/xml_text.h"
 #include "platform/linux/base/RegularFile.h"
@@ -66,6 +65,7 @@ bool LibxmlDocument::load(const ByteSource& source, const std::string& charset,
 
 bool LibxmlDocument::replace(LoadedXml loaded) {
     selection_.reset();
+    tree_.reset();
     const bool success = loaded.document != nullptr;
     document_ = success ? std::move(loaded.document) : emptyDocument();
     reason_ = std::move(loaded.reason);
@@ -209,14 +209,26 @@ XmlDocument::Node LibxmlDocument::rootElement() {
     return xmlDocGetRootElement(document_.get());
 }
 
+/// What adds nodes behind those that `parent` holds; null where the nodes are the library's.
+XmlTree* LibxmlDocument::treeAt(xmlNode* parent) {
+    XmlArena* const arena = document_.get_deleter().arena.get();
+    if (arena == nullptr) {
+        return nullptr;
+    }
+    if (!tree_) {
+        tree_.emplace(*arena);
+        tree_->begin(document_.get(), nullptr);
+    }
+    tree_->goTo(parent);
+    return &*tree_;
+}
+
 XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& name) {
     if (xmlValidateQName(toXml(name), 0) != 0) {
         UNSPECIFIED.raise(LIBXML2, "An element cannot be named \"" + name + "\"");
     }
-    if (XmlArena* const arena = document_.get_deleter().arena.get()) {
-        XmlTree tree(*arena);
-        tree.begin(document_.get(), nodeOf(parent));
-        return tree.open(name, nullptr, nullptr);
+    if (XmlTree* const tree = treeAt(nodeOf(parent))) {
+        return tree->open(name, nullptr, nullptr);
     }
     xmlNode* const element = xmlNewDocNode(document_.get(), nullptr, toXml(name), nullptr);
     return add(element, element != nullptr && element->name != nullptr, parent);
@@ -224,18 +236,16 @@ XmlDocument::Node LibxmlDocument::appendElement(Node parent, const std::string& 
 
 void LibxmlDocument::setText(Node element, const std::string& text) {
     xmlNode* const node = nodeOf(element);
-    XmlArena* const arena = document_.get_deleter().arena.get();
-    if (arena == nullptr) {
+    XmlTree* const tree = treeAt(node);
+    if (tree == nullptr) {
         xmlFreeNodeList(node->children);
     }
     node->children = node->last = nullptr;
     if (text.empty()) {
         return;
     }
-    if (arena != nullptr) {
-        XmlTree tree(*arena);
-        tree.begin(document_.get(), node);
-        keepSpace(tree.addText(text));
+    if (tree != nullptr) {
+        keepSpace(tree->addText(text));
         return;
     }
     xmlNode* const content = xmlNewDocText(document_.get(), toXml(text));

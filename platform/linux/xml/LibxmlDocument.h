@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "formats/xml/XmlTree.h"
 #include "formats/xml/xml_load.h"
 #include "platform/XmlDocument.h"
 #include "platform/linux/xml/LibxmlXPath.h"
@@ -55,6 +56,7 @@ private:
 
     bool load(const ByteSource& source, const std::string& charset, uint64_t mostNodes);
     bool replace(LoadedXml loaded);
+    XmlTree* treeAt(xmlNode* parent);
     XPathSelection select(const XPathExpression& expression, xmlNode* from);
 
     /// Appends what `write` writes, in this document's encoding.
@@ -70,7 +72,8 @@ private:
     std::optional<size_t> rowsFound_;
 
     // Destroyed from below: a selection goes before what it was made from.
-    XmlDoc document_;  // without nodes when empty
+    XmlDoc document_;              // without nodes when empty
+    std::optional<XmlTree> tree_;  // adds to that, once anything was added in its arena
     LibxmlXPath xpath_;
     XPathSelection selection_;
     XPathExpression key_;

@@ -50,6 +50,16 @@ TEST_F(XmlBuilding, AppendedElementsAreSelectedInDocumentOrder) {
     EXPECT_EQ(names("//c | //d | //b"), "b|d|c|");
 }
 
+TEST_F(XmlBuilding, GoesOnInADocumentThatIsLoadedLater) {
+    load("<a/>");
+    document_->appendElement(document_->rootElement(), "b");
+    load("<c>2</c>");
+    const Node b = document_->appendElement(document_->rootElement(), "b");
+    document_->setText(b, "1");
+    document_->appendElement(document_->rootElement(), "b");
+    EXPECT_EQ(markup("/c"), "<c>2<b>1</b><b/></c>|");
+}
+
 TEST_F(XmlBuilding, AnImpossibleNameIsAnErrorAndChangesNothing) {
     load("<a/>");
     for (const char* const wrong :
