@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "formats/xml/scan_document.h"
 #include "formats/xml/xml_text.h"
 
 namespace intake {
@@ -70,10 +69,11 @@ void TreeReader::instruction(std::string_view target, const std::string_view* da
 }
 
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes) {
+                uint64_t mostNodes, size_t windowSize) {
     TreeReader reader(mostNodes);
     try {
-        return scanDocument(source, charset, endMark, reader) ? reader.release() : nullptr;
+        return scanDocument(source, charset, endMark, reader, windowSize) ? reader.release()
+                                                                          : nullptr;
     } catch (const std::length_error&) {
         return nullptr;  // which the parser says better
     }

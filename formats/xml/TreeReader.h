@@ -10,6 +10,7 @@
 #include "formats/xml/ScannedElements.h"
 #include "formats/xml/XmlDoc.h"
 #include "formats/xml/XmlTree.h"
+#include "formats/xml/scan_document.h"
 
 namespace intake {
 
@@ -41,6 +42,6 @@ private:
 /// Null when the document is for the parser to read: see scanDocument. Throws what the source
 /// throws, and std::bad_alloc.
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes);
+                uint64_t mostNodes, size_t windowSize = USUAL_WINDOW);
 
 }  // namespace intake

@@ -12,20 +12,22 @@
 
 namespace intake {
 
-/// Scans a document in pieces and tells `receiver` of it. False when it is not of UTF-8 (by its
-/// mark, else by `charset`, else by what it says), when it holds anything that the scanner does not
-/// know, malformed or not, or once `endMark` is set: then what was told is void, and the document
-/// is for the parser to read. Throws what the source and `receiver` throw.
+constexpr size_t USUAL_WINDOW = 128 << 10;
+
+/// Scans a document in pieces of `windowSize` bytes, or more where need be, and tells `receiver` of
+/// it. False when it is not of UTF-8 (by its mark, else by `charset`, else by what it says), when
+/// it holds anything that the scanner does not know, malformed or not, or once `endMark` is set:
+/// then what was told is void, and the document is for the parser to read. Throws what the source
+/// and `receiver` throw.
 template <class Receiver>
 bool scanDocument(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                  Receiver& receiver) {
-    constexpr size_t USUAL_WINDOW = 128 << 10;
+                  Receiver& receiver, size_t windowSize = USUAL_WINDOW) {
     constexpr size_t LARGEST_PIECE = 128 << 20;  // far below the parser's own limits
     if (!charset.empty() && !equalIgnoringCase(charset, "utf-8")) {
         return false;
     }
     DocumentScanner<Receiver> scanner(receiver);
-    std::vector<char> window(USUAL_WINDOW + 1);
+    std::vector<char> window(windowSize + 1);
     uint64_t offset = 0;
     size_t held = 0;
     for (bool isLast = false; !isLast && !scanner.isUnknown();) {

@@ -26,4 +26,9 @@ private:
     std::string_view rest_;
 };
 
+/// A character of a line as a number: zero for '0', and less for what comes before that.
+inline int numberAt(const std::string& line, size_t at, int otherwise) {
+    return at < line.size() ? line[at] - '0' : otherwise;
+}
+
 }  // namespace intake

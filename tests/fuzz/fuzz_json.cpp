@@ -1,8 +1,9 @@
 // Any document and path give a script or a refusal, in every mode, and the same one whether the
 // rows are written while the document is read or selected in it. The first line is the path, the
-// second the key, the rest the document.
+// second the key, the third the range; the rest is the document.
 
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "formats/json/json_path.h"
 #include "formats/json/json_rows.h"
 #include "formats/json/json_select.h"
+#include "pipeline/RowRange.h"
 #include "readers/json/JsonRecords.h"
 #include "readers/json/JsonWalker.h"
 #include "tests/fuzz/FuzzInput.h"
@@ -28,22 +30,43 @@ intake::ByteBuffer terminated(std::string_view text) {
 
 using Path = std::vector<intake::PathStep>;
 
-std::string scriptOfSelection(std::string_view text, const Path& path,
-                              const intake::RequestRecord& request) {
-    const intake::JsonDocument document(terminated(text));
-    std::string script;
-    intake::JsonRecords(document, request, script).write(selectNodes(document, path));
-    return script;
+/// The script that `write` gives, or why there is none.
+template <class Write>
+std::string outcomeOf(Write write) {
+    try {
+        std::string script;
+        write(script);
+        return script;
+    } catch (const std::invalid_argument& refusal) {
+        return std::string("refused: ") + refusal.what();
+    }
 }
 
-std::string scriptWhileReading(std::string_view text, const Path& path,
+std::string outcomeOfDocument(std::string_view text) {
+    return outcomeOf([&](std::string& script) {
+        const intake::JsonDocument document(terminated(text));
+        intake::JsonWalker walker(document, script);
+        walker.walk(intake::JsonDocument::ROOT, "T", intake::JsonWalker::Role::MEMBER);
+    });
+}
+
+std::string outcomeOfSelection(std::string_view text, const Path& path,
                                const intake::RequestRecord& request) {
-    intake::JsonDocument row;
-    std::string script;
-    intake::JsonRecords records(row, request, script);
-    const auto take = [&records] { records.take(intake::JsonDocument::ROOT); };
-    records.finish(row.readRows(terminated(text), {path, 0, request.numRows, take}));
-    return script;
+    return outcomeOf([&](std::string& script) {
+        const intake::JsonDocument document(terminated(text));
+        intake::JsonRecords(document, request, script).write(selectNodes(document, path));
+    });
+}
+
+std::string outcomeWhileReading(std::string_view text, const Path& path,
+                                const intake::RequestRecord& request) {
+    return outcomeOf([&](std::string& script) {
+        const intake::RowRange wanted(request, std::numeric_limits<int64_t>::max());
+        intake::JsonDocument row;
+        intake::JsonRecords records(row, request, script);
+        const auto take = [&records] { records.take(intake::JsonDocument::ROOT); };
+        records.finish(row.readRows(terminated(text), {path, wanted.first(), wanted.end, take}));
+    });
 }
 
 }  // namespace
@@ -54,23 +77,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     RequestRecord request;
     request.xpath = input.line();
     request.key = input.line();
+    const std::string range = input.line();
+    request.fromRow = numberAt(range, 0, 0);
+    request.numRows = numberAt(range, 1, 1000000);
     request.table = "T";
-    request.numRows = 1000000;
     const std::string_view text = input.rest();
     const Path path = parsePath(request.xpath);
-    try {
-        const JsonDocument document(terminated(text));
-        std::string script;
-        JsonWalker(document, script).walk(JsonDocument::ROOT, "T", JsonWalker::Role::MEMBER);
-        for (request.targetMode = DATA_TABLE; request.targetMode <= SHARED_MEMORY;
-             ++request.targetMode) {
-            script = scriptOfSelection(text, path, request);
-            if (leadsStraightDown(path) && scriptWhileReading(text, path, request) != script) {
-                std::abort();
-            }
+    outcomeOfDocument(text);
+    for (request.targetMode = DATA_TABLE; request.targetMode <= SHARED_MEMORY;
+         ++request.targetMode) {
+        const std::string outcome = outcomeOfSelection(text, path, request);
+        if (leadsStraightDown(path) && outcomeWhileReading(text, path, request) != outcome) {
+            std::abort();
         }
-    } catch (const std::invalid_argument&) {
-        // refused
     }
     return 0;
 }

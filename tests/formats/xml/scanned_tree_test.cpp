@@ -18,6 +18,9 @@ protected:
     XmlDoc scanned(const std::string& document) const {
         return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES);
     }
+    XmlDoc scannedByPieces(const std::string& document, size_t windowSize) const {
+        return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES, windowSize);
+    }
     XmlDoc parsed(const std::string& document) const {
         return parseXml(TextSource(document), endMark_).document;
     }
@@ -38,6 +41,9 @@ TEST_F(ScannedTree, IsTheOneOfTheParser) {
         const XmlDoc expected = parsed(document);
         ASSERT_NE(expected, nullptr) << document;
         ASSERT_EQ(treeText(tree.get()), treeText(expected.get())) << document;
+        const XmlDoc ofPieces = scannedByPieces(document, 1 + chance.upTo(40));
+        ASSERT_NE(ofPieces, nullptr) << document;
+        ASSERT_EQ(treeText(ofPieces.get()), treeText(expected.get())) << document;
     }
     EXPECT_GT(scannedOnes, SEEDS / 4);
 }
