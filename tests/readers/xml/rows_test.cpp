@@ -34,6 +34,13 @@ TEST(XmlRows, AreCutToTheEndOfTheNodeListWhenNumRowsIsLargerThanWhatIsLeft) {
     EXPECT_EQ(fieldArray(2, LARGEST), R"(T[0-0]=""z""; READER_NUM_RECORDS=1;)");
 }
 
+/// The name is for the parser, which begins anew behind rows that were written already.
+TEST(XmlRows, AreThoseOfTheWholeDocumentWhereItCannotBeReadRowByRow) {
+    const std::string source = "<a><b>x</b><b>y</b><\xC3\xB6/></a>";
+    EXPECT_EQ(fileScript(source, {.xpath = "/a/b", .mode = DATA_FIELD_ARRAY}),
+              R"(T[0-1]=""x"",""y""; READER_NUM_RECORDS=2;)");
+}
+
 TEST(XmlRows, AreNoneAndNoErrorWhenFromRowEqualsTheNumberOfNodesOrIsLarger) {
     for (const TargetMode mode :
          {DATA_TABLE, DATA_ARRAY, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {

@@ -99,6 +99,15 @@ TEST_F(XmlRowsWhileLoading, AreComparedByAllTextsInsideOfAChild) {
     EXPECT_EQ(taken("<d><r><n/></r></d>"), "<r><n/></r>|");
 }
 
+TEST_F(XmlRowsWhileLoading, AreCountedBehindAConditionOnAChildAmongThoseOfOneParent) {
+    const std::string document =
+        "<d><g><r i='1'><n/></r><r i='2'/><r i='3'><n/></r></g><g><r i='4'><n/></r></g></d>";
+    wanted_.expression = "//r[n][2]";
+    EXPECT_EQ(taken(document), "<r i=\"3\"><n/></r>|");
+    wanted_.expression = "/d/g/r[n][1]";
+    EXPECT_EQ(taken(document), "<r i=\"1\"><n/></r>|<r i=\"4\"><n/></r>|");
+}
+
 TEST_F(XmlRowsWhileLoading, AreNoneWhereANumberIsTooLongToCompare) {
     wanted_.expression = "/d/r[n=1]";
     const auto withDigits = [this](size_t count) {
