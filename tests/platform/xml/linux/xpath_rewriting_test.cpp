@@ -79,9 +79,8 @@ TEST(XPathRewriting, CallsAFunctionForAStepFromManyNodesToMost) {
               R"( _each(a/b,"preceding-sibling :: *[2][@x='1']")/c)");
     EXPECT_EQ(rewritten("count(//a/preceding::node() )"),
               R"(count( _each(//a,"preceding::node() ")))");
-    EXPECT_EQ(
-        rewritten("//following-sibling::a[b/c//@d]"),
-        R"( _each(/descendant-or-self::node(),"following-sibling::a[ _elements(b/c)/@d]"))");
+    EXPECT_EQ(rewritten("//following-sibling::a[b/c//@d]"),
+              R"( _each(/descendant-or-self::node(),"following-sibling::a[ _elements(b/c)/@d]"))");
     EXPECT_EQ(rewritten("a[1]//following::b[. = \"x\"]"),
               R"( _each( _descendants(a[1]),'following::b[. = "x"]'))");
 }
