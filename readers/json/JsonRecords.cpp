@@ -105,7 +105,9 @@ void JsonRecords::writeSharedMemory() {
 /// A large script would otherwise be copied several times as it grows. How many rows there are is
 /// told by how much of the source the first ones take.
 void JsonRecords::makeRoomForAll() {
-    const size_t taken = document_.sourceOffsetBehind(row_) - sampleStart_ + 1;
+    const size_t end = document_.sourceOffsetBehind(row_);
+    const bool isKnown = end > sampleStart_;  // not where rows are words or empty
+    const size_t taken = isKnown ? end - sampleStart_ : document_.sourceSize();
     const size_t rows = std::min<size_t>(static_cast<size_t>(request_.numRows),
                                          document_.sourceSize() / taken * SAMPLE + SAMPLE);
     const size_t likely = script_.size() / SAMPLE * rows / 4 * 5;

@@ -89,6 +89,20 @@ TEST(JsonRows, WithoutAPathRowsDoNotCount) {
     EXPECT_EQ(script(R"({"a":[1,2]})", {.fromRow = 1, .numRows = 0}), "T={a[0-1]=1,2,;};");
 }
 
+TEST(JsonRows, OfWhichNobodyKnowsWhereTheyEndAreDelivered) {
+    for (const char* const last : {"null", "true", "{}", "999"}) {
+        for (const char* const first : {"0", "null", "{}"}) {
+            std::string source = std::string("[") + first;
+            for (int i = 1; i < 999; ++i) {
+                source += "," + std::to_string(i);
+            }
+            source += std::string(",") + last + "]";
+            const std::string written = script(source, {.path = "*", .mode = DATA_FIELD_ARRAY});
+            EXPECT_TRUE(written.ends_with(" READER_NUM_RECORDS=1000;")) << written;
+        }
+    }
+}
+
 TEST(JsonRows, RoomForMoreOfThemThanThereAreDoesNotStay) {
     std::string source = R"({"few": [0)";
     for (int i = 1; i < 2000; ++i) {
