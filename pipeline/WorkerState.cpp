@@ -173,7 +173,7 @@ void WorkerState::ProcessCommand(const std::string& command, bool& success, std:
     if (success) {
         removeZeroCharacters(answer);
     } else {
-        answer.clear();
+        answer = std::string();  // nor the room that it had
     }
     logger_.Write(LOG_DEBUG, {success ? "Answer: " : "Error: ", success ? answer : error, "\n"});
 }
