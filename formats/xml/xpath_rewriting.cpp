@@ -285,8 +285,8 @@ const char* Rewriter::descend() {
 /// Whether the library would collect all nodes of a document, or of its root element, to take the
 /// step that stands here from each of them.
 bool Rewriter::takesAllNodes(const Operand& operand, std::string_view slashes) {
-    const bool isAtStart =
-        operand.isComplete ? operand.path.starts_with('/') : isBlank(operand.path);
+    const bool isAtStart = operand.isComplete ? trimmed(operand.path, XML_SPACE).starts_with('/')
+                                              : isBlank(operand.path);
     return slashes == "//" && isAtStart && (startsWith("@") || isAtJudgedChild());
 }
 
