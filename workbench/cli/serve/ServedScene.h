@@ -48,17 +48,17 @@ public:
     bool addJob(WaitsFor kind, const serve::Reply& reply,
                 std::function<serve::WebResponse(const std::stop_token&)> work);
 
+    /// A job with a child process, which is ended when nobody waits for the answer any more: when a
+    /// stop of `left` is requested.
+    void addChildJob(const serve::Reply& reply, const std::stop_token& left,
+                     std::function<serve::WebResponse(const std::stop_token&)> work);
+
     /// A job that answers nobody. False when there are too many.
     bool addJob(WaitsFor kind, Jobs::Job job);
 
     /// Waits for the jobs, which use what is about to go. False when one does not come to its end,
     /// since a disk does not answer.
     bool endJobs();
-
-    /// The same for one that has a child process, which is ended when nobody waits for the answer
-    /// any more: when a stop of `left` is requested.
-    void addChildJob(const serve::Reply& reply, const std::stop_token& left,
-                     std::function<serve::WebResponse(const std::stop_token&)> work);
 
     /// Answers with what a command of this program says of the instance. Host's thread.
     void askChild(const Call& call, LiveInstance& instance, const char* command,
