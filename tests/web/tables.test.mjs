@@ -59,6 +59,21 @@ test("a page is told by its headings and the tables below them", async () => {
   ]);
 });
 
+test("a source is asked only for the table at which a held key stops", async () => {
+  const many = Array.from({ length: 9 }, (_, i) => `<table id="t${i}"><tr><td>cell ${i}</td></tr></table>`).join("");
+  const shown = await here.openEdit("many", [{ name: "many", parameters: { queryMode: html, filename: "many.html" } }], { "many.html": many });
+  await treeRow(shown, "ID t8").waitFor();
+  const asked = [];
+  shown.on("request", (each) => each.url().includes("/explore") && asked.push(each.url()));
+  await treeRow(shown, "ID t0").click();
+  await shown.evaluate(() => {
+    for (let i = 0; i < 8; ++i)
+      document.activeElement.dispatchEvent(new KeyboardEvent("keydown", { key: "ArrowDown", bubbles: true }));
+  });
+  await waitFor(() => previewed(shown), (rows) => rows.flat().includes("cell 8"));
+  assert.equal(asked.length, 1);
+});
+
 test("from a page to records with a key in five clicks", async () => {
   const shown = await here.openWall([{ name: "page", parameters: { queryMode: html } }], { "page.html": page });
   const click = clicker();

@@ -161,7 +161,7 @@ TEST_P(ExplainedServer, ThatIsDownIsTold) {
 TEST_P(ExplainedServer, ThatTakesTooLongIsToldInTime) {
     const auto start = std::chrono::steady_clock::now();
     const ChildResult result = explain(of(GetParam().slow, connection()), {"--timeout", "4"});
-    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.status, 3) << result.out << result.err;
     EXPECT_NE(result.out.find("It gave no answer in time."), std::string::npos) << result.out;
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(25));
 }
@@ -195,7 +195,7 @@ TEST_P(ExplainedServer, WritesNothingByAQueryThatIsLate) {
     const std::string query =
         std::string("SELECT ") + (isPostgres ? "pg_sleep(6)" : "sleep(6)") + ", empty_it() AS code";
     const ChildResult late = explain(of(query, connection()), {"--timeout", "4"});
-    EXPECT_EQ(late.status, isPostgres ? 3 : 0) << late.out;
+    EXPECT_EQ(late.status, isPostgres ? 3 : 0) << late.out << late.err;
     std::this_thread::sleep_for(std::chrono::seconds(3));
     EXPECT_EQ(told("SELECT * FROM team", connection()).records, 2U);
 }

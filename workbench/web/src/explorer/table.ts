@@ -36,11 +36,17 @@ const wanted = computed(() => {
 /** The table itself may stand above its columns. */
 const columnsOf = ({ entries }: Outline): Entry[] => entries.filter(({ type }) => type === "column");
 
+/** A key that is held goes on to the next table before the source is asked for this one. */
+const pause = 150; // milliseconds
+
+const later = (): Promise<void> => new Promise((resolve) => setTimeout(resolve, pause));
+
 async function read(entry: Entry, name: string, signal: AbortSignal): Promise<void> {
   const show = (seen: Partial<Table>): void => {
     const isWanted = wanted.peek()?.entry === entry;
     if (isWanted) table.value = { entry, columns: [], preview: null, failure: "", ...seen };
   };
+  await later();
   if (wanted.peek()?.entry !== entry) return;
   try {
     const outline = await api.explore(name, { at: entry.place }, signal);
