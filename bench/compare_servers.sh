@@ -141,3 +141,7 @@ wholeProcess psql "psql --csv" postgres
 wholeProcess mariadb "Intake, MariaDB" mariadb
 wholeProcess mariadb-fetch "its driver, bare fetch" mariadb
 wholeProcess mariadb-batch "mariadb --batch" mariadb
+
+echo
+ratioOfTurns "PostgreSQL, Intake / bare fetch" postgres postgres-fetch
+ratioOfTurns "MariaDB, Intake / bare fetch" mariadb mariadb-fetch

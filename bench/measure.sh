@@ -67,3 +67,11 @@ insideProcess() {  # NAME LABEL
     read -r cpu _ < <(range "$1.log" '$4')
     printf '%-28s %8.3f %8.3f %8.3f\n' "$2" "$least" "$median" "$cpu"
 }
+
+# Processor time of two that take turns, run by run, of which the median; the machine's own speed changes
+# from minute to minute, and so does away with itself.
+ratioOfTurns() {  # LABEL NAME NAME
+    paste "$results/$2.time" "$results/$3.time" | awk '{print ($2 + $3) / ($6 + $7)}' | sort -n |
+        awk -v label="$1" '{ratio[NR] = $1} END {
+            printf "%s, processor time, median of %d turns: %.2f\n", label, NR, ratio[int((NR + 1) / 2)] }'
+}

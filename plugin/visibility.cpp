@@ -103,7 +103,7 @@ constexpr std::array<VisibilityRule<HostRecord>, 3> BINDING_RULES{{
 }};
 
 template <class Rules, class Values>
-void apply(const Rules& rules, const Values& values) {
+void applyRules(const Rules& rules, const Values& values) {
     for (const auto& rule : rules) {
         evSendGuiParameterShow(rule.parameter, rule.shown(values) ? 1 : 0);
     }
@@ -112,11 +112,11 @@ void apply(const Rules& rules, const Values& values) {
 }  // namespace
 
 void showBindingParameters(HostRecord record) {
-    apply(BINDING_RULES, record);
+    applyRules(BINDING_RULES, record);
 }
 
 void showReaderParameters(ReaderParams params) {
-    apply(READER_RULES, params);
+    applyRules(READER_RULES, params);
 }
 
 }  // namespace intake
