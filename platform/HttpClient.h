@@ -95,8 +95,8 @@ struct HttpAddress {
     std::string path;  // with its query part; begins with a slash
 };
 
-/// The system's HTTP client, one per worker thread. Transfers give up when the worker's end
-/// mark is set; looking a proxy up cannot be cut short.
+/// The system's HTTP client, one per worker thread. Transfers, and looking a proxy up, are given up
+/// when the worker's end mark is set, where the system can.
 class HttpClient {
 public:
     virtual ~HttpClient() = default;

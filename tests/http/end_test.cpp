@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "platform/linux/curl/system_proxy.h"
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/support/eventually.h"
@@ -21,6 +22,17 @@ protected:
         const Fetched fetched = fetch(url);
         host.join();
         return fetched;
+    }
+
+    void expectThatItsScriptIsGivenUp(int32_t proxyMode) {
+        ScriptedServer scripts({{"", Then::STALL}});
+        const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
+        useProxy(proxyMode);
+
+        const Fetched fetched = fetchAndEnd("http://data.example/", scripts);
+
+        EXPECT_FALSE(fetched.success);
+        EXPECT_EQ(fetched.out + fetched.err, "");
     }
 };
 
@@ -62,6 +74,24 @@ TEST_F(HttpEndTest, AProxyThatOpensATunnelAndThenStallsIsGivenUp) {
     EXPECT_EQ(fetched.out, "");
     ASSERT_EQ(proxy.requests().size(), 1U);
     EXPECT_TRUE(proxy.requests()[0].starts_with("CONNECT data.example:443 HTTP/1.1\r\n"));
+}
+
+TEST_F(HttpEndTest, AScriptOfTheSystemsProxyThatNeverComesIsGivenUp) {
+    expectThatItsScriptIsGivenUp(SYSTEM_SETTINGS);
+}
+
+TEST_F(HttpEndTest, AScriptOfADetectedProxyThatNeverComesIsGivenUp) {
+    expectThatItsScriptIsGivenUp(AUTO_DETECT);
+}
+
+TEST_F(HttpEndTest, AScriptThatComesTooLateIsAsGoodAsNoProxy) {
+    ScriptedServer scripts({{"", Then::STALL}});
+    const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
+    std::string proxy;
+
+    EXPECT_FALSE(
+        findSystemProxy("http://data.example", endMark_, std::chrono::milliseconds(1), proxy));
+    EXPECT_EQ(proxy, "");
 }
 
 TEST_F(HttpEndTest, AMarkThatIsSetBeforehandLetsNothingBeSent) {

@@ -9,6 +9,8 @@ namespace intake {
 
 namespace {
 
+constexpr std::chrono::seconds PROXY_TIME(30);
+
 bool hasKerberosTicket() {
     OM_uint32 minor = 0;
     gss_cred_id_t credentials = GSS_C_NO_CREDENTIAL;
@@ -42,14 +44,14 @@ bool CurlHttpClient::proxyDetection(bool&, std::string&) {
 
 bool CurlHttpClient::systemProxy(const std::string& url, std::string& proxy, std::string& bypass) {
     bypass.clear();  // exceptions were taken into account already
-    return findSystemProxy(url, proxy);
+    return findSystemProxy(url, endMark_, PROXY_TIME, proxy);
 }
 
 bool CurlHttpClient::proxyForUrl(const std::string& url, const ProxyLookup&, std::string& proxy,
                                  std::string& bypass) {
     bypass.clear();
-    if (findSystemProxy(url, proxy)) {
-        return true;
+    if (findSystemProxy(url, endMark_, PROXY_TIME, proxy) || endMark_.isSet()) {
+        return true;  // a request of a load that was given up is not sent either way
     }
     lastError_ = HTTP_ERROR_PROXY_NOT_FOUND;
     lastErrorText_ = "No proxy was found for " + url;

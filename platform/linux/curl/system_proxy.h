@@ -1,11 +1,16 @@
 #pragma once
 
+#include <chrono>
 #include <string>
+
+#include "formats/source/EndMark.h"
 
 namespace intake {
 
-/// The proxy that the system's configuration names for a URL, its network detection included. False
-/// when it names none. Can block for a minute and more while the network is asked.
-bool findSystemProxy(const std::string& url, std::string& proxy);
+/// The proxy that the system's configuration names for a URL, its network detection and its scripts
+/// included. False when it names none, and when that is not known by `limit` or before the end mark
+/// is set: the network may be asked for minutes, which then goes on by itself.
+bool findSystemProxy(const std::string& url, const EndMark& endMark,
+                     std::chrono::milliseconds limit, std::string& proxy);
 
 }  // namespace intake

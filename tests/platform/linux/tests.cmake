@@ -19,3 +19,9 @@ intake_add_test(platform_linux_test
 target_compile_definitions(platform_linux_test PRIVATE
     WORKER_LIBRARY="$<TARGET_FILE:worker_library>")
 add_dependencies(platform_linux_test worker_library)
+
+# Bears the pipeline's label, so that ThreadSanitizer sees it too.
+intake_add_test(abandonable_call_test
+    SOURCES linux/abandonable_call_test.cpp
+    LINKS intake_platform
+    LABELS pipeline)

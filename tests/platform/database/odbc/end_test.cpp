@@ -1,11 +1,8 @@
 // What becomes of a connection when nobody waits for its worker any more.
 
-#include <atomic>
 #include <thread>
 
-#include "platform/linux/odbc/abandonable_call.h"
 #include "tests/platform/database/odbc/OdbcSqliteTest.h"
-#include "tests/support/eventually.h"
 
 namespace intake {
 
@@ -43,81 +40,6 @@ TEST_F(OdbcEnd, RecordsAreNotFetchedToTheEnd) {
     endMark_.set();
 
     EXPECT_EQ(errorOf([&] { records->moveNext(); }).code(), GIVEN_UP);
-}
-
-/// What a call that was given up still has to wait for.
-struct Gate {
-    std::atomic<bool> open = false;
-    std::atomic<bool> passed = false;
-};
-
-/// A call that returns when the gate is opened.
-std::function<void()> waitAt(const std::shared_ptr<Gate>& gate) {
-    return [gate] {
-        eventually([&] { return gate->open.load(); });
-        gate->passed = true;
-    };
-}
-
-TEST(AbandonableCall, IsWaitedForUntilItReturns) {
-    const EndMark endMark;
-    const auto gate = std::make_shared<Gate>();
-    gate->open = true;
-
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::hours(1)), CallOutcome::DONE);
-    EXPECT_TRUE(gate->passed);
-    EXPECT_EQ(gate.use_count(), 1);
-}
-
-TEST(AbandonableCall, IsLeftToItselfWhenTheMarkIsSet) {
-    EndMark endMark;
-    endMark.set();
-    const auto gate = std::make_shared<Gate>();
-
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::hours(1)),
-              CallOutcome::ENDED);
-    EXPECT_FALSE(gate->passed);
-    gate->open = true;
-    EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
-}
-
-TEST(AbandonableCall, IsLeftToItselfWhenItsTimeIsOver) {
-    const EndMark endMark;
-    const auto gate = std::make_shared<Gate>();
-
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1)),
-              CallOutcome::LATE);
-    gate->open = true;
-    EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
-}
-
-TEST(AbandonableCall, IsTheOnlyOneOfItsThread) {
-    const EndMark endMark;
-    const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
-    second->open = true;
-    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
-
-    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::milliseconds(1)),
-              CallOutcome::BUSY);
-    EXPECT_FALSE(second->passed);
-
-    gate->open = true;
-    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
-              CallOutcome::DONE);
-    EXPECT_TRUE(second->passed);
-}
-
-TEST(AbandonableCall, OfOneThreadLeavesThoseOfOthersAlone) {
-    const EndMark endMark;
-    const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
-    second->open = true;
-    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
-
-    std::thread([&] {
-        EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
-                  CallOutcome::DONE);
-    }).join();
-    gate->open = true;
 }
 
 }  // namespace

@@ -15,7 +15,8 @@ enum class CallOutcome {
 };
 
 /// Makes a call that may block on a thread of its own, and waits for it: until the end mark is set,
-/// or for `limit`. A call that is not waited for goes on by itself; what it needs it must own.
+/// or for `limit`. A call that is not waited for goes on by itself; what it needs it must own, and
+/// what it throws is lost; otherwise that is thrown here.
 /// Until it ends, the thread makes no other, and waits as long for that: they would pile up where
 /// nothing ever answers.
 CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,

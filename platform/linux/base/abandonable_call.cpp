@@ -1,4 +1,7 @@
-#include "platform/linux/odbc/abandonable_call.h"
+#include "platform/linux/base/abandonable_call.h"
+
+#include <exception>
+#include <memory>
 
 #include "platform/linux/base/detached_thread.h"
 
@@ -31,8 +34,19 @@ CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMa
     if (before != CallOutcome::DONE) {
         return before == CallOutcome::LATE ? CallOutcome::BUSY : before;
     }
-    former = startDetached(std::move(call)).end;
-    return waitFor(*former, endMark, limit);
+    const auto thrown = std::make_shared<std::exception_ptr>();
+    former = startDetached([call = std::move(call), thrown] {
+                 try {
+                     call();
+                 } catch (...) {  // nothing may end the process
+                     *thrown = std::current_exception();
+                 }
+             }).end;
+    const CallOutcome outcome = waitFor(*former, endMark, limit);
+    if (outcome == CallOutcome::DONE && *thrown != nullptr) {
+        std::rethrow_exception(*thrown);
+    }
+    return outcome;
 }
 
 }  // namespace intake
