@@ -12,7 +12,8 @@ class TextFile {
 public:
     virtual ~TextFile() = default;
 
-    /// Lines end in "\n"; in the file they end as the system's do. It is in the file at once.
+    /// Lines end in "\n"; in the file they end as the system's do. It is in the file at once,
+    /// behind whatever another object has written to it.
     virtual void append(std::string_view text) = 0;
 };
 

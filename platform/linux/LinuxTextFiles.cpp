@@ -43,7 +43,7 @@ bool isOursAlone(int file) {
 
 std::unique_ptr<TextFile> LinuxTextFiles::create(const std::string& path) {
     // Opening a pipe that nobody reads must not hold the caller.
-    constexpr int FLAGS = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    constexpr int FLAGS = O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     Descriptor file(::open(path.c_str(), FLAGS, OWNER_ONLY));
     if (!file.isOpen() || !isOursAlone(file.get()) || fchmod(file.get(), OWNER_ONLY) != 0 ||
         ftruncate(file.get(), 0) != 0) {

@@ -8,7 +8,12 @@ namespace {
 
 class WindowsTextFile final : public TextFile {
 public:
-    explicit WindowsTextFile(const std::string& path) : file_(path, std::ios::trunc) {}
+    /// Emptied first: a stream that appends cannot do that too.
+    explicit WindowsTextFile(const std::string& path) {
+        if (std::ofstream(path, std::ios::trunc)) {
+            file_.open(path, std::ios::app);
+        }
+    }
 
     bool isOpen() const { return file_.is_open(); }
     void append(std::string_view text) override { file_ << text << std::flush; }

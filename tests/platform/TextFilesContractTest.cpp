@@ -45,6 +45,18 @@ TEST_F(TextFilesContract, AFileThatIsThereIsEmptied) {
     EXPECT_EQ(contentOf("log"), "");
 }
 
+TEST_F(TextFilesContract, TwoOfOneNameKeepEachOthersLines) {
+    const auto first = create("log");
+    first->append("lost when the second is made\n");
+    const auto second = create("log");
+
+    second->append("second\n");
+    first->append("first\n");
+    second->append("second again\n");
+
+    EXPECT_EQ(contentOf("log"), "second\nfirst\nsecond again\n");
+}
+
 TEST_F(TextFilesContract, NoneIsMadeInAFolderThatIsMissing) {
     EXPECT_EQ(create("missing/log"), nullptr);
 }
