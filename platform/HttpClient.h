@@ -50,8 +50,8 @@ public:
     /// Adds header lines, separated by line ends; a header that is there already is replaced.
     virtual bool addHeaders(const std::string& lines) = 0;
 
-    /// Sends the request through a proxy, except to hosts on the bypass list ("<local>" is every
-    /// host without a dot).
+    /// Sends the request through a proxy, except to hosts on the bypass list: "<local>", which is
+    /// every host without a dot, or what the client has found with the proxy.
     virtual bool setProxy(const std::string& address, const std::string& bypass) = 0;
     /// Sends the request straight to its server, whatever proxy the system has for requests that
     /// say nothing.

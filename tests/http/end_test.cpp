@@ -87,10 +87,10 @@ TEST_F(HttpEndTest, AScriptOfADetectedProxyThatNeverComesIsGivenUp) {
 TEST_F(HttpEndTest, AScriptThatComesTooLateIsAsGoodAsNoProxy) {
     ScriptedServer scripts({{"", Then::STALL}});
     const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
-    std::string proxy;
+    std::string proxy, bypass;
 
-    EXPECT_FALSE(
-        findSystemProxy("http://data.example", endMark_, std::chrono::milliseconds(1), proxy));
+    EXPECT_FALSE(findSystemProxy("http://data.example", endMark_, std::chrono::milliseconds(1),
+                                 proxy, bypass));
     EXPECT_EQ(proxy, "");
 }
 

@@ -43,14 +43,12 @@ bool CurlHttpClient::proxyDetection(bool&, std::string&) {
 }
 
 bool CurlHttpClient::systemProxy(const std::string& url, std::string& proxy, std::string& bypass) {
-    bypass.clear();  // exceptions were taken into account already
-    return findSystemProxy(url, endMark_, PROXY_TIME, proxy);
+    return findSystemProxy(url, endMark_, PROXY_TIME, proxy, bypass);
 }
 
 bool CurlHttpClient::proxyForUrl(const std::string& url, const ProxyLookup&, std::string& proxy,
                                  std::string& bypass) {
-    bypass.clear();
-    if (findSystemProxy(url, endMark_, PROXY_TIME, proxy) || endMark_.isSet()) {
+    if (findSystemProxy(url, endMark_, PROXY_TIME, proxy, bypass) || endMark_.isSet()) {
         return true;  // a request of a load that was given up is not sent either way
     }
     lastError_ = HTTP_ERROR_PROXY_NOT_FOUND;

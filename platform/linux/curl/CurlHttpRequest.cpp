@@ -142,10 +142,10 @@ bool CurlHttpRequest::setProxy(const std::string& address, const std::string& by
         return fail(HTTP_ERROR_INVALID_PARAMETER, "The proxy has no address");
     }
     const bool isLocal = host_.find('.') == std::string::npos;
-    const bool bypassed = bypass == "<local>" && isLocal;
+    const std::string exceptions = bypass != "<local>" ? bypass : isLocal ? host_ : "";
     transfer_.goThrough(address);
     curl_easy_setopt(transfer_.handle(), CURLOPT_PROXYPORT, PROXY_PORT);
-    curl_easy_setopt(transfer_.handle(), CURLOPT_NOPROXY, bypassed ? host_.c_str() : "");
+    curl_easy_setopt(transfer_.handle(), CURLOPT_NOPROXY, exceptions.c_str());
     return true;
 }
 

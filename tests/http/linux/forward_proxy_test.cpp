@@ -87,6 +87,52 @@ TEST_F(HttpForwardProxyTest, ExceptionsOfTheSystemsProxyAreReachedWithoutIt) {
     expectDirect(server);
 }
 
+TEST_F(HttpForwardProxyTest, AnExceptionOfTheSystemsProxyForAllHostsIsOne) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy;
+    const EnvironmentVariable configured("http_proxy", "http://" + proxy.address());
+    const EnvironmentVariable exceptions("no_proxy", "*");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+    expectDirect(server);
+}
+
+TEST_F(HttpForwardProxyTest, TheSystemsProxyMayBeGivenWithoutAScheme) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy;
+    const EnvironmentVariable configured("http_proxy", proxy.address());
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+    expectThroughTinyproxy(server);
+}
+
+TEST_F(HttpForwardProxyTest, TheSystemsProxyMayBeGivenWithoutASchemeForHttpsToo) {
+    const CertificateAuthority authority;
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    const TlsFiles tls = authority.issue();
+    ScriptedServer server({reply("200 OK", "[1]")}, overTls(tls));
+    const ForwardProxy proxy;
+    const EnvironmentVariable configured("HTTPS_PROXY", proxy.address());
+    const EnvironmentVariable other("http_proxy", "127.0.0.1:1");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+    EXPECT_NE(proxy.log().find("CONNECT " + server.address()), std::string::npos) << proxy.log();
+}
+
+TEST_F(HttpForwardProxyTest, ExceptionsHoldForASystemsProxyWithoutASchemeToo) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const ForwardProxy proxy;
+    const EnvironmentVariable configured("http_proxy", proxy.address());
+    const EnvironmentVariable exceptions("NO_PROXY", "other.example, 127.0.0.1");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch(server.url("/")));
+    expectDirect(server);
+}
+
 TEST_F(HttpForwardProxyTest, WithoutAProxyInTheSystemsSettingsTheRequestGoesOnWithoutOne) {
     ScriptedServer server({reply("200 OK", "[1]")});
     useProxy(SYSTEM_SETTINGS);
