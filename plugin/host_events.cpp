@@ -100,7 +100,7 @@ void dispatch(HostRecord& record, int32_t code, void* data, void** out) {
         chooseField(record, static_cast<const char*>(data));
     } else if (code == INITIALISE) {
         bind(record);
-    } else if (code == GET_RECORD) {
+    } else if (code == GET_RECORD && out != nullptr) {
         *out = &record;
     }
     if (Intake* const instance = instanceOf(record)) {

@@ -113,6 +113,12 @@ TEST_F(Dispatcher, ARequestForTheRecordIsAnsweredWithoutAnInstanceToo) {
     EXPECT_EQ(host.takeCalls(), Calls());
 }
 
+TEST_F(Dispatcher, ARequestForTheRecordWithoutAPlaceForItIsForwarded) {
+    bindInstance();
+    PLUGIN_DISPATCHER_CALLBACK(record.get(), UDAT, nullptr, nullptr);
+    EXPECT_EQ(host.takeCalls(), Calls({forwarded(UDAT)}));
+}
+
 TEST_F(Dispatcher, AnyOtherCodeIsForwarded) {
     bindInstance();
     for (const int32_t code : {0, -1, 0x52454654, 0x5849464C}) {
