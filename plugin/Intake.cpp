@@ -197,6 +197,9 @@ void Intake::onParameterUpdate(const char* text) {
     std::istringstream in{std::string(hostText(text))};
     for (std::string key, value; in >> key;) {
         ReadFramedValue(in, value);
+        if (!in) {
+            break;  // the value has no end
+        }
         if (key == "FILENAME") {
             copyToHost(parameters().filename, LONG_TEXT, value);
         } else if (key == "SHEET") {

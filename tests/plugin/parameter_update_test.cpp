@@ -41,6 +41,18 @@ TEST_F(ParameterUpdate, AnEmptyValueEmptiesTheParameter) {
     EXPECT_STREQ(params().filename, "");
 }
 
+TEST_F(ParameterUpdate, AValueWithoutAnEndIsNotTaken) {
+    for (const char* text :
+         {"SHEET |new| FILENAME |half", "SHEET |new| FILENAME", "SHEET |new| FILENAME |half\\|"}) {
+        TestRecord::set(params().filename, "old");
+        TestRecord::set(params().sheet, "old");
+        update(text);
+        EXPECT_STREQ(params().filename, "old") << text;
+        EXPECT_STREQ(params().sheet, "new") << text;
+        EXPECT_EQ(host.takeCalls(), Calls({"evSendGuiRefresh()"}));
+    }
+}
+
 TEST_F(ParameterUpdate, AValueIsBoundedTo512BytesWithItsTerminator) {
     const std::string fits(511, 'f');
     update(("FILENAME |" + fits + "| SHEET |" + std::string(5000, 's') + "|").c_str());
