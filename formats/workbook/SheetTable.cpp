@@ -56,6 +56,9 @@ void SheetTable::takeColumns(bool header) {
         }
     }
     columns_ = columnNames(cells);
+    for (size_t column = 0; column < columns_.size(); ++column) {
+        places_.emplace(foldCase(columns_[column]), column);
+    }
     range_.firstRow += header ? 1 : 0;
 }
 
@@ -79,12 +82,8 @@ void SheetTable::collectKinds(bool wholeSheet) {
 }
 
 std::optional<size_t> SheetTable::findColumn(std::string_view name) const {
-    const std::string wanted = foldCase(name);
-    const auto found = std::find_if(columns_.begin(), columns_.end(), [&](const std::string& each) {
-        return foldCase(each) == wanted;
-    });
-    return found == columns_.end() ? std::nullopt
-                                   : std::optional(static_cast<size_t>(found - columns_.begin()));
+    const auto found = places_.find(foldCase(name));
+    return found == places_.end() ? std::nullopt : std::optional(found->second);
 }
 
 }  // namespace intake

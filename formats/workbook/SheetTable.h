@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "formats/workbook/Sheet.h"
@@ -64,6 +65,7 @@ private:
     const Sheet& sheet_;
     CellRange range_;  // of the records
     std::vector<std::string> columns_;
+    std::unordered_map<std::string, size_t> places_;  // of the columns, by their names in one case
     std::vector<Kinds> kinds_;
 };
 

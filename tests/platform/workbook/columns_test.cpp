@@ -1,5 +1,6 @@
 // How the columns of a sheet are named.
 
+#include "formats/workbook/SheetTable.h"
 #include "formats/workbook/column_names.h"
 #include "tests/platform/workbook/WorkbookTest.h"
 
@@ -126,6 +127,22 @@ TEST_F(WorkbookColumns, OfNumbersAreNamedAsTheSheetShowsThem) {
                           number("1.5") + number("1E+20")),
                      ALL),
               "100000|1000000|0.0001|2024|1.5|1E+20\n");
+}
+
+TEST(SheetColumns, AreFoundAtOnceHoweverLongTheirNamesAre) {
+    const TextTable noTexts;
+    Sheet sheet(noTexts);
+    sheet.beginRow(1);
+    for (uint32_t column = 0; column < 2000; ++column) {
+        sheet.addText(column, std::string(5000, 'n') + std::to_string(column));
+    }
+    sheet.endRow();
+    sheet.end();
+    const SheetTable table(sheet, std::nullopt, true);
+    const std::string last = table.columns().back();
+    for (int time = 0; time < 20000; ++time) {
+        ASSERT_EQ(table.findColumn(last), 1999);
+    }
 }
 
 TEST(ColumnNames, AreFoundAtOnceHoweverOftenOneIsRepeated) {
