@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "formats/text/utf8.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/workbook/query_names.h"
 
@@ -15,23 +16,27 @@ namespace {
 constexpr std::string_view MISSING_TABLE = "no such table: ";
 constexpr std::string_view MISSING_COLUMN = "no such column: ";
 
-template <class Items, class NameOf>
-std::string listed(const Items& items, NameOf nameOf) {
-    std::string text;
-    for (const auto& item : items) {
-        text.append(text.empty() ? "" : ", ").append("\"").append(nameOf(item)).append("\"");
+/// A name as errors show it: a cell may hold any amount of text.
+std::string shortened(std::string_view name) {
+    constexpr size_t MOST_BYTES = 100;
+    size_t length = 0;
+    while (length < std::min(name.size(), MOST_BYTES)) {
+        length += utf8CharacterAt(name.substr(length)).length;
     }
-    return text;
+    return std::string(name.substr(0, length)).append(length < name.size() ? "..." : "");
 }
 
-std::string listedSheets(const std::vector<SheetEntry>& sheets) {
+/// The first names, and how many others there are.
+template <class Items, class NameOf>
+std::string listed(const Items& items, NameOf nameOf) {
     constexpr size_t MOST_LISTED = 10;
-    const size_t count = std::min(sheets.size(), MOST_LISTED);
-    const auto end = sheets.begin() + static_cast<std::ptrdiff_t>(count);
-    std::string text = listed(std::vector<SheetEntry>(sheets.begin(), end),
-                              [](const SheetEntry& sheet) { return sheet.name; });
-    if (count < sheets.size()) {
-        text.append(" and ").append(std::to_string(sheets.size() - count)).append(" more");
+    const size_t count = std::min(items.size(), MOST_LISTED);
+    std::string text;
+    for (size_t item = 0; item < count; ++item) {
+        text.append(item == 0 ? "\"" : ", \"").append(shortened(nameOf(items[item]))).append("\"");
+    }
+    if (count < items.size()) {
+        text.append(" and ").append(std::to_string(items.size() - count)).append(" more");
     }
     return text;
 }
@@ -45,7 +50,7 @@ std::string listedSheets(const std::vector<SheetEntry>& sheets) {
     }
     NO_TABLE.raise(WORKBOOK_PROVIDER,
                    "The workbook \"" + path + "\" has no " + what + "; its sheets are " +
-                       listedSheets(index.sheets()) +
+                       listed(index.sheets(), [](const SheetEntry& sheet) { return sheet.name; }) +
                        ". A query names a sheet with a dollar sign behind it, as in [Sheet1$]");
 }
 

@@ -126,6 +126,24 @@ TEST_F(WorkbookQueries, ThatNameAMissingColumnFail) {
               "\"Name\", \"Points\", \"In\"");
 }
 
+TEST_F(WorkbookQueries, ThatNameAMissingColumnListTenOfThose) {
+    const auto error = [this](const std::string& firstName) {
+        std::string header = "<c t='str'><v>" + firstName + "</v></c>";
+        for (int column = 1; column < 12; ++column) {
+            header += "<c t='str'><v>c" + std::to_string(column) + "</v></c>";
+        }
+        return queryError(TestBook().sheet("S", "<row>" + header + "</row>"),
+                          "SELECT Score FROM [S$]");
+    };
+    const std::string start =
+        "There is no column \"Score\" in the workbook \"PATH\". The columns of [S$] are \"";
+    const std::string others =
+        R"(", "c1", "c2", "c3", "c4", "c5", "c6", "c7", "c8", "c9" and 2 more)";
+    EXPECT_EQ(error("c0"), start + "c0" + others);
+    EXPECT_EQ(error(std::string(100, 'x')), start + std::string(100, 'x') + others);
+    EXPECT_EQ(error(std::string(99, 'x') + "ÄÖ"), start + std::string(99, 'x') + "Ä..." + others);
+}
+
 TEST_F(WorkbookQueries, ThatAreNoSqlFail) {
     EXPECT_EQ(queryError(league(), "SELECT Name, FROM [S$];"),
               "The query cannot be run on the workbook \"PATH\": near \"FROM\": syntax error");
