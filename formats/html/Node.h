@@ -37,6 +37,12 @@ struct Node {
     bool isOpen : 1 = false;
     bool isFormatting : 1 = false;
 
+    /// Of inner texts: what holds for text inside of this element, once that has been asked for;
+    /// see inner_text.cpp.
+    mutable bool isInheritanceKnown : 1 = false;
+    mutable bool keepsSpaceInside : 1 = false;
+    mutable bool isVisibleInside : 1 = true;
+
     /// Of a search by inner text: the SearchedText::number from which this element's text is known
     /// to differ; see inner_text.h.
     mutable uint32_t textKnownToDiffer = 0;

@@ -68,6 +68,26 @@ bool keepsSpace(const Node& element) {
     return isOneOf(element.tag, Tag::PRE, Tag::LISTING, Tag::PLAINTEXT, Tag::XMP, Tag::TEXTAREA);
 }
 
+/// Notes what an element inherits to all inside, in itself and in those around it: a table asks for
+/// it with every cell, and a search with every element of the page.
+void findInheritance(const Node& element) {
+    std::vector<const Node*> unknown;
+    const Node* each = &element;
+    for (; each != nullptr && !each->isInheritanceKnown; each = each->parent) {
+        unknown.push_back(each);
+    }
+    for (; !unknown.empty(); unknown.pop_back()) {
+        const Node& node = *unknown.back();
+        const Visibility visibility = visibilityOf(node);
+        const bool isInherited = visibility == Visibility::INHERITED;
+        node.keepsSpaceInside = keepsSpace(node) || (each != nullptr && each->keepsSpaceInside);
+        node.isVisibleInside = isInherited ? each == nullptr || each->isVisibleInside
+                                           : visibility == Visibility::VISIBLE;
+        node.isInheritanceKnown = true;
+        each = &node;
+    }
+}
+
 bool isCell(const Node& node) {
     return node.isHtml(Tag::TD) || node.isHtml(Tag::TH);
 }
@@ -138,12 +158,11 @@ public:
 private:
     /// Takes over what elements around the root say of it.
     void inherit(const Node* parent) {
-        Visibility visibility = Visibility::INHERITED;
-        for (const Node* each = parent; each != nullptr; each = each->parent) {
-            preserving_ += keepsSpace(*each) ? 1 : 0;
-            visibility = visibility == Visibility::INHERITED ? visibilityOf(*each) : visibility;
+        if (parent != nullptr) {
+            findInheritance(*parent);
+            preserving_ = parent->keepsSpaceInside ? 1 : 0;
+            isVisible_ = parent->isVisibleInside;
         }
-        isVisible_ = visibility != Visibility::HIDDEN;
     }
 
     void enter(const Node& element) {

@@ -130,6 +130,22 @@ TEST_F(HostilePage, MayHaveManyRowsAndCells) {
     EXPECT_EQ(document_->table(document_->firstTable(nullptr))->cellCount(0), 200000U);
 }
 
+/// Elements inside of each other, each with a long style.
+std::string styledAround(const std::string& inside) {
+    const std::string style = repeated("color:red;", 1000);
+    return repeated("<div style='" + style + "'>", 300) + inside;
+}
+
+TEST_F(HostilePage, MayStyleAllThatIsAroundATable) {
+    load(styledAround("<table>" + repeated("<tr><td>x<td>y", 100000) + "</table>"));
+    const auto table = document_->table(document_->firstTable(nullptr));
+    std::string text;
+    for (size_t row = 0; row < table->rowCount(); ++row) {
+        table->appendCellText(row, 1, text);
+    }
+    EXPECT_EQ(text, repeated("y", 100000));
+}
+
 TEST_F(HostilePage, MayHaveTextThatBelongsInFrontOfATable) {
     load("<table>" + repeated("x<tr><td>", 100000));
     EXPECT_EQ(document_->table(document_->firstTable(nullptr))->rowCount(), 100000U);
@@ -193,6 +209,11 @@ TEST_F(HostileSearch, MayBeForATextThatAllSeemToBeginWith) {
 
 TEST_F(HostileSearch, MayBeForATextThatEndsDeepInside) {
     load("x" + deep_ + repeated("<wbr>", 900000) + "<p id=a>y</p>" + "x");
+    EXPECT_TRUE(isFound("y", "a"));
+}
+
+TEST_F(HostileSearch, MayBeOfAPageThatStylesAllAroundItsTexts) {
+    load(styledAround(repeated("<p>x", 100000) + "<p id=a>y"));
     EXPECT_TRUE(isFound("y", "a"));
 }
 
