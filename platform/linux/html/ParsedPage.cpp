@@ -72,7 +72,12 @@ bool ParsedPage::innerTextEquals(Element element, std::string_view text) {
 }
 
 std::unique_ptr<HtmlTable> ParsedPage::table(Element table) {
-    return std::make_unique<ParsedTable>(nodeOf(table));
+    return std::make_unique<ParsedTable>(nodeOf(table), endMark_);
+}
+
+size_t ParsedTable::cellCount(size_t row) {
+    raiseIfEnded(endMark_, PARSER_NAME);
+    return rows_.cellCount(row);
 }
 
 }  // namespace intake::html

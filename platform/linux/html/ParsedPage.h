@@ -44,10 +44,11 @@ private:
 /// A table of such a page.
 class ParsedTable final : public HtmlTable {
 public:
-    explicit ParsedTable(const Node& table) : rows_(table) {}
+    /// Both outlive this object. Asking for a row throws PlatformError once the mark is set.
+    ParsedTable(const Node& table, const EndMark& endMark) : rows_(table), endMark_(endMark) {}
 
     size_t rowCount() override { return rows_.rowCount(); }
-    size_t cellCount(size_t row) override { return rows_.cellCount(row); }
+    size_t cellCount(size_t row) override;
     void appendCellText(size_t row, size_t cell, std::string& out) override {
         rows_.appendCellText(row, cell, out);
     }
@@ -57,6 +58,7 @@ public:
 
 private:
     TableRows rows_;
+    const EndMark& endMark_;
 };
 
 }  // namespace intake::html

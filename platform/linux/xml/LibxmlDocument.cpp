@@ -124,6 +124,7 @@ size_t LibxmlDocument::selectedCount() {
 }
 
 XmlDocument::Node LibxmlDocument::selected(size_t position) {
+    raiseIfEnded(endMark_, LIBXML2);
     return selection_->nodesetval->nodeTab[position];
 }
 

@@ -135,6 +135,14 @@ TEST_F(HtmlSearch, GivesUpOnceNobodyWaits) {
     EXPECT_THROW(document_->firstTable(nullptr), PlatformError);
 }
 
+TEST_F(HtmlSearch, LeavesATableThatGivesUpOnceNobodyWaits) {
+    load("<table><tr><td>x</table>");
+    const auto table = document_->table(document_->firstTable(nullptr));
+    EXPECT_EQ(table->cellCount(0), 1U);
+    endMark_.set();
+    EXPECT_THROW(table->cellCount(0), PlatformError);
+}
+
 TEST_F(HtmlSearch, OfAnEmptyPageFindsOnlyWhatEveryPageHas) {
     for (const char* page : {"", " ", "x", "<!-- x -->", "\xEF\xBB\xBF"}) {
         load(page);
