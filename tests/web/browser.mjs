@@ -97,6 +97,19 @@ export async function holdBack(page, address, method = "GET") {
   };
 }
 
+/** What the server tells the page from here on can be kept from it, and the connection broken. */
+export async function interceptEvents(page) {
+  const events = { isSilent: false, break: undefined };
+  await page.routeWebSocket(/\/events/, (socket) => {
+    const server = socket.connectToServer();
+    server.onMessage((text) => events.isSilent || socket.send(text));
+    events.break = () => socket.close();
+  });
+  await page.reload();
+  await waitFor(() => events.break, (known) => known !== undefined);
+  return events;
+}
+
 /** Goes to another instance without a way over the wall. */
 export const goTo = (page, name) =>
   page.evaluate((hash) => (location.hash = hash), `#edit/${encodeURIComponent(name)}`);

@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { button, field, useBrowser, waitFor } from "./browser.mjs";
+import { button, field, interceptEvents, useBrowser, waitFor } from "./browser.mjs";
 import { instance, live, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -163,6 +163,35 @@ test("a draft that another tab has changed is neither loaded nor discarded befor
   await waitFor(() => field(page, "numRows").inputValue(), (text) => text === "2");
   assert.ok((await here.served.get("/instances/list")).isDraft);
   assert.equal(await countLoads(), 0);
+});
+
+/** A draft that another tab changes, of which the events do not tell. */
+async function changeUnseen(page) {
+  const events = await interceptEvents(page);
+  await lock(page);
+  await here.served.set("list", { table: "other" });
+  await page.waitForSelector(".draft");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock:not(.closed)");
+  events.isSilent = true;
+  await here.served.set("list", { numRows: "1" });
+}
+
+test("a load that was refused shows what is there now, so that the next press loads", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await changeUnseen(page);
+  await load(page).click();
+  await page.waitForSelector(".broken >> text=The instance has been changed meanwhile.");
+  await waitFor(() => field(page, "numRows").inputValue(), (text) => text === "1");
+  await waitFor(async () => (await load(page).click(), hasWritten("other")), Boolean);
+});
+
+test("a load that was refused on the wall is not refused again", async () => {
+  const page = await here.openWall([instance("list", "list.json")], files);
+  await changeUnseen(page);
+  await button(page, "list", "Load").click();
+  await page.waitForSelector(".broken >> text=The instance has been changed meanwhile.");
+  await waitFor(async () => (await button(page, "list", "Load").click(), hasWritten("other")), Boolean);
 });
 
 test("what is typed goes into the draft before the press that loads it", async () => {

@@ -99,18 +99,13 @@ WebResponse InstanceRoutes::edited(LiveInstance& instance, const std::string& bo
     } catch (const UsageError& error) {
         return refused(422, instance.redacted(error.what()));
     }
-    if (instance.revision() != request->revision) publishEdited(instance);
+    if (instance.revision() != request->revision) scene_.touch();
     return detailsOf(instance);
 }
 
 void InstanceRoutes::apply(const EditRequest& request, LiveInstance& instance) {
     if (scene_.isLocked() || instance.isDraft()) return instance.editDraft(request.values);
     instance.edit(request.values);
-}
-
-void InstanceRoutes::publishEdited(const LiveInstance& instance) {
-    served_.publishEdited(instance);
-    scene_.touch();
 }
 
 void InstanceRoutes::load(const Call& call) {
@@ -125,7 +120,7 @@ WebResponse InstanceRoutes::loaded(LiveInstance& instance, const std::string& bo
     if (instance.isDraft()) {
         if (auto refusal = refusesRevision(revisionIn(body), instance)) return *refusal;
         instance.useDraft();
-        publishEdited(instance);
+        scene_.touch();
     }
     instance.execAction(loadAction);
     return accepted();
@@ -141,7 +136,7 @@ WebResponse InstanceRoutes::discarded(LiveInstance& instance, const std::string&
     if (auto refusal = refusesRevision(revisionIn(body), instance)) return *refusal;
     if (instance.isDraft()) {
         instance.discardDraft();
-        publishEdited(instance);
+        scene_.touch();
     }
     return detailsOf(instance);
 }
@@ -169,7 +164,7 @@ WebResponse InstanceRoutes::added(const std::string& body) {
     LiveInstance& instance =
         served_.live.add(name, model == nullptr ? defaults : *model->chosenValues());
     if (model != nullptr) scene_.added(instance, *model);
-    publishEdited(instance);
+    scene_.touch();
     WebResponse response = detailsOf(instance);
     response.status = 201;
     return response;
@@ -180,7 +175,7 @@ void InstanceRoutes::rename(const Call& call) {
         const std::string name = textIn(call.request.body, "name");
         if (auto refusal = refusesName(name)) return call.reply(*refusal);
         served_.live.rename(instance, name);
-        publishEdited(instance);
+        scene_.touch();
         call.reply(detailsOf(instance));
     });
 }

@@ -37,7 +37,6 @@ private:
     serve::WebResponse discarded(LiveInstance& instance, const std::string& body);
     serve::WebResponse added(const std::string& body);
     std::optional<serve::WebResponse> refusesName(const std::string& name) const;
-    void publishEdited(const LiveInstance& instance);
 
     ServedScene& served_;
     OpenScene& scene_;

@@ -167,8 +167,6 @@ SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile
     } catch (const UsageError& error) {
         return {nullptr, refused(422, served_.live.redaction()(error.what()))};
     }
-    for (const auto& instance : served_.live.instances())
-        served_.publishEdited(*instance);
     return {snapshot(), {}};
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <exception>
 
-#include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/record_values.h"
 #include "workbench/cli/scene_child.h"
 #include "workbench/cli/serve/responses.h"
@@ -97,13 +96,6 @@ void ServedScene::askChild(const Call& call, LiveInstance& instance, const char*
                 [child = std::move(child)](const std::stop_token& stop) {
                     return responseOf(ask(child, stop));
                 });
-}
-
-void ServedScene::publishEdited(const LiveInstance& instance) {
-    JsonWriter name(JsonWriter::Layout::OneLine);
-    name.text(instance.name());
-    publish("\"type\": \"edited\", \"name\": " + name.take() +
-            ", \"revision\": " + std::to_string(instance.revision()));
 }
 
 }  // namespace workbench

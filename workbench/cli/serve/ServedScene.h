@@ -75,9 +75,6 @@ public:
     /// Tells all pages of an event, whose members are given as JSON. Any thread.
     void publish(const std::string& members) { server_.publish(feed.add(members)); }
 
-    /// Tells all pages that the parameters of an instance may not be what they know. Host's thread.
-    void publishEdited(const LiveInstance& instance);
-
 private:
     serve::WebServer& server_;
     std::array<Jobs, 3> jobs_{Jobs(4), Jobs(4), Jobs(2)};  // by kind; the last member: they use all

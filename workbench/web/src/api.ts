@@ -47,6 +47,9 @@ async function ask<T>(method: string, path: string, body?: object, signal?: Abor
   return (text === "" ? undefined : JSON.parse(text)) as T;
 }
 
+/** Whether it was made on what is not so any more. */
+export const isStale = (fault: unknown): boolean => fault instanceof Refusal && fault.status === 409;
+
 function errorIn(text: string): string | undefined {
   try {
     return (JSON.parse(text) as { error?: string }).error;

@@ -21,9 +21,6 @@ export const error = signal("");
 /** Counts the servers that the page has listened to, since one may be started again. */
 export const servers = signal(0);
 
-/** Whose settings somebody has changed, as the last events tell. */
-export const edited = signal<ReadonlyMap<string, number>>(new Map());
-
 /** When the connection broke; 0 while it stands. */
 export const brokenAt = signal(0);
 
@@ -48,6 +45,13 @@ async function readAll(): Promise<void> {
   await readScene().catch(tell);
 }
 
+/** Whose settings have been changed since the last event, when a refusal says that some have. */
+export async function catchUp(): Promise<void> {
+  const states = await api.instances();
+  const known = new Map(seen.peek().map(({ name, revision }) => [name, revision]));
+  note(states.filter(({ name, revision }) => revision > (known.get(name) ?? 0)), false);
+}
+
 function tell(fault: unknown): void {
   error.value = api.sentenceOf(fault);
 }
@@ -62,7 +66,6 @@ function take(event: Event): void {
   last = event.seq;
   if (event.type === "instances") note(event.instances, false);
   else if (event.type === "loads") noteLoads(event.loads, false);
-  else if (event.type === "edited") edited.value = new Map([...edited.peek(), [event.name, event.revision]]);
   else if (event.type === "gone") forget(event.names);
   else if (event.type === "ladder") noteLadder(event.name);
   else if (event.type === "scene") readScene().catch(tell);
@@ -81,7 +84,6 @@ function takeAll(): void {
   waiting = [];
   batch(() => {
     clock.value = takenAt;
-    edited.value = new Map();
     events.forEach(take);
   });
 }

@@ -239,7 +239,6 @@ export interface FieldPage {
 export type Event =
   | { seq: number; type: "instances"; instances: Instance[] }
   | { seq: number; type: "loads"; loads: Load[] }
-  | { seq: number; type: "edited"; name: string; revision: number }
   | { seq: number; type: "gone"; names: string[] }
   | { seq: number; type: "ladder"; name: string; id: number }
   | { seq: number; type: "scene"; revision: number }

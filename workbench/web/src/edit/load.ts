@@ -9,5 +9,5 @@ import { settled } from "./settings.js";
 export async function load(name: string, held: boolean, shown: number): Promise<void> {
   const revision = await settled(shown);
   if (revision === null) error.value = "Nothing was loaded, since what was just set was refused.";
-  else press(name, held, revision);
+  else await press(name, held, revision);
 }

@@ -2,7 +2,7 @@
 
 import { effect, signal } from "@preact/signals";
 import * as api from "../api.js";
-import { edited, servers } from "../session.js";
+import { seen, servers } from "../session.js";
 import type { Details, Values } from "../shapes.js";
 
 export const details = signal<Details | null>(null);
@@ -132,8 +132,6 @@ function step(revision: number, fresh: Details, sent: string[]): void {
   if (!isOvertaken(fresh)) take(fresh, sent);
 }
 
-const isStale = (fault: unknown): boolean => fault instanceof api.Refusal && fault.status === 409;
-
 async function edit(name: string, revision: number, set: Values): Promise<string> {
   const names = Object.keys(set);
   try {
@@ -142,7 +140,7 @@ async function edit(name: string, revision: number, set: Values): Promise<string
     return "";
   } catch (fault) {
     if (!isOpen(name)) return api.sentenceOf(fault);
-    if (!isStale(fault)) return refuse(fault, names);
+    if (!api.isStale(fault)) return refuse(fault, names);
     contest(names);
     await read(name, true);
     if (isOpen(name)) notice.value = staleNotice;
@@ -207,17 +205,16 @@ export async function discardDraft(name: string): Promise<string> {
     if (isOpen(name)) step(revision, fresh, []);
     return "";
   } catch (fault) {
-    if (isStale(fault) && isOpen(name)) await read(name, true);
+    if (api.isStale(fault) && isOpen(name)) await read(name, true);
     return api.sentenceOf(fault);
   }
 }
 
 effect(() => {
-  const revisions = edited.value; // read first: what is not read is not followed
+  const rows = seen.value; // read first: what is not read is not followed
   const shown = details.peek();
-  if (shown === null) return;
-  const revision = revisions.get(shown.name);
-  if (revision !== undefined && revision !== shown.revision) void read(shown.name, false);
+  const row = rows.find(({ name }) => name === shown?.name);
+  if (shown !== null && row !== undefined && row.revision > shown.revision) void read(shown.name, false);
 });
 
 effect(() => {

@@ -28,7 +28,7 @@ function Actions({ name, revision }: Seen) {
       <button disabled={!isLive} onClick={() => explain(name)}>
         Why?
       </button>
-      <HoldButton label="Load" isOff={!isLive} onPress={(held) => press(name, held, revision)} />
+      <HoldButton label="Load" isOff={!isLive} onPress={(held) => void press(name, held, revision)} />
     </td>
   );
 }
