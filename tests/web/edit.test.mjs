@@ -351,6 +351,19 @@ test("settings can be changed further when the server was started again", async 
   await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
 });
 
+test("nothing is loaded when one of two changes under way is refused, be it the first", async () => {
+  const secrets = { useCustomHeaders: 1, customHeaders: "X-Key: hidden" };
+  const page = await here.openEdit("list", [instance("list", "list.json", secrets)], { "list.json": rows(3) });
+  const arrive = await holdBack(page, /instances\/list$/, "PATCH");
+  await field(page, "customHeaders").fill("X-Other: ••••\nX-More: ••••");
+  await field(page, "table").fill("Other");
+  await page.click('button:text-is("Load to store")');
+  await arrive();
+  await page.waitForSelector("text=Nothing was loaded, since what was just set was refused.");
+  assert.equal((await here.served.get("/instances/list")).values.table, "Other");
+  assert.equal((await here.served.get("/loads")).loads.length, 0);
+});
+
 test("Load is a parameter as any other, and loads once", async () => {
   const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
   await field(page, "load").dblclick();

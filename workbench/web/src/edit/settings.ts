@@ -178,15 +178,18 @@ async function sendNow(name: string, set: Values, revision: number): Promise<str
 }
 
 const nothingSent = Promise.resolve("");
+
+/** All that is under way; gives the first refusal. */
 let queue: Promise<string> = nothingSent;
 
 /** One after the other, since each needs the revision that the one before has made of `revision`,
     which was shown to whoever wants it. Gives what is wrong; empty when nothing is. */
 export function send(name: string, set: Values, revision = shownRevision()): Promise<string> {
   const sent = queue.then(() => sendNow(name, set, revision));
-  queue = sent;
-  void sent.then(() => {
-    if (queue === sent) queue = nothingSent;
+  const all = Promise.all([queue, sent]).then(([former, last]) => former || last);
+  queue = all;
+  void all.then(() => {
+    if (queue === all) queue = nothingSent;
   });
   return sent;
 }
