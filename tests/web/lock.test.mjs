@@ -208,6 +208,22 @@ test("what is typed goes into the draft before the press that loads it", async (
   await page.waitForSelector(".draft-words", { state: "detached" });
 });
 
+test("what is typed goes over the draft that was loaded here meanwhile", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")], files);
+  await lock(page);
+  await field(page, "table").fill("other");
+  await field(page, "table").press("Enter");
+  await page.waitForSelector(".draft-words");
+  await page.click("button.lock");
+  await page.waitForSelector("button.lock:not(.closed)");
+  await field(page, "key").fill("x".repeat(80)); // too long to be sent
+  await load(page).click();
+  await page.waitForSelector(".draft-words", { state: "detached" });
+  await field(page, "key").fill("id");
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "id");
+});
+
 test("a draft is loaded from the wall as it was told there", async () => {
   const page = await here.openWall([instance("list", "list.json")], files);
   await lock(page);

@@ -47,6 +47,11 @@ std::optional<WebResponse> refusesRevision(std::optional<std::uint64_t> known,
     return workbench::refusesRevision(known, instance.revision(), "The instance");
 }
 
+/// What the page's own change has made of the revision that it named.
+std::string revisionJson(const LiveInstance& instance) {
+    return "{\"revision\": " + std::to_string(instance.revision()) + "}\n";
+}
+
 WebResponse locked() {
     return refused(423, "The scene is locked.");
 }
@@ -117,13 +122,14 @@ void InstanceRoutes::load(const Call& call) {
 WebResponse InstanceRoutes::loaded(LiveInstance& instance, const std::string& body) {
     if (scene_.isLocked() && !isSetIn(body, "held"))
         return refused(423, "The scene is locked: hold the button to load nevertheless.");
-    if (instance.isDraft()) {
+    const bool isDraft = instance.isDraft();
+    if (isDraft) {
         if (auto refusal = refusesRevision(revisionIn(body), instance)) return *refusal;
         instance.useDraft();
         scene_.touch();
     }
     instance.execAction(loadAction);
-    return accepted();
+    return isDraft ? accepted(revisionJson(instance)) : accepted();
 }
 
 void InstanceRoutes::discard(const Call& call) {

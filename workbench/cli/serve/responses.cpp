@@ -38,8 +38,8 @@ WebResponse busy() {
     return refused(503, "The workbench is busy; try again.");
 }
 
-WebResponse accepted() {
-    WebResponse response = ok("{}\n");
+WebResponse accepted(std::string body) {
+    WebResponse response = ok(std::move(body));
     response.status = 202;
     return response;
 }

@@ -21,7 +21,7 @@ std::optional<serve::WebResponse> refusesRevision(std::optional<std::uint64_t> k
                                                   std::uint64_t last, const std::string& what);
 
 serve::WebResponse busy();
-serve::WebResponse accepted();
+serve::WebResponse accepted(std::string body = "{}\n");
 
 /// What a child that prints JSON has answered.
 serve::WebResponse responseOf(const ChildAnswer& answer);

@@ -79,7 +79,8 @@ export const instances = (): Promise<Instance[]> => ask("GET", "/instances");
 export const details = (name: string): Promise<Details> => ask("GET", pathOf(name));
 export const edit = (name: string, revision: number, set: Values): Promise<Details> =>
   ask("PATCH", pathOf(name), { revision, set });
-export const load = (name: string, held: boolean, revision: number): Promise<void> =>
+/** Tells what the revision of a draft has become. */
+export const load = (name: string, held: boolean, revision: number): Promise<{ revision?: number }> =>
   ask("POST", `${pathOf(name)}/load`, held ? { revision, held } : { revision });
 export const discard = (name: string, revision: number): Promise<Details> =>
   ask("POST", `${pathOf(name)}/discard`, { revision });

@@ -1,6 +1,7 @@
 // The button Load of an instance.
 
 import * as api from "./api.js";
+import { noteOwnStep } from "./edit/settings.js";
 import { catchUp, error } from "./session.js";
 
 const pause = 500; // milliseconds
@@ -13,7 +14,8 @@ export async function press(name: string, held: boolean, revision: number): Prom
   pressed.add(name);
   setTimeout(() => pressed.delete(name), pause);
   try {
-    await api.load(name, held, revision);
+    const loaded = await api.load(name, held, revision);
+    if (loaded.revision !== undefined) noteOwnStep(name, revision, loaded.revision);
     error.value = "";
   } catch (fault) {
     error.value = api.sentenceOf(fault);

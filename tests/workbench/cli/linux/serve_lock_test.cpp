@@ -92,11 +92,19 @@ TEST_F(ServedLock, LoadsADraftOnlyWhenTheButtonIsHeld) {
     lock(true);
     set(R"({"xpath": "items"})");
     EXPECT_EQ(post("/api/v1/instances/table/load").status, 423);
-    EXPECT_EQ(post("/api/v1/instances/table/load", seen(table, R"(, "held": true)")).status, 202);
+    const Answer answer = post("/api/v1/instances/table/load", seen(table, R"(, "held": true)"));
+    EXPECT_EQ(answer.status, 202);
     EXPECT_TRUE(hasLoaded(1));
     const auto told = json(get("/api/v1/instances/table"));
+    EXPECT_EQ(json(answer)["revision"].GetInt(), told["revision"].GetInt());
     EXPECT_FALSE(told["isDraft"].GetBool());
     EXPECT_STREQ(told["values"]["xpath"].GetString(), "items");
+}
+
+TEST_F(ServedLock, TellsNoRevisionOfALoadThatHasMadeNone) {
+    const Answer answer = post("/api/v1/instances/table/load", R"({"revision": 0})");
+    EXPECT_EQ(answer.status, 202);
+    EXPECT_FALSE(json(answer).HasMember("revision"));
 }
 
 TEST_F(ServedLock, LoadsNoDraftAndDropsNoneThatThePageHasNotSeen) {

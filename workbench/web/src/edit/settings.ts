@@ -127,8 +127,12 @@ const differs = ({ values }: Details, set: Values): boolean =>
   Object.entries(set).some(([name, value]) => String(values[name]) !== String(value));
 
 /** Notes what our change, made on `revision`, has become. */
+export function noteOwnStep(name: string, revision: number, next: number): void {
+  if (isOpen(name) && next !== revision) ownSteps.set(revision, next);
+}
+
 function step(revision: number, fresh: Details, sent: string[]): void {
-  if (fresh.revision !== revision) ownSteps.set(revision, fresh.revision);
+  noteOwnStep(fresh.name, revision, fresh.revision);
   if (!isOvertaken(fresh)) take(fresh, sent);
 }
 
