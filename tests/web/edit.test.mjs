@@ -2,7 +2,7 @@
 
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { button, field, fieldNames, goTo, holdBack, useBrowser, waitFor } from "./browser.mjs";
+import { button, field, fieldNames, goTo, holdBack, interceptEvents, useBrowser, waitFor } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -326,29 +326,70 @@ test("two tabs show the same settings", async () => {
   await waitFor(() => field(page, "mode").inputValue(), (value) => value === "0");
 });
 
-test("settings can be changed further when the server was started again", async () => {
-  const page = await here.openEdit("list", [instance("list", "list.json")], { "list.json": rows(3) });
+/** On the same port. */
+async function startAgain() {
   const { port } = here.served;
-  const startAgain = async () => {
-    await here.served.end();
-    await here.served.launch(["--port", String(port)]);
-  };
+  await here.served.end();
+  await here.served.launch(["--port", String(port)]);
+}
+
+/** Opens an instance on a server that a further one can take the place of. */
+async function openOnPort(name) {
+  await startAgain();
+  const page = await here.window();
+  await page.goto(here.served.address);
+  await button(page, name, "Edit").click();
+  await field(page, "table").waitFor();
+  return page;
+}
+
+/** Breaks the connection, and waits until it stands again. */
+async function reconnect(page, end) {
+  const arrive = await holdBack(page, /\/about$/);
+  await end();
+  await page.waitForSelector("text=No connection since");
+  await arrive();
+  await page.waitForSelector("text=No connection since", { state: "detached" });
+  await waitFor(() => field(page, "key").isEnabled(), Boolean);
+}
+
+test("settings can be changed further when the server was started again", async () => {
+  await here.serve([instance("list", "list.json")], { "list.json": rows(3) });
   const table = async () => (await here.served.get("/instances/list")).values.table;
   const type = async (text) => {
     await field(page, "table").fill(text);
     await field(page, "table").press("Enter");
     await waitFor(table, (value) => value === text);
   };
-  await startAgain();
-  await page.goto(here.served.address);
-  await button(page, "list", "Edit").click();
-  await field(page, "table").waitFor();
+  const page = await openOnPort("list");
   await type("First");
   await type("Second");
   await startAgain();
   await waitFor(() => field(page, "table").inputValue(), (value) => value === "list");
   await type("Third");
   await waitFor(() => page.innerText(".notice"), (notice) => notice === "");
+});
+
+test("what is typed goes over the same settings, though the connection was broken meanwhile", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  const events = await interceptEvents(page);
+  await field(page, "key").fill("typed");
+  await reconnect(page, () => events.break());
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
+});
+
+test("what is typed goes over the same settings of a server that was started again", async () => {
+  await here.serve([instance("list", "list.json")]);
+  const page = await openOnPort("list");
+  await here.served.set("list", { xpath: "rows/id" });
+  await waitFor(() => field(page, "xpath").inputValue(), (path) => path === "rows/id");
+  await here.served.set("list", { xpath: "rows" });
+  await waitFor(() => field(page, "xpath").inputValue(), (path) => path === "rows");
+  await field(page, "key").fill("typed");
+  await reconnect(page, startAgain);
+  await field(page, "key").press("Enter");
+  await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
 });
 
 test("nothing is loaded when one of two changes under way is refused, be it the first", async () => {

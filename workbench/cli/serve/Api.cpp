@@ -1,11 +1,13 @@
 #include "workbench/cli/serve/Api.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <set>
 
 #include "workbench/cli/JsonWriter.h"
 #include "workbench/cli/parameter_list.h"
+#include "workbench/cli/run/LoadReport.h"
 #include "workbench/cli/serve/request_body.h"
 #include "workbench/cli/serve/responses.h"
 #include "workbench/cli/serve/web_files.h"
@@ -50,6 +52,7 @@ const Route<Api> Api::table[] = {
 Api::Api(lumo::Host& host, LiveScene& scene, const std::string& sceneText, const Options& options,
          std::unique_ptr<serve::WebServer> server)
     : parameters_(parameterJson(host.parameters)),
+      started_(isoTime(std::chrono::system_clock::now())),
       gate_(server->port(), serve::sessionSecret(options.port)),
       server_(std::move(server)),
       served_(host, scene, options, *server_),
@@ -98,6 +101,7 @@ void Api::tellAbout(const Call& call) {
         out.open('{');
         out.member("program", "intake-workbench");
         out.member("version", programVersion());
+        out.member("started", started_);
         out.member("scene", scene_.name());
         out.member("seq", served_.feed.last());
         out.close('}');

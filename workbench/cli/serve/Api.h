@@ -67,6 +67,7 @@ private:
     serve::WebResponse resultOf(DryRun& dryRun, const std::stop_token& stop);
 
     const std::string parameters_;  // as JSON; they never change
+    const std::string started_;     // when: tells it from the server before on this port
     const serve::Gate gate_;
     std::unique_ptr<serve::WebServer> server_;
     const StartFolder folder_;

@@ -18,7 +18,7 @@ export const version = signal("");
 export const seen = signal<Seen[]>([]);
 export const error = signal("");
 
-/** Counts the servers that the page has listened to, since one may be started again. */
+/** Counts the servers that the page has read from, since one may be started again. */
 export const servers = signal(0);
 
 /** When the connection broke; 0 while it stands. */
@@ -26,6 +26,7 @@ export const brokenAt = signal(0);
 
 const retryAfter = 1000; // milliseconds
 let last = 0;
+let started = ""; // of the server
 
 function note(states: Instance[], isAll: boolean): void {
   const at = Date.now();
@@ -40,8 +41,14 @@ async function readAll(): Promise<void> {
   fileName.value = about.scene;
   version.value = about.version;
   last = about.seq;
-  note(await api.instances(), true);
-  noteLoads((await api.loads()).loads, true);
+  const states = await api.instances();
+  const { loads } = await api.loads();
+  batch(() => {
+    note(states, true);
+    noteLoads(loads, true);
+    if (started !== about.started) ++servers.value;
+    started = about.started;
+  });
   await readScene().catch(tell);
 }
 
@@ -98,7 +105,6 @@ function listen(): void {
   const socket = api.openEvents(last);
   socket.onopen = () => {
     brokenAt.value = 0;
-    ++servers.value;
   };
   socket.onmessage = (message: MessageEvent<string>) => 
     takeSoon(JSON.parse(message.data) as Event);

@@ -22,6 +22,7 @@ export interface Instance {
 export interface About {
   program: string;
   version: string;
+  started: string; // when: another server has another one
   scene: string;
   seq: number;
 }

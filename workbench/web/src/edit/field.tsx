@@ -6,7 +6,7 @@ import type { Parameter } from "../shapes.js";
 import { isNumber, problemWith, roomLeft } from "./limits.js";
 import { load } from "./load.js";
 import { entriesOf, isSecret, labelOf } from "./parameters.js";
-import { begunAt, contested, details, draft, drafts, drop, problems, send } from "./settings.js";
+import { begunAt, contested, details, draft, drafts, drop, isBehind, problems, send } from "./settings.js";
 
 interface Props {
   instance: string;
@@ -34,9 +34,10 @@ function commit({ instance, parameter }: Props): void {
   void send(instance, { [name]: isNumber(parameter) ? Number(typed) : typed }, begunAt(name));
 }
 
-/** What was refused waits until somebody says what is to become of it. */
+/** What was refused waits until somebody says what is to become of it. A field is also left when the
+    connection ends, which nobody means. */
 function leave(props: Props): void {
-  if (!contested.value.has(props.parameter.name)) commit(props);
+  if (brokenAt.peek() === 0 && !contested.value.has(props.parameter.name)) commit(props);
 }
 
 function attributes(parameter: Parameter) {
@@ -44,7 +45,7 @@ function attributes(parameter: Parameter) {
     id: idOf(parameter),
     "aria-describedby": noteOf(parameter),
     "aria-invalid": problems.value[parameter.name] !== undefined,
-    disabled: brokenAt.value !== 0,
+    disabled: brokenAt.value !== 0 || isBehind.value,
   };
 }
 

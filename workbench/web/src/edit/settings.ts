@@ -1,11 +1,17 @@
 // The settings of the instance that is edited, and what is typed and not sent yet.
 
-import { effect, signal } from "@preact/signals";
+import { computed, effect, signal } from "@preact/signals";
 import * as api from "../api.js";
 import { seen, servers } from "../session.js";
 import type { Details, Values } from "../shapes.js";
 
 export const details = signal<Details | null>(null);
+
+/** The server that tells them, of those that were. */
+const source = signal(0);
+
+/** Whether a server that was started again may have other ones. */
+export const isBehind = computed(() => servers.value !== source.value);
 
 let openName = "";
 
@@ -63,16 +69,29 @@ function isOvertaken(fresh: Details): boolean {
   return now?.name === fresh.name && now.revision > fresh.revision;
 }
 
-/** Reads the settings of an instance. Anew, they count even where their revision is an older one: a
-    server that was started again has begun to count from one. */
+/** Another server has begun to count from one. What is typed was begun on what it has only where all
+    is still as it was shown. */
+function carryOver(fresh: Details): void {
+  const shown = details.peek();
+  const isAsShown = shown?.name === fresh.name && changedNames(shown, fresh).length === 0;
+  for (const [name, revision] of begun)
+    begun.set(name, isAsShown && followed(revision) === shown.revision ? fresh.revision : 0);
+  ownSteps.clear();
+}
+
+/** Reads the settings of an instance. Anew, they count even where their revision is an older one. */
 async function read(name: string, isAnew: boolean): Promise<void> {
   const known = details.peek()?.revision ?? 0;
+  const server = servers.peek();
   try {
     const fresh = await api.details(name);
     if (!isOpen(name)) return;
+    const isFurther = server !== source.peek();
+    if (isFurther) carryOver(fresh);
     const isAnother = fresh.revision < known; // revisions rise, but those of another of the same name
-    if (isAnew || isAnother || !isOvertaken(fresh)) take(fresh, []);
-    if (isAnew) notice.value = "";
+    if (isAnew || isFurther || isAnother || !isOvertaken(fresh)) take(fresh, []);
+    source.value = server;
+    if (isAnew || isFurther) notice.value = "";
   } catch (fault) {
     if (isOpen(name)) notice.value = api.sentenceOf(fault);
   }
@@ -221,13 +240,6 @@ effect(() => {
   const rows = seen.value; // read first: what is not read is not followed
   const shown = details.peek();
   const row = rows.find(({ name }) => name === shown?.name);
-  if (shown !== null && row !== undefined && row.revision > shown.revision) void read(shown.name, false);
-});
-
-effect(() => {
-  const shown = details.peek();
-  if (servers.value <= 1 || shown === null) return;
-  ownSteps.clear();
-  for (const name of begun.keys()) begun.set(name, 0); // what is typed was not begun on what is there now
-  void read(shown.name, true);
+  if (shown === null || row === undefined) return;
+  if (isBehind.peek() || row.revision > shown.revision) void read(shown.name, false);
 });
