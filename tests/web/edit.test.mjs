@@ -392,6 +392,20 @@ test("what is typed goes over the same settings of a server that was started aga
   await waitFor(async () => (await here.served.get("/instances/list")).values.key, (key) => key === "typed");
 });
 
+test("what is typed is kept when a server was started again that has the instance in another place", async () => {
+  const scene = (table) => JSON.stringify({ instances: [instance("list", "list.json", { table })] });
+  await here.serve([instance("first", "list.json"), instance("list", "list.json")]);
+  const page = await openOnPort("list");
+  await field(page, "key").fill("typed");
+  await here.served.write("show.scene.json", scene("Other"));
+  await startAgain();
+  await waitFor(() => field(page, "table").inputValue(), (table) => table === "Other");
+  assert.equal(await field(page, "key").inputValue(), "typed");
+  await field(page, "key").press("Enter");
+  await page.waitForSelector(".contest >> text=It is empty now.");
+  assert.equal((await here.served.get("/instances/list")).values.key, "");
+});
+
 test("nothing is loaded when one of two changes under way is refused, be it the first", async () => {
   const secrets = { useCustomHeaders: 1, customHeaders: "X-Key: hidden" };
   const page = await here.openEdit("list", [instance("list", "list.json", secrets)], { "list.json": rows(3) });

@@ -11,6 +11,7 @@ import type { Event, Instance } from "./shapes.js";
 /** An instance, and when the page heard of it, by the browser's clock in milliseconds. */
 export interface Seen extends Instance {
   at: number;
+  key: number; // of the instance; a server that was started again may have another `id` for it
 }
 
 export const fileName = signal("");
@@ -27,10 +28,18 @@ export const brokenAt = signal(0);
 const retryAfter = 1000; // milliseconds
 let last = 0;
 let started = ""; // of the server
+let lastKey = 0;
 
-function note(states: Instance[], isAll: boolean): void {
+function keyOf({ name, id }: Instance, isFurther: boolean): number {
+  const known = seen.peek().find((each) => each.name === name);
+  const isSame = known !== undefined && (isFurther || known.id === id);
+  return isSame ? known.key : ++lastKey;
+}
+
+/** `isFurther`: those of a server that was started again. */
+function note(states: Instance[], isAll: boolean, isFurther = false): void {
   const at = Date.now();
-  const fresh = new Map(states.map((state) => [state.name, { ...state, at }]));
+  const fresh = new Map(states.map((state) => [state.name, { ...state, at, key: keyOf(state, isFurther) }]));
   const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
   const known = new Set(kept.map((each) => each.name));
   seen.value = [...kept, ...[...fresh.values()].filter((each) => !known.has(each.name))];
@@ -44,9 +53,10 @@ async function readAll(): Promise<void> {
   const states = await api.instances();
   const { loads } = await api.loads();
   batch(() => {
-    note(states, true);
+    const isFurther = started !== about.started;
+    note(states, true, isFurther);
     noteLoads(loads, true);
-    if (started !== about.started) ++servers.value;
+    if (isFurther) ++servers.value;
     started = about.started;
   });
   await readScene().catch(tell);
