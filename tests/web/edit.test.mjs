@@ -406,6 +406,21 @@ test("what is typed is kept when a server was started again that has the instanc
   assert.equal((await here.served.get("/instances/list")).values.key, "");
 });
 
+test("a switch that is pressed on what has changed meanwhile stays as it is, and no typed text is told of", async () => {
+  const page = await here.openEdit("list", [instance("list", "list.json")]);
+  await page.route("**/api/v1/instances/list", async (route) => {
+    if (route.request().method() === "PATCH") await here.served.set("list", { table: "Other" });
+    await route.continue();
+  });
+  await field(page, "autoLoad").click();
+  await waitFor(
+    () => page.innerText(".notice"),
+    (notice) => notice === "This instance has been changed meanwhile, so nothing was set. Look at it, and set it again.",
+  );
+  assert.equal(await field(page, "autoLoad").isChecked(), false);
+  assert.equal(await field(page, "table").inputValue(), "Other");
+});
+
 test("nothing is loaded when one of two changes under way is refused, be it the first", async () => {
   const secrets = { useCustomHeaders: 1, customHeaders: "X-Key: hidden" };
   const page = await here.openEdit("list", [instance("list", "list.json", secrets)], { "list.json": rows(3) });

@@ -44,8 +44,10 @@ const sources = new Set([
   "enableProxy", "proxyMode", "proxyUrl", "proxyUser", "proxyPwd", "useCustomHeaders", "customHeaders",
 ]);
 
-const staleNotice =
-  "This instance has been changed meanwhile. What you typed is still here: send it again, or drop it.";
+const staleNotices = {
+  typed: "This instance has been changed meanwhile. What you typed is still here: send it again, or drop it.",
+  chosen: "This instance has been changed meanwhile, so nothing was set. Look at it, and set it again.",
+};
 
 function without<T>(record: Record<string, T>, names: string[]): Record<string, T> {
   return Object.fromEntries(Object.entries(record).filter(([name]) => !names.includes(name)));
@@ -129,9 +131,11 @@ function followed(revision: number): number {
   return next === undefined ? revision : followed(next);
 }
 
-function contest(names: string[]): void {
+/** Gives what to say of it. */
+function contest(names: string[]): string {
   const typed = names.filter((name) => drafts.peek()[name] !== undefined);
   contested.value = new Set([...contested.peek(), ...typed]);
+  return typed.length > 0 ? staleNotices.typed : staleNotices.chosen;
 }
 
 function refuse(fault: unknown, names: string[]): string {
@@ -164,10 +168,10 @@ async function edit(name: string, revision: number, set: Values): Promise<string
   } catch (fault) {
     if (!isOpen(name)) return api.sentenceOf(fault);
     if (!api.isStale(fault)) return refuse(fault, names);
-    contest(names);
+    const sentence = contest(names);
     await read(name, true);
-    if (isOpen(name)) notice.value = staleNotice;
-    return staleNotice;
+    if (isOpen(name)) notice.value = sentence;
+    return sentence;
   }
 }
 
