@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile, truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
-import { button, field, holdBack, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
+import { button, field, holdBack, interceptEvents, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -48,6 +48,36 @@ test("instances are made, copied, renamed and deleted, and other tabs follow", a
   await page.click('button:text-is("Delete list")');
   await waitFor(() => names(page), (all) => !all.includes("list"));
   await waitFor(() => names(tab), (all) => all.toSorted().join() === "list 2,renamed");
+});
+
+test("an instance is neither renamed nor deleted before a change of another tab was seen", async () => {
+  const page = await openScene();
+  const events = await interceptEvents(page);
+  const refusal = page.locator('section[aria-label="Instances"] [role="status"]');
+  const rename = async () => {
+    await rowOf(page, "list").locator('button:text-is("Rename")').click();
+    await page.fill('[aria-label="Name"]', "renamed");
+    await page.keyboard.press("Enter");
+  };
+  const remove = async () => {
+    await page.click('section[aria-label="Instances"] button:text-is("Delete")');
+    await page.click(`button:text-is("Delete ${(await names(page))[0]}")`);
+  };
+  const revision = async (name) => (await here.served.get(`/instances/${name}`)).revision;
+  for (const [act, before, isDone] of [
+    [rename, "list", (all) => all.join() === "renamed"],
+    [remove, "renamed", (all) => all.length === 0],
+  ]) {
+    events.isSilent = true;
+    await here.served.set(before, { numRows: String(await revision(before)) });
+    await act();
+    await waitFor(() => refusal.innerText(), (text) => text === "The instance has been changed meanwhile.");
+    assert.deepEqual(await names(page), [before]);
+    events.isSilent = false;
+    await act();
+    await waitFor(() => names(page), isDone);
+    assert.equal(await refusal.innerText(), "");
+  }
 });
 
 test("a name that is taken is refused in words", async () => {
@@ -180,7 +210,7 @@ test("under the lock instances stay, and a save needs a hold", async () => {
 
 test("an instance that is renamed elsewhere is not edited under its old name", async () => {
   const page = await here.openEdit("list", [instance("list", "list.json")], files);
-  await here.served.ask("POST", "/instances/list/rename", { name: "other" });
+  await here.served.renameInstance("list", "other");
   await page.waitForSelector("text=This instance is not there any more.");
   assert.equal(await field(page, "table").count(), 0);
 });
@@ -189,7 +219,7 @@ test("an instance that comes back under its name is begun again, without the loa
   const page = await here.openEdit("list", [instance("list", "list.json")], files);
   await here.served.ask("POST", "/instances/list/load", {});
   await waitFor(async () => (await here.served.get("/loads")).loads.length, (count) => count === 1);
-  await here.served.ask("DELETE", "/instances/list");
+  await here.served.removeInstance("list");
   await page.waitForSelector("text=This instance is not there any more.");
   await here.served.ask("POST", "/instances", { name: "list" });
   await waitFor(() => field(page, "filename").count(), (count) => count === 1);
@@ -296,7 +326,7 @@ test("what a save over another scene takes from it is told beside the difference
 
 test("a name that a save would change is told with the one in the file", async () => {
   const page = await openScene();
-  await here.served.ask("POST", "/instances/list/rename", { name: "other" });
+  await here.served.renameInstance("list", "other");
   await waitFor(() => differences(page), (lines) => lines.length === 1);
   assert.deepEqual(await differences(page), [["other", "renamed", "name", "list", "other"]]);
 });

@@ -28,7 +28,8 @@ export function rows(count) {
 /** Asks, and gives status, headers and text. */
 export function request(address, method, headers = {}, body = undefined) {
   return new Promise((resolve, reject) => {
-    const asked = http.request(address, { method, headers }, async (answer) => {
+    const length = body === undefined ? {} : { "Content-Length": Buffer.byteLength(body) }; // not by itself with DELETE
+    const asked = http.request(address, { method, headers: { ...headers, ...length } }, async (answer) => {
       let text = "";
       for await (const part of answer) text += part;
       resolve({ status: answer.statusCode, headers: answer.headers, text });
@@ -108,6 +109,19 @@ export class Served {
     const path = `/instances/${encodeURIComponent(name)}`;
     const { revision } = await this.get(path);
     return this.ask("PATCH", path, { revision, set: values });
+  }
+
+  /** Whatever the revision is just now. */
+  async renameInstance(name, other) {
+    const path = `/instances/${encodeURIComponent(name)}`;
+    const { revision } = await this.get(path);
+    return this.ask("POST", `${path}/rename`, { name: other, revision });
+  }
+
+  async removeInstance(name) {
+    const path = `/instances/${encodeURIComponent(name)}`;
+    const { revision } = await this.get(path);
+    return this.ask("DELETE", path, { revision });
   }
 
   /** The number of the last load of an instance; 0 as long as there is none. */

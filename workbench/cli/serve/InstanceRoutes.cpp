@@ -41,7 +41,7 @@ bool isName(const std::string& name) {
            std::none_of(name.begin(), name.end(), isControl);
 }
 
-/// What is dropped or taken over has to be what the page shows.
+/// What becomes another, or is dropped, has to be what the page shows.
 std::optional<WebResponse> refusesRevision(std::optional<std::uint64_t> known,
                                            const LiveInstance& instance) {
     return workbench::refusesRevision(known, instance.revision(), "The instance");
@@ -178,8 +178,10 @@ WebResponse InstanceRoutes::added(const std::string& body) {
 
 void InstanceRoutes::rename(const Call& call) {
     served_.onInstance(call, [this, call](LiveInstance& instance) {
-        const std::string name = textIn(call.request.body, "name");
+        const std::string& body = call.request.body;
+        const std::string name = textIn(body, "name");
         if (auto refusal = refusesName(name)) return call.reply(*refusal);
+        if (auto refusal = refusesRevision(revisionIn(body), instance)) return call.reply(*refusal);
         served_.live.rename(instance, name);
         scene_.touch();
         call.reply(detailsOf(instance));
@@ -190,6 +192,8 @@ void InstanceRoutes::remove(const Call& call) {
     served_.onInstance(call, [this, call](const LiveInstance& instance) {
         if (scene_.isLocked()) return call.reply(locked());
         if (scene_.isBeingSaved()) return call.reply(busy());
+        if (auto refusal = refusesRevision(revisionIn(call.request.body), instance))
+            return call.reply(*refusal);
         served_.live.remove(instance);
         scene_.touch();
         call.reply(ok("{}\n"));

@@ -117,9 +117,10 @@ export const saveScene = (wish: object): Promise<Scene> => ask("POST", "/scene/s
 export const lock = (locked: boolean): Promise<Scene> => ask("POST", "/lock", { locked });
 export const create = (name: string, like: string): Promise<Details> =>
   ask("POST", "/instances", like === "" ? { name } : { name, like });
-export const rename = (name: string, other: string): Promise<Details> =>
-  ask("POST", `${pathOf(name)}/rename`, { name: other });
-export const remove = (name: string): Promise<void> => ask("DELETE", pathOf(name));
+export const rename = (name: string, other: string, revision: number): Promise<Details> =>
+  ask("POST", `${pathOf(name)}/rename`, { name: other, revision });
+export const remove = (name: string, revision: number): Promise<void> =>
+  ask("DELETE", pathOf(name), { revision });
 
 export const loadHistory = (name: string, from: number): Promise<{ loads: KeptLoad[]; count: number }> =>
   ask("GET", `${pathOf(name)}/history?from=${from}&count=100`);

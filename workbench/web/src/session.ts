@@ -11,7 +11,7 @@ import type { Event, Instance } from "./shapes.js";
 /** An instance, and when the page heard of it, by the browser's clock in milliseconds. */
 export interface Seen extends Instance {
   at: number;
-  key: number; // of the instance; a server that was started again may have another `id` for it
+  pageId: number; // the same for an instance also where a server that was started again has another `id` for it
 }
 
 export const fileName = signal("");
@@ -28,18 +28,18 @@ export const brokenAt = signal(0);
 const retryAfter = 1000; // milliseconds
 let last = 0;
 let started = ""; // of the server
-let lastKey = 0;
+let lastPageId = 0;
 
-function keyOf({ name, id }: Instance, isFurther: boolean): number {
+function pageIdOf({ name, id }: Instance, isFurther: boolean): number {
   const known = seen.peek().find((each) => each.name === name);
   const isSame = known !== undefined && (isFurther || known.id === id);
-  return isSame ? known.key : ++lastKey;
+  return isSame ? known.pageId : ++lastPageId;
 }
 
 /** `isFurther`: those of a server that was started again. */
 function note(states: Instance[], isAll: boolean, isFurther = false): void {
   const at = Date.now();
-  const fresh = new Map(states.map((state) => [state.name, { ...state, at, key: keyOf(state, isFurther) }]));
+  const fresh = new Map(states.map((state) => [state.name, { ...state, at, pageId: pageIdOf(state, isFurther) }]));
   const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
   const known = new Set(kept.map((each) => each.name));
   seen.value = [...kept, ...[...fresh.values()].filter((each) => !known.has(each.name))];

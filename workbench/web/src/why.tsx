@@ -9,7 +9,7 @@ import type { Explanation, Stage, StageState } from "./shapes.js";
 
 interface Look {
   name: string;
-  key: number; // of the instance
+  pageId: number; // of the instance
   answer: Explanation | null; // null as long as it is waited for
   error: string;
   time: string; // of the load that was explained then; empty for one that is explained now
@@ -24,14 +24,14 @@ const shapes: Record<StageState, string> = {
   skipped: "–",
 };
 
-const keyOf = (name: string): number => seen.peek().find((each) => each.name === name)?.key ?? 0;
+const pageIdOf = (name: string): number => seen.peek().find((each) => each.name === name)?.pageId ?? 0;
 
 let asking = new AbortController();
 
 function show(name: string, ask: (signal: AbortSignal) => Promise<Partial<Look>>): void {
   asking.abort();
   asking = new AbortController();
-  const asked: Look = { name, key: keyOf(name), answer: null, error: "", time: "" };
+  const asked: Look = { name, pageId: pageIdOf(name), answer: null, error: "", time: "" };
   const finish = (result: Partial<Look>): void => {
     if (look.value === asked) look.value = { ...asked, ...result };
   };
@@ -61,7 +61,7 @@ export function closeWhy(): void {
 /** What was found out of one is not for another that comes under its name. */
 effect(() => {
   const shown = look.value;
-  const isThere = seen.value.some(({ key, name }) => key === shown?.key && name === shown.name);
+  const isThere = seen.value.some(({ pageId, name }) => pageId === shown?.pageId && name === shown.name);
   if (shown !== null && !isThere) closeWhy();
 });
 
@@ -71,7 +71,7 @@ async function use(name: string, stage: Stage): Promise<void> {
   const refusal = await change(name, stage.set);
   if (look.value !== shown) return;
   if (refusal === "") explain(name);
-  else look.value = { name, key: keyOf(name), answer: null, error: refusal, time: "" };
+  else look.value = { name, pageId: pageIdOf(name), answer: null, error: refusal, time: "" };
 }
 
 function settings(stage: Stage): string {

@@ -119,6 +119,16 @@ protected:
         return "{\"revision\": " + std::to_string(told["revision"].GetUint64()) + more + "}";
     }
 
+    /// As it is told just now.
+    Answer rename(const std::string& name, const std::string& other) const {
+        const std::string path = "/api/v1/instances/" + name;
+        return post(path + "/rename", seen(path, ", \"name\": \"" + other + '"'));
+    }
+    Answer remove(const std::string& name) const {
+        const std::string path = "/api/v1/instances/" + name;
+        return ask("DELETE " + path, cookie_ + writing(), seen(path));
+    }
+
     Answer openScene(const std::string& file) const {
         return post("/api/v1/scene/open", seen("/api/v1/scene", ", \"file\": \"" + file + '"'));
     }

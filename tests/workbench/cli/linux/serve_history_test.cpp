@@ -111,7 +111,7 @@ TEST_F(ServedHistory, TellsPagesThatItKnowsWhyALoadTurnedBad) {
 
 TEST_F(ServedHistory, TellsLoadsByTheNameThatTheInstanceHasNow) {
     load("list");
-    post("/api/v1/instances/list/rename", R"({"name": "other"})");
+    rename("list", "other");
     EXPECT_STREQ(history("other")["loads"][0]["instance"].GetString(), "other");
     EXPECT_STREQ(json(get("/api/v1/loads"))["loads"][0]["instance"].GetString(), "other");
 }

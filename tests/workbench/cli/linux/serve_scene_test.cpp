@@ -245,7 +245,7 @@ TEST_F(ServedScene, TellsAnInstanceFromAnotherThatHadTheName) {
     const int present = idOf("table");
     EXPECT_NE(present, former);
     set("table", R"({"xpath": "x"})");
-    post("/api/v1/instances/table/rename", R"({"name": "tab"})");
+    rename("table", "tab");
     EXPECT_EQ(idOf("tab"), present);
 }
 
@@ -279,9 +279,7 @@ TEST_F(ServedScene, KeepsAnInstanceThatIsRenamed) {
     EXPECT_TRUE(intake::eventually([this] {
         return get("/api/v1/instances").body.find("\"records\": 2") != std::string::npos;
     }));
-    EXPECT_STREQ(
-        json(post("/api/v1/instances/table/rename", R"({"name": "tab"})"))["name"].GetString(),
-        "tab");
+    EXPECT_STREQ(json(rename("table", "tab"))["name"].GetString(), "tab");
     EXPECT_EQ(get("/api/v1/instances/table").status, 404);
     EXPECT_EQ(json(get("/api/v1/instances/tab/history"))["count"].GetInt(), 1);
     EXPECT_NE(get("/api/v1/store").body.find("\"writer\": \"tab\""), std::string::npos);
@@ -289,7 +287,7 @@ TEST_F(ServedScene, KeepsAnInstanceThatIsRenamed) {
     EXPECT_EQ(save().status, 200);
     EXPECT_NE(fileText().find("keep me"), std::string::npos);
     EXPECT_EQ(linesOf(scene()), Lines{});
-    EXPECT_EQ(post("/api/v1/instances/tab/rename", R"({"name": "secret"})").status, 422);
+    EXPECT_EQ(rename("tab", "secret").status, 422);
 }
 
 TEST_F(ServedScene, LeavesInTheStoreWhatAnInstanceWroteThatIsRemoved) {
@@ -298,7 +296,7 @@ TEST_F(ServedScene, LeavesInTheStoreWhatAnInstanceWroteThatIsRemoved) {
         return get("/api/v1/store").body.find("\"writer\": \"table\"") != std::string::npos;
     }));
     const auto events = openEvents("0");
-    EXPECT_EQ(ask("DELETE /api/v1/instances/table", cookie_ + writing()).status, 200);
+    EXPECT_EQ(remove("table").status, 200);
     EXPECT_EQ(get("/api/v1/instances/table").status, 404);
     EXPECT_NE(get("/api/v1/store/T").body.find("\"leftOver\": true"), std::string::npos);
     EXPECT_EQ(linesOf(scene()), (Lines{"gone  table:"}));
@@ -306,9 +304,27 @@ TEST_F(ServedScene, LeavesInTheStoreWhatAnInstanceWroteThatIsRemoved) {
               std::string::npos);
 }
 
+TEST_F(ServedScene, RenamesAndRemovesNoInstanceThatHasChangesWhichThePageHasNotSeen) {
+    const std::string former = seen("/api/v1/instances/table", R"(, "name": "tab")");
+    EXPECT_EQ(set("table", R"({"xpath": "items"})"), 200);
+    const auto renamed = [this](const std::string& body) {
+        return post("/api/v1/instances/table/rename", body).status;
+    };
+    const auto removed = [this](const std::string& body) {
+        return ask("DELETE /api/v1/instances/table", cookie_ + writing(), body).status;
+    };
+    EXPECT_EQ(renamed(former), 409);
+    EXPECT_EQ(removed(former), 409);
+    EXPECT_EQ(renamed(R"({"name": "tab"})"), 400);
+    EXPECT_EQ(removed("{}"), 400);
+    EXPECT_EQ(linesOf(scene()), (Lines{"changed  table: xpath rows → items"}));
+    EXPECT_EQ(rename("table", "tab").status, 200);
+    EXPECT_EQ(remove("tab").status, 200);
+}
+
 TEST_F(ServedScene, HidesSecretsOfAnInstanceThatIsRemoved) {
     set("table", R"({"filename": "s3cret-word"})");
-    ask("DELETE /api/v1/instances/secret", cookie_ + writing());
+    remove("secret");
     EXPECT_EQ(get("/api/v1/scene").body.find("s3cret"), std::string::npos);
 }
 
@@ -351,7 +367,7 @@ TEST_F(ServedScene, ThatIsNestedFarTooDeepIsNotOpened) {
 
 TEST_F(ServedScene, TakesNoEditForAnotherThatHadTheName) {
     const auto known = json(get("/api/v1/instances/table"))["revision"].GetInt();
-    post("/api/v1/instances/table/rename", R"({"name": "tab"})");
+    rename("table", "tab");
     post("/api/v1/instances", R"({"name": "table"})");
     const std::string edit =
         "{\"revision\": " + std::to_string(known) + R"(, "set": {"xpath": "x"}})";

@@ -94,6 +94,6 @@ function Editor({ name }: { name: string }) {
 /** Another one that comes under the name is begun anew: nothing that was meant for the former stays. */
 export function Edit({ name }: { name: string }) {
   const row = seen.value.find((each) => each.name === name);
-  if (row !== undefined) return <Editor key={row.key} name={name} />;
+  if (row !== undefined) return <Editor key={row.pageId} name={name} />;
   return servers.value > 0 ? <Gone /> : null;
 }

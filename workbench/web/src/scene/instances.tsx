@@ -6,20 +6,31 @@ import * as api from "../api.js";
 import { Ask } from "../ask.js";
 import { addressOf } from "../route.js";
 import { isLocked } from "../scene.js";
-import { brokenAt, seen } from "../session.js";
+import { brokenAt, catchUp, seen } from "../session.js";
+import type { Instance } from "../shapes.js";
 
 const fault = signal("");
 
 const isOff = (): boolean => brokenAt.value !== 0 || isLocked.value;
 
-function act(what: Promise<unknown>): void {
-  what.then(
-    () => (fault.value = ""),
-    (refused: unknown) => (fault.value = api.sentenceOf(refused)),
-  );
+async function act(what: Promise<unknown>): Promise<void> {
+  try {
+    await what;
+    fault.value = "";
+  } catch (refused) {
+    if (api.isStale(refused)) await catchUp().catch(() => undefined); // what is told is the refusal
+    fault.value = api.sentenceOf(refused);
+  }
 }
 
-type Doing = "nothing" | "rename" | "copy" | "delete";
+type Doing = "rename" | "copy" | "delete";
+
+/** What was begun with an instance, as it was shown then. */
+interface Begun {
+  doing: Doing;
+  name: string;
+  revision: number;
+}
 
 /** Asks for a name. */
 function NameForm(props: { label: string; name: string; onDone: (name: string | null) => void }) {
@@ -74,18 +85,18 @@ function Buttons({ name, start }: { name: string; start: (doing: Doing) => void 
   );
 }
 
-function Deed({ name, doing, end }: { name: string; doing: Doing; end: () => void }) {
+function Deed({ doing, name, revision, end }: Begun & { end: () => void }) {
   const close = (request: (given: string) => Promise<unknown>) => (given: string | null) => {
     end();
-    if (given !== null && given !== name) act(request(given));
+    if (given !== null && given !== name) void act(request(given));
   };
   if (doing === "rename")
-    return <NameForm label="Rename" name={name} onDone={close((given) => api.rename(name, given))} />;
+    return <NameForm label="Rename" name={name} onDone={close((given) => api.rename(name, given, revision))} />;
   if (doing === "copy")
     return <NameForm label="Duplicate" name={`${name} 2`} onDone={close((given) => api.create(given, name))} />;
   const answer = (isMeant: boolean): void => {
     end();
-    if (isMeant) act(api.remove(name));
+    if (isMeant) void act(api.remove(name, revision));
   };
   return (
     <Ask
@@ -97,17 +108,17 @@ function Deed({ name, doing, end }: { name: string; doing: Doing; end: () => voi
   );
 }
 
-function Row({ name, isDraft }: { name: string; isDraft: boolean }) {
-  const [doing, setDoing] = useState<Doing>("nothing");
+function Row({ name, revision, isDraft }: Instance) {
+  const [begun, setBegun] = useState<Begun | null>(null);
   return (
     <li>
       <span class="file" title={name}>
-        {name} {isDraft && <span class="draft">draft</span>}
+        {name} {isDraft === true && <span class="draft">draft</span>}
       </span>
-      {doing === "nothing" ? (
-        <Buttons name={name} start={setDoing} />
+      {begun === null ? (
+        <Buttons name={name} start={(doing) => setBegun({ doing, name, revision })} />
       ) : (
-        <Deed name={name} doing={doing} end={() => setDoing("nothing")} />
+        <Deed {...begun} end={() => setBegun(null)} />
       )}
     </li>
   );
@@ -117,7 +128,7 @@ function New() {
   const [isAsked, setAsked] = useState(false);
   const done = (name: string | null): void => {
     setAsked(false);
-    if (name !== null) act(api.create(name, ""));
+    if (name !== null) void act(api.create(name, ""));
   };
   if (isAsked) return <NameForm label="Create" name="" onDone={done} />;
   return (
@@ -139,8 +150,8 @@ export function Instances() {
         {fault.value}
       </p>
       <ul class="files">
-        {seen.value.map(({ name, isDraft }) => (
-          <Row key={name} name={name} isDraft={isDraft === true} />
+        {seen.value.map((each) => (
+          <Row key={each.pageId} {...each} />
         ))}
       </ul>
       {seen.value.length === 0 && <p class="quiet">The scene has no instances.</p>}
