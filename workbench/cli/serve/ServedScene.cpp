@@ -15,6 +15,10 @@ namespace {
 
 constexpr std::chrono::seconds patience{3};  // with jobs, when the workbench ends
 
+WebResponse nobodyWaits() {
+    return refused(503, "Nobody waits for this any more.");
+}
+
 }  // namespace
 
 void ServedScene::onFrame(const serve::Reply& reply, std::function<WebResponse()> answer) {
@@ -52,12 +56,13 @@ bool ServedScene::addJob(WaitsFor kind, const serve::Reply& reply,
 void ServedScene::addChildJob(const serve::Reply& reply, const std::stop_token& left,
                               std::function<WebResponse(const std::stop_token&)> work) {
     addJob(WaitsFor::Child, reply, [left, work = std::move(work)](const std::stop_token& stop) {
-        if (left.stop_requested()) return refused(503, "Nobody waits for this any more.");
+        if (left.stop_requested()) return nobodyWaits();
         std::stop_source either;
         const auto end = [&either] { either.request_stop(); };
         const std::stop_callback ends(stop, end);
         const std::stop_callback leaves(left, end);
-        return work(either.get_token());
+        WebResponse response = work(either.get_token());
+        return left.stop_requested() ? nobodyWaits() : response;  // told to who ended a half alone
     });
 }
 

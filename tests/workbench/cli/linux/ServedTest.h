@@ -33,6 +33,9 @@ public:
 
     void send(std::string_view text) const { intake::sendBytes(socket_, text); }
 
+    /// Says that nothing more is sent.
+    void endOwnHalf() const { shutdown(socket_, SHUT_WR); }
+
     /// Up to and with `end`; what came before the connection ended, where it does not come.
     std::string readTo(std::string_view end) {
         auto at = read_.find(end);

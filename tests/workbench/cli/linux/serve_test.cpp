@@ -65,6 +65,27 @@ TEST_F(Served, AsksNoSourceAnyMoreForThoseWhoHaveLeft) {
     intake::closeSocket(silent);
 }
 
+TEST_F(Served, TellsWhoHasEndedTheirHalfThatNobodyWaits) {
+    logIn();
+    const int silent = intake::listenOnLoopback(0);
+    const std::string address = "http://127.0.0.1:" + std::to_string(intake::portOf(silent)) + "/";
+    const std::string edit = R"({"revision": 1, "set": {"filename": ")" + address + "\"}}";
+    EXPECT_EQ(patch("/api/v1/instances/wrong%20one", edit).status, 200);
+    for (const char* const what : {"explain", "dryrun"}) {
+        Connection connection(port_);
+        connection.send(std::string("POST /api/v1/instances/wrong%20one/") + what +
+                        " HTTP/1.1\r\nHost: " + self() + "\r\n" + cookie_ + writing() +
+                        "Content-Length: 2\r\n\r\n{}");
+        const int asked = intake::acceptConnection(silent);
+        connection.endOwnHalf();
+        const std::string answer = connection.readAll();
+        EXPECT_TRUE(answer.starts_with("HTTP/1.1 503 ")) << answer;
+        EXPECT_NE(answer.find("Nobody waits for this any more."), std::string::npos) << answer;
+        intake::closeSocket(asked);
+    }
+    intake::closeSocket(silent);
+}
+
 TEST_F(Served, ListensOnLoopbackOnly) {
     std::ifstream table("/proc/net/tcp");
     std::array<char, 16> wanted{};
