@@ -1,11 +1,8 @@
 #include "workbench/cli/Redaction.h"
 
 #include <algorithm>
-#include <sstream>
 
-#include "formats/connection/connection_string.h"
-#include "formats/text/ascii.h"
-#include "formats/text/trim.h"
+#include "workbench/cli/secret_places.h"
 
 namespace workbench {
 
@@ -13,36 +10,6 @@ namespace {
 
 // Shorter ones would hide half of every text, and are none.
 constexpr std::size_t shortestSecret = 3;
-
-bool isSecretKey(std::string_view key) {
-    return intake::equalIgnoringCase(key, "Pwd") || intake::equalIgnoringCase(key, "Password");
-}
-
-std::vector<std::string> secretsIn(const std::string& connectionString) {
-    std::vector<std::string> secrets;
-    try {
-        const auto connection = intake::ConnectionString::parse(connectionString);
-        for (const intake::ConnectionProperty& each : connection.properties()) {
-            if (isSecretKey(each.key)) secrets.insert(secrets.end(), {each.value, each.written});
-            const bool isList = intake::equalIgnoringCase(each.key, "Extended Properties") &&
-                                each.value.find('=') != std::string::npos;
-            if (!isList) continue;
-            const std::vector<std::string> inner = secretsIn(each.value);
-            secrets.insert(secrets.end(), inner.begin(), inner.end());
-        }
-    } catch (const intake::ConnectionStringError&) {
-        secrets.push_back(connectionString);
-    }
-    return secrets;
-}
-
-std::string userInfoOf(const std::string& address) {
-    const auto host = address.find("://");
-    if (host == std::string::npos) return "";
-    const auto end = std::min(address.find_first_of("/?#", host + 3), address.size());
-    const auto at = address.rfind('@', end);
-    return at == std::string::npos || at < host ? "" : address.substr(host + 3, at - host - 3);
-}
 
 /// Long texts are cut, with an ellipsis, and with them the secrets in them.
 void hideCut(std::string_view secret, std::string& text) {
@@ -82,22 +49,18 @@ std::vector<std::string> labelsIn(const std::string& text) {
 }  // namespace
 
 Redaction::Redaction(const probe::Settings& settings) {
-    add(settings.password);
-    add(settings.proxyPwd);
-    for (const std::string& secret : secretsIn(settings.connStr))
-        add(secret);
-    for (const std::string* address : {&settings.filename, &settings.proxyUrl}) {
-        const std::string user = userInfoOf(*address);
-        add(user);
-        add(user.substr(user.find(':') + 1));
-    }
-    std::istringstream headers(settings.customHeaders);
-    for (std::string line; std::getline(headers, line);) {
-        const auto colon = line.find(':');
-        if (colon != std::string::npos)
-            add(std::string(intake::trimmed(std::string_view(line).substr(colon + 1), " \t\r")));
-    }
+    for (const probe::TextParameter& row : probe::textParameters())
+        addThose(row.name, settings.*row.member);
+    for (const auto& [name, text] : settings.typed)
+        addThose(name, text);
     sort();
+}
+
+void Redaction::addThose(std::string_view parameter, const std::string& text) {
+    for (const SecretPlace& place : secretPlaces(parameter, text)) {
+        for (const std::string& form : place.forms)
+            if (form.size() >= shortestSecret) secrets_.push_back(form);
+    }
 }
 
 void Redaction::sort() {
@@ -113,10 +76,6 @@ void Redaction::include(const std::vector<const Redaction*>& others) {
     sort();
 }
 
-void Redaction::add(std::string secret) {
-    if (secret.size() >= shortestSecret) secrets_.push_back(std::move(secret));
-}
-
 std::string Redaction::operator()(std::string text) const {
     for (const std::string& secret : secrets_) {
         for (auto at = text.find(secret); at != std::string::npos;
@@ -127,7 +86,16 @@ std::string Redaction::operator()(std::string text) const {
     return text;
 }
 
-std::string Redaction::without(std::string text) const {
+std::string Redaction::shown(const std::string& text, std::string_view parameter) const {
+    return (*this)(hideThose(text, parameter).text);
+}
+
+std::string Redaction::without(std::string text, std::string_view parameter) const {
+    const auto places = secretPlaces(parameter, text);
+    for (auto place = places.rbegin(); place != places.rend(); ++place) {
+        text.erase(place->begin, place->length);
+        if (text[place->begin] == '@') text.erase(place->begin, 1);
+    }
     for (const std::string& secret : secrets_) {
         for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at)) {
             text.erase(at, secret.size());
@@ -139,9 +107,21 @@ std::string Redaction::without(std::string text) const {
     return text;
 }
 
+/// Hides those of a parameter where they stand, but not what else may be one.
+Redaction::Hidden Redaction::hideThose(const std::string& text, std::string_view parameter) {
+    Hidden hidden{text, {}};
+    const auto places = secretPlaces(parameter, text);
+    for (const SecretPlace& place : places)
+        hidden.secrets.push_back(text.substr(place.begin, place.length));
+    for (auto place = places.rbegin(); place != places.rend(); ++place)
+        hidden.text.replace(place->begin, place->length, hiddenText);
+    return hidden;
+}
+
 /// What is hidden in a text, in the order in which it stands there.
-std::vector<std::string> Redaction::hiddenIn(std::string text) const {
-    std::vector<std::string> hidden;
+std::vector<std::string> Redaction::hiddenIn(const std::string& original,
+                                             std::string_view parameter) const {
+    auto [text, hidden] = hideThose(original, parameter);
     for (const std::string& secret : secrets_) {
         for (auto at = text.find(secret); at != std::string::npos;
              at = text.find(secret, at + hiddenText.size())) {
@@ -154,11 +134,12 @@ std::vector<std::string> Redaction::hiddenIn(std::string text) const {
 }
 
 std::optional<std::string> Redaction::restored(const std::string& edited,
-                                               const std::string& original) const {
+                                               const std::string& original,
+                                               std::string_view parameter) const {
     if (countOf(hiddenText, edited) == 0) return edited;
     if (countOf(hiddenText, original) > 0) return std::nullopt;  // dots that hide nothing
-    const std::vector<std::string> secrets = hiddenIn(original);
-    std::vector<std::string> labels = labelsIn((*this)(original));
+    const std::vector<std::string> secrets = hiddenIn(original, parameter);
+    std::vector<std::string> labels = labelsIn(shown(original, parameter));
     if (labels.size() != secrets.size()) return std::nullopt;
     std::string text = edited;
     std::size_t at = 0;

@@ -24,8 +24,12 @@ public:
     /// Whether there is a secret in the text.
     bool hides(const std::string& text) const { return (*this)(text) != text; }
 
-    /// The text with nothing in the place of each secret.
-    std::string without(std::string text) const;
+    /// The text of a parameter: hidden is also each secret that has its place in it, however short.
+    std::string shown(const std::string& text, std::string_view parameter) const;
+
+    /// The text with nothing in the place of each secret; of a parameter also of those that have
+    /// their place in it.
+    std::string without(std::string text, std::string_view parameter = "") const;
 
     /// Hides the secrets of another one too, or of others.
     void include(const Redaction& other) { include(std::vector{&other}); }
@@ -33,14 +37,22 @@ public:
 
     /// A text that somebody edited who saw `original` with its secrets hidden, with the secrets put
     /// back: each where the same stands before it, in its line or its property, as did before.
-    /// Nothing when that is so of none.
-    std::optional<std::string> restored(const std::string& edited,
-                                        const std::string& original) const;
+    /// Nothing when that is so of none. With a parameter, `original` was shown as its text.
+    std::optional<std::string> restored(const std::string& edited, const std::string& original,
+                                        std::string_view parameter = "") const;
 
 private:
-    void add(std::string secret);
+    /// A text whose secrets are hidden, and these in their order.
+    struct Hidden {
+        std::string text;
+        std::vector<std::string> secrets;
+    };
+
+    void addThose(std::string_view parameter, const std::string& text);
     void sort();
-    std::vector<std::string> hiddenIn(std::string text) const;
+    static Hidden hideThose(const std::string& text, std::string_view parameter);
+    std::vector<std::string> hiddenIn(const std::string& original,
+                                      std::string_view parameter) const;
 
     std::vector<std::string> secrets_;  // the longest first
 };

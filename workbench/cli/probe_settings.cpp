@@ -31,6 +31,7 @@ probe::Settings probeSettings(const lumo::ParameterTable& parameters, const lumo
     settings.proxyMode = static_cast<probe::ProxyMode>(number("proxyMode"));
     settings.inputFormat = number("inputFormat");
     settings.outputFormat = number("outputFormat");
+    settings.typed = {{"proxyUrl", settings.proxyUrl}, {"customHeaders", settings.customHeaders}};
     for (const auto text : unescaped)
         settings.*text = receivedText(settings.*text);
     // Of a worksheet the sheet and the fields arrive in a query.

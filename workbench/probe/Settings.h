@@ -17,6 +17,9 @@ enum class TargetMode { DataTable, DataArray, DataStructure, FieldArray, SharedM
 /// How a proxy is found, in the order of the parameter's values.
 enum class ProxyMode { AutoDetect, System, Manual };
 
+/// Values for parameters, by their names, in the order in which they are to be set.
+using Proposal = std::vector<std::pair<std::string, std::string>>;
+
 /// What an instance is set to, each member by the name of its parameter; those that have nothing to
 /// do with the source are left out. Plain values; any thread.
 struct Settings {
@@ -47,10 +50,9 @@ struct Settings {
     std::string proxyPwd;
     bool useCustomHeaders = false;
     std::string customHeaders;  // lines such as "X-Key: 1"
-};
 
-/// Values for parameters, by their names, in the order in which they are to be set.
-using Proposal = std::vector<std::pair<std::string, std::string>>;
+    Proposal typed;  // what arrives otherwise than it was typed and may hold secrets, as typed
+};
 
 /// A parameter and where its value stands.
 struct TextParameter {

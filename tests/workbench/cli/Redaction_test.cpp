@@ -73,6 +73,49 @@ TEST(Redaction, TakesSecretsOutOfATextOnWish) {
     EXPECT_EQ(redact.without("http://host/x?at=://@y"), "http://host/x?at=://@y");
 }
 
+TEST(Redaction, HidesHeadersAsTheyWereTypedAsTheyArriveAndAsXmlSendsThem) {
+    probe::Settings settings;
+    settings.customHeaders = "A: xyz";
+    settings.typed = {{"customHeaders", "A: x\\yz|w\nB: one : two\nReferer: http://host/a"}};
+    const Redaction redact(settings);
+    for (const char* const part : {"x\\yz|w", "xyz", "one : two", "one", "http://host/a"})
+        EXPECT_EQ(redact(part), "••••") << part;
+    EXPECT_EQ(redact("http://other/"), "http://other/");
+}
+
+TEST(Redaction, HidesWhatHasItsPlaceInAParameterHoweverShort) {
+    const Redaction redact{probe::Settings{}};
+    EXPECT_EQ(redact.shown("me:pw@127.0.0.1:1", "proxyUrl"), "••••@127.0.0.1:1");
+    EXPECT_EQ(redact.shown("http://m@h/x@y", "filename"), "http://••••@h/x@y");
+    EXPECT_EQ(redact.shown("me@home.json", "filename"), "me@home.json");
+    EXPECT_EQ(redact.shown("Driver=X; Pwd = ab ;Database=d", "connStr"),
+              "Driver=X; Pwd = •••• ;Database=d");
+    EXPECT_EQ(redact.shown("A: 1\r\nB:\nC: 2:3", "customHeaders"), "A: ••••\r\nB:\nC: ••••");
+    EXPECT_EQ(redact.shown("p", "password"), "••••");
+    EXPECT_EQ(redact.shown("", "password"), "");
+    EXPECT_EQ(redact.shown("A: 1", "query"), "A: 1");
+}
+
+TEST(Redaction, HidesPasswordsWithinAPropertyOfAConnection) {
+    const Redaction redact{probe::Settings{}};
+    EXPECT_EQ(redact.shown("A=1;Extended Properties=\"X;Y\";Pwd=a", "connStr"),
+              "A=1;Extended Properties=\"X;Y\";Pwd=••••");
+    EXPECT_EQ(redact.shown("A=1;Extended Properties=\"X=1;Pwd=ab\";B=2", "connStr"),
+              "A=1;Extended Properties=\"X=1;Pwd=••••\";B=2");
+    EXPECT_EQ(redact.shown("Extended Properties='X=''1'';Pwd=ab';B=2", "connStr"),
+              "Extended Properties=••••;B=2");
+    EXPECT_EQ(redact.shown("Pwd={a", "connStr"), "••••");
+}
+
+TEST(Redaction, PutsShortSecretsBackAndTakesThemOut) {
+    const Redaction redact{probe::Settings{}};
+    EXPECT_EQ(redact.restored("B: ••••\nA: ••••", "A: 1\nB: 2", "customHeaders"), "B: 2\nA: 1");
+    EXPECT_EQ(redact.without("me:pw@127.0.0.1:1", "proxyUrl"), "127.0.0.1:1");
+    EXPECT_EQ(redact.without("A=1;Pwd=ab;B=2", "connStr"), "A=1;Pwd=;B=2");
+    EXPECT_EQ(redact.without("A: 1\nB: 2", "customHeaders"), "A: \nB: ");
+    EXPECT_EQ(redact.without("p", "password"), "");
+}
+
 }  // namespace
 
 }  // namespace workbench

@@ -34,8 +34,7 @@ std::string shownValue(const lumo::Parameter& parameter, int32_t index, const lu
 
 void writeWithoutSecrets(const lumo::Parameter& parameter, int32_t index,
                          const lumo::Record& values, const Redaction& secrets, JsonWriter& out) {
-    const std::string text(values.text(index));
-    out.text(isSecret(parameter) ? "" : secrets.without(text));
+    out.text(secrets.without(std::string(values.text(index)), parameter.name));
 }
 
 bool holdsSecret(const lumo::Parameter& parameter, int32_t index, const lumo::Record& values,

@@ -8,9 +8,6 @@
 
 namespace workbench {
 
-/// Whether the whole text of a parameter is a secret.
-bool isSecret(const lumo::Parameter& parameter);
-
 /// The text of a parameter as a page is told it: its secrets are hidden.
 std::string shownText(const lumo::Parameter& parameter, const std::string& text,
                       const Redaction& redact);

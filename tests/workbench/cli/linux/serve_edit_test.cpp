@@ -145,6 +145,17 @@ TEST_F(ServedEdit, HidesSecretsAndKeepsThem) {
     EXPECT_STREQ(json(edited)["values"]["customHeaders"].GetString(), "X-New: ••••\nX-Key: ••••");
 }
 
+TEST_F(ServedEdit, HidesSecretsThatAreEscapedOrShort) {
+    const Answer edited = patch("/api/v1/instances/secret", R"({"revision": 1, "set": {
+        "customHeaders": "X-Key: top\\s3cretA\nX-Two: first|s3cret\nX-Pin: 42",
+        "proxyUrl": "me:s3cret@127.0.0.1:1", "connStr": "Driver=X;Pwd=ab;Database=d"}})");
+    const auto told = json(edited);
+    const auto& values = told["values"];
+    EXPECT_STREQ(values["customHeaders"].GetString(), "X-Key: ••••\nX-Two: ••••\nX-Pin: ••••");
+    EXPECT_STREQ(values["proxyUrl"].GetString(), "••••@127.0.0.1:1");
+    EXPECT_STREQ(values["connStr"].GetString(), "Driver=X;Pwd=••••;Database=d");
+}
+
 TEST_F(ServedEdit, AsksForSecretsThatCannotBeToldApart) {
     const Answer answer =
         patch("/api/v1/instances/secret", R"({"revision": 1, "set": {"filename": "••••/••••"}})");

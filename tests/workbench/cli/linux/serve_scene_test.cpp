@@ -154,6 +154,19 @@ TEST_F(ServedScene, LeavesSecretsOutOnWish) {
     EXPECT_STREQ(scene()["file"].GetString(), "copy.json");
 }
 
+TEST_F(ServedScene, LeavesOutSecretsThatAreEscapedOrShort) {
+    EXPECT_EQ(set("secret", R"({"proxyUrl": "me:s3cret@127.0.0.1:1",
+        "customHeaders": "X-Key: top\\s3cretA\nX-Two: first|s3cret\nX-Pin: 42",
+        "connStr": "Driver=X;Pwd=ab;Database=d"})"),
+              200);
+    EXPECT_EQ(save(R"(, "file": "copy.json", "withoutSecrets": true)").status, 200);
+    const std::string text = fileText("copy.json");
+    EXPECT_EQ(text.find("s3cret"), std::string::npos) << text;
+    EXPECT_NE(text.find(R"("X-Key: \nX-Two: \nX-Pin: ")"), std::string::npos) << text;
+    EXPECT_NE(text.find("\"127.0.0.1:1\""), std::string::npos) << text;
+    EXPECT_NE(text.find("Driver=X;Pwd=;Database=d"), std::string::npos) << text;
+}
+
 TEST_F(ServedScene, KeepsTheRightsOfItsFile) {
     using std::filesystem::perms;
     const auto own = perms::owner_read | perms::owner_write;
