@@ -64,6 +64,20 @@ TEST(ScriptCheck, FindsKeysThatAreAnotherOneInBrackets) {
     EXPECT_EQ(stateOf(check), State::Ok);
 }
 
+TEST(ScriptCheck, FindsKeysThatNameNoStructure) {
+    Settings named = doubled;
+    named.mode = TargetMode::DataStructure;
+    const auto stateOfKey = [&named](const char* key) {
+        ScriptCheck check(named);
+        check.key(key);
+        return stateOf(check);
+    };
+    for (const char* key : {"a=b", "a[0]", ""})
+        EXPECT_EQ(stateOfKey(key), State::Warning) << key;
+    for (const char* key : {"1-3", "a]b", "two words"})
+        EXPECT_EQ(stateOfKey(key), State::Ok) << key;
+}
+
 TEST(ScriptCheck, NamesWhatIsSetBehindTheEndOfAValue) {
     ScriptCheck check(doubled);
     check.value("text", "so\"\";Score=\"\"9");

@@ -1,5 +1,6 @@
 #include "workbench/probe/explain/ScriptCheck.h"
 
+#include <optional>
 #include <variant>
 
 #include "workbench/cobalt/script_parser.h"
@@ -67,13 +68,27 @@ bool nameArrives(std::string_view name, const Settings& settings) {
     return member != nullptr && member->key == name && member->value.text() == "x";
 }
 
-bool keyArrives(std::string_view key) {
-    const std::string script = "r[" + std::string(key) + "]={a=\"\"x\"\";};";
+/// The only thing that a script sets; none when it does anything else.
+std::optional<Target> targetOf(const std::string& script) {
     const Parsed parsed = cobalt::parseScript(script);
     const auto* const assignments = std::get_if<Assignments>(&parsed);
-    if (assignments == nullptr || assignments->size() != 1) return false;
-    const Target& target = assignments->front().target;
-    return target.kind == Target::Kind::Entry && target.key == key;
+    if (assignments == nullptr || assignments->size() != 1) return std::nullopt;
+    return assignments->front().target;
+}
+
+bool keyArrivesInBrackets(std::string_view key) {
+    // A dash may make a range of it.
+    const bool isPlain = key.find_first_of("]-\r\n\t ") == std::string_view::npos;
+    if (isPlain) return true;
+    const std::string script = "r[" + std::string(key) + "]={a=\"\"x\"\";};";
+    const auto target = targetOf(script);
+    return target && target->kind == Target::Kind::Entry && target->key == key;
+}
+
+bool keyArrivesAsName(std::string_view key) {
+    const std::string script = std::string(key) + "={a=\"\"x\"\";};";
+    const auto target = targetOf(script);
+    return target && target->kind == Target::Kind::Whole && target->name == key;
 }
 
 /// What the store makes of a value.
@@ -127,11 +142,12 @@ void ScriptCheck::name(std::string_view name) {
 }
 
 void ScriptCheck::key(std::string_view key) {
-    // A dash may make a range of it.
-    const bool isPlain = key.find_first_of("]-\r\n\t ") == std::string_view::npos;
-    if (isPlain || keyArrives(key)) return;
+    const bool isName = settings_.mode == TargetMode::DataStructure;
+    if (isName ? keyArrivesAsName(key) : keyArrivesInBrackets(key)) return;
     if (badKeys_.count++ == 0)
-        badKeys_.first = "The key " + quoted(key) + " cannot stand in brackets as it is.";
+        badKeys_.first = "The key " + quoted(key) +
+                         (isName ? " cannot stand in a script as a name."
+                                 : " cannot stand in brackets as it is.");
 }
 
 void ScriptCheck::value(std::string_view name, std::string_view value) {

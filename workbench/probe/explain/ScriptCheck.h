@@ -15,7 +15,7 @@ class ScriptCheck {
 public:
     explicit ScriptCheck(const Settings& settings) : settings_(settings) {}
 
-    /// The name of a field, and the key of a record, which stands in brackets.
+    /// The name of a field, and the key of a record, which stands in brackets or names a structure.
     void name(std::string_view name);
     void key(std::string_view key);
 

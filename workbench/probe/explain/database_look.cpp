@@ -120,7 +120,8 @@ private:
             if (isWritten && rows_.isText(i)) script_.value(rows_.columns()[i], values.back());
         }
         if (hasKey()) {
-            if (settings_.mode == TargetMode::DataTable) script_.key(values[key_]);
+            const bool isArray = settings_.mode == TargetMode::FieldArray;
+            if (!isArray && needsKey(settings_)) script_.key(values[key_]);
             tally_.add(values[key_]);
         }
         if (kept_.size() < mostKept) kept_.push_back(std::move(values));

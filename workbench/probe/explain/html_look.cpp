@@ -210,8 +210,9 @@ private:
                 if (!isArray) check.name(names_[cell]);
                 check.value(names_[cell], cellText(rows, row, cell));
             }
-            if (settings_.mode == TargetMode::DataTable && keyColumn < cells)
-                check.key(cellText(rows, row, keyColumn));
+            const bool isKeyed = settings_.mode == TargetMode::DataTable ||
+                                 settings_.mode == TargetMode::DataStructure;
+            if (isKeyed && keyColumn < cells) check.key(cellText(rows, row, keyColumn));
         });
         check.tell(ladder_);
     }

@@ -243,7 +243,7 @@ private:
             for (std::size_t i = 0; i < columns_.size(); ++i) {
                 if ((isArray && i != key) || !columns_[i].second) continue;
                 const std::string value = valueAt(table, position, isThere, *columns_[i].second);
-                if (settings_.mode == TargetMode::DataTable && i == key) check.key(value);
+                if (!isArray && i == key && needsKey(settings_)) check.key(value);
                 check.value(columns_[i].first, value);
             }
         });
