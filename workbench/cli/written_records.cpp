@@ -235,18 +235,24 @@ std::size_t writtenRecords(std::string_view written, const lumo::ParameterTable&
     return WrittenRecords(written, parameters, record).count();
 }
 
-void requireCountable(const lumo::ParameterTable& parameters, const lumo::Record& record) {
+bool isCountable(const lumo::ParameterTable& parameters, const lumo::Record& record) {
     const WrittenRecords::Settings settings = WrittenRecords::settingsOf(parameters, record);
-    if (settings.mode != WrittenRecords::Mode::SharedMemory) return;
+    if (settings.mode != WrittenRecords::Mode::SharedMemory) return true;
+    const bool dividesFieldsToo = settings.isQuery && settings.rowsDelimiter == settings.delimiter;
+    return !settings.recordDelimiter().empty() && !dividesFieldsToo;
+}
+
+void requireCountable(const lumo::ParameterTable& parameters, const lumo::Record& record) {
+    if (isCountable(parameters, record)) return;
+    const WrittenRecords::Settings settings = WrittenRecords::settingsOf(parameters, record);
     const char* const name = settings.isQuery ? "rowsDelimiter" : "delimiter";
     if (settings.recordDelimiter().empty())
         throw UsageError(std::string("--expect-records cannot count the records of a text that "
                                      "nothing divides; set ") +
                          name + ".");
-    if (settings.isQuery && settings.rowsDelimiter == settings.delimiter)
-        throw UsageError(
-            "--expect-records cannot tell records from fields when both are divided by \"" +
-            settings.delimiter + "\"; set rowsDelimiter to something else.");
+    throw UsageError(
+        "--expect-records cannot tell records from fields when both are divided by \"" +
+        settings.delimiter + "\"; set rowsDelimiter to something else.");
 }
 
 }  // namespace workbench

@@ -68,6 +68,7 @@ private:
         const std::string& recordDelimiter() const { return isQuery ? rowsDelimiter : delimiter; }
     };
     static Settings settingsOf(const lumo::ParameterTable& parameters, const lumo::Record& record);
+    friend bool isCountable(const lumo::ParameterTable& parameters, const lumo::Record& record);
     friend void requireCountable(const lumo::ParameterTable& parameters,
                                  const lumo::Record& record);
 
@@ -84,6 +85,9 @@ private:
     const Settings settings_;
     cobalt::Assignments assignments_;  // none in Shared Memory mode
 };
+
+/// False when records cannot be told apart in the text of a shared memory.
+bool isCountable(const lumo::ParameterTable& parameters, const lumo::Record& record);
 
 /// Throws UsageError when records could not be told apart in the text of a shared memory.
 void requireCountable(const lumo::ParameterTable& parameters, const lumo::Record& record);

@@ -114,11 +114,12 @@ void tellAction(const std::string& action, const Outcome& outcome, Ladder& ladde
 }
 
 /// Whether the plugin and the look at the source agree on how many records there are. Values that
-/// break the script change what is written.
+/// break the script change what is written, and what was not stored has no count.
 bool agree(const Ladder& ladder, const Load& load) {
     if (ladder.isLate) return !load.outcome;
     const bool isBroken = ladder.at(Stage::Script).state == State::Warning;
-    if (isBroken || ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed)
+    if (isBroken || ladder.failed() || !ladder.records || !load.outcome || load.outcome->failed ||
+        load.outcome->notExecuted || load.outcome->notStored)
         return true;
     return *ladder.records == load.records;
 }
@@ -174,6 +175,8 @@ std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, cons
         proposeBesideScene(settings, options.scene, ladder);
         if (ladder.credentialsRefused || ladder.mustNotLoad) return load;
         load = loadOnce(host, instance, options);
+        const bool canBeCounted = isCountable(host.parameters, instance.record());
+        if (load.records > 0 && !canBeCounted) load.records = ladder.records.value_or(load.records);
         if (options.mayWrite || agree(ladder, load)) return load;  // what may write is run once
     }
     tellDifference(load, ladder);

@@ -59,6 +59,14 @@ void checkSettings(const Settings& settings, Ladder& ladder) {
     }
     const bool isNamedByKey = settings.mode == TargetMode::DataStructure;
     const bool hasTarget = settings.mode == TargetMode::SharedMemory || isNamedByKey;
+    const bool hasNeither = settings.table.empty() && settings.key.empty();
+    if (isNamedByKey && hasNeither && settings.queryMode == QueryType::Json)
+        ladder.fail(
+            Stage::Settings, "",
+            "\"Key\" (key) and \"CB Field Name\" (table) are both empty: nothing says where "
+            "the records go.",
+            "Set \"Key\" (key) to what names a record, or \"CB Field Name\" (table) to the "
+            "name of a field of the data store.");
     if (settings.table.empty() && !hasTarget)
         ladder.fail(Stage::Settings, "",
                     "\"CB Field Name\" (table) is empty: nothing says where the records go.",

@@ -352,3 +352,30 @@ TEST_F(ExplainedDatabase, ADataSourceThatIsNotKnownIsTold) {
     EXPECT_TRUE(explained.failed()->cause.starts_with(
         "No data source (DSN) \"league\" is set up on this machine."));
 }
+
+TEST_F(ExplainedDatabase, RecordsOfASharedMemoryThatNothingDividesAreCounted) {
+    expectExplained(of("SELECT * FROM team", {"mode=Shared Memory", "shmvar=Top"}), R"(
+league.db: 3 records, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✓ selection SELECT * FROM team: 3 rows, 3 columns
+  ✓ key       none is needed
+  ✓ rows      all 3
+  ✓ script
+  ✓ store
+)");
+}
+
+TEST_F(ExplainedDatabase, AKeyThatNamesNoStructureIsAWarning) {
+    intake::makeDatabase(folder / "keys.db",
+                         "CREATE TABLE t (id TEXT); INSERT INTO t VALUES ('ok'), ('a=b');");
+    const Explained explained(
+        explain(joined(of("SELECT * FROM t"), {"connStr=Provider=SQLite;Data Source=keys.db",
+                                               "mode=DataStructure", "table=", "key=id"}),
+                {"--out", "json"})
+            .out);
+    EXPECT_EQ(explained.stages[7].state, "warning");
+    EXPECT_EQ(explained.stages[7].cause, "The key \"a=b\" cannot stand in a script as a name.");
+}

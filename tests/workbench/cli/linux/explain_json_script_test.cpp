@@ -203,3 +203,49 @@ league.json: 3 records, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedJson, AScriptThatIsNestedTooDeepIsToldByTheStore) {
+    expectOf(R"({"r": [{"id": 1, "deep": )" + std::string(600, '[') + std::string(600, ']') + "}]}",
+             {"xpath=r"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   1.2 kB
+  ✓ format    JSON
+  ✓ selection r: 1 object
+  ✓ key       id
+  ✓ rows      all 1
+  ✓ script
+  ✗ store
+              The data store cannot execute the script: line 1, column 520: expected at most 500 nested braces.
+              See what the stage before says of names and values.
+)");
+}
+
+TEST_F(ExplainedJson, AStructureWithNeitherKeyNorFieldIsTold) {
+    expectOfLeague({"mode=DataStructure", "table=", "key="}, R"(
+league.json: no records, # s
+  ✗ settings
+              "Key" (key) and "CB Field Name" (table) are both empty: nothing says where the records go.
+              Set "Key" (key) to what names a record, or "CB Field Name" (table) to the name of a field of the data store.
+  – address, fetched, format, selection, key, rows, script, store: not reached
+)");
+}
+
+TEST_F(ExplainedJson, AKeyThatNamesNoStructureIsAWarning) {
+    expectOf(R"({"r": [{"id": "a=b", "v": 1}, {"id": "1-3", "v": 2}]})",
+             {"mode=DataStructure", "xpath=r"}, R"(
+league.json: 3 records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   53 bytes
+  ✓ format    JSON
+  ✓ selection r: 2 objects
+  ✓ key       id
+  ✓ rows      all 2
+  ! script    names and values are copied as they are
+              The key "a=b" cannot stand in a script as a name.
+              Have it written otherwise in the source, or leave it out of what is loaded.
+  ✓ store
+)");
+}

@@ -327,3 +327,18 @@ fixtures.xlsx: no records, # s
   Try: --set 'range=Match, [Home]'   (3 records, checked)
 )");
 }
+
+TEST_F(ExplainedWorkbook, RecordsOfASharedMemoryThatNothingDividesAreCounted) {
+    expectOf({"mode=Shared Memory", "shmvar=Top"}, R"(
+fixtures.xlsx: 3 records, # s
+  ✓ settings
+  ✓ address   fixtures.xlsx
+  ✓ fetched   1.6 kB
+  ✓ format    a workbook
+  ✓ selection sheet "Round 28": 3 rows, 3 columns
+  ✓ key       none is needed
+  ✓ rows      all 3
+  ✓ script
+  ✓ store
+)");
+}
