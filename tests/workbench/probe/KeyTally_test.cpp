@@ -26,6 +26,35 @@ TEST(KeyTally, CountsAKeyThatReadsAsARangeAsItsFirstElement) {
     EXPECT_EQ(ladder.at(Stage::Key).state, State::Warning);
 }
 
+std::string causeOf(const KeyTally& tally) {
+    Ladder ladder;
+    tally.tell(ladder);
+    return ladder.at(Stage::Key).cause;
+}
+
+TEST(KeyTally, TellsAllThatIsWrong) {
+    KeyTally tally("id", "member");
+    for (const char* key : {"a", "a", ""})
+        tally.add(key);
+    tally.add(std::nullopt);
+    tally.add(std::nullopt);
+    EXPECT_EQ(causeOf(tally),
+              "The keys are not unique: 1 record of 5 takes the place of an earlier one with the "
+              "same key: a. 2 records are left. 2 of 5 records have no such member and are left "
+              "out. The key of 1 record is empty.");
+}
+
+TEST(KeyTally, TellsOfEmptyKeys) {
+    KeyTally tally("id", "member");
+    for (const char* key : {"a", ""})
+        tally.add(key);
+    EXPECT_EQ(causeOf(tally), "The key of 1 record is empty.");
+    tally.add("");
+    EXPECT_EQ(causeOf(tally),
+              "The keys are not unique: 1 record of 3 takes the place of an earlier one with the "
+              "same key: \"\". 2 records are left. The key of 2 records is empty.");
+}
+
 }  // namespace
 
 }  // namespace probe

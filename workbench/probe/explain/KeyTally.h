@@ -31,6 +31,10 @@ public:
     void tell(Ladder& ladder) const;
 
 private:
+    std::string repeatedWords() const;
+    std::string missingWords() const;
+    std::string emptyWords() const;
+
     std::string key_;
     const char* thing_;
     std::size_t records_ = 0;
