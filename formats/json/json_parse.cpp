@@ -10,6 +10,7 @@
 #include "formats/json/JsonEvents.h"
 #include "formats/json/RowEvents.h"
 #include "formats/json/SourceStream.h"
+#include "formats/json/take_number.h"
 #include "formats/text/utf8.h"
 
 namespace intake {
@@ -27,38 +28,17 @@ constexpr unsigned PARSE_FLAGS = rapidjson::kParseInsituFlag | rapidjson::kParse
 
 }  // namespace intake
 
-/// Takes a number as the characters that it consists of. The library's own routine converts it too
-/// and refuses what is beyond the range of a double.
 template <>
 template <>
 void intake::Parser::ParseNumber<intake::PARSE_FLAGS, intake::SourceStream, intake::RowEvents>(
     intake::SourceStream& stream, intake::RowEvents& events) {
     rapidjson::internal::StreamLocalCopy<intake::SourceStream> copy(stream);
-    intake::SourceStream& in = copy.s;
-    const char* const start = in.src_;
-    const auto takeDigits = [&in] {
-        const char* const first = in.src_;
-        while (in.Peek() >= '0' && in.Peek() <= '9') {
-            in.Take();
-        }
-        return in.src_ != first;
-    };
-    Consume(in, '-');
-    if (!Consume(in, '0') && !takeDigits()) {
-        RAPIDJSON_PARSE_ERROR(kParseErrorValueInvalid, in.Tell());
+    const char* const start = copy.s.src_;
+    const ParseErrorCode error = intake::takeNumber(copy.s);
+    if (error != kParseErrorNone) {
+        RAPIDJSON_PARSE_ERROR(error, copy.s.Tell());
     }
-    if (Consume(in, '.') && !takeDigits()) {
-        RAPIDJSON_PARSE_ERROR(kParseErrorNumberMissFraction, in.Tell());
-    }
-    if (Consume(in, 'e') || Consume(in, 'E')) {
-        if (!Consume(in, '+')) {
-            Consume(in, '-');
-        }
-        if (!takeDigits()) {
-            RAPIDJSON_PARSE_ERROR(kParseErrorNumberMissExponent, in.Tell());
-        }
-    }
-    events.RawNumber(start, static_cast<SizeType>(in.src_ - start), false);
+    events.RawNumber(start, static_cast<SizeType>(copy.s.src_ - start), false);
 }
 
 namespace intake {

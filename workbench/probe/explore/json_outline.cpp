@@ -2,6 +2,7 @@
 
 #include <rapidjson/reader.h>
 
+#include "formats/json/take_number.h"
 #include "formats/text/utf8.h"
 #include "workbench/probe/LookFailure.h"
 #include "workbench/probe/explore/json_entry.h"
@@ -95,10 +96,34 @@ private:
     std::string name_;
 };
 
+constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag |
+                           rapidjson::kParseValidateEncodingFlag;
+
+}  // namespace
+
+}  // namespace probe
+
+// As the plugin does, which takes numbers of any size.
+template <>
+template <>
+void rapidjson::Reader::ParseNumber<probe::flags, rapidjson::StringStream, probe::PathEvents>(
+    rapidjson::StringStream& stream, probe::PathEvents& events) {
+    rapidjson::internal::StreamLocalCopy<rapidjson::StringStream> copy(stream);
+    const char* const start = copy.s.src_;
+    const ParseErrorCode error = intake::takeNumber(copy.s);
+    if (error != kParseErrorNone) {
+        RAPIDJSON_PARSE_ERROR(error, copy.s.Tell());
+    }
+    if (!events.RawNumber(start, static_cast<SizeType>(copy.s.src_ - start), true)) {
+        RAPIDJSON_PARSE_ERROR(kParseErrorTermination, copy.s.Tell());
+    }
+}
+
+namespace probe {
+
+namespace {
+
 void read(const std::string& body, PathSink& paths) {
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag |
-                               rapidjson::kParseNumbersAsStringsFlag |
-                               rapidjson::kParseValidateEncodingFlag;
     const bool hasMark = body.starts_with(intake::UTF8_MARK);
     rapidjson::StringStream stream(body.data() + (hasMark ? intake::UTF8_MARK.size() : 0));
     PathEvents events(paths);

@@ -230,6 +230,14 @@ std::string faultOf(const Fetched& source) {
     throw LookFailure("is no XML that can be read: " + fault);
 }
 
+/// Zeros at the end of a document do no harm, but those that are half of a character, which some
+/// encodings have there, belong to it.
+std::size_t sizeWithoutZeros(const std::string& body) {
+    const std::size_t size = body.find_last_not_of('\0') + 1;
+    const bool isWide = body.substr(0, 4).find('\0') != std::string::npos;
+    return isWide ? body.size() : size;
+}
+
 void parse(const Fetched& source, ParsedEvents& events) {
     intake::setUpLibxml();
     xmlSAXHandler sax = handlers();
@@ -246,8 +254,9 @@ void parse(const Fetched& source, ParsedEvents& events) {
         if (handler != nullptr) xmlSwitchToEncoding(parser.get(), handler);
     }
     constexpr std::size_t piece = 1 << 20;
-    for (std::size_t at = 0; at < source.body.size(); at += piece) {
-        const std::size_t length = std::min(piece, source.body.size() - at);
+    const std::size_t size = sizeWithoutZeros(source.body);
+    for (std::size_t at = 0; at < size; at += piece) {
+        const std::size_t length = std::min(piece, size - at);
         xmlParseChunk(parser.get(), source.body.data() + at, static_cast<int>(length), 0);
         if (events.events.hasEnough()) return;
         if (parser->wellFormed == 0 || parser->disableSAX != 0) refuse(faultOf(source));

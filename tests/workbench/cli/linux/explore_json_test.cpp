@@ -231,3 +231,19 @@ TEST_F(ExploredJson, ALongArrayIsPreviewedByItsStart) {
     EXPECT_STREQ(json["preview"]["rows"][99][0].GetString(), "99");
     EXPECT_EQ(json["preview"]["leftOut"].GetUint(), 51U);
 }
+
+TEST_F(ExploredJson, NumbersOfAnySizeAreListedAsTheyStandThere) {
+    write("n.json", R"({"r": [{"a": 1e400, "b": 7.50, "c": 12345678901234567890, "d": -0.0}]})");
+    expectExplored({"n.json", "--at", "r"}, R"(
+n.json is JSON, 70 bytes
+records  name  kind     first value           select it by
+      1  a     numbers  1e400                 --set xpath=r/a
+      1  b     numbers  7.50                  --set xpath=r/b
+      1  c     numbers  12345678901234567890  --set xpath=r/c
+      1  d     numbers  -0.0                  --set xpath=r/d
+)");
+    for (const char* const fault : {"[-]", "[1.]", "[1e]", "[.5]", "[01]"}) {
+        write("n.json", fault);
+        EXPECT_EQ(explore({"n.json"}).status, 1) << fault;
+    }
+}

@@ -170,3 +170,15 @@ TEST_F(ExploredXml, ElementsArePreviewedWithAPlaceForEach) {
 /l/c[1]|/l/c[2])");
     }
 }
+
+TEST_F(ExploredXml, ZerosAtItsEndDoNoHarm) {
+    write("zero.xml", std::string("<f><t>Wind</t></f>\n") + std::string(2, '\0'));
+    expectExplored({"zero.xml"}, R"(
+zero.xml is XML, 21 bytes
+records  name  kind      first value  select it by
+      1  f     elements               --set xpath=/f
+      1    t   texts     Wind         --set xpath=/f/t
+
+Load one, for example: intake-workbench load zero.xml --set mode=DataArray --set xpath=/f
+)");
+}
