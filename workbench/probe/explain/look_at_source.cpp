@@ -13,6 +13,7 @@
 #include "workbench/probe/explain/workbook_look.h"
 #include "workbench/probe/explain/xml_look.h"
 #include "workbench/probe/fetch/fetched_words.h"
+#include "workbench/probe/fetch/login.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
 #include "workbench/probe/words.h"
@@ -25,13 +26,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr long firstErrorStatus = 400;
 constexpr long firstServerErrorStatus = 500;
-constexpr long proxyLogin = 407;
-
-bool asksForLogin(long status) {
-    constexpr long unauthorised = 401;
-    constexpr long forbidden = 403;
-    return status == unauthorised || status == forbidden || status == proxyLogin;
-}
 
 std::string arrivalText(const Settings& settings, const Fetched& source) {
     std::string text = source.status == 0 ? "" : std::to_string(source.status) + ", ";
@@ -96,16 +90,8 @@ void tellRefused(const Settings& settings, const Fetched& source, const std::str
         isProxy ? "\"Proxy User Name\" (proxyUser) and \"Proxy Password\" (proxyPwd)"
                 : "\"Use Authentication\" (useAuth), \"User Name\" (userName) and \"Password\" "
                   "(password)";
-    const std::string cause =
-        source.credentialsRefused     ? "It refuses the user name or the password."
-        : settings.useAuth || isProxy ? "It asks for a login."
-                                      : "It asks for a login, and none is sent.";
     ladder.fail(Stage::Fetched, arrivalText(settings, source),
-                what + " " + cause +
-                    (source.credentialsRefused
-                         ? " They were not sent again: accounts lock after a few times."
-                         : ""),
-                "Set " + parameters + ".");
+                what + " " + loginFault(settings, source), "Set " + parameters + ".");
 }
 
 /// What the status of the answer means for the load.

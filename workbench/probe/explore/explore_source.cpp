@@ -9,6 +9,7 @@
 #include "workbench/probe/explore/workbook_outline.h"
 #include "workbench/probe/explore/xml_outline.h"
 #include "workbench/probe/fetch/fetched_words.h"
+#include "workbench/probe/fetch/login.h"
 #include "workbench/probe/fetch/source_start.h"
 #include "workbench/probe/kinds.h"
 
@@ -70,6 +71,11 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
         return exploreDatabase(intake::sqliteConnectionString(settings.filename), wish,
                                timeoutSeconds);
     const Fetched source = fetch(fetchable(settings), timeoutSeconds);
+    if (asksForLogin(source.status)) {
+        std::string fault = loginFault(settings, source);
+        fault.pop_back();  // what is said ends with a full stop
+        throw LookFailure("answers with status " + std::to_string(source.status) + ". " + fault);
+    }
     const Kind kind = recognise(source.body);
     Explored explored;
     explored.words = wordsFor(kind, source);

@@ -65,6 +65,23 @@ intake-workbench: Give a source to explore: a file or a URL.
                    2);
 }
 
+TEST_F(ExploredSource, ALoginThatIsRefusedIsSaid) {
+    intake::ScriptedServer server([](const std::string&) {
+        return intake::reply("401 Unauthorized", "{}", "WWW-Authenticate: Basic realm=\"r\"\r\n");
+    });
+    const std::string source = server.url("/clubs");
+    expectExplored({source, "--set", "queryMode=JSON", "--set", "useAuth=1", "--set", "userName=me",
+                    "--set", "password=wrong"},
+                   R"(
+http://SERVER/clubs answers with status 401. It refuses the user name or the password. They were not sent again: accounts lock after a few times.
+)",
+                   1);
+    expectExplored({source}, R"(
+http://SERVER/clubs answers with status 401. It asks for a login, and none is sent.
+)",
+                   1);
+}
+
 TEST_F(ExploredSource, AUrlIsListedWithItsStatus) {
     intake::ScriptedServer server(
         [](const std::string&) { return intake::reply("404 Not Found", R"([{"id": 1}])"); });

@@ -1,0 +1,20 @@
+#include "workbench/probe/fetch/login.h"
+
+namespace probe {
+
+bool asksForLogin(long status) {
+    constexpr long unauthorised = 401;
+    constexpr long forbidden = 403;
+    return status == unauthorised || status == forbidden || status == proxyLogin;
+}
+
+std::string loginFault(const Settings& settings, const Fetched& source) {
+    if (source.credentialsRefused)
+        return "It refuses the user name or the password. They were not sent again: accounts lock "
+               "after a few times.";
+    return settings.useAuth || source.status == proxyLogin
+               ? "It asks for a login."
+               : "It asks for a login, and none is sent.";
+}
+
+}  // namespace probe
