@@ -17,6 +17,19 @@ TEST(StageOfFailure, IsNoneWhereTheSourceIsRightlyEmpty) {
               "the source is there and has nothing");
 }
 
+TEST(StageOfFailure, IsTheSelectionWhereAQueryWasNotRun) {
+    EXPECT_EQ(stageOfFailure(R"({"ok": true, "records": 0, "stages": [
+                  {"stage": "selection", "state": "warning", "cause": "It is not certain."},
+                  {"stage": "key", "state": "skipped", "cause": ""}]})"),
+              "selection: It is not certain.");
+}
+
+TEST(StageOfFailure, IsNoneOfASourceThatHasRecovered) {
+    EXPECT_EQ(stageOfFailure(R"({"ok": true, "records": 3, "stages": [
+                  {"stage": "settings", "state": "ok", "cause": ""}]})"),
+              "");
+}
+
 TEST(StageOfFailure, IsNotKnownOfWhatIsNoExplanation) {
     for (const char* text : {"", "{", "[]", "7", R"({"stages": []})"})
         EXPECT_EQ(stageOfFailure(text).find("address"), std::string::npos) << text;
