@@ -347,3 +347,14 @@ http://SERVER/clubs: no records, # s
   – selection, key, rows, script, store: not reached
 )");
 }
+
+TEST_F(ExplainedXmlUrl, AHeaderThatIsCutAtAColonIsHiddenInTheRequest) {
+    ScriptedServer server(always(reply("200 OK", "<r><i/></r>")));
+    const ChildResult result = explain(
+        {"queryMode=XML", "filename=" + server.url("/"), "table=T", "xpath=/r/i", "mode=DataArray",
+         "useCustomHeaders=1", "customHeaders=X-Key: topsecretA:topsecretB\nX-Two: first\\secret"},
+        {"--out", "json"});
+    EXPECT_NE(result.out.find("X-Key: ••••"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("X-Two: ••••"), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find("secret"), std::string::npos) << result.out;
+}
