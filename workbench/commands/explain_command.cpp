@@ -77,9 +77,21 @@ void proposeBesideScene(const probe::Settings& settings, const std::string& scen
     }
 }
 
-void tellFailure(const Outcome& outcome, Ladder& ladder) {
+/// Fields of a sheet that are no columns are known to the plugin alone.
+void tellRefusedFields(const Outcome& outcome, const std::string& range, Ladder& ladder) {
+    ladder.fail(Stage::Selection, range, "The plugin could not load it: " + outcome.error,
+                "Set \"Fields to read\" (range) to columns of the sheet, divided by commas, or leave "
+                "it empty for all.");
+    ladder.propose(Stage::Selection, {{"range", ""}});
+}
+
+void tellFailure(const Outcome& outcome, const probe::Settings& settings, Ladder& ladder) {
     if (ladder.failed()) return;
     const bool wasLookedAt = ladder.at(Stage::Selection).state != State::Skipped;
+    const bool hasFields =
+        settings.queryMode == probe::QueryType::Excel && !settings.range.empty();
+    if (wasLookedAt && hasFields && !ladder.records)
+        return tellRefusedFields(outcome, settings.range, ladder);
     ladder.fail(wasLookedAt ? Stage::Script : Stage::Selection, "",
                 "The plugin could not load it: " + outcome.error,
                 wasLookedAt ? "The source may have changed meanwhile; explain it again." : "");
@@ -196,9 +208,10 @@ std::string nameFor(const Options& options, const probe::Settings& settings) {
 }
 
 /// Adds to what the look found what the plugin's own load came to.
-void tellLoad(const Load& load, const std::string& action, Explanation& explanation) {
+void tellLoad(const Load& load, const probe::Settings& settings, const std::string& action,
+              Explanation& explanation) {
     Ladder& ladder = explanation.ladder;
-    if (load.outcome->failed) tellFailure(*load.outcome, ladder);
+    if (load.outcome->failed) tellFailure(*load.outcome, settings, ladder);
     if (load.records == 0) tellNothing(ladder);
     tellStore(*load.outcome, ladder);
     tellAction(action, *load.outcome, ladder);
@@ -249,7 +262,8 @@ ExitStatus runExplain(lumo::Host& host, const lumo::Plugin& plugin, const Option
         muted.tell(lateText);
         return ExitStatus::NoAnswer;
     }
-    if (load->outcome) tellLoad(*load, textParameter(host, instance, "postAction"), explanation);
+    if (load->outcome)
+        tellLoad(*load, settings, textParameter(host, instance, "postAction"), explanation);
     explanation.seconds = load->seconds;
     ladder.cut();
     if (!ladder.credentialsRefused)

@@ -112,6 +112,7 @@ SheetField fieldOf(std::string_view text) {
 
 std::vector<SheetField> sheetFields(std::string_view range) {
     std::vector<SheetField> fields;
+    if (intake::trimmed(range, blanks).empty()) return fields;
     int depth = 0;
     char quote = 0;
     std::size_t start = 0;
@@ -120,7 +121,7 @@ std::vector<SheetField> sheetFields(std::string_view range) {
         const bool isEnd = at == range.size() || (sign == ',' && depth == 0 && quote == 0);
         if (isEnd) {
             const auto text = intake::trimmed(range.substr(start, at - start), blanks);
-            if (!text.empty() && text != "*") {
+            if (text != "*") {
                 fields.push_back(fieldOf(text));
                 fields.back().offset = static_cast<std::size_t>(text.data() - range.data());
             }

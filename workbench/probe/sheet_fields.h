@@ -15,7 +15,7 @@ struct SheetField {
 };
 
 /// What a list of fields asks for; one star asks for all columns and has no fields. Expressions are
-/// not taken apart.
+/// not taken apart, and where nothing stands between commas is a field without a column.
 std::vector<SheetField> sheetFields(std::string_view range);
 
 /// The name of a column as a list of fields, or a query, has to write it.

@@ -69,9 +69,16 @@ public:
         ladder_.records = loadedRows();
         checkKey(table);
         checkScript(table);
+        if (hasUnknown()) ladder_.records.reset();  // an expression may count the rows
     }
 
 private:
+    /// Whether "Fields to read" has what is no column.
+    bool hasUnknown() const {
+        return std::any_of(columns_.begin(), columns_.end(),
+                           [](const auto& each) { return !each.second; });
+    }
+
     std::vector<std::string> sheetNames() const {
         std::vector<std::string> names;
         for (const intake::SheetEntry& sheet : workbook_.index().sheets())
@@ -184,10 +191,8 @@ private:
         if (!needsKey(settings_)) return ladder_.ok(Stage::Key, "none is needed");
         if (*ladder_.records == 0) return;
         const std::size_t key = keyColumn();
-        const bool hasUnknown = std::any_of(columns_.begin(), columns_.end(),
-                                            [](const auto& each) { return !each.second; });
         if (key == columns_.size()) {
-            if (!hasUnknown) tellKeyMissing(table);
+            if (!hasUnknown()) tellKeyMissing(table);
             return;
         }
         if (!columns_[key].second) return;  // an expression, whose values are not known

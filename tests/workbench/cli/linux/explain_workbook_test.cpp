@@ -342,3 +342,34 @@ fixtures.xlsx: 3 records, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedWorkbook, FieldsThatAreNoListAreToldWithTheirReason) {
+    write("fixtures.xlsx", fixtureList().bytes());
+    const Explained explained(
+        explain({"queryMode=EXCEL", "filename=fixtures.xlsx", "sheet=Round 28", "table=Match",
+                 "key=Match", "range=Match,"},
+                {"--out", "json"})
+            .out);
+    const ExplainedStage* const failed = explained.failed();
+    ASSERT_NE(failed, nullptr);
+    EXPECT_EQ(failed->name, "selection");
+    EXPECT_EQ(failed->seen, "Match,");
+    EXPECT_TRUE(failed->cause.starts_with("The plugin could not load it: ")) << failed->cause;
+    EXPECT_EQ(failed->set, Settings{"range="});
+    EXPECT_EQ(failed->records, 3U);
+}
+
+TEST_F(ExplainedWorkbook, FieldsThatCountAreFine) {
+    expectOf({"mode=DataArray", "range=count(*) AS n"}, R"(
+fixtures.xlsx: 1 record, # s
+  ✓ settings
+  ✓ address   fixtures.xlsx
+  ✓ fetched   1.6 kB
+  ✓ format    a workbook
+  ✓ selection sheet "Round 28": 3 rows, 3 columns
+  ✓ key       none is needed
+  ✓ rows      all 3
+  ✓ script
+  ✓ store
+)");
+}
