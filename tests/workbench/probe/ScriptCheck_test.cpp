@@ -64,6 +64,19 @@ TEST(ScriptCheck, FindsKeysThatAreAnotherOneInBrackets) {
     EXPECT_EQ(stateOf(check), State::Ok);
 }
 
+TEST(ScriptCheck, FindsNamesThatComeTwiceInARecord) {
+    ScriptCheck check(doubled);
+    check.record({"a", "b"});
+    check.record({"b", "a"});
+    EXPECT_EQ(stateOf(check), State::Ok);
+    for (int i = 0; i < 2; ++i)
+        check.record({"a", "c", "b", "a", "a", "c"});
+    Ladder ladder;
+    check.tell(ladder);
+    EXPECT_EQ(ladder.at(Stage::Script).cause,
+              "The name \"a\" comes twice in a record; the last value counts. There is 1 more.");
+}
+
 TEST(ScriptCheck, FindsKeysThatNameNoStructure) {
     Settings named = doubled;
     named.mode = TargetMode::DataStructure;

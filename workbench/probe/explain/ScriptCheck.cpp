@@ -1,5 +1,6 @@
 #include "workbench/probe/explain/ScriptCheck.h"
 
+#include <algorithm>
 #include <optional>
 #include <variant>
 
@@ -139,6 +140,18 @@ void ScriptCheck::name(std::string_view name) {
         badNames_.first = name.empty()
                               ? "A field has no name, which a script needs."
                               : "The name " + quoted(name) + " cannot stand in a script as it is.";
+}
+
+void ScriptCheck::record(std::vector<std::string_view> names) {
+    std::sort(names.begin(), names.end());
+    for (auto same = std::adjacent_find(names.begin(), names.end()); same != names.end();
+         same = std::adjacent_find(same + 1, names.end())) {
+        if (repeatedNames_.contains(*same)) continue;
+        repeatedNames_.emplace(*same);
+        if (badNames_.count++ == 0)
+            badNames_.first =
+                "The name " + quoted(*same) + " comes twice in a record; the last value counts.";
+    }
 }
 
 void ScriptCheck::key(std::string_view key) {

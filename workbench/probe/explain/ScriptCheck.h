@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "workbench/probe/explain/Ladder.h"
 
@@ -19,6 +22,9 @@ public:
     void name(std::string_view name);
     void key(std::string_view key);
 
+    /// All names of the fields of a record, of which one that comes twice loses a value.
+    void record(std::vector<std::string_view> names);
+
     /// A value of the field of that name.
     void value(std::string_view name, std::string_view value);
 
@@ -33,6 +39,7 @@ private:
 
     const Settings& settings_;
     std::unordered_map<std::string, bool> names_;  // whether they arrive
+    std::set<std::string, std::less<>> repeatedNames_;
     Finding badNames_;
     Finding badKeys_;
     Finding badValues_;

@@ -107,6 +107,7 @@ private:
         for (const std::string& name : rows_.columns()) {
             if (hasNames) script_.name(name);
         }
+        if (hasNames) script_.record({rows_.columns().begin(), rows_.columns().end()});
         for (; rows_.next(); ++count_) {
             if (range_.contains(count_)) takeRow();
         }

@@ -203,6 +203,7 @@ private:
         const bool isArray = settings_.mode == TargetMode::FieldArray;
         const auto key = std::find(names_.begin(), names_.end(), settings_.key);
         const auto keyColumn = static_cast<std::size_t>(key - names_.begin());
+        if (!isArray) check.record({names_.begin(), names_.end()});
         forEachRow(rows, [&](std::size_t row) {
             const std::size_t cells = std::min(names_.size(), rows.cellCount(row));
             for (std::size_t cell = 0; cell < cells; ++cell) {

@@ -273,10 +273,20 @@ private:
             const Node key = needsKey() ? document_.find(node, settings_.key) : JsonDocument::NONE;
             if (needsKey() && key == JsonDocument::NONE) continue;
             if (key != JsonDocument::NONE) check.key(document_.asString(key));
-            for (Node each = node; each != document_.behind(node); ++each)
+            for (Node each = node; each != document_.behind(node); ++each) {
                 checkValue(each, each != node, check);
+                if (document_.type(each) == JsonDocument::Type::OBJECT) check.record(namesIn(each));
+            }
         }
         check.tell(ladder_);
+    }
+
+    std::vector<std::string_view> namesIn(Node object) const {
+        std::vector<std::string_view> names;
+        for (Node each = JsonDocument::firstChild(object); each != document_.behind(object);
+             each = document_.behind(each))
+            names.push_back(document_.name(each));
+        return names;
     }
 
     void checkValue(Node node, bool isMember, ScriptCheck& check) const {

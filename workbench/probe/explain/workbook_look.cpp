@@ -240,9 +240,13 @@ private:
         const bool isArray = settings_.mode == TargetMode::FieldArray;
         ScriptCheck check(settings_);
         const std::size_t key = keyColumn();
+        std::vector<std::string_view> names;
         for (std::size_t i = 0; i < columns_.size() && !isArray; ++i) {
-            if (columns_[i].second) check.name(columns_[i].first);
+            if (!columns_[i].second) continue;
+            check.name(columns_[i].first);
+            names.push_back(columns_[i].first);
         }
+        check.record(std::move(names));
         forEachRow(table, [&](std::size_t position, bool isThere) {
             if (!isThere) return;
             for (std::size_t i = 0; i < columns_.size(); ++i) {

@@ -214,11 +214,14 @@ private:
             }
             if (!keys_.empty() && !keys_[i]) continue;
             if (!keys_.empty()) check.key(*keys_[i]);
+            std::vector<std::string> elements;
             for (const xmlNode* each = node->children; each != nullptr; each = each->next) {
                 const std::string name = nameOfNode(each);
                 check.name(name);
                 check.value(name, valueOf(each));
+                if (each->type == XML_ELEMENT_NODE) elements.push_back(name);
             }
+            check.record({elements.begin(), elements.end()});
         }
         check.tell(ladder_);
     }

@@ -379,3 +379,11 @@ TEST_F(ExplainedDatabase, AKeyThatNamesNoStructureIsAWarning) {
     EXPECT_EQ(explained.stages[7].state, "warning");
     EXPECT_EQ(explained.stages[7].cause, "The key \"a=b\" cannot stand in a script as a name.");
 }
+
+TEST_F(ExplainedDatabase, AColumnThatComesTwiceIsAWarning) {
+    const Explained explained(
+        explain(of("SELECT code, name, name FROM team"), {"--out", "json"}).out);
+    EXPECT_TRUE(explained.isOk);
+    EXPECT_EQ(explained.stages[7].cause,
+              "The name \"name\" comes twice in a record; the last value counts.");
+}

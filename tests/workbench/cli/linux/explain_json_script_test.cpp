@@ -249,3 +249,20 @@ league.json: 3 records, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedJson, ANameThatComesTwiceIsAWarning) {
+    expectOf(R"({"r": [{"id": 1, "a": "x", "a": "y"}]})", {"xpath=r"}, R"(
+league.json: 1 record, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   41 bytes
+  ✓ format    JSON
+  ✓ selection r: 1 object
+  ✓ key       id
+  ✓ rows      all 1
+  ! script    names and values are copied as they are
+              The name "a" comes twice in a record; the last value counts.
+              Have it written otherwise in the source, or leave it out of what is loaded.
+  ✓ store
+)");
+}
