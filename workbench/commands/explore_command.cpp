@@ -109,7 +109,9 @@ std::string nothingText(const std::string& source, const Explored& explored,
                         const Options& options) {
     const std::size_t total = explored.outline.total.value_or(0);
     const std::string words =
-        total > 0 ? "Only " + std::to_string(total) + " can be listed: --from passes over them all."
+        options.limit == 0 ? "Nothing is listed: --limit is 0."
+        : total > 0
+            ? "Only " + std::to_string(total) + " can be listed: --from passes over them all."
         : options.find.empty()
             ? "Nothing in it can be selected."
             : "Nothing in it has " + probe::quoted(options.find) + " in its name or its values.";

@@ -126,7 +126,9 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
         std::fprintf(stderr, "No answer for \"%s\" within %g seconds.\n", source.c_str(),
                      options.timeoutSeconds);
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
-    streams.writeResult(result(host, outcome.value_or(Outcome{}), options.output, page));
+    const std::string shown = result(host, outcome.value_or(Outcome{}), options.output, page);
+    const bool isReportNext = options.report == "-" && !shown.empty() && !shown.ends_with('\n');
+    streams.writeResult(isReportNext ? shown + "\n" : shown);
     reports.write(report);
     if (!outcome) return ExitStatus::NoAnswer;
     if (outcome->failed) adviseOnMissingFile(host, instance, options.scene);

@@ -45,6 +45,7 @@ std::string listOf(const std::vector<std::string>& names, std::size_t further) {
 }
 
 std::string sizeText(std::size_t bytes) {
+    if (bytes == 1) return "1 byte";
     constexpr std::array units{"bytes", "kB", "MB", "GB"};
     auto size = static_cast<double>(bytes);
     std::size_t unit = 0;

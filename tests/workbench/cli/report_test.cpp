@@ -62,7 +62,7 @@ TEST_F(Report, GoesToStandardOutputBehindTheResult) {
     write("source.json", "[1]");
     const ChildResult result = load({"queryMode=JSON", "filename=source.json", "xpath=*", "mode=3"},
                                     {"--out", "script", "--report", "-"});
-    const auto start = result.out.find("{\"instance\"");
+    const auto start = result.out.find("\n{\"instance\"");  // in a line by itself
     ASSERT_NE(start, std::string::npos) << result.out;
     EXPECT_EQ(readReport(result.out.substr(start)).size(), 1U);
 }

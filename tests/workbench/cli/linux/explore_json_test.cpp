@@ -165,6 +165,14 @@ Only 9 can be listed: --from passes over them all.
 )");
 }
 
+TEST_F(ExploredJson, APageOfNothingIsSaid) {
+    write("league.json", "7");
+    expectExplored({"league.json", "--limit", "0"}, R"(
+league.json is JSON, 1 byte.
+Nothing is listed: --limit is 0.
+)");
+}
+
 TEST_F(ExploredJson, OneEntryOfAnArrayIsListedWithTheSettingsOfItAlone) {
     write("league.json", league);
     expectExplored({"league.json", "--at", "table[1]"}, R"(
