@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
 #include "tests/tree/SourceTree.h"
 #include "tests/tree/include_rules.h"
 #include "tests/tree/text_rules.h"
@@ -54,6 +60,34 @@ TEST_F(ThisSourceTree, AsksForTheSystemOnlyInPlatformAndLinkage) {
 
 TEST_F(ThisSourceTree, EveryHeaderIsGuardedByPragmaOnce) {
     EXPECT_EQ(unguardedHeaders(tree()), Violations());
+}
+
+TEST_F(ThisSourceTree, HasAPageOnWhichOnlyWhatFailedIsRed) {
+    const auto styles = std::filesystem::path(SOURCE_ROOT) / "workbench/web/src/styles";
+    const std::regex failure("failed|Failed|notExecuted|fault|broken|mark");
+    int rules = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(styles)) {
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            if (line.find("var(--failed") == std::string::npos) continue;
+            ++rules;
+            std::istringstream selectors(line.substr(0, line.find('{')));
+            for (std::string each; std::getline(selectors, each, ',');)
+                EXPECT_TRUE(std::regex_search(each, failure)) << entry.path() << ": " << line;
+        }
+    }
+    EXPECT_GT(rules, 0);
+}
+
+TEST_F(ThisSourceTree, HasBoostInOneFile) {
+    std::vector<std::string> files;
+    for (const auto& [path, file] : tree()) {
+        const bool hasIt =
+            std::any_of(file.includes.begin(), file.includes.end(),
+                        [](const Include& include) { return include.path.starts_with("boost/"); });
+        if (hasIt) files.push_back(path);
+    }
+    EXPECT_EQ(files, std::vector<std::string>{"workbench/serve/WebServer.cpp"});
 }
 
 }  // namespace intake
