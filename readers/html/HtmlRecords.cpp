@@ -35,16 +35,9 @@ bool HtmlRecords::write(std::string& error) {
         return true;
     }
     writeInMode(request_.targetMode);
-    return !isTooLarge(error);
-}
-
-bool HtmlRecords::isTooLarge(std::string& error) const {
-    const bool isLarge = script_.size() > MAX_BYTES;
-    if (isLarge) {
-        error += "HTML: The rows of the table become larger than " + std::to_string(MAX_MEGABYTES) +
-                 " MB";
-    }
-    return isLarge;
+    const bool isTooLarge = limit_.isExceededBy(script_);
+    error += isTooLarge ? limit_.error() : "";
+    return !isTooLarge;
 }
 
 void HtmlRecords::readNames() {

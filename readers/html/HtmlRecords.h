@@ -7,6 +7,7 @@
 
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/RowsLimit.h"
 #include "pipeline/TargetModeWriter.h"
 #include "platform/HtmlDocument.h"
 
@@ -25,13 +26,10 @@ public:
     bool write(std::string& error);
 
 private:
-    /// Names are repeated in every row, so that a small page can become any amount.
     static constexpr size_t MAX_MEGABYTES = 250;
-    static constexpr size_t MAX_BYTES = MAX_MEGABYTES * 1000 * 1000;
 
     void readNames();
     bool findKeyColumn(std::string& error);
-    bool isTooLarge(std::string& error) const;
 
     void writeTable() override;
     void writeArray() override;
@@ -50,7 +48,7 @@ private:
     /// script is not too large.
     template <class Each>
     void forEachRow(Each each) {
-        for (int64_t row = rows_.first(); row < rows_.end && script_.size() <= MAX_BYTES; ++row) {
+        for (int64_t row = rows_.first(); row < rows_.end && !limit_.isExceededBy(script_); ++row) {
             each(static_cast<size_t>(row), row - rows_.first());
         }
     }
@@ -62,6 +60,7 @@ private:
     std::string& script_;
     const int64_t rowCount_;
     const RowRange rows_;
+    const RowsLimit limit_{"HTML: The rows of the table", MAX_MEGABYTES};
     std::vector<std::string> names_;
     size_t keyColumn_ = 0;
 };

@@ -11,10 +11,11 @@ namespace intake {
 using Role = JsonWalker::Role;
 
 JsonRecords::JsonRecords(const JsonDocument& document, const RequestRecord& request,
-                         std::string& script)
+                         std::string& script, RowsLimit limit)
     : document_(document),
       request_(request),
       script_(script),
+      limit_(limit),
       start_(script.size()),
       walker_(document, script) {}
 
@@ -30,6 +31,7 @@ void JsonRecords::write(const Nodes& rows) {
 void JsonRecords::take(Node row) {
     row_ = row;
     writeInMode(request_.targetMode);
+    limit_.check(script_);
     ++place_;
     if (place_ == 1) {
         sampleStart_ = document_.sourceOffsetBehind(row);

@@ -6,6 +6,7 @@
 #include "formats/json/JsonDocument.h"
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/RowsLimit.h"
 #include "pipeline/TargetModeWriter.h"
 #include "readers/json/JsonWalker.h"
 
@@ -18,13 +19,15 @@ public:
     using Nodes = std::vector<JsonDocument::Node>;
 
     /// All are borrowed and outlive this object; the script is appended to.
-    JsonRecords(const JsonDocument& document, const RequestRecord& request, std::string& script);
+    JsonRecords(const JsonDocument& document, const RequestRecord& request, std::string& script,
+                RowsLimit limit = RowsLimit("JSON: The rows"));
 
     /// Writes the requested ones of these rows in the request's target mode, and nothing in a mode
-    /// that does not exist.
+    /// that does not exist. Throws RowsTooLarge.
     void write(const Nodes& rows);
 
-    /// Writes one requested row. After the last one, `finish` tells how many rows there were.
+    /// Writes one requested row; throws RowsTooLarge. After the last one, `finish` tells how many
+    /// rows there were.
     void take(JsonDocument::Node row);
     void finish(int64_t rowCount);
 
@@ -44,6 +47,7 @@ private:
     const JsonDocument& document_;
     const RequestRecord& request_;
     std::string& script_;
+    const RowsLimit limit_;
     const size_t start_;  // of the records within the script
     JsonWalker walker_;
     Node row_ = JsonDocument::ROOT;  // the one that is being written

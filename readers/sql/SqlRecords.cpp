@@ -15,13 +15,14 @@ constexpr const char* VALUE_END = "\";";
 }  // namespace
 
 SqlRecords::SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
-                       std::string& script, std::string& error)
+                       std::string& script, std::string& error, RowsLimit limit)
     : recordset_(recordset),
       request_(request),
       logger_(logger),
       script_(script),
       error_(error),
       writer_(script),
+      limit_(limit),
       start_(script.size()),
       from_(request.fromRow),
       end_(from_ + request.numRows) {}
@@ -107,7 +108,8 @@ void SqlRecords::reserveForTheRest() {
     const double rest = static_cast<double>(end_ - walked_) / static_cast<double>(written_);
     const double times = std::clamp(rest * MARGIN, LEAST_TIMES, MOST_TIMES);
     try {
-        script_.reserve(script_.size() + static_cast<size_t>(static_cast<double>(length) * times));
+        const auto wanted = static_cast<size_t>(static_cast<double>(length) * times);
+        script_.reserve(std::min(script_.size() + wanted, limit_.bytes()));
     } catch (const std::bad_alloc&) {
         return;  // it may never be needed
     }
@@ -176,6 +178,10 @@ bool SqlRecords::writeField(size_t field) {
         return false;
     }
     writer_.writeValue(value);
+    if (limit_.isExceededBy(script_)) {  // a record may have any number of them
+        error_.append(limit_.error());
+        return false;
+    }
     return true;
 }
 

@@ -7,6 +7,7 @@
 
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
+#include "pipeline/RowsLimit.h"
 #include "pipeline/TargetModeWriter.h"
 #include "platform/Database.h"
 #include "readers/sql/VariantWriter.h"
@@ -19,10 +20,12 @@ class SqlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; script and error are appended to.
     SqlRecords(Recordset& recordset, const RequestRecord& request, ReaderLogger& logger,
-               std::string& script, std::string& error);
+               std::string& script, std::string& error,
+               RowsLimit limit = RowsLimit("SQL: The rows"));
 
-    /// False, and the reason in the error text, when a field is missing or cannot be taken. Writes
-    /// nothing in a mode that does not exist. Throws PlatformError.
+    /// False, and the reason in the error text, when a field is missing or cannot be taken, or when
+    /// the rows become too large. Writes nothing in a mode that does not exist. Throws
+    /// PlatformError.
     bool write();
 
 private:
@@ -60,6 +63,7 @@ private:
     std::string& script_;
     std::string& error_;
     VariantWriter writer_;
+    const RowsLimit limit_;
     const size_t start_;  // where this result begins in the script
     const int64_t from_, end_;
     int64_t walked_ = 0;   // records so far, the skipped ones included

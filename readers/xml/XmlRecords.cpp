@@ -25,11 +25,12 @@ bool isMode(int32_t mode) {
 }  // namespace
 
 XmlRecords::XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
-                       std::string& script)
+                       std::string& script, RowsLimit limit)
     : document_(document),
       request_(request),
       logger_(logger),
       script_(script),
+      limit_(limit),
       start_(script.size()) {}
 
 void XmlRecords::takeWhileLoading() {
@@ -55,6 +56,7 @@ XmlRowsWanted XmlRecords::wanted() const {
 void XmlRecords::takeRow(Node row) {
     row_ = row;
     writeInMode(request_.targetMode);
+    limit_.check(script_);
     ++place_;
 }
 
@@ -161,6 +163,7 @@ void XmlRecords::writeFields() {
         script_.append("=\"");
         writeValue(child);
         script_.append("\";");
+        limit_.check(script_);  // a row may have any number of them
     });
 }
 

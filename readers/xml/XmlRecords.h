@@ -7,6 +7,7 @@
 #include "pipeline/ReaderLogger.h"
 #include "pipeline/RequestRecord.h"
 #include "pipeline/RowRange.h"
+#include "pipeline/RowsLimit.h"
 #include "pipeline/TargetModeWriter.h"
 #include "platform/XmlDocument.h"
 
@@ -19,16 +20,17 @@ class XmlRecords final : public TargetModeWriter {
 public:
     /// All are borrowed and outlive this object; the script is appended to.
     XmlRecords(XmlDocument& document, const RequestRecord& request, ReaderLogger& logger,
-               std::string& script);
+               std::string& script, RowsLimit limit = RowsLimit("XML: The rows"));
 
-    /// Lets the document hand its rows over while it is loaded, if it can.
+    /// Lets the document hand its rows over while it is loaded, if it can. The load then throws
+    /// RowsTooLarge, as write() does.
     void takeWhileLoading();
 
     /// Takes back what was written.
     void forgetRows();
 
     /// Ends the records. Writes nothing when there are no more rows than are to be skipped, and
-    /// nothing in a mode that does not exist.
+    /// nothing in a mode that does not exist. Throws RowsTooLarge.
     void write();
 
 private:
@@ -59,6 +61,7 @@ private:
     const RequestRecord& request_;
     ReaderLogger& logger_;
     std::string& script_;
+    const RowsLimit limit_;
     const size_t start_;  // of the records within the script
     Node row_ = nullptr;  // the one that is being written
     int64_t place_ = 0;   // of that among the rows delivered

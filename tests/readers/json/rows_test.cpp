@@ -4,6 +4,10 @@
 
 #include <limits>
 
+#include "formats/json/json_path.h"
+#include "formats/json/json_select.h"
+#include "readers/json/JsonRecords.h"
+#include "tests/formats/json/parse.h"
 #include "tests/readers/json/read.h"
 
 namespace intake {
@@ -112,6 +116,24 @@ TEST(JsonRows, RoomForMoreOfThemThanThereAreDoesNotStay) {
     const Outcome outcome = read(source, requestOf({.path = "few", .mode = DATA_FIELD_ARRAY}));
     EXPECT_GT(outcome.script.size(), 10'000U);
     EXPECT_LT(outcome.script.capacity(), 100'000U);
+}
+
+TEST(JsonRows, OfALongTargetAreRefusedBeforeTheyTakeAllMemory) {
+    std::string source = R"({"list": [0)";
+    for (int i = 1; i < 2000; ++i) {
+        source += ",1";
+    }
+    const JsonDocument document = parse(source + "]}");
+    for (const TargetMode mode : {DATA_ARRAY, SHARED_MEMORY}) {
+        const RequestRecord request = requestOf({.path = "list",
+                                                 .mode = mode,
+                                                 .table = std::string(1000, 'T'),
+                                                 .delimiter = std::string(1000, '|')});
+        std::string script;
+        JsonRecords records(document, request, script, RowsLimit("JSON: The rows", 1));
+        EXPECT_THROW(records.write(selectNodes(document, parsePath(request.xpath))), RowsTooLarge);
+        EXPECT_LT(script.size(), 1'100'000U);
+    }
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include "readers/sql/SqlRecords.h"
+
 namespace intake {
 namespace {
 
@@ -80,6 +82,39 @@ TEST_F(SqlRows, CutOffBeforeTheEndLeaveARowsDelimiterInSharedMemory) {
     EXPECT_EQ(rows(SHARED_MEMORY, 0, 2), "a/b/");
     EXPECT_EQ(rows(SHARED_MEMORY, 1, 2), "b/c/");
     EXPECT_EQ(rows(SHARED_MEMORY, 0, 4), "a/b/c/d");
+}
+
+TEST_F(SqlRows, OfLongNamesOrTextsAreRefusedBeforeTheyTakeAllMemory) {
+    const auto errorOfRows = [this](TargetMode mode) {
+        request_.targetMode = mode;
+        const auto recordset = databases_.createConnection(endMark_)->openRecordset(request_.query);
+        std::string script, error;
+        SqlRecords records(*recordset, request_, logger_, script, error,
+                           RowsLimit("SQL: The rows", 1));
+        return records.write() ? "written" : error;
+    };
+    for (const TargetMode mode :
+         {DATA_TABLE, DATA_ARRAY, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
+        databases_.rows.assign(9, FakeRow{{VT_BSTR, std::string(100'000, 'x')}});
+        EXPECT_EQ(errorOfRows(mode),
+                  mode == DATA_TABLE ? "SQL: The rows become larger than 1 MB" : "written");
+        databases_.rows.assign(11, FakeRow{{VT_BSTR, std::string(100'000, 'x')}});
+        EXPECT_EQ(errorOfRows(mode), "SQL: The rows become larger than 1 MB") << mode;
+    }
+    databases_.names = {std::string(100'000, 'n')};
+    databases_.rows.assign(11, {1});
+    EXPECT_EQ(errorOfRows(DATA_ARRAY), "SQL: The rows become larger than 1 MB");
+}
+
+TEST_F(SqlRows, OfFarTooManyLongFieldsAreRefusedWithinTheFirst) {
+    databases_.names.assign(2000, "n");
+    request_.targetMode = DATA_ARRAY;
+    databases_.rows = {FakeRow(2000, FakeValue(VT_BSTR, std::string(100'000, 'x')))};
+    const auto recordset = databases_.createConnection(endMark_)->openRecordset(request_.query);
+    std::string script, error;
+    SqlRecords records(*recordset, request_, logger_, script, error, RowsLimit("SQL: The rows", 1));
+    EXPECT_FALSE(records.write());
+    EXPECT_LT(script.size(), 1'200'000U);
 }
 
 }  // namespace

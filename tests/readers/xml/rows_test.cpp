@@ -4,7 +4,12 @@
 
 #include <limits>
 
+#include "platform/Platform.h"
+#include "readers/xml/XmlRecords.h"
+#include "tests/fakes/platform/FakeClock.h"
 #include "tests/readers/xml/read.h"
+#include "tests/support/AsWorker.h"
+#include "tests/support/TempDirectory.h"
 
 namespace intake {
 namespace {
@@ -87,6 +92,65 @@ TEST(XmlRows, StartAtTheFirstForANegativeFromRowThatTheCountIncludes) {
 TEST(XmlRows, BeforeTheFirstAreNone) {
     EXPECT_EQ(rows(DATA_ARRAY, -5, 2), "READER_NUM_RECORDS=2;");
     EXPECT_EQ(rows(SHARED_MEMORY, SMALLEST, LARGEST), "");
+}
+
+/// The error of loading a file when rows may become 1 MB; empty when there is none.
+std::string errorOfRows(const std::string& source, const RequestRecord& request) {
+    const AsWorker worker;
+    const TempDirectory directory;
+    FakeClock clock;
+    ReaderLogger logger(clock, systemPlatform().textFiles);
+    logger.setLevel(-1);
+    const EndMark endMark;
+    const auto document =
+        systemPlatform().xml.createDocument(TextEncoding::UTF8, XmlSource::LOCAL_FILE, endMark);
+    std::string script;
+    XmlRecords records(*document, request, logger, script, RowsLimit("XML: The rows", 1));
+    records.takeWhileLoading();
+    try {
+        EXPECT_TRUE(document->loadFile(directory.write("source.xml", source)));
+        if (!document->rowsFound()) {
+            document->selectNodes(request.xpath);
+        }
+        records.write();
+        return "";
+    } catch (const RowsTooLarge& error) {
+        return error.what();
+    }
+}
+
+RequestRecord requestOfRows(const std::string& xpath, TargetMode mode, const std::string& key) {
+    RequestRecord request;
+    request.xpath = xpath;
+    request.targetMode = mode;
+    request.key = key;
+    request.numRows = 1000;
+    return request;
+}
+
+TEST(XmlRows, ThatHoldEachOtherAreRefusedBeforeTheyTakeAllMemory) {
+    std::string text(10'000, 'x');
+    for (int depth = 0; depth < 200; ++depth) {
+        text = "<a>" + text + "</a>";
+    }
+    for (const TargetMode mode :
+         {DATA_TABLE, DATA_ARRAY, DATA_STRUCTURE, DATA_FIELD_ARRAY, SHARED_MEMORY}) {
+        for (const char* const path : {"//a", "//a[true()]"}) {  // while loading, and selected
+            EXPECT_EQ(errorOfRows(text, requestOfRows(path, mode, ".")),
+                      "XML: The rows become larger than 1 MB")
+                << path << ", mode " << mode;
+            EXPECT_EQ(errorOfRows(text, requestOfRows("/a", mode, ".")), "");
+        }
+    }
+}
+
+TEST(XmlRows, WithTheSameLongKeyAreRefusedBeforeTheyTakeAllMemory) {
+    std::string text = "<r n='" + std::string(100'000, 'n') + "'>";
+    for (int row = 0; row < 20; ++row) {
+        text += "<a/>";
+    }
+    EXPECT_EQ(errorOfRows(text + "</r>", requestOfRows("/r/a", DATA_TABLE, "../@n")),
+              "XML: The rows become larger than 1 MB");
 }
 
 }  // namespace
