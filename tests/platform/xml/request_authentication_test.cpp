@@ -72,6 +72,31 @@ TEST_F(XmlAuthentication, WithoutCredentialsNothingIsProved) {
     EXPECT_EQ(proofs(server), std::vector<std::string>{""});
 }
 
+Reply redirectTo(const std::string& url) {
+    return reply("302 Found", "moved", "Location: " + url + "\r\n");
+}
+
+TEST_F(XmlAuthentication, IsGivenWhereARedirectLeadsOnTheSameServer) {
+    ScriptedServer server({redirectTo("/login"), challenge({BASIC}), reply("200 OK", "<a/>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+    EXPECT_EQ(proofs(server),
+              (std::vector<std::string>{"", "", "Basic " + toBase64("designer:secret")}));
+}
+
+TEST_F(XmlAuthentication, IsNotGivenToAnotherPortOrHostThatARedirectNames) {
+    for (const char* const host : {"127.0.0.1", "localhost"}) {
+        ScriptedServer other({challenge({BASIC}, "<refused/>"), reply("200 OK", "<a/>")});
+        std::string elsewhere = other.url("/");
+        elsewhere.replace(elsewhere.find("127.0.0.1"), 9, host);
+        ScriptedServer first({challenge({BASIC}), redirectTo(elsewhere)});
+        request_ = services_.createRequest(*connections_, endMark_);
+        fetch(first.url("/"));
+        EXPECT_EQ(names("/*"), "refused|") << host;
+        EXPECT_EQ(proofs(other), std::vector<std::string>{""}) << host;
+    }
+}
+
 }  // namespace
 
 }  // namespace intake

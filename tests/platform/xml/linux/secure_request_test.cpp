@@ -40,6 +40,23 @@ TEST_F(XmlSecureRequests, NoRedirectLeadsFromHttpsToHttp) {
     EXPECT_EQ(plain.requests().size(), 0U);
 }
 
+TEST_F(XmlSecureRequests, CredentialsAreNotSentOverTlsToAnotherPort) {
+    const CertificateAuthority authority;
+    const TlsFiles tls = authority.issue();
+    const EnvironmentVariable trusted("SSL_CERT_FILE", authority.certificate());
+    request_ = services_.createRequest(*connections_, endMark_);
+    ScriptedServer secure({reply("401 Unauthorized", "<refused/>", "WWW-Authenticate: Basic\r\n")},
+                          overTls(tls));
+    ScriptedServer plain({reply("302 Found", "", "Location: " + secure.url("/") + "\r\n")});
+    const std::string user = "designer", password = "secret";
+    user_ = &user;
+    password_ = &password;
+    fetch(plain.url("/"));
+    EXPECT_EQ(names("/*"), "refused|");
+    ASSERT_EQ(secure.requests().size(), 1U);
+    EXPECT_EQ(secure.requests().front().find("Authorization"), std::string::npos);
+}
+
 }  // namespace
 
 }  // namespace intake
