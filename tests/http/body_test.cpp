@@ -44,6 +44,15 @@ TEST_F(HttpBodyTest, LinesBehindTheLastChunkMayLookLikeAStatus) {
     }
 }
 
+TEST_F(HttpBodyTest, ABodyThatIsSaidToBePackedIsTakenAsItComes) {
+    const std::string bytes("\x1F\x8B\x08\0\0", 5);
+    for (const char* packing : {"gzip", "deflate"}) {
+        ScriptedServer server(
+            {reply("200 OK", bytes, "Content-Encoding: " + std::string(packing) + "\r\n")});
+        expectBody(fetch(server.url("/")), bytes);
+    }
+}
+
 TEST_F(HttpBodyTest, ChunkedBodiesMayBeEmpty) {
     ScriptedServer server({{CHUNKED + std::string("0\r\n\r\n")}});
 

@@ -17,7 +17,6 @@ constexpr const char* LIBRARY = "libcurl";
 constexpr const char* USER_AGENT = "NXR/1.0";
 constexpr const char* PACKINGS = "gzip, deflate";
 constexpr std::array<std::string_view, 3> SCHEMES{"http://", "https://", "ftp://"};
-constexpr size_t MAX_BODY = 0x7FFFFFFF;  // no larger document is parsed
 
 /// The signs of a header's name.
 constexpr std::string_view TOKEN_SIGNS =
@@ -57,8 +56,9 @@ std::string toLine(const std::string& name, const std::string& value) {
 
 }  // namespace
 
-CurlXmlRequest::CurlXmlRequest(CurlConnections& connections, const EndMark& endMark)
-    : transfer_(connections, endMark), body_(transfer_, MAX_BODY, PACKINGS) {
+CurlXmlRequest::CurlXmlRequest(CurlConnections& connections, const EndMark& endMark,
+                               size_t maxBytes)
+    : transfer_(connections, endMark), body_(transfer_, maxBytes, PACKINGS) {
     if (!transfer_.isReady()) {
         fail(CURLE_FAILED_INIT, "libcurl could not be set up");
     }

@@ -9,11 +9,15 @@
 
 namespace intake {
 
-/// A request for an XML document by libcurl. The whole body is kept in memory, up to 2 GB.
+/// A request for an XML document by libcurl. The whole body is kept in memory.
 class CurlXmlRequest final : public XmlRequest {
 public:
-    /// Both outlive this object. Throws PlatformError when libcurl cannot be set up.
-    CurlXmlRequest(CurlConnections& connections, const EndMark& endMark);
+    static constexpr size_t MAX_BODY = 0x7FFFFFFF;  // no larger document is parsed
+
+    /// Both outlive this object. A larger body than `maxBytes` is refused. Throws PlatformError
+    /// when libcurl cannot be set up.
+    CurlXmlRequest(CurlConnections& connections, const EndMark& endMark,
+                   size_t maxBytes = MAX_BODY);
 
     void open(const std::string& url, const std::string* user,
               const std::string* password) override;

@@ -62,6 +62,7 @@ public:
     }
     bool available(size_t& bytes) override {
         bytes = response_.chunks.empty() ? 0 : response_.chunks.front().size();
+        bytes += response_.moreAvailable;
         return passes("available");
     }
     bool read(char* buffer, size_t capacity, size_t& bytesRead) override {

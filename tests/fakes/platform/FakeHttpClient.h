@@ -19,6 +19,7 @@ struct FakeResponse {
     HttpTarget target = HttpTarget::SERVER;
     std::vector<std::string> chunks{};  // of the body; each comes when the one before was read
     size_t mostPerRead = SIZE_MAX;      // fewer bytes are read at once than are available
+    size_t moreAvailable = 0;           // said to be there behind each chunk
 };
 
 /// An HTTP client that follows a script and notes every call of its own and its requests as one

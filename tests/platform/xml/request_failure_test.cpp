@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "platform/linux/xml/CurlXmlRequest.h"
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/http/support/loopback.h"
 #include "tests/platform/xml/XmlRequestTest.h"
@@ -98,6 +99,17 @@ TEST_F(XmlRequestFailure, NothingIsPrinted) {
     errorOf([&] { request_->open("http://", nullptr, nullptr); });
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST_F(XmlRequestFailure, AResponseThatIsTooLargeIsRefused) {
+    constexpr size_t MOST = 8;
+    request_ = std::make_unique<CurlXmlRequest>(static_cast<CurlConnections&>(*connections_),
+                                                endMark_, MOST);
+    ScriptedServer server({reply("200 OK", "<a>1</a>"), reply("200 OK", "<a>12</a>")});
+    fetch(server.url("/"));
+    EXPECT_EQ(names("/*"), "a|");
+    const PlatformError error = errorOf([&] { fetch(server.url("/")); });
+    EXPECT_EQ(error.description(), "The response is larger than 2 GB");
 }
 
 }  // namespace

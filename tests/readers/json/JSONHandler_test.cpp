@@ -249,6 +249,17 @@ TEST_F(JSONHandlerUrl, WhetherAUrlGetsANumberDoesNotDependOnTheAvoidanceOfCaches
     EXPECT_GE(uniqueNumber(), 34464);
 }
 
+TEST_F(JSONHandlerUrl, AResponseOfMoreThanAGibibyteIsRefused) {
+    FakeResponse response;
+    response.moreAvailable = (size_t{1} << 30) + 1;
+    client_.respond(response);
+    EXPECT_FALSE(read("http://feeds.example/a.json"));
+    EXPECT_EQ(error_,
+              "Failed to load JSON file from http://feeds.example/a.json.\n"
+              "The response is larger than 1073741824 bytes.\n");
+    EXPECT_EQ(script_, "");
+}
+
 TEST_F(JSONHandlerUrl, AFetchThatFailsIsAnErrorThatNamesTheUrl) {
     EXPECT_FALSE(read("http://feeds.example/a.json"));
     EXPECT_EQ(error_, "Failed to load JSON file from http://feeds.example/a.json.\n");
