@@ -1,5 +1,7 @@
 #include "platform/linux/ProviderConnection.h"
 
+#include <algorithm>
+
 #include "formats/connection/connection_string.h"
 #include "formats/connection/odbc_connection_string.h"
 #include "formats/connection/sqlite_connection_string.h"
@@ -23,8 +25,10 @@ bool isWorkbook(const ConnectionString& connection) {
     }
     const auto extended =
         ConnectionString::parseExtendedProperties(connection.value("Extended Properties"));
-    return !extended.properties().empty() &&
-           startsWithIgnoringCase(extended.properties().front().key, "Excel");
+    const auto& properties = extended.properties();
+    return std::any_of(properties.begin(), properties.end(), [](const ConnectionProperty& each) {
+        return startsWithIgnoringCase(each.key, "Excel");
+    });
 }
 
 std::unique_ptr<OpenConnection> openConnection(const std::string& text, const EndMark& endMark) {

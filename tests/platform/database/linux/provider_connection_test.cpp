@@ -59,6 +59,15 @@ TEST_F(ProviderConnection, ThatIsUnknownFailsWithoutErrorsOfItsOwn) {
     EXPECT_TRUE(connection_->errors().empty());
 }
 
+TEST_F(ProviderConnection, OfAWorkbookIsToldByExcelAnywhereInItsExtendedProperties) {
+    for (const std::string extended : {"Excel 12.0 Xml;HDR=YES", "HDR=YES;Excel 12.0 Xml"}) {
+        EXPECT_EQ(failureOf("Provider=Microsoft.ACE.OLEDB.12.0;Data Source=a.xlsx;"
+                            "Extended Properties=\"" +
+                            extended + "\""),
+                  "The workbook \"a.xlsx\" cannot be read: No such file or directory");
+    }
+}
+
 TEST_F(ProviderConnection, OfTheWorkbookProviderWithoutAWorkbookIsUnknown) {
     for (const std::string extended : {"", ";Extended Properties=\"text;HDR=Yes\""}) {
         const std::string failure =
