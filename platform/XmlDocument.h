@@ -57,7 +57,8 @@ public:
     virtual ~XmlDocument() = default;
 
     /// Asks that the next load hands out rows, where the system can do so without keeping the whole
-    /// document. Then nothing of the document stays.
+    /// document. Then nothing of the document stays. Otherwise all does but for attributes, which
+    /// stay if expression, key or markup may show them.
     virtual void takeRowsWhileLoading(const XmlRowsWanted&, const XmlRowTaker&) {}
 
     /// How many rows the last load found, also those that were not wanted; nothing when it handed

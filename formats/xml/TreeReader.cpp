@@ -21,11 +21,12 @@ XmlDoc newDocument() {
 
 }  // namespace
 
-TreeReader::TreeReader(uint64_t mostNodes)
+TreeReader::TreeReader(uint64_t mostNodes, XmlAttributes attributes)
     : document_(newDocument()),
       arena_(*document_.get_deleter().arena),
       tree_(arena_),
-      elements_(mostNodes) {
+      elements_(mostNodes),
+      withAttributes_(attributes == XmlAttributes::WANTED) {
     tree_.begin(document_.get(), reinterpret_cast<xmlNode*>(document_.get()));
 }
 
@@ -33,7 +34,7 @@ bool TreeReader::startElement(const XmlTag& tag) {
     if (!elements_.enter(tag, &arena_)) {
         return false;
     }
-    elements_.addTo(tree_, tag, true);
+    elements_.addTo(tree_, tag, withAttributes_);
     return true;
 }
 
@@ -69,8 +70,8 @@ void TreeReader::instruction(std::string_view target, const std::string_view* da
 }
 
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes, size_t windowSize) {
-    TreeReader reader(mostNodes);
+                uint64_t mostNodes, XmlAttributes attributes, size_t windowSize) {
+    TreeReader reader(mostNodes, attributes);
     try {
         return scanDocument(source, charset, endMark, reader, windowSize) ? reader.release()
                                                                           : nullptr;

@@ -15,11 +15,12 @@
 namespace intake {
 
 /// Builds the tree of a whole document, in an arena, while it is scanned: the same as the parser
-/// would give. Made for one document; belongs to one thread.
+/// would give, but for attributes that are unwanted. Made for one document; belongs to one thread.
 class TreeReader {
 public:
-    /// Refuses more nodes than `mostNodes`, and perhaps a few less. Throws std::bad_alloc.
-    explicit TreeReader(uint64_t mostNodes);
+    /// Refuses more nodes than `mostNodes`, and perhaps a few less; attributes that are left out
+    /// count, too. Throws std::bad_alloc.
+    TreeReader(uint64_t mostNodes, XmlAttributes attributes);
 
     // What the scanner tells. Leaves throw std::length_error when there are too many nodes.
     bool startElement(const XmlTag& tag);
@@ -37,11 +38,13 @@ private:
     XmlArena& arena_;
     XmlTree tree_;
     ScannedElements elements_;
+    const bool withAttributes_;
 };
 
 /// Null when the document is for the parser to read: see scanDocument. Throws what the source
 /// throws, and std::bad_alloc.
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes, size_t windowSize = USUAL_WINDOW);
+                uint64_t mostNodes, XmlAttributes attributes = XmlAttributes::WANTED,
+                size_t windowSize = USUAL_WINDOW);
 
 }  // namespace intake

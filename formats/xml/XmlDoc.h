@@ -21,4 +21,7 @@ struct XmlDocDeleter {
 };
 using XmlDoc = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 
+/// Whether a document is to hold attributes; declarations of namespaces it holds in any case.
+enum class XmlAttributes { WANTED, UNWANTED };
+
 }  // namespace intake

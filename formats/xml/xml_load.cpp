@@ -165,9 +165,9 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
 }  // namespace
 
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset,
-                  uint64_t mostNodes) {
+                  uint64_t mostNodes, XmlAttributes attributes) {
     if (source.size() <= LARGEST_XML) {
-        XmlDoc document = scanTree(source, charset, endMark, mostNodes);
+        XmlDoc document = scanTree(source, charset, endMark, mostNodes, attributes);
         if (document != nullptr) {
             return {std::move(document), ""};
         }

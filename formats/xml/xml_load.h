@@ -35,11 +35,13 @@ struct LoadedXml {
 /// Drops text that is white space only, and refuses a document with a DTD or of more than 2 GB;
 /// nothing is fetched while parsing. A byte-order mark decides the encoding; then `charset`, when
 /// it is one that is known; then what the text says of itself; then it is UTF-8. Once `endMark` is
-/// set, it gives up. Throws what the source throws, TooManyNodes and std::bad_alloc.
+/// set, it gives up. Attributes that are unwanted may be there or not. Throws what the source
+/// throws, TooManyNodes and std::bad_alloc.
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset = {},
-                  uint64_t mostNodes = ANY_NUMBER_OF_NODES);
+                  uint64_t mostNodes = ANY_NUMBER_OF_NODES,
+                  XmlAttributes attributes = XmlAttributes::WANTED);
 
-/// The same by libxml2's parser alone, which reads what is not plain.
+/// The same by libxml2's parser alone, which reads what is not plain, with all attributes.
 LoadedXml parseXml(const ByteSource& source, const EndMark& endMark,
                    const std::string& charset = {}, uint64_t mostNodes = ANY_NUMBER_OF_NODES);
 

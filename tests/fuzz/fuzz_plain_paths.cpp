@@ -1,7 +1,8 @@
 // A plain path, which is followed while the document is read, and the same path in brackets, which
-// is evaluated in the whole document, give the same script or error. So do pieces of any size that
-// the document is read in. The first line is the path, the second the namespaces, the third the
-// key, the fourth how to read: see `requestOf`; the rest is the document.
+// is evaluated in the whole document, give the same script or error. So does that document with all
+// its attributes, and pieces of any size that the document is read in. The first line is the path,
+// the second the namespaces, the third the key, the fourth how to read: see `requestOf`; the rest
+// is the document.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -41,6 +42,9 @@ public:
 private:
     const int descriptor_;
 };
+
+/// A condition that always holds, and looks as if it were one on an attribute.
+constexpr const char* KEEPS_ATTRIBUTES = "['@']";
 
 /// From the first row and the number of rows on, the letters of a line choose the target mode, text
 /// or markup, the encoding, whether it is a payload, and whether it comes from a server.
@@ -155,6 +159,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     comparePieces(request, input.rest(), 1 + size % 40);
     request.xpath = "(" + path + ")";
     request.key = "(" + key + ")";
+    if (plain != outcome(request, input.rest())) {
+        std::abort();
+    }
+    request.xpath += KEEPS_ATTRIBUTES;
+    request.key += KEEPS_ATTRIBUTES;
     if (plain != outcome(request, input.rest())) {
         std::abort();
     }

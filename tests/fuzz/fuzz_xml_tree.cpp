@@ -1,4 +1,5 @@
-// Of whatever the scanner of XML documents reads, its tree is the one that the parser gives.
+// Of whatever the scanner of XML documents reads, its tree is the one that the parser gives, and
+// the same but for the attributes when these are unwanted.
 
 #include <cstdlib>
 
@@ -17,6 +18,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const intake::LoadedXml parsed = intake::parseXml(source, endMark);
         if (parsed.document == nullptr ||
             intake::treeText(scanned.get()) != intake::treeText(parsed.document.get())) {
+            std::abort();
+        }
+    }
+    const intake::XmlDoc bare = intake::scanTree(source, "", endMark, intake::ANY_NUMBER_OF_NODES,
+                                                 intake::XmlAttributes::UNWANTED);
+    if ((bare == nullptr) != (scanned == nullptr)) {
+        std::abort();
+    }
+    if (bare != nullptr) {
+        intake::removeAttributes(scanned.get());
+        if (intake::treeText(bare.get()) != intake::treeText(scanned.get())) {
             std::abort();
         }
     }

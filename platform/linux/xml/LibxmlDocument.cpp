@@ -6,6 +6,7 @@
 #include "formats/text/latin1.h"
 #include "formats/xml/xml_markup.h"
 #include "formats/xml/xml_text.h"
+#include "formats/xml/xpath_attributes.h"
 #include "platform/linux/base/RegularFile.h"
 #include "platform/linux/base/com_failures.h"
 
@@ -43,6 +44,11 @@ xmlNode* add(xmlNode* node, bool isWhole, XmlDocument::Node parent) {
     return xmlAddChild(nodeOf(parent), node);
 }
 
+bool mayShowAttributes(const XmlRowsWanted& wanted) {
+    return wanted.needsMarkup || mayLookAtAttributes(wanted.expression) ||
+           (wanted.key && mayLookAtAttributes(*wanted.key));
+}
+
 }  // namespace
 
 LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
@@ -50,13 +56,14 @@ LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
 
 void LibxmlDocument::takeRowsWhileLoading(const XmlRowsWanted& wanted, const XmlRowTaker& taker) {
     rows_ = StreamedRows::plan(wanted, taker);
+    attributes_ = mayShowAttributes(wanted) ? XmlAttributes::WANTED : XmlAttributes::UNWANTED;
 }
 
 bool LibxmlDocument::load(const ByteSource& source, const std::string& charset,
                           uint64_t mostNodes) {
     rowsFound_.reset();
     if (rows_ == nullptr) {
-        return replace(loadXml(source, endMark_, charset, mostNodes));
+        return replace(loadXml(source, endMark_, charset, mostNodes, attributes_));
     }
     rowsFound_ = rows_->read(source, charset, endMark_, mostNodes);
     return rowsFound_ ? replace({emptyDocument(), ""})

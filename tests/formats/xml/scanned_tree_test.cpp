@@ -19,7 +19,12 @@ protected:
         return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES);
     }
     XmlDoc scannedByPieces(const std::string& document, size_t windowSize) const {
-        return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES, windowSize);
+        return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES,
+                        XmlAttributes::WANTED, windowSize);
+    }
+    XmlDoc scannedWithoutAttributes(const std::string& document) const {
+        return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES,
+                        XmlAttributes::UNWANTED);
     }
     XmlDoc parsed(const std::string& document) const {
         return parseXml(TextSource(document), endMark_).document;
@@ -46,6 +51,26 @@ TEST_F(ScannedTree, IsTheOneOfTheParser) {
         ASSERT_EQ(treeText(ofPieces.get()), treeText(expected.get())) << document;
     }
     EXPECT_GT(scannedOnes, SEEDS / 4);
+}
+
+TEST_F(ScannedTree, IsTheSameButForAttributesThatAreUnwanted) {
+    for (unsigned seed = 0; seed < SEEDS; ++seed) {
+        RandomXml chance(seed);
+        const std::string document = chance.perhapsSpoilt(chance.document());
+        const XmlDoc expected = scanned(document);
+        const XmlDoc tree = scannedWithoutAttributes(document);
+        ASSERT_EQ(tree == nullptr, expected == nullptr) << document;
+        if (tree != nullptr) {
+            removeAttributes(expected.get());
+            ASSERT_EQ(treeText(tree.get()), treeText(expected.get())) << document;
+        }
+    }
+}
+
+TEST_F(ScannedTree, CountsAttributesThatAreUnwanted) {
+    const TextSource document("<a b='' c=''/>");
+    EXPECT_EQ(scanTree(document, "", endMark_, 4, XmlAttributes::UNWANTED), nullptr);
+    EXPECT_NE(scanTree(document, "", endMark_, 5, XmlAttributes::UNWANTED), nullptr);
 }
 
 TEST_F(ScannedTree, IsThereForWhateverThePlainDocumentsHold) {

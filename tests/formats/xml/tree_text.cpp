@@ -58,7 +58,26 @@ void append(const xmlNode* node, std::string& out) {
     out.append(isInPlace && isLast ? "\n" : " misplaced\n");
 }
 
+/// In document order; null at the end.
+xmlNode* nodeBehind(xmlNode* node) {
+    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+        return node->children;
+    }
+    while (node->next == nullptr && node->parent->type == XML_ELEMENT_NODE) {
+        node = node->parent;
+    }
+    return node->next;
+}
+
 }  // namespace
+
+void removeAttributes(xmlDoc* document) {
+    for (xmlNode* node = document->children; node != nullptr; node = nodeBehind(node)) {
+        if (node->type == XML_ELEMENT_NODE) {
+            node->properties = nullptr;
+        }
+    }
+}
 
 std::string treeText(const xmlDoc* document) {
     std::string out;

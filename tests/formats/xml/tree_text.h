@@ -10,4 +10,7 @@ namespace intake {
 /// recurse.
 std::string treeText(const xmlDoc* document);
 
+/// Takes all attributes out of a tree that lies in an arena.
+void removeAttributes(xmlDoc* document);
+
 }  // namespace intake
