@@ -21,12 +21,12 @@ XmlDoc newDocument() {
 
 }  // namespace
 
-TreeReader::TreeReader(uint64_t mostNodes, XmlAttributes attributes)
+TreeReader::TreeReader(uint64_t mostNodes, KeptAttributes attributes)
     : document_(newDocument()),
       arena_(*document_.get_deleter().arena),
       tree_(arena_),
       elements_(mostNodes),
-      withAttributes_(attributes == XmlAttributes::WANTED) {
+      withAttributes_(attributes == KeptAttributes::ALL) {
     tree_.begin(document_.get(), reinterpret_cast<xmlNode*>(document_.get()));
 }
 
@@ -70,7 +70,7 @@ void TreeReader::instruction(std::string_view target, const std::string_view* da
 }
 
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes, XmlAttributes attributes, size_t windowSize) {
+                uint64_t mostNodes, KeptAttributes attributes, size_t windowSize) {
     TreeReader reader(mostNodes, attributes);
     try {
         return scanDocument(source, charset, endMark, reader, windowSize) ? reader.release()

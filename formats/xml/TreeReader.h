@@ -20,7 +20,7 @@ class TreeReader {
 public:
     /// Refuses more nodes than `mostNodes`, and perhaps a few less; attributes that are left out
     /// count, too. Throws std::bad_alloc.
-    TreeReader(uint64_t mostNodes, XmlAttributes attributes);
+    TreeReader(uint64_t mostNodes, KeptAttributes attributes);
 
     // What the scanner tells. Leaves throw std::length_error when there are too many nodes.
     bool startElement(const XmlTag& tag);
@@ -44,7 +44,7 @@ private:
 /// Null when the document is for the parser to read: see scanDocument. Throws what the source
 /// throws, and std::bad_alloc.
 XmlDoc scanTree(const ByteSource& source, const std::string& charset, const EndMark& endMark,
-                uint64_t mostNodes, XmlAttributes attributes = XmlAttributes::WANTED,
+                uint64_t mostNodes, KeptAttributes attributes = KeptAttributes::ALL,
                 size_t windowSize = USUAL_WINDOW);
 
 }  // namespace intake

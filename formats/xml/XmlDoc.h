@@ -22,6 +22,6 @@ struct XmlDocDeleter {
 using XmlDoc = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 
 /// Whether a document is to hold attributes; declarations of namespaces it holds in any case.
-enum class XmlAttributes { WANTED, UNWANTED };
+enum class KeptAttributes { ALL, NONE };
 
 }  // namespace intake

@@ -165,7 +165,7 @@ LoadedXml parse(const ByteSource& source, uint64_t offset, const char* encoding,
 }  // namespace
 
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset,
-                  uint64_t mostNodes, XmlAttributes attributes) {
+                  uint64_t mostNodes, KeptAttributes attributes) {
     if (source.size() <= LARGEST_XML) {
         XmlDoc document = scanTree(source, charset, endMark, mostNodes, attributes);
         if (document != nullptr) {

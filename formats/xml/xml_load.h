@@ -39,7 +39,7 @@ struct LoadedXml {
 /// throws, TooManyNodes and std::bad_alloc.
 LoadedXml loadXml(const ByteSource& source, const EndMark& endMark, const std::string& charset = {},
                   uint64_t mostNodes = ANY_NUMBER_OF_NODES,
-                  XmlAttributes attributes = XmlAttributes::WANTED);
+                  KeptAttributes attributes = KeptAttributes::ALL);
 
 /// The same by libxml2's parser alone, which reads what is not plain, with all attributes.
 LoadedXml parseXml(const ByteSource& source, const EndMark& endMark,

@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         }
     }
     const intake::XmlDoc bare = intake::scanTree(source, "", endMark, intake::ANY_NUMBER_OF_NODES,
-                                                 intake::XmlAttributes::UNWANTED);
+                                                 intake::KeptAttributes::NONE);
     if ((bare == nullptr) != (scanned == nullptr)) {
         std::abort();
     }

@@ -7,9 +7,9 @@
 #include "formats/connection/odbc_connection_string.h"
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
+#include "platform/linux/base/abandonable_call.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcRecordset.h"
-#include "platform/linux/base/abandonable_call.h"
 #include "platform/linux/odbc/driver_library.h"
 #include "platform/linux/odbc/odbc_errors.h"
 

@@ -56,7 +56,7 @@ LibxmlDocument::LibxmlDocument(TextEncoding encoding, const EndMark& endMark)
 
 void LibxmlDocument::takeRowsWhileLoading(const XmlRowsWanted& wanted, const XmlRowTaker& taker) {
     rows_ = StreamedRows::plan(wanted, taker);
-    attributes_ = mayShowAttributes(wanted) ? XmlAttributes::WANTED : XmlAttributes::UNWANTED;
+    attributes_ = mayShowAttributes(wanted) ? KeptAttributes::ALL : KeptAttributes::NONE;
 }
 
 bool LibxmlDocument::load(const ByteSource& source, const std::string& charset,

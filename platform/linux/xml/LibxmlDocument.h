@@ -69,7 +69,7 @@ private:
     const EndMark& endMark_;
     std::string reason_;
     std::unique_ptr<StreamedRows> rows_;  // null when none are to be taken while loading
-    XmlAttributes attributes_ = XmlAttributes::WANTED;
+    KeptAttributes attributes_ = KeptAttributes::ALL;
     std::optional<size_t> rowsFound_;
 
     // Destroyed from below: a selection goes before what it was made from.

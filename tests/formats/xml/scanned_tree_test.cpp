@@ -20,11 +20,11 @@ protected:
     }
     XmlDoc scannedByPieces(const std::string& document, size_t windowSize) const {
         return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES,
-                        XmlAttributes::WANTED, windowSize);
+                        KeptAttributes::ALL, windowSize);
     }
     XmlDoc scannedWithoutAttributes(const std::string& document) const {
         return scanTree(TextSource(document), "", endMark_, ANY_NUMBER_OF_NODES,
-                        XmlAttributes::UNWANTED);
+                        KeptAttributes::NONE);
     }
     XmlDoc parsed(const std::string& document) const {
         return parseXml(TextSource(document), endMark_).document;
@@ -69,8 +69,8 @@ TEST_F(ScannedTree, IsTheSameButForAttributesThatAreUnwanted) {
 
 TEST_F(ScannedTree, CountsAttributesThatAreUnwanted) {
     const TextSource document("<a b='' c=''/>");
-    EXPECT_EQ(scanTree(document, "", endMark_, 4, XmlAttributes::UNWANTED), nullptr);
-    EXPECT_NE(scanTree(document, "", endMark_, 5, XmlAttributes::UNWANTED), nullptr);
+    EXPECT_EQ(scanTree(document, "", endMark_, 4, KeptAttributes::NONE), nullptr);
+    EXPECT_NE(scanTree(document, "", endMark_, 5, KeptAttributes::NONE), nullptr);
 }
 
 TEST_F(ScannedTree, IsThereForWhateverThePlainDocumentsHold) {
