@@ -8,14 +8,12 @@ namespace {
 
 constexpr std::size_t mostCalls = 1000;
 constexpr std::chrono::milliseconds frameShare{2};
-constexpr std::chrono::seconds longestFrame{2};
 
 }  // namespace
 
 bool FrameQueue::post(std::function<void()> call) {
     const std::lock_guard lock(mutex_);
-    const bool isStuck = lastFrame_ && clock_() - *lastFrame_ > longestFrame;
-    if (isStuck || calls_.size() == mostCalls) return false;
+    if (calls_.size() == mostCalls) return false;
     calls_.push_back(std::move(call));
     return true;
 }
@@ -24,7 +22,6 @@ void FrameQueue::runFrame() {
     std::vector<std::function<void()>> calls;
     {
         const std::lock_guard lock(mutex_);
-        lastFrame_ = clock_();
         calls.swap(calls_);
     }
     const auto end = std::chrono::steady_clock::now() + frameShare;

@@ -16,14 +16,7 @@ namespace workbench {
 /// touched, to the next frame.
 class FrameQueue {
 public:
-    using Moment = std::chrono::steady_clock::time_point;
-
-    /// The clock is for tests.
-    explicit FrameQueue(std::function<Moment()> clock = std::chrono::steady_clock::now)
-        : clock_(std::move(clock)) {}
-
-    /// Any thread. False when no more are taken: so many wait, or the host's thread has not begun a
-    /// frame for two seconds.
+    /// Any thread. False when so many wait that no more are taken.
     bool post(std::function<void()> call);
 
     /// Makes a call on the host's thread and waits for what it returns, also for a place where no
@@ -56,10 +49,8 @@ public:
     void runFrame();
 
 private:
-    const std::function<Moment()> clock_;
     std::mutex mutex_;
     std::vector<std::function<void()>> calls_;
-    std::optional<Moment> lastFrame_;  // when it began
 };
 
 }  // namespace workbench

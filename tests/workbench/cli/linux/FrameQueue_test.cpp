@@ -43,20 +43,6 @@ TEST(FrameQueueTest, TakesNoMoreThanAThousand) {
     EXPECT_FALSE(queue.post([] {}));
 }
 
-TEST(FrameQueueTest, TakesNoneWhileAFrameDoesNotEnd) {
-    FrameQueue::Moment now{};
-    FrameQueue queue([&now] { return now; });
-    now += std::chrono::seconds(9);
-    EXPECT_TRUE(queue.post([] {}));  // before the first
-    queue.runFrame();
-    now += std::chrono::seconds(2);
-    EXPECT_TRUE(queue.post([] {}));
-    now += std::chrono::milliseconds(1);
-    EXPECT_FALSE(queue.post([] {}));
-    queue.runFrame();
-    EXPECT_TRUE(queue.post([] {}));
-}
-
 TEST(FrameQueueTest, ACallMayPostAnother) {
     FrameQueue queue;
     int made = 0;
