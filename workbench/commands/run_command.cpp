@@ -3,6 +3,7 @@
 
 #include "workbench/cli/FrameClock.h"
 #include "workbench/cli/environment.h"
+#include "workbench/cli/missing_file.h"
 #include "workbench/cli/page_size.h"
 #include "workbench/cli/run/LiveScene.h"
 #include "workbench/cli/run/ReportFile.h"
@@ -29,16 +30,23 @@ bool isOver(const Options& options, int64_t frame, const FrameClock& clock) {
     return options.seconds && clock.elapsedSeconds() >= *options.seconds;
 }
 
+std::string adviceOn(const LoadEvent& event, const lumo::Host& host, LiveScene& scene,
+                     const std::string& file) {
+    if (event.report.outcome != LoadOutcome::Failed) return "";
+    const lumo::Record& record = scene.instances()[event.instance]->record();
+    return adviceOnMissingSource(host.parameters, record, file);
+}
+
 /// Runs until the end; `whys` may be null.
-void runFrames(LiveScene& scene, const Options& options, ReportFile& reports, WhyFinder* whys,
-               RunView& view) {
+void runFrames(const lumo::Host& host, LiveScene& scene, const Options& options,
+               ReportFile& reports, WhyFinder* whys, RunView& view) {
     SceneWatch sceneWatch(options.scene);
     FrameClock clock;
     for (int64_t frame = 0; !isOver(options, frame, clock); ++frame) {
         const double now = clock.elapsedSeconds();
         for (const LoadEvent& event : scene.runFrame(now)) {
             reports.write(event.report);
-            view.tell(event, now);
+            view.tell(event, adviceOn(event, host, scene, options.scene), now);
         }
         if (options.watchesScene) sceneWatch.runFrame(scene, view, now);
         if (whys != nullptr) whys->runFrame(scene, view, now);
@@ -64,7 +72,7 @@ ExitStatus runScene(lumo::Host& host, const lumo::Plugin& plugin, const Options&
     LiveScene scene(host, plugin, file);
     for (const int signal : {SIGINT, SIGTERM})
         std::signal(signal, onInterrupt);
-    runFrames(scene, options, reports, whys.get(), *makeRunView(streams, options));
+    runFrames(host, scene, options, reports, whys.get(), *makeRunView(streams, options));
     const PageSize page = pageSize(streams.resultColumns(), columnsFromEnvironment());
     streams.writeResult(finalTables(host, scene, page));
     return scene.status();

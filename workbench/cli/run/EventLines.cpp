@@ -54,10 +54,10 @@ std::string wordsOf(const LoadEvent& event, const std::string& arrow) {
     return words;
 }
 
-void EventLines::tell(const LoadEvent& event, double now) {
+void EventLines::tell(const LoadEvent& event, const std::string& advice, double now) {
     const std::string& instance = event.report.instance;
     const std::string words = wordsOf(event, terminalHasUnicode() ? " → " : " -> ");
-    if (!event.advice.empty()) print(now, instance, event.advice);
+    if (!advice.empty()) print(now, instance, advice);
     if (!words.empty()) {
         print(now, instance, words);
     } else if (tellsEach_ && isGood(event.report.outcome)) {

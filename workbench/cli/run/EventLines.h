@@ -10,7 +10,7 @@ public:
     /// `tellsEach`: of loads that are like the one before, too.
     explicit EventLines(bool tellsEach) : tellsEach_(tellsEach) {}
 
-    void tell(const LoadEvent& event, double now) override;
+    void tell(const LoadEvent& event, const std::string& advice, double now) override;
     void explain(const std::string& instance, const std::string& why, double now) override;
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene&, double) override {}

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "formats/text/trim.h"
-#include "workbench/cli/missing_file.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
 #include "workbench/cli/record_values.h"
@@ -21,7 +20,6 @@ constexpr float shortestPeriod = 0.001F;  // of one that loads at all
 LiveInstance::LiveInstance(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene,
                            const StoredInstance& stored, std::uint32_t writer)
     : host_(host),
-      scene_(scene.file),
       writer_(writer),
       name_(stored.name),
       instance_(host, plugin, stored.name),
@@ -211,8 +209,6 @@ LoadEvent LiveInstance::answered(Outcome outcome, double now) {
     LoadEvent event = eventOf(reportOf(outcome));
     event.report.error = redact_(event.report.error);
     event.plainError = redact_(outcome.error);
-    if (outcome.failed)
-        event.advice = adviceOnMissingSource(host_.parameters, instance_.record(), scene_);
     history_.answered(event.report, now);
     event.isNews = wasGood && !isGood(event.report.outcome);
     event.isRecovery = !wasGood && isGood(event.report.outcome) && !history_.isLate();

@@ -25,7 +25,6 @@ struct LoadEvent {
     bool isRecovery = false;   // it is good and in time, which the one before was not
     bool wasEmpty = false;     // the load before
     std::string plainError;    // as the plugin says it; of a load that failed
-    std::string advice;        // on a file that is not there
     std::size_t instance = 0;  // its place in the scene
     std::uint32_t writer = 0;
     std::optional<std::size_t> newRecords;   // that were not in the load before, where known
@@ -126,7 +125,6 @@ private:
     void compareRecords(Outcome& outcome, LoadEvent& event);
 
     lumo::Host& host_;
-    const std::string scene_;
     const std::uint32_t writer_;
     std::string name_;
     lumo::Instance instance_;

@@ -14,8 +14,8 @@ class RunView {
 public:
     virtual ~RunView() = default;
 
-    /// Something befell a load.
-    virtual void tell(const LoadEvent& event, double now) = 0;
+    /// Something befell a load. `advice` is on a file that is not there, else empty.
+    virtual void tell(const LoadEvent& event, const std::string& advice, double now) = 0;
 
     /// Why an instance brings nothing.
     virtual void explain(const std::string& instance, const std::string& why, double now) = 0;

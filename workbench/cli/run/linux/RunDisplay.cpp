@@ -56,9 +56,8 @@ Screen RunDisplay::currentScreen() const {
 }
 
 // The line of the instance says it, but for where a file was looked for.
-void RunDisplay::tell(const LoadEvent& event, double now) {
-    if (event.isNews && !event.advice.empty())
-        note(event.report.instance + ": " + event.advice, now);
+void RunDisplay::tell(const LoadEvent& event, const std::string& advice, double now) {
+    if (event.isNews && !advice.empty()) note(event.report.instance + ": " + advice, now);
 }
 
 void RunDisplay::note(const std::string& sentence, double now) {

@@ -12,7 +12,7 @@ class RunDisplay final : public RunView {
 public:
     RunDisplay();
 
-    void tell(const LoadEvent& event, double now) override;
+    void tell(const LoadEvent& event, const std::string& advice, double now) override;
     void explain(const std::string&, const std::string&, double) override {}  // the line says it
     void note(const std::string& sentence, double now) override;
     void frame(const LiveScene& scene, double now) override;
