@@ -1,7 +1,5 @@
 #include "workbench/cli/serve/ReportRoutes.h"
 
-#include <chrono>
-
 #include "workbench/cli/serve/ReportPage.h"
 #include "workbench/cli/serve/file_list.h"
 #include "workbench/cli/serve/responses.h"
@@ -11,7 +9,6 @@ namespace workbench {
 namespace {
 
 constexpr std::size_t usualCount = 100;
-constexpr std::chrono::seconds patience{2};  // with another that is read; the server waits for jobs
 
 }  // namespace
 
@@ -41,11 +38,9 @@ void ReportRoutes::tellReport(const Call& call) {
             return refused(404, "There is no such report.");
         const auto redact = served_.redaction(stop);
         if (!redact) return refused(503, "The workbench ends.");
-        const std::unique_lock alone(reading_, patience);
-        if (!alone) return busy();
         return ok(ReportPage(indexes_.of(file->string(), stop), wanted).json(*redact));
     };
-    served_.addJob(WaitsFor::Disk, call.reply, tell);
+    served_.addJob(WaitsFor::Report, call.reply, tell);
 }
 
 }  // namespace workbench

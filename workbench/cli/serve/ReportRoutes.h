@@ -1,7 +1,5 @@
 #pragma once
 
-#include <mutex>
-
 #include "workbench/cli/serve/ReportIndex.h"
 #include "workbench/cli/serve/ServedScene.h"
 #include "workbench/cli/serve/StartFolder.h"
@@ -25,8 +23,7 @@ private:
 
     ServedScene& served_;
     const StartFolder& folder_;
-    std::timed_mutex reading_;  // a report is long: they are read one after the other
-    ReportIndexes indexes_;
+    ReportIndexes indexes_;  // for jobs that wait for a report
 };
 
 }  // namespace workbench

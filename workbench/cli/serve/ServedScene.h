@@ -21,8 +21,8 @@
 namespace workbench {
 
 /// What a job may have to wait for. Those of a kind have threads of their own, so that a server or
-/// a disk that does not answer holds up no others.
-enum class WaitsFor { Child, Disk, Nothing };
+/// a disk that does not answer holds up no others. Reports are long, and read one after the other.
+enum class WaitsFor { Child, Disk, Report, Nothing };
 
 class ServedScene {
 public:
@@ -77,7 +77,8 @@ public:
 
 private:
     serve::WebServer& server_;
-    std::array<Jobs, 3> jobs_{Jobs(4), Jobs(4), Jobs(2)};  // by kind; the last member: they use all
+    // By kind. The last member: they use all.
+    std::array<Jobs, 4> jobs_{Jobs(4), Jobs(4), Jobs(1), Jobs(2)};
 };
 
 }  // namespace workbench

@@ -1,5 +1,9 @@
 // What the page asks of loads that were.
 
+#include <fcntl.h>
+
+#include <csignal>
+
 #include "tests/workbench/cli/linux/ServedTest.h"
 
 namespace {
@@ -162,6 +166,48 @@ TEST_F(ServedHistory, OfAReportIsToldByInstanceAndPage) {
     ASSERT_EQ(page["loads"].Size(), 1U);
     EXPECT_STREQ(page["loads"][0]["time"].GetString(), "t3");
     EXPECT_EQ(page["count"].GetInt(), 2);
+}
+
+namespace {
+
+/// A file that whoever opens it has to wait for, as on a disk that does not answer.
+class HeldFile {
+public:
+    explicit HeldFile(const std::filesystem::path& file)
+        : file_(open(file.c_str(), O_RDWR | O_CLOEXEC)) {
+        fcntl(file_, F_SETSIG, SIGURG);  // tells that somebody waits, and is ignored
+        isHeld_ = fcntl(file_, F_SETLEASE, F_WRLCK) == 0;
+    }
+    ~HeldFile() { close(file_); }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+    bool isHeld() const { return isHeld_; }
+    bool isWaitedFor() const { return fcntl(file_, F_GETLEASE) != F_WRLCK; }
+
+private:
+    const int file_;
+    bool isHeld_ = false;
+};
+
+}  // namespace
+
+TEST_F(ServedHistory, OfAReportThatIsNotReadHoldsUpNothingElse) {
+    write("night.jsonl", R"({"instance": "a", "outcome": "loaded", "durationMs": 1})");
+    std::vector<std::unique_ptr<Connection>> waiting;  // more than a disk has threads
+    {
+        const HeldFile held(folder / "night.jsonl");
+        if (!held.isHeld()) GTEST_SKIP() << "This file system has no leases.";
+        for (int i = 0; i < 8; ++i) {
+            waiting.push_back(std::make_unique<Connection>(port_));
+            waiting.back()->send("GET /api/v1/reports/night.jsonl HTTP/1.1\r\nHost: " + self() +
+                                 "\r\nConnection: close\r\n" + cookie_ + "\r\n");
+        }
+        EXPECT_TRUE(intake::eventually([&] { return held.isWaitedFor(); }));
+        EXPECT_EQ(get("/api/v1/scene/files").status, 200);
+    }
+    for (const auto& connection : waiting)
+        EXPECT_TRUE(connection->readAll().starts_with("HTTP/1.1 200 "));
 }
 
 TEST_F(ServedHistory, OpensNoReportOutsideOfTheStartFolder) {
