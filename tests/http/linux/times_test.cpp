@@ -190,6 +190,13 @@ protected:
 
 const std::string OK = "HTTP/1.1 200 OK\r\n";
 
+TEST_F(TransferTimes, HaveTheirPromisedLengths) {
+    const CurlTransfer::Times promised;
+    EXPECT_EQ(promised.silence, std::chrono::seconds(30));
+    EXPECT_EQ(promised.header, std::chrono::seconds(90));
+    EXPECT_EQ(promised.connect, std::chrono::seconds(60));
+}
+
 TEST_F(TransferTimes, EndATransferInWhichNothingComes) {
     const SlowServer server("", milliseconds(0));
     EXPECT_EQ(fetch(server.url()), "Nothing came for 0.9 seconds");
