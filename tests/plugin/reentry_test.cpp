@@ -140,12 +140,12 @@ TEST_F(ReEntry, AChangedPostUpdateActionRunsAlreadyForTheAnswerThatChangedIt) {
 }
 
 /// Any other call that the plugin makes, and the entry point that makes it.
-struct Deletion {
+struct CallWithin {
     const char* hostCall;
     void (*enter)(HostRecord* record);
 };
 
-class DeletingTheInstanceWithin : public ReEntry, public testing::WithParamInterface<Deletion> {};
+class DeletingTheInstanceWithin : public ReEntry, public testing::WithParamInterface<CallWithin> {};
 
 void load(HostRecord* record) {
     PLUGIN_LOAD(record);
@@ -178,19 +178,80 @@ TEST_P(DeletingTheInstanceWithin, EndsTheCallThere) {
 
 INSTANTIATE_TEST_SUITE_P(
     AnyHostCall, DeletingTheInstanceWithin,
-    testing::Values(Deletion{"DataDebug", load}, Deletion{"setLocalContainer", load},
-                    Deletion{"setLocalScene", load}, Deletion{"init", load},
-                    Deletion{"setVariableQuery", load}, Deletion{"setHostField", load},
-                    Deletion{"parse", load}, Deletion{"setNotifyOnValueChange", load},
-                    Deletion{"setUseConvTable", load}, Deletion{"RegisterField", load},
-                    Deletion{"setInitCB", load}, Deletion{"DataDebug", chooseField},
-                    Deletion{"Register", chooseField},
-                    Deletion{"setNotifyOnValueChange", changeNotification},
-                    Deletion{"_api__global_get_font_encoding", startLoad},
-                    Deletion{"initCobalt", finish}),
+    testing::Values(CallWithin{"DataDebug", load}, CallWithin{"setLocalContainer", load},
+                    CallWithin{"setLocalScene", load}, CallWithin{"init", load},
+                    CallWithin{"setVariableQuery", load}, CallWithin{"setHostField", load},
+                    CallWithin{"parse", load}, CallWithin{"setNotifyOnValueChange", load},
+                    CallWithin{"setUseConvTable", load}, CallWithin{"RegisterField", load},
+                    CallWithin{"setInitCB", load}, CallWithin{"DataDebug", chooseField},
+                    CallWithin{"Register", chooseField},
+                    CallWithin{"setNotifyOnValueChange", changeNotification},
+                    CallWithin{"_api__global_get_font_encoding", startLoad},
+                    CallWithin{"initCobalt", finish}),
     [](const auto& each) {
         return std::to_string(each.index) + std::string(each.param.hostCall).substr(0, 1);
     });
+
+class BindingTheInstanceAgainWithin : public ReEntry,
+                                      public testing::WithParamInterface<CallWithin> {};
+
+TEST_P(BindingTheInstanceAgainWithin, LeavesOneThatLoads) {
+    host.onNextCall(GetParam().hostCall, [&] { PLUGIN_LOAD(record.get()); });
+    GetParam().enter(record.get());
+    host.initPending = 0;
+    load(1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 0);
+}
+
+TEST_P(BindingTheInstanceAgainWithin, AfterItWasDeletedLeavesOneThatLoads) {
+    host.takeCalls();
+    host.onNextCall(GetParam().hostCall, [&] {
+        PLUGIN_CLEANUP_FUNCTION(record.get());
+        PLUGIN_LOAD(record.get());
+    });
+    GetParam().enter(record.get());
+    ASSERT_NE(record->instance, nullptr);
+    const Calls calls = host.takeCalls();
+    EXPECT_EQ(calls.back(), "setInitCB(1)");
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "IDataHandler()"), 1);
+    host.initPending = 0;
+    load(1);
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(HostCalls, BindingTheInstanceAgainWithin,
+                         testing::Values(CallWithin{"Register", chooseField},
+                                         CallWithin{"RegisterField", load}),
+                         [](const auto& each) { return std::string(each.param.hostCall); });
+
+TEST_F(ReEntry, BindingTheInstanceAgainWhileALoadIsStartedAsksTheNewWorker) {
+    host.onNextCall("_api__global_get_font_encoding", [&] {
+        PLUGIN_LOAD(record.get());
+        host.initPending = 0;
+    });
+    PLUGIN_EXEC_ACTION(record.get(), 0);
+    platform.threads.step();
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 1);
+}
+
+TEST_F(ReEntry, MakingTheInstanceAnewWhileALoadIsStartedDropsTheLoad) {
+    host.onNextCall("_api__global_get_font_encoding", [&] {
+        PLUGIN_CLEANUP_FUNCTION(record.get());
+        PLUGIN_LOAD(record.get());
+        host.initPending = 0;
+    });
+    PLUGIN_EXEC_ACTION(record.get(), 0);
+    ASSERT_NE(record->instance, nullptr);
+    EXPECT_EQ(host.takeCalls().back(), "setInitCB(1)");
+    platform.threads.step();
+    PLUGIN_EXEC_PER_FIELD(record.get());
+    EXPECT_EQ(scriptsIn(host.takeCalls()), 0);
+}
 
 TEST_F(ReEntry, AFrameWhileTheInstanceIsStillBeingMadeDoesNotMakeASecondOne) {
     PLUGIN_CLEANUP_FUNCTION(record.get());
