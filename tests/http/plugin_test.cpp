@@ -75,6 +75,11 @@ TEST_F(HttpPluginTest, NoVersionOfTlsBefore12IsUsedWhateverTheSystemAllows) {
 
     EXPECT_EQ(result.status, 1);
     EXPECT_TRUE(result.err.starts_with("Error 12175 has occurred.\n")) << result.err;
+    for (const char* type : {"XML", "4"}) {  // 4 is HTML
+        const size_t connections = server.connections();
+        EXPECT_EQ(loadUrl(server.url("/clubs"), {std::string("queryMode=") + type}).status, 1);
+        EXPECT_GT(server.connections(), connections) << type;
+    }
     EXPECT_EQ(server.requests().size(), 0U);
 }
 
