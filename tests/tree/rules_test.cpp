@@ -280,6 +280,14 @@ TEST_F(TreeRules, ThePlatformAndTheLinkageMacroMayAskForTheSystem) {
     EXPECT_EQ(systemConditions(tree()), Violations{"host/lumo.h:1: asks for _WIN32 here"});
 }
 
+TEST_F(TreeRules, AFunctionThatAsksTheLocaleIsFound) {
+    write("formats/a.cpp", "int a = strcasecmp(x, y);\nchar b = std::tolower(c);\n");
+    write("formats/b.cpp", "char b = toLower(c);\nint my_isspace = 0;\n");
+    write("tests/c.cpp", "int c = isspace(x);\n");
+    EXPECT_EQ(localeFunctions(tree()), (Violations{"formats/a.cpp:1: asks the locale by strcasecmp",
+                                                   "formats/a.cpp:2: asks the locale by tolower"}));
+}
+
 TEST_F(TreeRules, AHeaderWithoutPragmaOnceIsFound) {
     write("plugin/a.h", "#ifndef A_H\n#define A_H\n#endif\n");
     write("plugin/b.h", "// #pragma once\n");

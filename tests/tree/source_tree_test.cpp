@@ -58,6 +58,10 @@ TEST_F(ThisSourceTree, AsksForTheSystemOnlyInPlatformAndLinkage) {
     EXPECT_EQ(systemConditions(tree()), Violations());
 }
 
+TEST_F(ThisSourceTree, AsksNoLocale) {
+    EXPECT_EQ(localeFunctions(tree()), Violations());
+}
+
 TEST_F(ThisSourceTree, EveryHeaderIsGuardedByPragmaOnce) {
     EXPECT_EQ(unguardedHeaders(tree()), Violations());
 }

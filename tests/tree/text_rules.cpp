@@ -18,11 +18,16 @@ const std::set<std::string_view> SYSTEM_MACROS{
     "__linux",   "__linux__",   "unix",        "__unix",      "__unix__",
     "__APPLE__", "__MACH__",    "__ANDROID__", "__FreeBSD__", "_POSIX_VERSION"};
 
-/// The first system macro among the words of a line; empty when there is none.
-std::string_view systemMacro(std::string_view line) {
+/// Case and character classes; formats/text/ascii.h has those of ours.
+const std::set<std::string_view> LOCALE_FUNCTIONS{
+    "isalnum", "isalpha", "islower",    "isprint",     "ispunct",  "isspace",   "isupper",
+    "tolower", "toupper", "strcasecmp", "strncasecmp", "_stricmp", "_strnicmp", "strcoll"};
+
+/// The first of some words that stands in a line; empty when none does.
+std::string_view firstOf(const std::set<std::string_view>& words, std::string_view line) {
     while (!line.empty()) {
         const std::string_view word = leadingIdentifier(line);
-        if (SYSTEM_MACROS.contains(word)) {
+        if (words.contains(word)) {
             return word;
         }
         line.remove_prefix(std::max<size_t>(word.size(), 1));
@@ -39,7 +44,7 @@ void findSystemConditions(const std::string& path, const SourceFile& file, Viola
     for (size_t i = 0; i < file.lines.size(); ++i) {
         const std::string& line = file.lines[i];
         condition = condition || CONDITIONS.contains(Directive(line).name);
-        const std::string_view macro = condition ? systemMacro(line) : "";
+        const std::string_view macro = condition ? firstOf(SYSTEM_MACROS, line) : "";
         if (!macro.empty()) {
             found.push_back(violation(path, static_cast<int>(i) + 1,
                                       "asks for " + std::string(macro) + " here"));
@@ -55,6 +60,23 @@ Violations systemConditions(const SourceTree& tree) {
     for (const auto& [path, file] : tree) {
         if (!mayAskForTheSystem(path)) {
             findSystemConditions(path, file, found);
+        }
+    }
+    return found;
+}
+
+Violations localeFunctions(const SourceTree& tree) {
+    Violations found;
+    for (const auto& [path, file] : tree) {
+        if (path.starts_with("tests/") || path.starts_with("bench/")) {
+            continue;
+        }
+        for (size_t i = 0; i < file.lines.size(); ++i) {
+            const std::string_view function = firstOf(LOCALE_FUNCTIONS, file.lines[i]);
+            if (!function.empty()) {
+                found.push_back(violation(path, static_cast<int>(i) + 1,
+                                          "asks the locale by " + std::string(function)));
+            }
         }
     }
     return found;

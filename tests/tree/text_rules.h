@@ -7,6 +7,9 @@ namespace intake {
 /// Conditional compilation on the operating system where it does not belong.
 Violations systemConditions(const SourceTree& tree);
 
+/// Functions whose answer depends on the locale of the host's process.
+Violations localeFunctions(const SourceTree& tree);
+
 /// Headers that could be included twice.
 Violations unguardedHeaders(const SourceTree& tree);
 
