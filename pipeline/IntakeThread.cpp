@@ -40,6 +40,22 @@ IntakeCommand takeAnswer(CircBuffer<IntakeCommand>& results) {
     return overflowed ? answer : std::move(answer);
 }
 
+/// An answer on the host's side, which its worker frees, however its delivery ends.
+class TakenAnswer {
+public:
+    TakenAnswer(WorkerState& state, IntakeCommand&& answer)
+        : state_(state), answer_(std::move(answer)) {}
+    ~TakenAnswer() { state_.discard(std::move(answer_)); }
+    TakenAnswer(const TakenAnswer&) = delete;
+    TakenAnswer& operator=(const TakenAnswer&) = delete;
+
+    const IntakeCommand& get() const { return answer_; }
+
+private:
+    WorkerState& state_;
+    IntakeCommand answer_;
+};
+
 }  // namespace
 
 IntakeThread::IntakeThread(const Platform& platform, const ReaderMaker& makeReader)
@@ -84,11 +100,11 @@ bool IntakeThread::DeliverOneAnswer() {
         return false;
     }
     const std::lock_guard held(results.mutex(), std::adopt_lock);
-    IntakeCommand answer = takeAnswer(results);
+    const TakenAnswer taken(*state, takeAnswer(results));
+    const IntakeCommand& answer = taken.get();
     if (const std::shared_ptr<IntakeClient> client = answer.client.lock()) {
         client->deliver(answer.success, answer.text, answer.error);
     }
-    state->discard(std::move(answer));
     return true;
 }
 

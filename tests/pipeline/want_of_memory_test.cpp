@@ -12,6 +12,12 @@
 
 namespace intake {
 
+/// A client for whom an answer cannot be carried out.
+class ThrowingClient final : public IntakeClient {
+public:
+    void deliver(bool, const std::string&, const std::string&) override { throw std::bad_alloc(); }
+};
+
 class WantOfMemory : public IntakeThreadFixture {
 protected:
     static constexpr size_t LONG = 1'000'000;
@@ -95,6 +101,15 @@ TEST_F(WantOfMemory, ALargeAnswerIsFreedByTheWorkerAndNotInTheHostsFrame) {
     thread_->PostCommand(client_, load("a"));
     const size_t before = largeBlocksFreed();
     ASSERT_TRUE(deliverNext());
+    EXPECT_EQ(largeBlocksFreed(), before);
+}
+
+TEST_F(WantOfMemory, ALargeAnswerWhoseDeliveryThrowsIsNotFreedInTheHostsFrameEither) {
+    const auto thrower = std::make_shared<ThrowingClient>();
+    platform_.files.put("a", R"({"v":")" + std::string(2 * LONG, 'x') + R"("})");
+    thread_->PostCommand(thrower, load("a"));
+    const size_t before = largeBlocksFreed();
+    EXPECT_THROW(deliverNext(), std::bad_alloc);
     EXPECT_EQ(largeBlocksFreed(), before);
 }
 
