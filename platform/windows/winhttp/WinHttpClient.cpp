@@ -44,6 +44,20 @@ std::unique_ptr<BrowserProxies> browserProxies() {
                : nullptr;
 }
 
+/// No version of TLS before 1.2. Systems that do not know 1.3 refuse both together.
+bool allowTls(HINTERNET session) {
+    DWORD versions = WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_2 | WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_3;
+    const auto allow = [&] {
+        return WinHttpSetOption(session, WINHTTP_OPTION_SECURE_PROTOCOLS, &versions,
+                                sizeof versions) != 0;
+    };
+    if (allow()) {
+        return true;
+    }
+    versions = WINHTTP_FLAG_SECURE_PROTOCOL_TLS1_2;
+    return allow();
+}
+
 WinHttpHandle openRequest(HINTERNET connection, const HttpAddress& address) {
     return WinHttpHandle(WinHttpOpenRequest(
         connection, L"GET", toWide(address.path).c_str(), nullptr, WINHTTP_NO_REFERER,
@@ -56,7 +70,7 @@ std::unique_ptr<HttpRequest> WinHttpClient::open(const HttpAddress& address,
                                                  const std::string& userAgent) {
     WinHttpHandle session(WinHttpOpen(toWide(userAgent).c_str(), WINHTTP_ACCESS_TYPE_DEFAULT_PROXY,
                                       WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
-    if (!error_.note(session != nullptr)) {
+    if (!error_.note(session != nullptr) || !error_.note(allowTls(session.get()))) {
         return nullptr;
     }
     WinHttpHandle connection(

@@ -14,6 +14,7 @@ namespace intake {
 // The calls that fetches have in common.
 inline const std::string OPEN =
     "WinHttpOpen(\"NXR/1.0\", 0x0, null, null, 0x0)\n"
+    "WinHttpSetOption(session, 0x54, 0x2800)\n"  // TLS 1.2 and 1.3
     "WinHttpConnect(session, \"www.example.com\", 80, 0x0)\n"
     "WinHttpOpenRequest(connection, \"GET\", \"/feed.json\", null, null, null, 0x0)\n";
 inline const std::string SEND =

@@ -23,7 +23,7 @@ TEST_F(WinHttpTest, AnEmptyProxyUserIsSetAsAnEmptyText) {
 TEST_F(WinHttpTest, AnEmptyManualProxyIsLeftToTheSystemToRefuse) {
     useProxy(2);
     request_.proxyUrl = "";
-    system_.fail("WinHttpSetOption");
+    system_.fail("WinHttpSetOption", 2);
 
     EXPECT_FALSE(fetch());
     EXPECT_EQ(output_, "Error 1450 has occurred.\n");

@@ -21,9 +21,22 @@ TEST_F(WinHttpTest, AnHttpsUrlIsFetchedBySecureRequest) {
     EXPECT_TRUE(fetch("https://www.example.com:8443/a?b=c"));
     EXPECT_EQ(system_.calls(),
               "WinHttpOpen(\"NXR/1.0\", 0x0, null, null, 0x0)\n"
+              "WinHttpSetOption(session, 0x54, 0x2800)\n"
               "WinHttpConnect(session, \"www.example.com\", 8443, 0x0)\n"
               "WinHttpOpenRequest(connection, \"GET\", \"/a?b=c\", null, null, null, 0x800000)\n" +
                   SEND + NO_MORE + CLOSE);
+}
+
+TEST_F(WinHttpTest, WhereTheSystemDoesNotKnowTls13ItIsAskedForTls12) {
+    system_.fail("WinHttpSetOption");
+
+    EXPECT_TRUE(fetch());
+    EXPECT_TRUE(
+        system_.calls().starts_with("WinHttpOpen(\"NXR/1.0\", 0x0, null, null, 0x0)\n"
+                                    "WinHttpSetOption(session, 0x54, 0x2800)\n"
+                                    "WinHttpSetOption(session, 0x54, 0x800)\n"
+                                    "WinHttpConnect("))
+        << system_.calls();
 }
 
 TEST_F(WinHttpTest, CustomHeadersAreAddedInOneCallThatAddsAndReplaces) {

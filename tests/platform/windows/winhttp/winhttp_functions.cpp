@@ -50,6 +50,9 @@ std::string showOption(DWORD option, const void* value, DWORD size) {
         return show(proxy.dwAccessType) + " " + show(proxy.lpszProxy) + " " +
                show(proxy.lpszProxyBypass);
     }
+    if (option == WINHTTP_OPTION_SECURE_PROTOCOLS) {
+        return show(*static_cast<const DWORD*>(value));
+    }
     return show(static_cast<const wchar_t*>(value)) + ", " + show(size);
 }
 
