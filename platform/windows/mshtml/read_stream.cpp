@@ -1,18 +1,21 @@
 #include "platform/windows/mshtml/read_stream.h"
 
 #include <array>
-#include <climits>
+
+#include "formats/html/PageError.h"
+#include "platform/PlatformError.h"
 
 namespace intake {
 
 namespace {
 
-/// Less than INT_MAX, so that the system's functions can convert it.
-constexpr size_t LONGEST_PAGE = INT_MAX - 1;
-
+/// As other systems say it of a page that is too large.
 size_t checkedSize(ULONGLONG size) {
-    if (size > LONGEST_PAGE) {
-        throwCom(E_OUTOFMEMORY);
+    try {
+        html::checkPageSize(size);
+    } catch (const html::PageError& error) {
+        throw PlatformError(static_cast<uint32_t>(E_FAIL), "Unspecified error", "HTML parser",
+                            error.what());
     }
     return static_cast<size_t>(size);
 }

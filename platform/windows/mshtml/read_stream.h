@@ -6,8 +6,7 @@
 
 namespace intake {
 
-/// All that a stream holds. Throws PlatformError, also where that is more than a text of the system
-/// can hold.
+/// All that a stream holds. Throws PlatformError, also where that is more than a page may have.
 std::string readStream(const ComPointer<IStream>& stream);
 
 }  // namespace intake

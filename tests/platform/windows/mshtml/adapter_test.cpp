@@ -144,13 +144,15 @@ TEST_F(MshtmlAdapter, ReadsAStreamThatHoldsMoreOrLessThanItTells) {
     }
 }
 
-TEST_F(MshtmlAdapter, RefusesAPageThatNoTextCanHold) {
-    page_.toldSize = 1ULL << 32;
-    try {
-        read();
-        FAIL() << "has been read";
-    } catch (const PlatformError& failure) {
-        EXPECT_EQ(static_cast<HRESULT>(failure.code()), E_OUTOFMEMORY);
+TEST_F(MshtmlAdapter, RefusesAPageThatIsTooLarge) {
+    for (const unsigned long long told : {100'000'001ULL, 1ULL << 32}) {
+        page_.toldSize = told;
+        try {
+            read();
+            FAIL() << "has been read";
+        } catch (const PlatformError& failure) {
+            EXPECT_EQ(failure.description(), "The page is larger than 100 MB");
+        }
     }
 }
 
