@@ -1,6 +1,6 @@
 #pragma once
 
-#include <rapidjson/error/error.h>
+#include <rapidjson/reader.h>
 
 namespace intake {
 

@@ -64,7 +64,7 @@ TEST_F(Report, GoesToStandardOutputBehindTheResult) {
                                     {"--out", "script", "--report", "-"});
     const auto start = result.out.find("\n{\"instance\"");  // in a line by itself
     ASSERT_NE(start, std::string::npos) << result.out;
-    EXPECT_EQ(readReport(result.out.substr(start)).size(), 1U);
+    EXPECT_EQ(readReport(result.out.substr(start + 1)).size(), 1U);
 }
 
 TEST_F(Report, ThatCannotBeWrittenIsToldBeforeLoading) {

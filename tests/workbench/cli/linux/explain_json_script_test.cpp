@@ -217,7 +217,7 @@ league.json: no records, # s
   ✓ rows      all 1
   ✓ script
   ✗ store
-              The data store cannot execute the script: line 1, column 520: expected at most 500 nested braces.
+              The data store cannot execute the script: line 1, column 3512: expected at most 500 nested braces.
               See what the stage before says of names and values.
 )");
 }
@@ -255,7 +255,7 @@ TEST_F(ExplainedJson, ANameThatComesTwiceIsAWarning) {
 league.json: 1 record, # s
   ✓ settings
   ✓ address   league.json
-  ✓ fetched   41 bytes
+  ✓ fetched   38 bytes
   ✓ format    JSON
   ✓ selection r: 1 object
   ✓ key       id

@@ -166,9 +166,9 @@ Only 9 can be listed: --from passes over them all.
 }
 
 TEST_F(ExploredJson, APageOfNothingIsSaid) {
-    write("league.json", "7");
+    write("league.json", "[7]");
     expectExplored({"league.json", "--limit", "0"}, R"(
-league.json is JSON, 1 byte.
+league.json is JSON, 3 bytes.
 Nothing is listed: --limit is 0.
 )");
 }

@@ -178,7 +178,5 @@ zero.xml is XML, 21 bytes
 records  name  kind      first value  select it by
       1  f     elements               --set xpath=/f
       1    t   texts     Wind         --set xpath=/f/t
-
-Load one, for example: intake-workbench load zero.xml --set mode=DataArray --set xpath=/f
 )");
 }
