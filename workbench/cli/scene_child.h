@@ -8,6 +8,11 @@
 
 namespace workbench {
 
+/// By these variables `explain` is told of the scene whose instance it looks at: its file, and in a
+/// sentence what older loads of the instance have left in the data store.
+inline constexpr const char* sceneFileVariable = "INTAKE_WORKBENCH_SCENE_FILE";
+inline constexpr const char* leftOverVariable = "INTAKE_WORKBENCH_LEFT_OVER";
+
 /// A command of this program that is run in a process of its own, on a scene with one instance,
 /// which it gets by its standard input. It leaves nothing behind.
 struct SceneChild {

@@ -12,6 +12,7 @@
 #include "workbench/cli/page_size.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/cli/probe_settings.h"
+#include "workbench/cli/scene_child.h"
 #include "workbench/cli/timed_look.h"
 #include "workbench/cli/written_records.h"
 #include "workbench/cobalt/Expression.h"
@@ -79,17 +80,17 @@ void proposeBesideScene(const probe::Settings& settings, const std::string& scen
 
 /// Fields of a sheet that are no columns are known to the plugin alone.
 void tellRefusedFields(const Outcome& outcome, const std::string& range, Ladder& ladder) {
-    ladder.fail(Stage::Selection, range, "The plugin could not load it: " + outcome.error,
-                "Set \"Fields to read\" (range) to columns of the sheet, divided by commas, or leave "
-                "it empty for all.");
+    ladder.fail(
+        Stage::Selection, range, "The plugin could not load it: " + outcome.error,
+        "Set \"Fields to read\" (range) to columns of the sheet, divided by commas, or leave "
+        "it empty for all.");
     ladder.propose(Stage::Selection, {{"range", ""}});
 }
 
 void tellFailure(const Outcome& outcome, const probe::Settings& settings, Ladder& ladder) {
     if (ladder.failed()) return;
     const bool wasLookedAt = ladder.at(Stage::Selection).state != State::Skipped;
-    const bool hasFields =
-        settings.queryMode == probe::QueryType::Excel && !settings.range.empty();
+    const bool hasFields = settings.queryMode == probe::QueryType::Excel && !settings.range.empty();
     if (wasLookedAt && hasFields && !ladder.records)
         return tellRefusedFields(outcome, settings.range, ladder);
     ladder.fail(wasLookedAt ? Stage::Script : Stage::Selection, "",
@@ -97,7 +98,14 @@ void tellFailure(const Outcome& outcome, const probe::Settings& settings, Ladder
                 wasLookedAt ? "The source may have changed meanwhile; explain it again." : "");
 }
 
+/// What a scene tells of the instance that is explained, if one does.
+std::string toldByScene(const char* variable) {
+    const char* const text = std::getenv(variable);
+    return text == nullptr ? "" : text;
+}
+
 void tellStore(const Outcome& outcome, Ladder& ladder) {
+    const std::string leftOver = toldByScene(leftOverVariable);
     if (outcome.notStored) {
         ladder.fail(Stage::Settings, "",
                     "No shared memory is bound, so nothing is stored. It is bound when its name or "
@@ -108,6 +116,9 @@ void tellStore(const Outcome& outcome, Ladder& ladder) {
         ladder.fail(Stage::Store, "",
                     "The data store cannot execute the script: " + outcome.scriptFault + ".",
                     "See what the stage before says of names and values.");
+    } else if (!leftOver.empty()) {
+        ladder.warn(Stage::Store, "", leftOver,
+                    "A load replaces what it names, and leaves the rest.");
     } else {
         ladder.ok(Stage::Store, "");
     }
@@ -184,7 +195,8 @@ std::optional<Load> lookAndLoad(lumo::Host& host, lumo::Instance& instance, cons
         auto found = lookInTime(settings, options.timeoutSeconds, options.mayWrite);
         if (!found) return std::nullopt;
         ladder = std::move(*found);
-        proposeBesideScene(settings, options.scene, ladder);
+        const std::string scene = toldByScene(sceneFileVariable);
+        proposeBesideScene(settings, scene.empty() ? options.scene : scene, ladder);
         if (ladder.credentialsRefused || ladder.mustNotLoad) return load;
         load = loadOnce(host, instance, options);
         const bool canBeCounted = isCountable(host.parameters, instance.record());

@@ -7,6 +7,7 @@
 using cobalt::Origin;
 using workbench::countLeftOver;
 using workbench::namesOfLeftOver;
+using workbench::sentenceOfLeftOver;
 
 namespace {
 
@@ -51,4 +52,15 @@ TEST_F(LeftOverFields, AreNotColumnsSinceARowIsReplacedAsAWhole) {
 TEST_F(LeftOverFields, AreNamedByTheFirstFew) {
     execute("A={x=1;};B={x=1;};C={x=1;};D={x=1;};", {1, 10});
     EXPECT_EQ(namesOfLeftOver(store, {1, 20}), "A, B, C and 1 more");
+}
+
+TEST_F(LeftOverFields, AreToldInASentence) {
+    execute("T[0-2]=1,2,3;", {1, 10});
+    EXPECT_EQ(sentenceOfLeftOver(store, {1, 10}), "");
+    execute("T[0-0]=1;", {1, 20});
+    EXPECT_EQ(sentenceOfLeftOver(store, {1, 20}),
+              "2 entries of older loads are left in the data store: T[1], T[2].");
+    execute("T[0-1]=1,2;", {1, 30});
+    EXPECT_EQ(sentenceOfLeftOver(store, {1, 30}),
+              "1 entry of older loads is left in the data store: T[2].");
 }

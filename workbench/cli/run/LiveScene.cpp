@@ -7,6 +7,7 @@
 #include "workbench/cli/moments.h"
 #include "workbench/cli/run/duration_text.h"
 #include "workbench/cli/run/left_over.h"
+#include "workbench/cli/scene_child.h"
 
 namespace workbench {
 
@@ -30,7 +31,7 @@ ExitStatus statusOf(const LiveInstance& instance) {
 }  // namespace
 
 LiveScene::LiveScene(lumo::Host& host, const lumo::Plugin& plugin, const SceneFile& scene)
-    : host_(host), plugin_(plugin) {
+    : host_(host), plugin_(plugin), file_(scene.file) {
     for (const StoredInstance& stored : scene.instances)
         instances_.push_back(make(scene, stored));
     for (const auto& instance : instances_)
@@ -142,6 +143,12 @@ void LiveScene::noteLeftOver(std::vector<LoadEvent>& events) {
         event.report.leftOver = own.count;
         event.report.leftOverAge = own.count == 0 ? 0 : secondsSince(own.oldest);
     }
+}
+
+std::vector<std::string> LiveScene::variablesFor(const LiveInstance& instance) const {
+    const cobalt::Origin last{instance.writer(), instance.lastMoment()};
+    return {std::string(sceneFileVariable) + "=" + file_,
+            std::string(leftOverVariable) + "=" + sentenceOfLeftOver(host_.store.core(), last)};
 }
 
 std::vector<InstanceState> LiveScene::statesAt(double now) const {

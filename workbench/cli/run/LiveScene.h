@@ -55,6 +55,13 @@ public:
 
     std::vector<std::unique_ptr<LiveInstance>>& instances() { return instances_; }
 
+    /// The file that it comes from; empty for none.
+    const std::string& file() const { return file_; }
+    void setFile(const std::string& file) { file_ = file; }
+
+    /// What `explain` is to know of an instance in this scene, as variables of its process.
+    std::vector<std::string> variablesFor(const LiveInstance& instance) const;
+
     /// How the process ends: as the first instance whose last load did not end well says. Tells of
     /// those that should have had an answer.
     ExitStatus status() const;
@@ -74,6 +81,7 @@ private:
 
     lumo::Host& host_;
     const lumo::Plugin& plugin_;
+    std::string file_;
     std::vector<std::string> writers_{""};  // the names of all instances there ever were
     Instances instances_;
     std::uint64_t firstRevision_ = 1;             // above that of any that is gone

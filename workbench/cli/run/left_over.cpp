@@ -25,6 +25,24 @@ std::string nameOf(const cobalt::Field& field, const cobalt::Entry* entry) {
     return toUtf8(field.name()) + (entry == nullptr ? "" : "[" + toUtf8(entry->key) + "]");
 }
 
+struct Names {
+    std::size_t count = 0;
+    std::string text;  // of the first few
+};
+
+Names namesIn(const cobalt::Store& store, cobalt::Origin last) {
+    Names names;
+    forEachOrigin(
+        store, [&](cobalt::Origin origin, const cobalt::Field& field, const cobalt::Entry* entry) {
+            if (origin.writer != last.writer || origin.moment == last.moment) return;
+            if (++names.count <= mostNames)
+                names.text += (names.count == 1 ? "" : ", ") + nameOf(field, entry);
+        });
+    if (names.count > mostNames)
+        names.text += " and " + std::to_string(names.count - mostNames) + " more";
+    return names;
+}
+
 }  // namespace
 
 std::vector<LeftOver> countLeftOver(const cobalt::Store& store,
@@ -40,15 +58,16 @@ std::vector<LeftOver> countLeftOver(const cobalt::Store& store,
 }
 
 std::string namesOfLeftOver(const cobalt::Store& store, cobalt::Origin last) {
-    std::string names;
-    std::size_t count = 0;
-    forEachOrigin(
-        store, [&](cobalt::Origin origin, const cobalt::Field& field, const cobalt::Entry* entry) {
-            if (origin.writer != last.writer || origin.moment == last.moment) return;
-            if (++count <= mostNames) names += (count == 1 ? "" : ", ") + nameOf(field, entry);
-        });
-    return count > mostNames ? names + " and " + std::to_string(count - mostNames) + " more"
-                             : names;
+    return namesIn(store, last).text;
+}
+
+std::string sentenceOfLeftOver(const cobalt::Store& store, cobalt::Origin last) {
+    const Names names = namesIn(store, last);
+    if (names.count == 0) return "";
+    constexpr std::size_t longest = 4096;  // names of any length would be no sentence
+    return (names.count == 1 ? "1 entry" : std::to_string(names.count) + " entries") +
+           " of older loads " + (names.count == 1 ? "is" : "are") + " left in the data store" +
+           (names.text.size() > longest ? "" : ": " + names.text) + ".";
 }
 
 }  // namespace workbench

@@ -22,4 +22,7 @@ std::vector<LeftOver> countLeftOver(const cobalt::Store& store,
 /// The names of the first few of it: "Top[1], Top[2] and 17 more".
 std::string namesOfLeftOver(const cobalt::Store& store, cobalt::Origin last);
 
+/// The same as a sentence; empty when nothing is left.
+std::string sentenceOfLeftOver(const cobalt::Store& store, cobalt::Origin last);
+
 }  // namespace workbench

@@ -62,11 +62,12 @@ LiveInstance* Ladders::find(std::uint32_t writer) const {
 }
 
 bool Ladders::start(const Wanted& wanted, const LiveInstance& instance) {
-    const SceneChild child{"explain",
-                           {"--out", "json"},
-                           sceneOf(instance.name(), served_.host.parameters, instance.values()),
-                           served_.options.plugin,
-                           served_.options.fontEncoding};
+    SceneChild child{"explain",
+                     {"--out", "json"},
+                     sceneOf(instance.name(), served_.host.parameters, instance.values()),
+                     served_.options.plugin,
+                     served_.options.fontEncoding};
+    child.environment = served_.live.variablesFor(instance);
     return served_.addJob(WaitsFor::Child, [this, child, wanted](const std::stop_token& stop) {
         const std::string explanation = explanationBy(child, stop);
         const auto keep = [&] {

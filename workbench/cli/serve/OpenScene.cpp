@@ -12,6 +12,7 @@ OpenScene::OpenScene(const lumo::Host& host, LiveScene& live, const StoredScene&
 
 void OpenScene::saved(const StoredScene& scene) {
     file_ = scene.file;
+    live_.setFile(file_);
     name_ = scene.name;
     opened_ = scene.content;
     disk_.follow(file_, opened_);

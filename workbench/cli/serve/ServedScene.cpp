@@ -97,6 +97,7 @@ void ServedScene::askChild(const Call& call, LiveInstance& instance, const char*
     SceneChild child{command, std::move(arguments),
                      sceneOf(instance.name(), host.parameters, instance.shownValues()),
                      options.plugin, options.fontEncoding};
+    child.environment = live.variablesFor(instance);
     addChildJob(call.reply, call.request.left,
                 [child = std::move(child)](const std::stop_token& stop) {
                     return responseOf(ask(child, stop));

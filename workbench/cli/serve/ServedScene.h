@@ -60,7 +60,8 @@ public:
     /// since a disk does not answer.
     bool endJobs();
 
-    /// Answers with what a command of this program says of the instance. Host's thread.
+    /// Answers with what a command of this program says of the instance, which looks at its source.
+    /// Host's thread.
     void askChild(const Call& call, LiveInstance& instance, const char* command,
                   std::vector<std::string> arguments);
 

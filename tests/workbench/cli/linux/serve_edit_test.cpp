@@ -204,3 +204,46 @@ TEST_F(ServedEdit, HidesASecretThatWasReplacedToo) {
     const std::string told = get("/api/v1/loads").body + get("/api/v1/instances").body;
     EXPECT_EQ(told.find("s3cret-word"), std::string::npos) << told;
 }
+
+TEST_F(ServedEdit, TellsWhatOlderLoadsHaveLeft) {
+    const auto load = [this](int records) {
+        post("/api/v1/instances/table/load");
+        const std::string wanted = "\"records\": " + std::to_string(records) + ",";
+        EXPECT_TRUE(intake::eventually(
+            [&] { return get("/api/v1/instances").body.find(wanted) != std::string::npos; }));
+    };
+    write("league.json", R"({"rows": [{"id": 1}, {"id": 2}, {"id": 3}]})");
+    load(3);
+    write("league.json", R"({"rows": [{"id": 1}]})");
+    load(1);
+    const auto ladder = json(post("/api/v1/instances/table/explain"));
+    const auto& store = ladder["stages"][8];
+    EXPECT_STREQ(store["stage"].GetString(), "store");
+    EXPECT_STREQ(store["state"].GetString(), "warning");
+    EXPECT_STREQ(store["cause"].GetString(),
+                 "2 entries of older loads are left in the data store: T[1], T[2].");
+    EXPECT_TRUE(ladder["ok"].GetBool());
+}
+
+namespace {
+
+class ServedBelowItsScene : public ServedTest {
+protected:
+    ServedBelowItsScene()
+        : ServedTest(R"({"instances": [{"name": "table", "parameters": {"queryMode": "JSON",
+            "filename": "beside.json", "xpath": "rows", "mode": "DataArray", "table": "T"}}]})",
+                     "below") {
+        write("beside.json", R"({"rows": [{"id": 1}, {"id": 2}]})");
+        logIn();
+    }
+};
+
+}  // namespace
+
+TEST_F(ServedBelowItsScene, ProposesAFileBesideTheScene) {
+    const auto ladder = json(post("/api/v1/instances/table/explain"));
+    const auto& address = ladder["stages"][1];
+    EXPECT_STREQ(address["state"].GetString(), "failed");
+    ASSERT_TRUE(address["set"].HasMember("filename"));
+    EXPECT_EQ(address["set"]["filename"].GetString(), (folder / "beside.json").string());
+}

@@ -20,10 +20,9 @@ constexpr double interval = 60;  // between two looks at an instance
 /// A child process that explains a load, and the thread that talks with it.
 class Look {
 public:
-    Look(std::string scene, int32_t fontEncoding, std::string plugin)
-        : thread_([this, scene = std::move(scene), fontEncoding,
-                   plugin = std::move(plugin)](const std::stop_token& stop) {
-              const std::string why = explain(scene, fontEncoding, plugin, stop);
+    explicit Look(SceneChild child)
+        : thread_([this, child = std::move(child)](const std::stop_token& stop) {
+              const std::string why = explain(child, stop);
               const std::lock_guard lock(mutex_);
               why_ = why;
           }) {}
@@ -35,10 +34,8 @@ public:
     }
 
 private:
-    static std::string explain(const std::string& scene, int32_t fontEncoding,
-                               const std::string& plugin, const std::stop_token& stop) {
+    static std::string explain(const SceneChild& child, const std::stop_token& stop) {
         try {
-            SceneChild child{"explain", {"--out", "json"}, scene, plugin, fontEncoding};
             return stageOfFailure(ask(child, stop).out);
         } catch (const std::exception& error) {
             return error.what();
@@ -59,7 +56,7 @@ public:
         if (look_) {
             finish(scene, view, now);
         } else if (LiveInstance* const instance = nextOf(scene, now)) {
-            start(*instance, now);
+            start(scene, *instance, now);
         }
     }
 
@@ -80,11 +77,16 @@ private:
         return nullptr;
     }
 
-    void start(const LiveInstance& instance, double now) {
+    void start(const LiveScene& scene, const LiveInstance& instance, double now) {
         lookedAt_[instance.writer()] = now;
         writer_ = instance.writer();
-        look_.emplace(sceneOf(instance.name(), host_.parameters, instance.record()),
-                      host_.fontEncoding, options_.plugin);
+        SceneChild child{"explain",
+                         {"--out", "json"},
+                         sceneOf(instance.name(), host_.parameters, instance.record()),
+                         options_.plugin,
+                         host_.fontEncoding};
+        child.environment = scene.variablesFor(instance);
+        look_.emplace(std::move(child));
     }
 
     void finish(LiveScene& scene, RunView& view, double now) {
