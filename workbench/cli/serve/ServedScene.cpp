@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "workbench/cli/probe_settings.h"
 #include "workbench/cli/record_values.h"
 #include "workbench/cli/scene_child.h"
 #include "workbench/cli/serve/responses.h"
@@ -14,6 +15,9 @@ using serve::WebResponse;
 namespace {
 
 constexpr std::chrono::seconds patience{3};  // with jobs, when the workbench ends
+constexpr const char* loginWasRefused =
+    "The login was refused. It is not sent again for half a minute, unless it is changed: accounts "
+    "lock after a few times.";
 
 WebResponse nobodyWaits() {
     return refused(503, "Nobody waits for this any more.");
@@ -93,14 +97,18 @@ std::shared_ptr<const cobalt::Store> ServedScene::copyOfStore(
 
 void ServedScene::askChild(const Call& call, LiveInstance& instance, const char* command,
                            std::vector<std::string> arguments) {
+    const std::string login = loginOf(probeSettings(host.parameters, instance.shownValues()));
+    if (refusedLogins_.isRefused(login)) return call.reply(refused(422, loginWasRefused));
     arguments.insert(arguments.end(), {"--out", "json"});
     SceneChild child{command, std::move(arguments),
                      sceneOf(instance.name(), host.parameters, instance.shownValues()),
                      options.plugin, options.fontEncoding};
     child.environment = live.variablesFor(instance);
     addChildJob(call.reply, call.request.left,
-                [child = std::move(child)](const std::stop_token& stop) {
-                    return responseOf(ask(child, stop));
+                [this, child = std::move(child), login](const std::stop_token& stop) {
+                    const ChildAnswer answer = ask(child, stop);
+                    refusedLogins_.note(login, answer);
+                    return responseOf(answer);
                 });
 }
 

@@ -16,6 +16,7 @@
 #include "workbench/cli/serve/EventFeed.h"
 #include "workbench/cli/serve/FrameQueue.h"
 #include "workbench/cli/serve/Jobs.h"
+#include "workbench/cli/serve/RefusedLogins.h"
 #include "workbench/cli/serve/Routes.h"
 
 namespace workbench {
@@ -78,6 +79,7 @@ public:
 
 private:
     serve::WebServer& server_;
+    RefusedLogins refusedLogins_;
     // By kind. The last member: they use all.
     std::array<Jobs, 4> jobs_{Jobs(4), Jobs(4), Jobs(1), Jobs(2)};
 };

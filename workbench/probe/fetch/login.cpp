@@ -10,8 +10,8 @@ bool asksForLogin(long status) {
 
 std::string loginFault(const Settings& settings, const Fetched& source) {
     if (source.credentialsRefused)
-        return "It refuses the user name or the password. They were not sent again: accounts lock "
-               "after a few times.";
+        return std::string("It refuses the user name or the password. They were ") + notSentAgain +
+               ".";
     return settings.useAuth || source.status == proxyLogin
                ? "It asks for a login."
                : "It asks for a login, and none is sent.";

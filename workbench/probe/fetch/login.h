@@ -9,6 +9,9 @@ namespace probe {
 
 inline constexpr long proxyLogin = 407;  // the status by which a proxy asks for one
 
+/// What everything says of a login that was refused, as part of a sentence.
+inline constexpr const char* notSentAgain = "not sent again: accounts lock after a few times";
+
 /// Whether a server or a proxy that answers so asks for a login.
 bool asksForLogin(long status);
 

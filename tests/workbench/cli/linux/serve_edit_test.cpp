@@ -1,5 +1,7 @@
 // What the page's Edit screen asks for.
 
+#include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/challenges.h"
 #include "tests/workbench/cli/linux/ServedTest.h"
 
 namespace {
@@ -223,6 +225,27 @@ TEST_F(ServedEdit, TellsWhatOlderLoadsHaveLeft) {
     EXPECT_STREQ(store["cause"].GetString(),
                  "2 entries of older loads are left in the data store: T[1], T[2].");
     EXPECT_TRUE(ladder["ok"].GetBool());
+}
+
+TEST_F(ServedEdit, DoesNotSendALoginAgainThatWasRefused) {
+    intake::ScriptedServer server(
+        [](const std::string&) { return intake::challenge({intake::BASIC}, "[]"); });
+    patch("/api/v1/instances/secret",
+          R"({"revision": 1, "set": {"queryMode": "JSON", "filename": ")" + server.url("/") +
+              R"("}})");
+    EXPECT_EQ(get("/api/v1/instances/secret/explore").status, 422);
+    for (int look = 0; look < 2; ++look) {
+        const Answer answer = get("/api/v1/instances/secret/explore");
+        EXPECT_EQ(answer.status, 422);
+        EXPECT_NE(answer.body.find("It is not sent again for half a minute"), std::string::npos)
+            << answer.body;
+    }
+    EXPECT_EQ(post("/api/v1/instances/secret/explain").status, 422);
+    std::vector<std::string> proofs = intake::proofs(server);
+    std::erase(proofs, "");
+    EXPECT_EQ(proofs.size(), 1U);
+    patch("/api/v1/instances/secret", R"({"revision": 2, "set": {"password": "s3cret-new"}})");
+    EXPECT_EQ(post("/api/v1/instances/secret/explain").status, 200);
 }
 
 namespace {
