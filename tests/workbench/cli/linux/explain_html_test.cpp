@@ -312,3 +312,15 @@ page.html: 1 record, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedPage, AColumnThatComesTwiceIsAWarning) {
+    write("twice.html",
+          "<!DOCTYPE html><table id='t'><tr><th>K<th>A<th>A<tr><td>1<td>2<td>3</table>");
+    const Explained explained(explain({"queryMode=4", "filename=twice.html", "table=T",
+                                       "mode=DataArray", "sheet=ID t", "fromRow=1"},
+                                      {"--out", "json"})
+                                  .out);
+    EXPECT_TRUE(explained.isOk);
+    EXPECT_EQ(explained.stages[7].cause,
+              "The name \"A\" comes twice in a record; the last value counts.");
+}

@@ -468,3 +468,14 @@ source.xml: 2 records, # s
   – key, rows, script: not looked at
 )");
 }
+
+TEST_F(ExplainedXml, AnElementThatComesTwiceIsAWarning) {
+    write("source.xml", "<r>\n <i>\n  <n>1</n>\n  <n>2</n>\n </i>\n</r>");
+    const Explained explained(
+        explain({"queryMode=XML", "filename=source.xml", "table=T", "mode=DataArray", "xpath=/r/i"},
+                {"--out", "json"})
+            .out);
+    EXPECT_TRUE(explained.isOk);
+    EXPECT_EQ(explained.stages[7].cause,
+              "The name \"n\" comes twice in a record; the last value counts.");
+}
