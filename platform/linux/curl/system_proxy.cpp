@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "formats/text/ascii.h"
-#include "platform/linux/base/abandonable_call.h"
+#include "platform/linux/base/AbandonableCalls.h"
 
 namespace intake {
 
@@ -61,7 +61,8 @@ bool findSystemProxy(const std::string& url, const EndMark& endMark,
     }
     const auto found = std::make_shared<std::string>();
     const auto call = [url, found] { *found = askLibproxy(url); };
-    if (makeAbandonableCall(call, endMark, limit) != CallOutcome::DONE) {
+    thread_local AbandonableCalls searches;
+    if (searches.make(call, endMark, limit) != CallOutcome::DONE) {
         return false;
     }
     proxy = *found;

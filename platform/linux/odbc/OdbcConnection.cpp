@@ -7,7 +7,7 @@
 #include "formats/connection/odbc_connection_string.h"
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
-#include "platform/linux/base/abandonable_call.h"
+#include "platform/linux/base/AbandonableCalls.h"
 #include "platform/linux/base/com_failures.h"
 #include "platform/linux/odbc/OdbcRecordset.h"
 #include "platform/linux/odbc/driver_library.h"
@@ -70,7 +70,8 @@ std::shared_ptr<OdbcSession> connect(const std::string& connectionString, const 
     const auto call = [session, connected, connectionString] {
         *connected = session->connect(connectionString, OdbcConnection::CONNECT_TIME);
     };
-    switch (makeAbandonableCall(call, endMark, limit)) {
+    thread_local AbandonableCalls connects;
+    switch (connects.make(call, endMark, limit)) {
         case CallOutcome::ENDED:
             raiseGivenUp(ODBC_SOURCE);
         case CallOutcome::LATE:

@@ -21,7 +21,7 @@ target_compile_definitions(platform_linux_test PRIVATE
 add_dependencies(platform_linux_test worker_library)
 
 # Bears the pipeline's label, so that ThreadSanitizer sees it too.
-intake_add_test(abandonable_call_test
-    SOURCES linux/abandonable_call_test.cpp
+intake_add_test(abandonable_calls_test
+    SOURCES linux/AbandonableCallsTest.cpp
     LINKS intake_platform
     LABELS pipeline)

@@ -1,10 +1,10 @@
-#include "platform/linux/base/abandonable_call.h"
+#include "platform/linux/base/AbandonableCalls.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <stdexcept>
-#include <thread>
 
 #include "tests/support/eventually.h"
 
@@ -26,72 +26,72 @@ std::function<void()> waitAt(const std::shared_ptr<Gate>& gate) {
     };
 }
 
-TEST(AbandonableCall, IsWaitedForUntilItReturns) {
+TEST(AbandonableCalls, AreWaitedForUntilTheyReturn) {
+    AbandonableCalls calls;
     const EndMark endMark;
     const auto gate = std::make_shared<Gate>();
     gate->open = true;
 
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::hours(1)), CallOutcome::DONE);
+    EXPECT_EQ(calls.make(waitAt(gate), endMark, std::chrono::hours(1)), CallOutcome::DONE);
     EXPECT_TRUE(gate->passed);
     EXPECT_EQ(gate.use_count(), 1);
 }
 
-TEST(AbandonableCall, IsLeftToItselfWhenTheMarkIsSet) {
+TEST(AbandonableCalls, AreLeftToThemselvesWhenTheMarkIsSet) {
+    AbandonableCalls calls;
     EndMark endMark;
     endMark.set();
     const auto gate = std::make_shared<Gate>();
 
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::hours(1)),
-              CallOutcome::ENDED);
+    EXPECT_EQ(calls.make(waitAt(gate), endMark, std::chrono::hours(1)), CallOutcome::ENDED);
     EXPECT_FALSE(gate->passed);
     gate->open = true;
     EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
 }
 
-TEST(AbandonableCall, IsLeftToItselfWhenItsTimeIsOver) {
+TEST(AbandonableCalls, AreLeftToThemselvesWhenTheirTimeIsOver) {
+    AbandonableCalls calls;
     const EndMark endMark;
     const auto gate = std::make_shared<Gate>();
 
-    EXPECT_EQ(makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1)),
-              CallOutcome::LATE);
+    EXPECT_EQ(calls.make(waitAt(gate), endMark, std::chrono::milliseconds(1)), CallOutcome::LATE);
     gate->open = true;
     EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
 }
 
-TEST(AbandonableCall, IsTheOnlyOneOfItsThread) {
+TEST(AbandonableCalls, AreMadeOneByOne) {
+    AbandonableCalls calls;
     const EndMark endMark;
     const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
     second->open = true;
-    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
+    calls.make(waitAt(gate), endMark, std::chrono::milliseconds(1));
 
-    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::milliseconds(1)),
-              CallOutcome::BUSY);
+    EXPECT_EQ(calls.make(waitAt(second), endMark, std::chrono::milliseconds(1)), CallOutcome::BUSY);
     EXPECT_FALSE(second->passed);
 
     gate->open = true;
-    EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
-              CallOutcome::DONE);
+    EXPECT_EQ(calls.make(waitAt(second), endMark, std::chrono::hours(1)), CallOutcome::DONE);
     EXPECT_TRUE(second->passed);
 }
 
-TEST(AbandonableCall, OfOneThreadLeavesThoseOfOthersAlone) {
+TEST(AbandonableCalls, ForOnePurposeLeaveThoseForAnotherAlone) {
+    AbandonableCalls calls, others;
     const EndMark endMark;
     const auto gate = std::make_shared<Gate>(), second = std::make_shared<Gate>();
     second->open = true;
-    makeAbandonableCall(waitAt(gate), endMark, std::chrono::milliseconds(1));
+    calls.make(waitAt(gate), endMark, std::chrono::milliseconds(1));
 
-    std::thread([&] {
-        EXPECT_EQ(makeAbandonableCall(waitAt(second), endMark, std::chrono::hours(1)),
-                  CallOutcome::DONE);
-    }).join();
+    EXPECT_EQ(others.make(waitAt(second), endMark, std::chrono::hours(1)), CallOutcome::DONE);
+    EXPECT_TRUE(second->passed);
     gate->open = true;
 }
 
-TEST(AbandonableCall, ThrowsHereWhatItThrows) {
+TEST(AbandonableCalls, ThrowHereWhatTheyThrow) {
+    AbandonableCalls calls;
     const EndMark endMark;
     const auto fail = [] { throw std::runtime_error("no memory"); };
 
-    EXPECT_THROW(makeAbandonableCall(fail, endMark, std::chrono::hours(1)), std::runtime_error);
+    EXPECT_THROW(calls.make(fail, endMark, std::chrono::hours(1)), std::runtime_error);
 }
 
 }  // namespace

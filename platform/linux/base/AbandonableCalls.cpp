@@ -1,9 +1,6 @@
-#include "platform/linux/base/abandonable_call.h"
+#include "platform/linux/base/AbandonableCalls.h"
 
 #include <exception>
-#include <memory>
-
-#include "platform/linux/base/detached_thread.h"
 
 namespace intake {
 
@@ -26,23 +23,22 @@ CallOutcome waitFor(Completion& call, const EndMark& endMark, std::chrono::milli
 
 }  // namespace
 
-CallOutcome makeAbandonableCall(std::function<void()> call, const EndMark& endMark,
-                                std::chrono::milliseconds limit) {
-    thread_local std::shared_ptr<Completion> former;
+CallOutcome AbandonableCalls::make(std::function<void()> call, const EndMark& endMark,
+                                   std::chrono::milliseconds limit) {
     const CallOutcome before =
-        former == nullptr ? CallOutcome::DONE : waitFor(*former, endMark, limit);
+        former_ == nullptr ? CallOutcome::DONE : waitFor(*former_, endMark, limit);
     if (before != CallOutcome::DONE) {
         return before == CallOutcome::LATE ? CallOutcome::BUSY : before;
     }
     const auto thrown = std::make_shared<std::exception_ptr>();
-    former = startDetached([call = std::move(call), thrown] {
-                 try {
-                     call();
-                 } catch (...) {  // nothing may end the process
-                     *thrown = std::current_exception();
-                 }
-             }).end;
-    const CallOutcome outcome = waitFor(*former, endMark, limit);
+    former_ = startDetached([call = std::move(call), thrown] {
+                  try {
+                      call();
+                  } catch (...) {  // nothing may end the process
+                      *thrown = std::current_exception();
+                  }
+              }).end;
+    const CallOutcome outcome = waitFor(*former_, endMark, limit);
     if (outcome == CallOutcome::DONE && *thrown != nullptr) {
         std::rethrow_exception(*thrown);
     }
