@@ -30,6 +30,9 @@ CallOutcome AbandonableCalls::make(std::function<void()> call, const EndMark& en
     if (before != CallOutcome::DONE) {
         return before == CallOutcome::LATE ? CallOutcome::BUSY : before;
     }
+    if (endMark.isSet()) {
+        return CallOutcome::ENDED;
+    }
     const auto thrown = std::make_shared<std::exception_ptr>();
     former_ = startDetached([call = std::move(call), thrown] {
                   try {

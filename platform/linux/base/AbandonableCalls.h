@@ -22,7 +22,7 @@ class AbandonableCalls {
 public:
     /// Makes a call on a thread of its own, and waits for it: until the end mark is set, or for
     /// `limit`. A call that is not waited for goes on by itself; what it needs it must own, and
-    /// what it throws is lost; otherwise that is thrown here.
+    /// what it throws is lost; otherwise that is thrown here. With a set mark it is not made.
     /// Until it ends, no other is made here, but waited as long for that: they would pile up where
     /// nothing ever answers.
     CallOutcome make(std::function<void()> call, const EndMark& endMark,

@@ -39,14 +39,29 @@ TEST(AbandonableCalls, AreWaitedForUntilTheyReturn) {
 
 TEST(AbandonableCalls, AreLeftToThemselvesWhenTheMarkIsSet) {
     AbandonableCalls calls;
-    EndMark endMark;
-    endMark.set();
+    const auto endMark = std::make_shared<EndMark>();
     const auto gate = std::make_shared<Gate>();
+    const auto call = [endMark, wait = waitAt(gate)] {
+        endMark->set();
+        wait();
+    };
 
-    EXPECT_EQ(calls.make(waitAt(gate), endMark, std::chrono::hours(1)), CallOutcome::ENDED);
+    EXPECT_EQ(calls.make(call, *endMark, std::chrono::hours(1)), CallOutcome::ENDED);
     EXPECT_FALSE(gate->passed);
     gate->open = true;
-    EXPECT_TRUE(eventually([&] { return gate.use_count() == 1; }));
+    EXPECT_TRUE(eventually([&] { return gate->passed.load(); }));
+}
+
+TEST(AbandonableCalls, AreNotMadeWhenTheMarkIsSetBeforehand) {
+    AbandonableCalls calls;
+    EndMark endMark;
+    endMark.set();
+    const auto made = std::make_shared<std::atomic<bool>>(false);
+    const auto call = [made] { *made = true; };
+
+    EXPECT_EQ(calls.make(call, endMark, std::chrono::hours(1)), CallOutcome::ENDED);
+    EXPECT_TRUE(eventually([&] { return made.use_count() == 2; }));  // ours and that of `call`
+    EXPECT_FALSE(*made);
 }
 
 TEST(AbandonableCalls, AreLeftToThemselvesWhenTheirTimeIsOver) {
