@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "formats/text/ascii.h"
+#include "formats/text/environment_proxy.h"
 #include "platform/linux/base/AbandonableCalls.h"
 
 namespace intake {
@@ -14,7 +14,6 @@ namespace intake {
 namespace {
 
 constexpr std::string_view DIRECT = "direct://";
-constexpr std::string_view EVERY_HOST = "*";
 
 struct FactoryDeleter {
     void operator()(pxProxyFactory* factory) const { px_proxy_factory_free(factory); }
@@ -35,28 +34,16 @@ std::string askLibproxy(const std::string& url) {
     return direct ? "" : *proxies;
 }
 
-/// Null when it is set in neither way of writing it.
-const char* variable(const char* lowerCase, const char* upperCase) {
-    const char* const value = std::getenv(lowerCase);
-    return value == nullptr ? std::getenv(upperCase) : value;
-}
-
-/// The environment's proxy where it is a numeric address without a scheme; libproxy takes that for
-/// none. Otherwise empty.
-std::string numericProxy(std::string_view url) {
-    const char* proxy =
-        url.starts_with("https:") ? variable("https_proxy", "HTTPS_PROXY") : nullptr;
-    proxy = proxy == nullptr ? variable("http_proxy", "HTTP_PROXY") : proxy;
-    const bool numeric = proxy != nullptr && (isDigit(*proxy) || *proxy == '[');
-    return numeric ? std::string("http://") + proxy : "";
+std::string_view hostOf(std::string_view url) {
+    return url.substr(url.find("://") + 3);
 }
 
 }  // namespace
 
 bool findSystemProxy(const std::string& url, const EndMark& endMark,
                      std::chrono::milliseconds limit, std::string& proxy, std::string& bypass) {
-    const char* const exceptions = variable("no_proxy", "NO_PROXY");
-    if (exceptions != nullptr && exceptions == EVERY_HOST) {  // libproxy does not know it
+    const Environment environment = [](const char* name) { return std::getenv(name); };
+    if (exceptsEveryHost(environment)) {
         return false;
     }
     const auto found = std::make_shared<std::string>();
@@ -68,8 +55,8 @@ bool findSystemProxy(const std::string& url, const EndMark& endMark,
     proxy = *found;
     bypass.clear();
     if (proxy.empty()) {
-        proxy = numericProxy(url);
-        bypass = exceptions == nullptr ? "" : exceptions;
+        proxy = numericProxy(url, environment);
+        bypass = proxyExceptions(hostOf(url), environment);
     }
     return !proxy.empty();
 }

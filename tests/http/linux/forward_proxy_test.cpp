@@ -133,6 +133,26 @@ TEST_F(HttpForwardProxyTest, ExceptionsHoldForASystemsProxyWithoutASchemeToo) {
     expectDirect(server);
 }
 
+TEST_F(HttpForwardProxyTest, LocalHostsAreAnExceptionOfASystemsProxyWithoutASchemeToo) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const EnvironmentVariable configured("http_proxy", "127.0.0.1:1");
+    const EnvironmentVariable exceptions("no_proxy", "other.example,<local>");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch("http://localhost:" + std::to_string(server.port()) + "/"));
+    expectDirect(server);
+}
+
+TEST_F(HttpForwardProxyTest, DomainsWithAStarAreExceptionsOfASystemsProxyWithoutASchemeToo) {
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const EnvironmentVariable configured("http_proxy", "127.0.0.1:1");
+    const EnvironmentVariable exceptions("no_proxy", "other.example,*.localhost");
+    useProxy(SYSTEM_SETTINGS);
+
+    expectRetrieved(fetch("http://data.localhost:" + std::to_string(server.port()) + "/"));
+    expectDirect(server);
+}
+
 TEST_F(HttpForwardProxyTest, WithoutAProxyInTheSystemsSettingsTheRequestGoesOnWithoutOne) {
     ScriptedServer server({reply("200 OK", "[1]")});
     useProxy(SYSTEM_SETTINGS);
