@@ -199,6 +199,7 @@ void RDR_HTTP::useDetectedProxy(HttpRequest& http, const std::string& url) {
     std::string bypass;
     if (!client_.proxyForUrl(url, lookup, proxy, bypass)) {
         debugOutput(client_.lastErrorText());
+        logLateProxy();
     } else if (proxy.empty()) {
         http.setDirect();
     } else {
@@ -211,6 +212,15 @@ void RDR_HTTP::useSystemProxy(HttpRequest& http, const std::string& url) {
     std::string bypass;
     if (client_.systemProxy(url, proxy, bypass)) {
         http.setProxy(proxy, bypass);
+    } else {
+        logLateProxy();
+    }
+}
+
+/// To have no proxy is no fault, but not to know of one is.
+void RDR_HTTP::logLateProxy() {
+    if (client_.lastError() == HTTP_ERROR_TIMEOUT) {
+        logger_.Write(LOG_WARNING, "HTTP: No proxy is used. " + client_.lastErrorText() + ".\n");
     }
 }
 

@@ -52,6 +52,7 @@ private:
     bool setUpProxy(HttpRequest& http, const HttpAddress& address, const RequestRecord& request);
     void useDetectedProxy(HttpRequest& http, const std::string& url);
     void useSystemProxy(HttpRequest& http, const std::string& url);
+    void logLateProxy();
 
     bool readBody(HttpRequest& http, ByteBuffer& body, size_t maxBytes);
 

@@ -115,11 +115,12 @@ public:
     /// What the user's own configuration says about finding a proxy; false when there is none.
     virtual bool proxyDetection(bool& autoDetect, std::string& scriptUrl) = 0;
 
-    /// The proxy of the user's own configuration; false when there is none.
+    /// The proxy of the user's own configuration; false when there is none, and when the system
+    /// does not say in time, which is HTTP_ERROR_TIMEOUT.
     virtual bool systemProxy(const std::string& url, std::string& proxy, std::string& bypass) = 0;
 
     /// Called while the request that was opened last lives. An empty `proxy` is a direct
-    /// connection. False when no proxy was found for the URL.
+    /// connection. False when no proxy was found for the URL, also in time, as above.
     virtual bool proxyForUrl(const std::string& url, const ProxyLookup& lookup, std::string& proxy,
                              std::string& bypass) = 0;
 };

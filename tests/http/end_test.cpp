@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "platform/linux/curl/system_proxy.h"
+#include "platform/linux/curl/CurlHttpClient.h"
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
 #include "tests/support/eventually.h"
@@ -84,14 +84,22 @@ TEST_F(HttpEndTest, AScriptOfADetectedProxyThatNeverComesIsGivenUp) {
     expectThatItsScriptIsGivenUp(AUTO_DETECT);
 }
 
-TEST_F(HttpEndTest, AScriptThatComesTooLateIsAsGoodAsNoProxy) {
+TEST_F(HttpEndTest, AScriptThatComesTooLateIsAsGoodAsNoProxyAndTheReasonIsKnown) {
     ScriptedServer scripts({{"", Then::STALL}});
     const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
+    CurlConnections connections;
+    CurlHttpClient client(connections, endMark_, std::chrono::milliseconds(1));
     std::string proxy, bypass;
 
-    EXPECT_FALSE(findSystemProxy("http://data.example", endMark_, std::chrono::milliseconds(1),
-                                 proxy, bypass));
+    EXPECT_FALSE(client.systemProxy("http://data.example", proxy, bypass));
     EXPECT_EQ(proxy, "");
+    EXPECT_EQ(client.lastError(), HTTP_ERROR_TIMEOUT);
+    EXPECT_EQ(client.lastErrorText(),
+              "The system does not say in time which proxy to use for http://data.example");
+
+    EXPECT_FALSE(client.systemProxy("http://data.example", proxy, bypass));
+    EXPECT_EQ(client.lastError(), HTTP_ERROR_TIMEOUT);
+    EXPECT_EQ(client.lastErrorText(), "An earlier search for a proxy has not ended yet");
 }
 
 TEST_F(HttpEndTest, AMarkThatIsSetBeforehandLetsNothingBeSent) {

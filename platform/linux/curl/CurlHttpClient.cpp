@@ -9,8 +9,6 @@ namespace intake {
 
 namespace {
 
-constexpr std::chrono::seconds PROXY_TIME(30);
-
 bool hasKerberosTicket() {
     OM_uint32 minor = 0;
     gss_cred_id_t credentials = GSS_C_NO_CREDENTIAL;
@@ -27,8 +25,7 @@ std::unique_ptr<HttpRequest> CurlHttpClient::open(const HttpAddress& address,
                                                   const std::string& userAgent) {
     auto request = std::make_unique<CurlHttpRequest>(address, userAgent, connections_, endMark_);
     if (!request->isOpen()) {
-        lastError_ = HTTP_ERROR_INTERNAL;
-        lastErrorText_ = "The HTTP library could not be set up";
+        fail(HTTP_ERROR_INTERNAL, "The HTTP library could not be set up");
         return nullptr;
     }
     return request;
@@ -43,16 +40,30 @@ bool CurlHttpClient::proxyDetection(bool&, std::string&) {
 }
 
 bool CurlHttpClient::systemProxy(const std::string& url, std::string& proxy, std::string& bypass) {
-    return findSystemProxy(url, endMark_, PROXY_TIME, proxy, bypass);
+    switch (findSystemProxy(url, endMark_, proxyTime_, proxy, bypass)) {
+        case CallOutcome::DONE:
+            return !proxy.empty() ||
+                   fail(HTTP_ERROR_PROXY_NOT_FOUND, "No proxy was found for " + url);
+        case CallOutcome::ENDED:
+            return fail(HTTP_ERROR_OPERATION_CANCELLED, "The load was given up");
+        case CallOutcome::LATE:
+            return fail(HTTP_ERROR_TIMEOUT,
+                        "The system does not say in time which proxy to use for " + url);
+        case CallOutcome::BUSY:
+            break;
+    }
+    return fail(HTTP_ERROR_TIMEOUT, "An earlier search for a proxy has not ended yet");
 }
 
 bool CurlHttpClient::proxyForUrl(const std::string& url, const ProxyLookup&, std::string& proxy,
                                  std::string& bypass) {
-    if (findSystemProxy(url, endMark_, PROXY_TIME, proxy, bypass) || endMark_.isSet()) {
-        return true;  // a request of a load that was given up is not sent either way
-    }
-    lastError_ = HTTP_ERROR_PROXY_NOT_FOUND;
-    lastErrorText_ = "No proxy was found for " + url;
+    // A request of a load that was given up is not sent either way.
+    return systemProxy(url, proxy, bypass) || lastError_ == HTTP_ERROR_OPERATION_CANCELLED;
+}
+
+bool CurlHttpClient::fail(uint32_t error, const std::string& text) {
+    lastError_ = error;
+    lastErrorText_ = text;
     return false;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include "platform/HttpClient.h"
 #include "platform/linux/curl/CurlConnections.h"
 
@@ -8,8 +10,12 @@ namespace intake {
 /// HTTP by libcurl; proxies of the desktop's and the environment's configuration by libproxy.
 class CurlHttpClient final : public HttpClient {
 public:
-    CurlHttpClient(CurlConnections& connections, const EndMark& endMark)
-        : connections_(connections), endMark_(endMark) {}
+    /// For how long the system is asked for a proxy.
+    static constexpr std::chrono::seconds PROXY_TIME{30};
+
+    CurlHttpClient(CurlConnections& connections, const EndMark& endMark,
+                   std::chrono::milliseconds proxyTime = PROXY_TIME)
+        : connections_(connections), endMark_(endMark), proxyTime_(proxyTime) {}
 
     std::unique_ptr<HttpRequest> open(const HttpAddress& address,
                                       const std::string& userAgent) override;
@@ -25,8 +31,11 @@ public:
                      std::string& bypass) override;
 
 private:
+    bool fail(uint32_t error, const std::string& text);
+
     CurlConnections& connections_;
     const EndMark& endMark_;
+    const std::chrono::milliseconds proxyTime_;
     uint32_t lastError_ = 0;
     std::string lastErrorText_;
 };

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "formats/text/environment_proxy.h"
-#include "platform/linux/base/AbandonableCalls.h"
 
 namespace intake {
 
@@ -40,25 +39,28 @@ std::string_view hostOf(std::string_view url) {
 
 }  // namespace
 
-bool findSystemProxy(const std::string& url, const EndMark& endMark,
-                     std::chrono::milliseconds limit, std::string& proxy, std::string& bypass) {
+CallOutcome findSystemProxy(const std::string& url, const EndMark& endMark,
+                            std::chrono::milliseconds limit, std::string& proxy,
+                            std::string& bypass) {
+    proxy.clear();
+    bypass.clear();
     const Environment environment = [](const char* name) { return std::getenv(name); };
     if (exceptsEveryHost(environment)) {
-        return false;
+        return CallOutcome::DONE;
     }
+    thread_local AbandonableCalls searches;
     const auto found = std::make_shared<std::string>();
     const auto call = [url, found] { *found = askLibproxy(url); };
-    thread_local AbandonableCalls searches;
-    if (searches.make(call, endMark, limit) != CallOutcome::DONE) {
-        return false;
+    const CallOutcome outcome = searches.make(call, endMark, limit);
+    if (outcome != CallOutcome::DONE) {
+        return outcome;
     }
     proxy = *found;
-    bypass.clear();
     if (proxy.empty()) {
         proxy = numericProxy(url, environment);
         bypass = proxyExceptions(hostOf(url), environment);
     }
-    return !proxy.empty();
+    return outcome;
 }
 
 }  // namespace intake

@@ -5,6 +5,9 @@ namespace {
 
 const std::string FETCH = "send\nstatus\navailable\nclose\n";
 
+const std::string LATE =
+    "5/3 9:7 WARNING: \t\t\tHTTP: No proxy is used. the client's error 12002.\n";
+
 /// Proxy mode 0.
 class DetectedProxy : public FetchTest {
 protected:
@@ -70,6 +73,15 @@ TEST_F(DetectedProxy, ThatCannotBeFoundIsDoneWithoutAndTheDebuggerSeesWhy) {
     EXPECT_EQ(client_.calls(),
               OPEN + "proxyDetection\nproxyForUrl 'http://www.example.com' script ''\n" + FETCH);
     EXPECT_EQ(diagnostics_.debugText(), "ERROR: RDR_HTTP: the client's error 12180\n");
+    EXPECT_EQ(log(), "");
+}
+
+TEST_F(DetectedProxy, ThatIsNotKnownInTimeIsDoneWithoutAndTheLogSaysSo) {
+    client_.fail("proxyForUrl", HTTP_ERROR_TIMEOUT);
+
+    EXPECT_EQ(fetch(), (Fetched{true, "", RETRIEVED}));
+    EXPECT_EQ(diagnostics_.debugText(), "ERROR: RDR_HTTP: the client's error 12002\n");
+    EXPECT_EQ(log(), LATE);
 }
 
 TEST_F(DetectedProxy, ThatCannotBeSetIsDoneWithout) {
@@ -120,6 +132,16 @@ TEST_F(SystemProxy, ThatIsNotConfiguredIsDoneWithoutInSilence) {
     EXPECT_EQ(fetch(), (Fetched{true, "", RETRIEVED}));
     EXPECT_EQ(client_.calls(), OPEN + "systemProxy 'http://www.example.com'\n" + FETCH);
     EXPECT_EQ(diagnostics_.debugText(), "");
+    EXPECT_EQ(log(), "");
+}
+
+TEST_F(SystemProxy, ThatIsNotKnownInTimeIsDoneWithoutAndTheLogSaysSo) {
+    client_.fail("systemProxy", HTTP_ERROR_TIMEOUT);
+
+    EXPECT_EQ(fetch(), (Fetched{true, "", RETRIEVED}));
+    EXPECT_EQ(client_.calls(), OPEN + "systemProxy 'http://www.example.com'\n" + FETCH);
+    EXPECT_EQ(diagnostics_.debugText(), "");
+    EXPECT_EQ(log(), LATE);
 }
 
 TEST_F(SystemProxy, ThatCannotBeSetIsDoneWithout) {
