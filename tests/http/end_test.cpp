@@ -5,6 +5,7 @@
 #include "platform/linux/curl/CurlHttpClient.h"
 #include "tests/http/support/HttpTest.h"
 #include "tests/http/support/ScriptedServer.h"
+#include "tests/http/support/linux/StalledProxyScript.h"
 #include "tests/support/eventually.h"
 
 namespace intake {
@@ -25,11 +26,10 @@ protected:
     }
 
     void expectThatItsScriptIsGivenUp(int32_t proxyMode) {
-        ScriptedServer scripts({{"", Then::STALL}});
-        const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
+        StalledProxyScript script;
         useProxy(proxyMode);
 
-        const Fetched fetched = fetchAndEnd("http://data.example/", scripts);
+        const Fetched fetched = fetchAndEnd("http://data.example/", script.server());
 
         EXPECT_FALSE(fetched.success);
         EXPECT_EQ(fetched.out + fetched.err, "");
@@ -85,8 +85,7 @@ TEST_F(HttpEndTest, AScriptOfADetectedProxyThatNeverComesIsGivenUp) {
 }
 
 TEST_F(HttpEndTest, AScriptThatComesTooLateIsAsGoodAsNoProxyAndTheReasonIsKnown) {
-    ScriptedServer scripts({{"", Then::STALL}});
-    const EnvironmentVariable configured("http_proxy", "pac+" + scripts.url("/proxy.pac"));
+    const StalledProxyScript script;
     CurlConnections connections;
     CurlHttpClient client(connections, endMark_, std::chrono::milliseconds(1));
     std::string proxy, bypass;
