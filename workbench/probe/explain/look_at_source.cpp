@@ -146,6 +146,16 @@ void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, L
     proposeType(settings, kind, Stage::Format, ladder);
 }
 
+void judgeAddress(const Settings& settings, const Fetched& source, Ladder& ladder) {
+    const std::string address = withoutUserInfo(settings.filename);
+    if (!source.isProxyUnknown) return ladder.ok(Stage::Address, address);
+    ladder.warn(Stage::Address, address,
+                "The system does not say in time which proxy to use. The plugin searches for 30 "
+                "seconds and then loads without one.",
+                "Set \"Proxy Mode\" (proxyMode) to Manual Configuration and \"Proxy URL\" "
+                "(proxyUrl), or switch \"Proxy on/off\" (enableProxy) off.");
+}
+
 void lookAtArrived(const Settings& settings, const Fetched& source, Ladder& ladder) {
     const Kind kind = recognise(source.body);
     judgeStatus(settings, source, kind, ladder);
@@ -199,7 +209,7 @@ Ladder lookAtSource(const Settings& settings, double timeoutSeconds, bool mayWri
     if (settings.filename.empty()) return ladder;
     try {
         const Fetched source = fetch(fetchable(settings), timeoutSeconds);
-        ladder.ok(Stage::Address, withoutUserInfo(settings.filename));
+        judgeAddress(settings, source, ladder);
         ladder.credentialsRefused = source.credentialsRefused;
         ladder.exchange = source.exchange;
         lookAtArrived(settings, source, ladder);

@@ -43,6 +43,7 @@ struct Fetched {
     Exchange exchange;  // the last
     std::optional<Certificate> certificate;
     bool credentialsRefused = false;  // they were sent, and the answer is 401 or 407
+    bool isProxyUnknown = false;      // the system did not say in time; it came without one
 };
 
 /// Why a source did not come. what() ends a sentence about it. No text shows a secret, but a value

@@ -2,15 +2,16 @@
 
 #include "tests/http/support/ForwardProxy.h"
 #include "tests/http/support/challenges.h"
+#include "tests/http/support/linux/StalledProxyScript.h"
 #include "tests/http/support/linux/tls.h"
 #include "tests/http/support/loopback.h"
 #include "tests/workbench/probe/linux/FetchTest.h"
+#include "workbench/probe/explain/look_at_source.h"
 
 namespace probe {
 
 namespace {
 
-using Stage = FetchFailure::Stage;
 using intake::EnvironmentVariable;
 
 class FetchedThroughProxy : public FetchTest {
@@ -20,6 +21,11 @@ protected:
         settings.enableProxy = true;
         settings.proxyMode = ProxyMode::Manual;
         settings.proxyUrl = proxy;
+        return settings;
+    }
+    static Settings throughSystems(const std::string& url) {
+        Settings settings = through("", url);
+        settings.proxyMode = ProxyMode::System;
         return settings;
     }
     static bool isThroughTinyproxy(ScriptedServer& server) {
@@ -46,6 +52,52 @@ TEST_F(FetchedThroughProxy, GoesThroughThatOfTheSystem) {
     }
 }
 
+TEST_F(FetchedThroughProxy, GoesThroughThatOfTheSystemWithoutAScheme) {
+    const intake::ForwardProxy proxy;
+    const EnvironmentVariable ofSystem("http_proxy", proxy.address());
+    ScriptedServer server({reply("200 OK", "[1]")});
+    EXPECT_EQ(fetch(throughSystems(server.url("/")), patience).body, "[1]");
+    EXPECT_TRUE(isThroughTinyproxy(server));
+}
+
+TEST_F(FetchedThroughProxy, GoesThroughNoneToExceptionsOfThatOfTheSystem) {
+    for (const char* proxy : {"127.0.0.1:1", "http://127.0.0.1:1"}) {
+        const EnvironmentVariable ofSystem("http_proxy", proxy);
+        for (const char* exceptions : {"*", "other.example,127.0.0.1"}) {
+            const EnvironmentVariable except("no_proxy", exceptions);
+            ScriptedServer server({reply("200 OK", "[1]")});
+            EXPECT_EQ(fetch(throughSystems(server.url("/")), patience).body, "[1]");
+        }
+    }
+}
+
+TEST_F(FetchedThroughProxy, IsNotThroughTheSystemsWhenAnExceptionIsDown) {
+    const EnvironmentVariable ofSystem("http_proxy", "127.0.0.1:1");
+    const EnvironmentVariable except("no_proxy", "other.example,*.localhost");
+    const FetchFailure failure = failureOf(
+        throughSystems("http://data.localhost:" + std::to_string(intake::freePort()) + "/"));
+    EXPECT_EQ(std::string(failure.what()).find("proxy"), std::string::npos) << failure.what();
+}
+
+TEST_F(FetchedThroughProxy, GoesThroughNoneWhenTheSystemDoesNotSayInTime) {
+    const intake::StalledProxyScript script;
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const Fetched fetched = fetch(throughSystems(server.url("/")), 2);
+    EXPECT_EQ(fetched.body, "[1]");
+    EXPECT_TRUE(fetched.isProxyUnknown);
+}
+
+TEST_F(FetchedThroughProxy, IsWarnedOfWhenTheSystemDoesNotSayInTime) {
+    const intake::StalledProxyScript script;
+    ScriptedServer server({reply("200 OK", "[1]")});
+    const Ladder ladder = lookAtSource(throughSystems(server.url("/")), 2, false);
+    EXPECT_EQ(ladder.at(Stage::Address).state, State::Warning);
+    EXPECT_EQ(ladder.at(Stage::Address).cause,
+              "The system does not say in time which proxy to use. The plugin searches for 30 "
+              "seconds and then loads without one.");
+    EXPECT_EQ(ladder.at(Stage::Fetched).state, State::Ok);
+}
+
 TEST_F(FetchedThroughProxy, GoesThroughNoneWhileItIsOffOrForOtherQueryTypes) {
     const EnvironmentVariable ofSystem("http_proxy", "http://127.0.0.1:1");
     ScriptedServer server([](const std::string&) { return reply("200 OK", "[1]"); });
@@ -70,7 +122,7 @@ TEST_F(FetchedThroughProxy, IsNotWithoutAnAddress) {
     EXPECT_STREQ(failure.what(), "cannot be asked for: a proxy is switched on that has no address");
     EXPECT_EQ(failure.next,
               "Set \"Proxy URL\" (proxyUrl), or switch \"Proxy on/off\" (enableProxy) off.");
-    EXPECT_EQ(failure.stage, Stage::Address);
+    EXPECT_EQ(failure.stage, FetchFailure::Stage::Address);
 }
 
 TEST_F(FetchedThroughProxy, IsNotWithAMalformedAddress) {
@@ -85,7 +137,7 @@ TEST_F(FetchedThroughProxy, IsNotWhenItIsDown) {
         failureOf(through("http://me:s3cret@" + proxy, "http://data.example/"));
     EXPECT_EQ(failure.what(), "cannot be asked for: no proxy answers at " + proxy);
     EXPECT_NE(failure.next.find("\"Proxy URL\" (proxyUrl)"), std::string::npos);
-    EXPECT_EQ(failure.stage, Stage::Address);
+    EXPECT_EQ(failure.stage, FetchFailure::Stage::Address);
 }
 
 TEST_F(FetchedThroughProxy, IsNotWhenNobodyKnowsIt) {

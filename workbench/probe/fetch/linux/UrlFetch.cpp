@@ -17,6 +17,7 @@ namespace {
 constexpr long loginRequired = 401;
 constexpr long proxyLoginRequired = 407;
 constexpr long proxyPort = 80;  // of an address without one
+constexpr std::chrono::seconds searchTime(30);
 
 /// How a query type asks.
 struct Manner {
@@ -78,10 +79,8 @@ void UrlFetch::setCredentials() {
 void UrlFetch::setProxy() {
     if (settings_.queryMode != QueryType::Json || !settings_.enableProxy) return;
     const Origin server = originOf(url_);
-    if (settings_.proxyMode == ProxyMode::AutoDetect)
-        return useProxy(systemProxy("http://" + server.host, timeLeft()), "");
-    if (settings_.proxyMode == ProxyMode::System)
-        return useProxy(systemProxy(server.scheme + "://" + server.host, timeLeft()), "");
+    if (settings_.proxyMode == ProxyMode::AutoDetect) return useSystemProxy("http", server.host);
+    if (settings_.proxyMode == ProxyMode::System) return useSystemProxy(server.scheme, server.host);
     if (settings_.proxyUrl.empty())
         throw FetchFailure(FetchFailure::Stage::Address,
                            "cannot be asked for: a proxy is switched on that has no address",
@@ -93,16 +92,24 @@ void UrlFetch::setProxy() {
     transfer_.set(CURLOPT_PROXYPASSWORD, settings_.proxyPwd.c_str());
 }
 
-void UrlFetch::useProxy(const std::string& address, const std::string& exception) {
+/// Like the plugin it goes on without a proxy that is not known in time; time is left for that.
+void UrlFetch::useSystemProxy(const std::string& scheme, const std::string& host) {
+    const auto limit = std::min<std::chrono::milliseconds>(searchTime, timeLeft() / 2);
+    const auto found = systemProxy(scheme, host, limit);
+    isProxyUnknown_ = !found;
+    if (found) useProxy(found->address, found->exceptions);
+}
+
+void UrlFetch::useProxy(const std::string& address, const std::string& exceptions) {
     if (!address.empty() && originOf(address).host.empty())
         throw FetchFailure(FetchFailure::Stage::Address,
                            "cannot be asked for: the proxy has no address that can be read",
                            "Correct \"Proxy URL\" (proxyUrl): proxy.example:3128.");
     proxy_ = address;
-    proxyException_ = exception;
+    proxyExceptions_ = exceptions;
     transfer_.set(CURLOPT_PROXY, address.c_str());
     transfer_.set(CURLOPT_PROXYPORT, proxyPort);
-    transfer_.set(CURLOPT_NOPROXY, exception.c_str());
+    transfer_.set(CURLOPT_NOPROXY, exceptions.c_str());
 }
 
 std::chrono::milliseconds UrlFetch::timeLeft() const {
@@ -217,6 +224,7 @@ Fetched UrlFetch::fetched() {
     fetched.body = std::move(body_);
     fetched.address = transfer_.address();
     fetched.status = status();
+    fetched.isProxyUnknown = isProxyUnknown_;
     fetched.exchange = transfer_.exchange();
     fetched.contentType = transfer_.text(CURLINFO_CONTENT_TYPE);
     fetched.encoding = isPacked_ ? transfer_.encoding() : "";

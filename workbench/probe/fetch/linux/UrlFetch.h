@@ -27,7 +27,8 @@ private:
     void setRequest();
     void setCredentials();
     void setProxy();
-    void useProxy(const std::string& address, const std::string& exception);
+    void useSystemProxy(const std::string& scheme, const std::string& host);
+    void useProxy(const std::string& address, const std::string& exceptions);
 
     // The transfer, again for who asks for credentials.
     CURLcode runAttempts();
@@ -62,8 +63,9 @@ private:
     const double timeoutSeconds_;
     const Clock::time_point end_;
     const std::string url_;
-    std::string proxy_;           // empty for none
-    std::string proxyException_;  // the host that is asked without it
+    std::string proxy_;            // empty for none
+    std::string proxyExceptions_;  // hosts and domains that are asked without it
+    bool isProxyUnknown_ = false;
     std::vector<Redirect> earlierRedirects_;
     std::string body_;
     bool isTooLarge_ = false;

@@ -2,12 +2,13 @@
 
 #include <proxy.h>
 
+#include <cstdlib>
 #include <future>
 #include <memory>
 #include <string_view>
 #include <thread>
 
-#include "workbench/probe/fetch/Fetched.h"
+#include "formats/text/environment_proxy.h"
 
 namespace probe {
 
@@ -31,15 +32,19 @@ std::string findProxy(const std::string& url) {
 }  // namespace
 
 /// The search cannot be broken off, so that a thread of its own is left alone with one that hangs.
-std::string systemProxy(const std::string& url, std::chrono::milliseconds limit) {
+std::optional<SystemProxy> systemProxy(const std::string& scheme, const std::string& host,
+                                       std::chrono::milliseconds limit) {
+    const intake::Environment environment = [](const char* name) { return std::getenv(name); };
+    if (intake::exceptsEveryHost(environment)) return SystemProxy{};
+    const std::string url = scheme + "://" + host;
     std::packaged_task<std::string()> task([url] { return findProxy(url); });
     std::future<std::string> proxy = task.get_future();
     std::thread(std::move(task)).detach();
-    if (proxy.wait_for(limit) == std::future_status::ready) return proxy.get();
-    throw FetchFailure(FetchFailure::Stage::Address,
-                       "cannot be asked for: the system does not say in time which proxy to use",
-                       "Set \"Proxy Mode\" (proxyMode) to Manual Configuration and \"Proxy URL\" "
-                       "(proxyUrl), or switch \"Proxy on/off\" (enableProxy) off.");
+    if (proxy.wait_for(limit) != std::future_status::ready) return std::nullopt;
+    const std::string found = proxy.get();
+    if (!found.empty()) return SystemProxy{found, ""};
+    return SystemProxy{intake::numericProxy(url, environment),
+                       intake::proxyExceptions(host, environment)};
 }
 
 }  // namespace probe
