@@ -41,12 +41,15 @@ bool isSecretKey(std::string_view key) {
     return intake::equalIgnoringCase(key, "Pwd") || intake::equalIgnoringCase(key, "Password");
 }
 
-Places inConnection(const std::string& text);
+using intake::ConnectionString;
+using Parse = ConnectionString (*)(std::string_view text);
+
+Places inProperties(const std::string& text, Parse parse);
 
 /// Those of a list within a property that begins at `begin`; all of it where its value is written
 /// otherwise than it is read.
 Places inList(const intake::ConnectionProperty& property, std::size_t begin) {
-    Places places = inConnection(property.value);
+    Places places = inProperties(property.value, ConnectionString::parseExtendedProperties);
     const auto value = property.written.find(property.value);
     if (value != std::string::npos) {
         for (SecretPlace& each : places)
@@ -59,14 +62,15 @@ Places inList(const intake::ConnectionProperty& property, std::size_t begin) {
     return all.forms.empty() ? Places() : Places{all};
 }
 
-Places inConnection(const std::string& text) {
+Places inProperties(const std::string& text, Parse parse) {
     try {
         Places places;
         std::size_t at = 0;
-        const auto connection = intake::ConnectionString::parse(text);
+        const ConnectionString connection = parse(text);
         for (const intake::ConnectionProperty& each : connection.properties()) {
-            at = text.find('=', text.find(each.key, at) + each.key.size());
-            at = text.find(each.written, at + 1);
+            at = text.find(each.key, at) + each.key.size();
+            if (each.written.empty()) continue;
+            at = text.find(each.written, text.find('=', at) + 1);
             const bool isList = intake::equalIgnoringCase(each.key, "Extended Properties") &&
                                 each.value.find('=') != std::string::npos;
             if (isSecretKey(each.key))
@@ -79,6 +83,10 @@ Places inConnection(const std::string& text) {
     } catch (const intake::ConnectionStringError&) {
         return whole(text);
     }
+}
+
+Places inConnection(const std::string& text) {
+    return inProperties(text, ConnectionString::parse);
 }
 
 /// The value of a header, which XML sends up to a further colon only.

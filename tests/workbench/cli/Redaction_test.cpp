@@ -107,6 +107,16 @@ TEST(Redaction, HidesPasswordsWithinAPropertyOfAConnection) {
     EXPECT_EQ(redact.shown("Pwd={a", "connStr"), "••••");
 }
 
+TEST(Redaction, LeavesWordsWithoutAValueInAPropertyOfAConnection) {
+    const Redaction redact{probe::Settings{}};
+    const std::string book = "Data Source=a.xlsx;Extended Properties=\"Excel 12.0 Xml;HDR=YES\"";
+    EXPECT_EQ(redact.shown(book, "connStr"), book);
+    EXPECT_EQ(redact.without(book, "connStr"), book);
+    const std::string words = "Extended Properties=\"Pwd=;Excel 12.0;Pwd = ab;HDR\";B=";
+    EXPECT_EQ(redact.shown(words, "connStr"),
+              "Extended Properties=\"Pwd=;Excel 12.0;Pwd = ••••;HDR\";B=");
+}
+
 TEST(Redaction, PutsShortSecretsBackAndTakesThemOut) {
     const Redaction redact{probe::Settings{}};
     EXPECT_EQ(redact.restored("B: ••••\nA: ••••", "A: 1\nB: 2", "customHeaders"), "B: 2\nA: 1");

@@ -167,6 +167,14 @@ TEST_F(ServedScene, LeavesOutSecretsThatAreEscapedOrShort) {
     EXPECT_NE(text.find("Driver=X;Pwd=;Database=d"), std::string::npos) << text;
 }
 
+TEST_F(ServedScene, KeepsTheWordsOfAWorkbookWhereSecretsAreLeftOut) {
+    const std::string book = R"(Data Source=a.xlsx;Extended Properties=\"Excel 12.0 Xml;HDR=YES\")";
+    EXPECT_EQ(set("secret", R"({"connStr": ")" + book + ";Pwd=s3cret\"}"), 200);
+    EXPECT_NE(get("/api/v1/instances/secret").body.find(book + ";Pwd=••••"), std::string::npos);
+    EXPECT_EQ(save(R"(, "file": "copy.json", "withoutSecrets": true)").status, 200);
+    EXPECT_NE(fileText("copy.json").find(book + ";Pwd=\""), std::string::npos);
+}
+
 TEST_F(ServedScene, KeepsTheRightsOfItsFile) {
     using std::filesystem::perms;
     const auto own = perms::owner_read | perms::owner_write;
