@@ -37,8 +37,12 @@ Places inProxyAddress(const std::string& address) {
     return inHost(address, scheme == std::string::npos ? 0 : scheme + 3);
 }
 
+/// Drivers and providers have longer names for some, such as "Jet OLEDB:Database Password".
 bool isSecretKey(std::string_view key) {
-    return intake::equalIgnoringCase(key, "Pwd") || intake::equalIgnoringCase(key, "Password");
+    return std::ranges::any_of(std::array{"Pwd", "Password"}, [key](std::string_view end) {
+        return key.size() >= end.size() &&
+               intake::equalIgnoringCase(key.substr(key.size() - end.size()), end);
+    });
 }
 
 using intake::ConnectionString;

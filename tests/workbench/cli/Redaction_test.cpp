@@ -107,6 +107,12 @@ TEST(Redaction, HidesPasswordsWithinAPropertyOfAConnection) {
     EXPECT_EQ(redact.shown("Pwd={a", "connStr"), "••••");
 }
 
+TEST(Redaction, HidesPasswordsUnderLongerKeysOfAConnection) {
+    const Redaction redact{probe::Settings{}};
+    EXPECT_EQ(redact.shown("Jet OLEDB:Database Password=a b;SSLPwd=c;PwdAge=1", "connStr"),
+              "Jet OLEDB:Database Password=••••;SSLPwd=••••;PwdAge=1");
+}
+
 TEST(Redaction, LeavesWordsWithoutAValueInAPropertyOfAConnection) {
     const Redaction redact{probe::Settings{}};
     const std::string book = "Data Source=a.xlsx;Extended Properties=\"Excel 12.0 Xml;HDR=YES\"";
