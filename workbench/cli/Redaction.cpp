@@ -49,17 +49,19 @@ std::vector<std::string> labelsIn(const std::string& text) {
 }  // namespace
 
 Redaction::Redaction(const probe::Settings& settings) {
+    const bool isXml = settings.queryMode == probe::QueryType::Xml;
     for (const probe::TextParameter& row : probe::textParameters())
-        addThose(row.name, settings.*row.member);
+        addThose(row.name, settings.*row.member, isXml);
     for (const auto& [name, text] : settings.typed)
-        addThose(name, text);
+        addThose(name, text, isXml);
     sort();
 }
 
-void Redaction::addThose(std::string_view parameter, const std::string& text) {
+void Redaction::addThose(std::string_view parameter, const std::string& text, bool isXml) {
     for (const SecretPlace& place : secretPlaces(parameter, text)) {
         for (const std::string& form : place.forms)
             if (form.size() >= shortestSecret) secrets_.push_back(form);
+        if (isXml && place.inXml.size() >= shortestSecret) secrets_.push_back(place.inXml);
     }
 }
 

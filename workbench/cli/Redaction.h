@@ -48,7 +48,7 @@ private:
         std::vector<std::string> secrets;
     };
 
-    void addThose(std::string_view parameter, const std::string& text);
+    void addThose(std::string_view parameter, const std::string& text, bool isXml);
     void sort();
     static Hidden hideThose(const std::string& text, std::string_view parameter);
     std::vector<std::string> hiddenIn(const std::string& original,

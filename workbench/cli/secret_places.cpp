@@ -14,7 +14,7 @@ namespace {
 using Places = std::vector<SecretPlace>;
 
 Places whole(const std::string& text) {
-    return {{0, text.size(), {text}}};
+    return {{0, text.size(), {text}, {}}};
 }
 
 /// The user and the password before the host, which begins at `host`.
@@ -23,7 +23,7 @@ Places inHost(const std::string& address, std::size_t host) {
     const auto at = address.rfind('@', end);
     if (at == std::string::npos || at < host) return {};
     const std::string user = address.substr(host, at - host);
-    return {{host, user.size(), {user, user.substr(user.find(':') + 1)}}};
+    return {{host, user.size(), {user, user.substr(user.find(':') + 1)}, {}}};
 }
 
 Places inAddress(const std::string& address) {
@@ -60,7 +60,7 @@ Places inList(const intake::ConnectionProperty& property, std::size_t begin) {
             each.begin += begin + value;
         return places;
     }
-    SecretPlace all{begin, property.written.size(), {}};
+    SecretPlace all{begin, property.written.size(), {}, {}};
     for (const SecretPlace& each : places)
         all.forms.insert(all.forms.end(), each.forms.begin(), each.forms.end());
     return all.forms.empty() ? Places() : Places{all};
@@ -78,7 +78,7 @@ Places inProperties(const std::string& text, Parse parse) {
             const bool isList = intake::equalIgnoringCase(each.key, "Extended Properties") &&
                                 each.value.find('=') != std::string::npos;
             if (isSecretKey(each.key))
-                places.push_back({at, each.written.size(), {each.value, each.written}});
+                places.push_back({at, each.written.size(), {each.value, each.written}, {}});
             const Places inner = isList ? inList(each, at) : Places();
             places.insert(places.end(), inner.begin(), inner.end());
             at += each.written.size();
@@ -93,12 +93,11 @@ Places inConnection(const std::string& text) {
     return inProperties(text, ConnectionString::parse);
 }
 
-/// The value of a header, which XML sends up to a further colon only.
 SecretPlace inHeader(const std::string& value, std::size_t begin) {
     const auto colon = std::min(value.find(':'), value.size());
     const bool isAddress = value.compare(colon, 3, "://") == 0;
     const auto first = intake::trimmed(std::string_view(value).substr(0, colon), " \t");
-    return {begin, value.size(), {value, isAddress ? "" : std::string(first)}};
+    return {begin, value.size(), {value}, isAddress ? "" : std::string(first)};
 }
 
 Places inHeaders(const std::string& text) {

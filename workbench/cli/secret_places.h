@@ -12,6 +12,7 @@ struct SecretPlace {
     std::size_t begin = 0;
     std::size_t length = 0;
     std::vector<std::string> forms;  // in which it may stand in other texts
+    std::string inXml;               // that of a header as XML sends it: up to a further colon
 };
 
 /// The secrets in the text of a parameter, of any length, in their order: passwords, the user in an

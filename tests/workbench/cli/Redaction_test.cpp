@@ -75,12 +75,22 @@ TEST(Redaction, TakesSecretsOutOfATextOnWish) {
 
 TEST(Redaction, HidesHeadersAsTheyWereTypedAsTheyArriveAndAsXmlSendsThem) {
     probe::Settings settings;
+    settings.queryMode = probe::QueryType::Xml;
     settings.customHeaders = "A: xyz";
     settings.typed = {{"customHeaders", "A: x\\yz|w\nB: one : two\nReferer: http://host/a"}};
     const Redaction redact(settings);
     for (const char* const part : {"x\\yz|w", "xyz", "one : two", "one", "http://host/a"})
         EXPECT_EQ(redact(part), "••••") << part;
     EXPECT_EQ(redact("http://other/"), "http://other/");
+}
+
+TEST(Redaction, LeavesAnAddressWhoseHostIsInAHeaderThatIsSentWhole) {
+    probe::Settings settings;
+    settings.queryMode = probe::QueryType::Json;
+    settings.customHeaders = "Host: localhost:8080";
+    const Redaction redact(settings);
+    EXPECT_EQ(redact.shown("http://localhost/data.json", "filename"), "http://localhost/data.json");
+    EXPECT_EQ(redact("Host: localhost:8080"), "Host: ••••");
 }
 
 TEST(Redaction, HidesWhatHasItsPlaceInAParameterHoweverShort) {
