@@ -11,6 +11,9 @@ namespace {
 // Shorter ones would hide half of every text, and are none.
 constexpr std::size_t shortestSecret = 3;
 
+// Shorter ones may stand in a setting by chance, which would load something else without them.
+constexpr std::size_t shortestInSettings = 8;
+
 /// Long texts are cut, with an ellipsis, and with them the secrets in them.
 void hideCut(std::string_view secret, std::string& text) {
     constexpr std::string_view ellipsis = "…";
@@ -59,22 +62,29 @@ Redaction::Redaction(const probe::Settings& settings) {
 
 void Redaction::addThose(std::string_view parameter, const std::string& text, bool isXml) {
     for (const SecretPlace& place : secretPlaces(parameter, text)) {
-        for (const std::string& form : place.forms)
+        for (const std::string& form : place.forms) {
             if (form.size() >= shortestSecret) secrets_.push_back(form);
+            const bool isPassword = parameter != "customHeaders";
+            if (isPassword && form.size() >= shortestInSettings) passwords_.push_back(form);
+        }
         if (isXml && place.inXml.size() >= shortestSecret) secrets_.push_back(place.inXml);
     }
 }
 
 void Redaction::sort() {
-    std::sort(secrets_.begin(), secrets_.end(), [](const auto& a, const auto& b) {
-        return a.size() != b.size() ? a.size() > b.size() : a < b;
-    });
-    secrets_.erase(std::unique(secrets_.begin(), secrets_.end()), secrets_.end());
+    for (auto* const each : {&secrets_, &passwords_}) {
+        std::sort(each->begin(), each->end(), [](const auto& a, const auto& b) {
+            return a.size() != b.size() ? a.size() > b.size() : a < b;
+        });
+        each->erase(std::unique(each->begin(), each->end()), each->end());
+    }
 }
 
 void Redaction::include(const std::vector<const Redaction*>& others) {
-    for (const Redaction* const other : others)
+    for (const Redaction* const other : others) {
         secrets_.insert(secrets_.end(), other->secrets_.begin(), other->secrets_.end());
+        passwords_.insert(passwords_.end(), other->passwords_.begin(), other->passwords_.end());
+    }
     sort();
 }
 
@@ -98,7 +108,7 @@ std::string Redaction::without(std::string text, std::string_view parameter) con
         text.erase(place->begin, place->length);
         if (text[place->begin] == '@') text.erase(place->begin, 1);
     }
-    for (const std::string& secret : secrets_) {
+    for (const std::string& secret : parameter.empty() ? secrets_ : passwords_) {
         for (auto at = text.find(secret); at != std::string::npos; at = text.find(secret, at)) {
             text.erase(at, secret.size());
             const bool wasUser =

@@ -27,8 +27,9 @@ public:
     /// The text of a parameter: hidden is also each secret that has its place in it, however short.
     std::string shown(const std::string& text, std::string_view parameter) const;
 
-    /// The text with nothing in the place of each secret; of a parameter also of those that have
-    /// their place in it.
+    /// The text with nothing in the place of each secret. The text of a parameter is a setting: out
+    /// of it are taken those that have their place in it, however short, and of others only
+    /// passwords that are too long to stand in it by chance.
     std::string without(std::string text, std::string_view parameter = "") const;
 
     /// Hides the secrets of another one too, or of others.
@@ -54,7 +55,8 @@ private:
     std::vector<std::string> hiddenIn(const std::string& original,
                                       std::string_view parameter) const;
 
-    std::vector<std::string> secrets_;  // the longest first
+    std::vector<std::string> secrets_;    // the longest first
+    std::vector<std::string> passwords_;  // and users; those of them that settings are without
 };
 
 }  // namespace workbench
