@@ -186,7 +186,7 @@ void Explanation::rewrite(const std::function<std::string(std::string)>& rewritt
 
 void Explanation::hide(const Redaction& redact) {
     rewrite(redact);
-    ladder.exchange.request = redact(ladder.exchange.request);
+    ladder.exchange.request = redact.shownRequest(ladder.exchange.request);
     ladder.exchange.answer = redact(ladder.exchange.answer);
     if (!confirmed) return;
     for (auto& setting : confirmed->remedy.proposal)

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "formats/text/ascii.h"
+#include "formats/text/trim.h"
 #include "workbench/cli/secret_places.h"
 
 namespace workbench {
@@ -61,6 +63,8 @@ Redaction::Redaction(const probe::Settings& settings) {
 }
 
 void Redaction::addThose(std::string_view parameter, const std::string& text, bool isXml) {
+    const auto names = parameter == "customHeaders" ? headerNames(text) : Texts();
+    headers_.insert(headers_.end(), names.begin(), names.end());
     for (const SecretPlace& place : secretPlaces(parameter, text)) {
         for (const std::string& form : place.forms) {
             if (form.size() >= shortestSecret) secrets_.push_back(form);
@@ -72,7 +76,7 @@ void Redaction::addThose(std::string_view parameter, const std::string& text, bo
 }
 
 void Redaction::sort() {
-    for (auto* const each : {&secrets_, &passwords_}) {
+    for (Texts* const each : {&secrets_, &passwords_, &headers_}) {
         std::sort(each->begin(), each->end(), [](const auto& a, const auto& b) {
             return a.size() != b.size() ? a.size() > b.size() : a < b;
         });
@@ -84,6 +88,7 @@ void Redaction::include(const std::vector<const Redaction*>& others) {
     for (const Redaction* const other : others) {
         secrets_.insert(secrets_.end(), other->secrets_.begin(), other->secrets_.end());
         passwords_.insert(passwords_.end(), other->passwords_.begin(), other->passwords_.end());
+        headers_.insert(headers_.end(), other->headers_.begin(), other->headers_.end());
     }
     sort();
 }
@@ -96,6 +101,25 @@ std::string Redaction::operator()(std::string text) const {
         hideCut(secret, text);
     }
     return text;
+}
+
+std::string Redaction::shownRequest(std::string head) const {
+    for (std::size_t begin = 0; begin < head.size();) {
+        const auto colon = head.find(':', begin);
+        auto end = std::min(head.find('\n', begin), head.size());
+        if (colon < end && isHeader(std::string_view(head).substr(begin, colon - begin))) {
+            head.replace(colon + 1, end - colon - 1, " " + std::string(hiddenText));
+            end = colon + 2 + hiddenText.size();
+        }
+        begin = end + 1;
+    }
+    return (*this)(std::move(head));
+}
+
+bool Redaction::isHeader(std::string_view name) const {
+    return std::any_of(headers_.begin(), headers_.end(), [name](const std::string& each) {
+        return intake::equalIgnoringCase(each, intake::trimmed(name, " \t"));
+    });
 }
 
 std::string Redaction::shown(const std::string& text, std::string_view parameter) const {
@@ -131,8 +155,8 @@ Redaction::Hidden Redaction::hideThose(const std::string& text, std::string_view
 }
 
 /// What is hidden in a text, in the order in which it stands there.
-std::vector<std::string> Redaction::hiddenIn(const std::string& original,
-                                             std::string_view parameter) const {
+Redaction::Texts Redaction::hiddenIn(const std::string& original,
+                                     std::string_view parameter) const {
     auto [text, hidden] = hideThose(original, parameter);
     for (const std::string& secret : secrets_) {
         for (auto at = text.find(secret); at != std::string::npos;

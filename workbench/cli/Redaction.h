@@ -21,6 +21,9 @@ public:
     /// The text with dots in the place of each secret.
     std::string operator()(std::string text) const;
 
+    /// The head of a request, of which each header of the instance is hidden, however short.
+    std::string shownRequest(std::string head) const;
+
     /// Whether there is a secret in the text.
     bool hides(const std::string& text) const { return (*this)(text) != text; }
 
@@ -43,20 +46,23 @@ public:
                                         std::string_view parameter = "") const;
 
 private:
+    using Texts = std::vector<std::string>;
+
     /// A text whose secrets are hidden, and these in their order.
     struct Hidden {
         std::string text;
-        std::vector<std::string> secrets;
+        Texts secrets;
     };
 
     void addThose(std::string_view parameter, const std::string& text, bool isXml);
     void sort();
+    bool isHeader(std::string_view name) const;
     static Hidden hideThose(const std::string& text, std::string_view parameter);
-    std::vector<std::string> hiddenIn(const std::string& original,
-                                      std::string_view parameter) const;
+    Texts hiddenIn(const std::string& original, std::string_view parameter) const;
 
-    std::vector<std::string> secrets_;    // the longest first
-    std::vector<std::string> passwords_;  // and users; those of them that settings are without
+    Texts secrets_;    // the longest first
+    Texts passwords_;  // and users; those of them that settings are without
+    Texts headers_;    // the names of those whose values are secrets
 };
 
 }  // namespace workbench

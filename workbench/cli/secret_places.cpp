@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "formats/connection/connection_string.h"
 #include "formats/text/ascii.h"
@@ -100,18 +101,31 @@ SecretPlace inHeader(const std::string& value, std::size_t begin) {
     return {begin, value.size(), {value}, isAddress ? "" : std::string(first)};
 }
 
-Places inHeaders(const std::string& text) {
-    Places places;
+struct HeaderLine {
+    std::string name;
+    std::string value;
+    std::size_t begin = 0;  // of the value
+};
+
+std::vector<HeaderLine> headerLines(std::string_view text) {
+    std::vector<HeaderLine> lines;
     for (std::size_t start = 0; start < text.size();) {
         const auto end = std::min(text.find_first_of("\r\n", start), text.size());
         const auto colon = text.find(':', start);
         if (colon < end) {
-            const auto rest = std::string_view(text).substr(0, end).substr(colon + 1);
-            const std::string value(intake::trimmed(rest, " \t"));
-            places.push_back(inHeader(value, text.find(value, colon + 1)));
+            const auto name = intake::trimmed(text.substr(start, colon - start), " \t");
+            const auto value = intake::trimmed(text.substr(0, end).substr(colon + 1), " \t");
+            lines.push_back({std::string(name), std::string(value), text.find(value, colon + 1)});
         }
         start = end + 1;
     }
+    return lines;
+}
+
+Places inHeaders(const std::string& text) {
+    Places places;
+    for (const HeaderLine& line : headerLines(text))
+        places.push_back(inHeader(line.value, line.begin));
     return places;
 }
 
@@ -133,6 +147,13 @@ std::vector<SecretPlace> secretPlaces(std::string_view parameter, const std::str
     Places places = row->placesIn(text);
     std::erase_if(places, [](const SecretPlace& each) { return each.length == 0; });
     return places;
+}
+
+std::vector<std::string> headerNames(std::string_view text) {
+    std::vector<std::string> names;
+    for (HeaderLine& line : headerLines(text))
+        names.push_back(std::move(line.name));
+    return names;
 }
 
 }  // namespace workbench

@@ -20,4 +20,7 @@ struct SecretPlace {
 /// parameters.
 std::vector<SecretPlace> secretPlaces(std::string_view parameter, const std::string& text);
 
+/// The names of the headers in a text of lines, as they stand there.
+std::vector<std::string> headerNames(std::string_view text);
+
 }  // namespace workbench

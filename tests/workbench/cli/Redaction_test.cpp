@@ -114,6 +114,18 @@ TEST(Redaction, TakesALongPasswordOutOfEverySetting) {
               "http://h/?a=&b=");
 }
 
+TEST(Redaction, HidesTheHeadersOfARequestHoweverShort) {
+    probe::Settings settings;
+    settings.customHeaders = "X-Pin: 42\nX-None:";
+    Redaction redact(settings);
+    const std::string sent = "GET /42 HTTP/1.1\nAccept: a\nx-pin: 42\nX-Pin:\nX-Two: 1\n";
+    EXPECT_EQ(redact.shownRequest(sent),
+              "GET /42 HTTP/1.1\nAccept: a\nx-pin: ••••\nX-Pin: ••••\nX-Two: 1\n");
+    settings.customHeaders = "X-Two: 1";
+    redact.include(Redaction(settings));
+    EXPECT_EQ(redact.shownRequest("X-Pin: 42\nX-Two: 1"), "X-Pin: ••••\nX-Two: ••••");
+}
+
 TEST(Redaction, HidesWhatHasItsPlaceInAParameterHoweverShort) {
     const Redaction redact{probe::Settings{}};
     EXPECT_EQ(redact.shown("me:pw@127.0.0.1:1", "proxyUrl"), "••••@127.0.0.1:1");

@@ -348,6 +348,16 @@ http://SERVER/clubs: no records, # s
 )");
 }
 
+TEST_F(ExplainedXmlUrl, AHeaderOfTwoCharactersIsHiddenInTheRequest) {
+    ScriptedServer server(always(reply("200 OK", "<r><i/></r>")));
+    const ChildResult result = explain(
+        {"queryMode=XML", "filename=" + server.url("/"), "table=T", "xpath=/r/i", "mode=DataArray",
+         "useCustomHeaders=1", "customHeaders=X-Pin: 42\nAuthorization: 7\nCookie: 8"},
+        {"--out", "json"});
+    for (const char* const line : {"X-Pin: ••••", "Authorization: ••••", "Cookie: ••••"})
+        EXPECT_NE(result.out.find(line), std::string::npos) << result.out;
+}
+
 TEST_F(ExplainedXmlUrl, AHeaderThatIsCutAtAColonIsHiddenInTheRequest) {
     ScriptedServer server(always(reply("200 OK", "<r><i/></r>")));
     const ChildResult result = explain(
