@@ -83,12 +83,14 @@ http://SERVER/clubs answers with status 401. It asks for a login, and none is se
 }
 
 TEST_F(ExploredSource, AUrlIsListedWithItsStatus) {
-    intake::ScriptedServer server(
-        [](const std::string&) { return intake::reply("404 Not Found", R"([{"id": 1}])"); });
-    expectExplored({server.url("/clubs")}, R"(
-http://SERVER/clubs is JSON, with status 404, 11 bytes
+    for (const std::string status : {"404 Not Found", "403 Forbidden"}) {
+        intake::ScriptedServer server(
+            [&](const std::string&) { return intake::reply(status, R"([{"id": 1}])"); });
+        expectExplored({server.url("/clubs")}, "\nhttp://SERVER/clubs is JSON, with status " +
+                                                   status.substr(0, 3) + R"(, 11 bytes
 records  name  kind     first value  select it by
       1  *     objects               --set 'xpath=*'
       1    id  numbers  1            --set 'xpath=*/id'
 )");
+    }
 }
