@@ -124,9 +124,14 @@ TEST_F(ServedEdit, RefusesBodiesThatAreNoEdit) {
 }
 
 TEST_F(ServedEdit, TellsPagesOfAnEdit) {
+    const std::string type = R"("type": "instances")";
     const auto events = openEvents("0");
+    events->readTo(type);  // all of them, as they were at the start
     patch("/api/v1/instances/table", R"({"revision": 1, "set": {"xpath": "one"}})");
-    EXPECT_NE(events->readTo("\"revision\": 2").find(R"("type": "instances")"), std::string::npos);
+    events->readTo(type);
+    const std::string told = events->readTo("}");
+    EXPECT_NE(told.find(R"("name": "table")"), std::string::npos) << told;
+    EXPECT_NE(told.find(R"("revision": 2)"), std::string::npos) << told;
 }
 
 TEST_F(ServedEdit, HidesSecretsAndKeepsThem) {
