@@ -97,13 +97,29 @@ export async function holdBack(page, address, method = "GET") {
   };
 }
 
-/** What the server tells the page from here on can be kept from it, and the connection broken. */
+/** Holds an answer back that the server has given already; gives what waits for it and lets it go. */
+export async function holdAnswer(page, address) {
+  let letGo;
+  const isLetGo = new Promise((resolve) => (letGo = resolve));
+  let hold;
+  const isHeld = new Promise((resolve) => (hold = resolve));
+  await page.route(address, async (route) => {
+    const response = await route.fetch();
+    hold();
+    await isLetGo;
+    await route.fulfill({ response });
+  });
+  return { isHeld, letGo };
+}
+
+/** What the server tells the page from here on can be kept from it or added, and the connection broken. */
 export async function interceptEvents(page) {
-  const events = { isSilent: false, break: undefined };
+  const events = { isSilent: false, break: undefined, tell: undefined };
   await page.routeWebSocket(/\/events/, (socket) => {
     const server = socket.connectToServer();
     server.onMessage((text) => events.isSilent || socket.send(text));
     events.break = () => socket.close();
+    events.tell = (event) => socket.send(JSON.stringify(event));
   });
   await page.reload();
   await waitFor(() => events.break, (known) => known !== undefined);

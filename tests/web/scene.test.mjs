@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFile, truncate } from "node:fs/promises";
 import { join } from "node:path";
 import { test } from "node:test";
-import { button, field, holdBack, interceptEvents, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
+import { button, field, holdAnswer, holdBack, interceptEvents, seriousFaults, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -78,6 +78,25 @@ test("an instance is neither renamed nor deleted before a change of another tab 
     await waitFor(() => names(page), isDone);
     assert.equal(await refusal.innerText(), "");
   }
+});
+
+test("an instance that is gone does not come back with an answer that is older", async () => {
+  const page = await openScene([instance("list", "list.json"), instance("more", "list.json")]);
+  const events = await interceptEvents(page);
+  await waitFor(() => names(page), (all) => all.length === 2);
+  events.isSilent = true;
+  await here.served.set("list", { numRows: "1" });
+  const answer = await holdAnswer(page, /\/api\/v1\/instances$/);
+  await rowOf(page, "list").locator('button:text-is("Delete")').click();
+  await page.click('button:text-is("Delete list")');
+  await answer.isHeld;
+  events.isSilent = false;
+  await here.served.removeInstance("more");
+  await waitFor(() => names(page), (all) => all.join() === "list");
+  answer.letGo();
+  const refusal = page.locator('section[aria-label="Instances"] [role="status"]');
+  await waitFor(() => refusal.innerText(), (text) => text === "The instance has been changed meanwhile.");
+  assert.deepEqual(await names(page), ["list"]);
 });
 
 test("a name that is taken is refused in words", async () => {

@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import http from "node:http";
 import { once } from "node:events";
 import { test } from "node:test";
-import { button, rowOf, useBrowser, waitFor, waitForRow } from "./browser.mjs";
+import { button, holdAnswer, interceptEvents, rowOf, useBrowser, waitFor, waitForRow } from "./browser.mjs";
 import { instance, live, rows } from "./served.mjs";
 
 const here = useBrowser();
@@ -227,4 +227,24 @@ test("the page tells the version of the program that serves it", async () => {
   const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(1) });
   await waitFor(() => page.innerText(".version"), (text) => /\d/.test(text));
   assert.equal(await page.innerText(".version"), (await here.served.run("--version")).trim());
+});
+
+test("what an event told stays when all that was read before arrives", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+  const events = await interceptEvents(page);
+  await button(page, "list", "Load").click();
+  const target = () => page.innerText("tbody .target");
+  await waitFor(target, (text) => text.includes("list"));
+  const answer = await holdAnswer(page, /\/api\/v1\/instances$/);
+  events.tell({ seq: 0, type: "resync" });
+  await answer.isHeld;
+  const sceneIsRead = () => page.waitForResponse(/\/api\/v1\/scene$/);
+  const isEditTold = sceneIsRead();
+  await here.served.set("list", { table: "Other" });
+  await isEditTold;
+  await waitFor(target, (text) => text.includes("Other"));
+  const isReadOut = sceneIsRead(); // it is read last
+  answer.letGo();
+  await isReadOut;
+  assert.match(await target(), /Other/);
 });

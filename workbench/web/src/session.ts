@@ -36,10 +36,16 @@ function pageIdOf({ name, id }: Instance, isFurther: boolean): number {
   return isSame ? known.pageId : ++lastPageId;
 }
 
+/** What an event has told of the same instance since the state was read. */
+function newerThan({ id, name, revision }: Instance): Seen | undefined {
+  return seen.peek().find((each) => each.id === id && each.name === name && each.revision > revision);
+}
+
 /** `isFurther`: those of a server that was started again. */
 function note(states: Instance[], isAll: boolean, isFurther = false): void {
   const at = Date.now();
-  const fresh = new Map(states.map((state) => [state.name, { ...state, at, pageId: pageIdOf(state, isFurther) }]));
+  const taken = (state: Instance): Seen => ({ ...state, at, pageId: pageIdOf(state, isFurther) });
+  const fresh = new Map(states.map((state) => [state.name, (isFurther ? undefined : newerThan(state)) ?? taken(state)]));
   const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
   const known = new Set(kept.map((each) => each.name));
   seen.value = [...kept, ...[...fresh.values()].filter((each) => !known.has(each.name))];
@@ -50,8 +56,7 @@ async function readAll(): Promise<void> {
   fileName.value = about.scene;
   version.value = about.version;
   last = about.seq;
-  const states = await api.instances();
-  const { loads } = await api.loads();
+  const [states, { loads }] = await Promise.all([api.instances(), api.loads()]);
   batch(() => {
     const isFurther = started !== about.started;
     note(states, true, isFurther);
@@ -62,11 +67,12 @@ async function readAll(): Promise<void> {
   await readScene().catch(tell);
 }
 
-/** Whose settings have been changed since the last event, when a refusal says that some have. */
+/** Whose settings have been changed since the last event, when a refusal says that some have. One that is not known
+    may be gone since they were asked for. */
 export async function catchUp(): Promise<void> {
   const states = await api.instances();
   const known = new Map(seen.peek().map(({ name, revision }) => [name, revision]));
-  note(states.filter(({ name, revision }) => revision > (known.get(name) ?? 0)), false);
+  note(states.filter(({ name, revision }) => revision > (known.get(name) ?? Infinity)), false);
 }
 
 function tell(fault: unknown): void {
