@@ -76,7 +76,7 @@ test("an instance is neither renamed nor deleted before a change of another tab 
     events.isSilent = false;
     await act();
     await waitFor(() => names(page), isDone);
-    assert.equal(await refusal.innerText(), "");
+    await waitFor(() => refusal.innerText(), (text) => text === "");
   }
 });
 
