@@ -401,6 +401,7 @@ test("what is typed is kept when a server was started again that has the instanc
   await startAgain();
   await waitFor(() => field(page, "table").inputValue(), (table) => table === "Other");
   assert.equal(await field(page, "key").inputValue(), "typed");
+  await waitFor(() => field(page, "key").isEnabled(), (isEnabled) => isEnabled);
   await field(page, "key").press("Enter");
   await page.waitForSelector(".contest >> text=It is empty now.");
   assert.equal((await here.served.get("/instances/list")).values.key, "");
