@@ -171,6 +171,9 @@ SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile
 }
 
 void SceneRoutes::lock(const Call& call) {
+    if (isUnclearIn(call.request.body, "locked"))
+        return call.reply(
+            refused(400, "The request does not say whether to lock: {\"locked\": true}."));
     const auto turn = [this, reply = call.reply, isLocked = isSetIn(call.request.body, "locked")] {
         scene_.lock(isLocked);
         answer(reply);
@@ -180,6 +183,8 @@ void SceneRoutes::lock(const Call& call) {
 
 void SceneRoutes::save(const Call& call) {
     const std::string& body = call.request.body;
+    if (isToldIn(body, "withoutSecrets") && isUnclearIn(body, "withoutSecrets"))
+        return call.reply(refused(400, "withoutSecrets is neither true nor false."));
     const Wish wish{textIn(body, "file"), textIn(body, "stamp"), isSetIn(body, "held"),
                     isSetIn(body, "withoutSecrets")};
     served_.addJob(WaitsFor::Disk, call.reply,

@@ -68,4 +68,13 @@ bool isSetIn(const std::string& body, const char* name) {
     return memberOf(body, name, JsonDocument::Type::BOOL) == "true";
 }
 
+bool isUnclearIn(const std::string& body, const char* name) {
+    return memberOf(body, name, JsonDocument::Type::BOOL).empty();
+}
+
+bool isToldIn(const std::string& body, const char* name) {
+    const auto document = parsedJson(body);
+    return document && document->find(JsonDocument::ROOT, name) != JsonDocument::NONE;
+}
+
 }  // namespace workbench

@@ -26,4 +26,10 @@ std::string textIn(const std::string& body, const char* name);
 /// Whether the member of that name is true.
 bool isSetIn(const std::string& body, const char* name);
 
+/// Whether the member of that name is neither true nor false; one that is not there is neither.
+bool isUnclearIn(const std::string& body, const char* name);
+
+/// Whether the body has a member of that name.
+bool isToldIn(const std::string& body, const char* name);
+
 }  // namespace workbench

@@ -53,6 +53,14 @@ TEST_F(ServedLock, KeepsEditsBackAsADraft) {
     EXPECT_STREQ(discarded["values"]["xpath"].GetString(), "rows");
 }
 
+TEST_F(ServedLock, StaysWhereARequestDoesNotSay) {
+    lock(true);
+    for (const char* const unclear :
+         {"{}", "garbage", R"({"lokced": true})", R"({"locked": "no"})"})
+        EXPECT_EQ(post("/api/v1/lock", unclear).status, 400) << unclear;
+    EXPECT_TRUE(json(get("/api/v1/scene"))["locked"].GetBool());
+}
+
 TEST_F(ServedLock, LetsALiveInstanceLoadAsItWas) {
     lock(true);
     set(R"({"filename": "absent.json"})");

@@ -154,6 +154,14 @@ TEST_F(ServedScene, LeavesSecretsOutOnWish) {
     EXPECT_STREQ(scene()["file"].GetString(), "copy.json");
 }
 
+TEST_F(ServedScene, WritesNothingWhereItIsUnclearWhetherSecretsAreLeftOut) {
+    for (const char* const unclear : {"\"yes\"", "1", "null"}) {
+        const std::string member = std::string(R"(, "withoutSecrets": )") + unclear;
+        EXPECT_EQ(save(R"(, "file": "copy.json")" + member).status, 400) << unclear;
+    }
+    EXPECT_EQ(fileText("copy.json"), "");
+}
+
 TEST_F(ServedScene, LeavesOutSecretsThatAreEscapedOrShort) {
     EXPECT_EQ(set("secret", R"({"proxyUrl": "me:s3cret@127.0.0.1:1",
         "customHeaders": "X-Key: top\\s3cretA\nX-Two: first|s3cret\nX-Pin: 42",
