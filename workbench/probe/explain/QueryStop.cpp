@@ -125,14 +125,25 @@ std::string QueryStop::causeOf(const QueryWord& word, const std::vector<std::str
            listOf(there) + ".";
 }
 
+/// Those that may have been meant, the likeliest first. Any table may be; but a column that is
+/// named otherwise would bring wrong values.
+std::vector<std::string> QueryStop::meantBy(const QueryWord& word,
+                                            const std::vector<std::string>& there) const {
+    constexpr std::size_t most = 4;
+    std::vector<std::string> names{nearName(word.text, there)};
+    const std::string folded = intake::foldCase(word.text);
+    for (const std::string& name : there) {
+        const bool isMeant =
+            isTable(word) || intake::foldCase(name).find(folded) != std::string::npos;
+        if (isMeant && names.size() <= most) names.push_back(name);
+    }
+    return names;
+}
+
 /// The query with the name replaced by those that may have been meant.
 void QueryStop::proposeMended(const QueryWord& word, const std::vector<std::string>& there,
                               Ladder& ladder) const {
-    constexpr std::size_t most = 4;
-    std::vector<std::string> candidates{nearName(word.text, there)};
-    candidates.insert(candidates.end(), there.begin(),
-                      there.begin() + static_cast<std::ptrdiff_t>(std::min(most, there.size())));
-    for (const std::string& name : candidates) {
+    for (const std::string& name : meantBy(word, there)) {
         if (name.empty()) continue;
         const auto table = std::find_if(tables_.begin(), tables_.end(),
                                         [&](const TableEntry& each) { return each.name == name; });

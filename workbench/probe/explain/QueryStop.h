@@ -21,6 +21,8 @@ private:
     std::string causeOf(const QueryWord& word, const std::vector<std::string>& there) const;
     std::vector<std::string> namesFor(const QueryWord& word) const;
     std::vector<std::string> columnsOfTables() const;
+    std::vector<std::string> meantBy(const QueryWord& word,
+                                     const std::vector<std::string>& there) const;
     void proposeMended(const QueryWord& word, const std::vector<std::string>& there,
                        Ladder& ladder) const;
 

@@ -91,6 +91,20 @@ league.db: not loaded, # s
 )");
 }
 
+TEST_F(ExplainedDatabase, NoColumnOfAnotherMeaningIsProposed) {
+    expectExplained(of("SELECT code, wage FROM team"), R"(
+league.db: not loaded, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection SELECT code, wage FROM team
+                           ^^^^ No such column: wage. The tables of the query have: code, name, points.
+              Correct "SQL Query" (query).
+  – key, rows, script, store: not reached
+)");
+}
+
 TEST_F(ExplainedDatabase, AKeyThatIsNoColumnIsTold) {
     expectExplained(of("SELECT name, points FROM team"), R"(
 league.db: no records, # s
