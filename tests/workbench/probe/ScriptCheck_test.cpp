@@ -48,6 +48,14 @@ TEST(ScriptCheck, FindsValuesThatEndTheirFrame) {
     EXPECT_EQ(stateOfValue(single, "a\"\";b"), State::Warning);
 }
 
+TEST(ScriptCheck, FindsTextsWhoseFirstSignEndsDoubledQuotes) {
+    for (const char* text : {",a", ";a", "}a", ";};};Score=9;T[9]={{a="}) {
+        EXPECT_EQ(stateOfValue(doubled, text), State::Warning) << text;
+        EXPECT_EQ(stateOfValue(single, text), State::Ok) << text;
+    }
+    EXPECT_EQ(stateOfValue(doubled, "a,;}"), State::Ok);
+}
+
 TEST(ScriptCheck, FindsNamesThatAScriptCannotCarry) {
     for (const char* name : {"", "a=b", "a[0]", "{a"})
         EXPECT_EQ(stateOfName(name), State::Warning) << name;

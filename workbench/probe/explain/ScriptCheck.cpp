@@ -164,7 +164,12 @@ void ScriptCheck::key(std::string_view key) {
 }
 
 void ScriptCheck::value(std::string_view name, std::string_view value) {
-    if (value.find('"') == std::string_view::npos) return;
+    // Behind the doubled quotes of a frame a list goes on, a member ends, or a record does.
+    constexpr std::string_view startsThatEndAFrame = ",;}";
+    const bool mayEndItsFrame =
+        value.find('"') != std::string_view::npos ||
+        (!value.empty() && startsThatEndAFrame.find(value.front()) != std::string_view::npos);
+    if (!mayEndItsFrame) return;
     const Arrival arrival = arrivalOf(value, settings_);
     if (arrival.isWhole) return;
     Finding& finding = arrival.behind.empty() ? badValues_ : runningValues_;
