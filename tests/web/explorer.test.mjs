@@ -295,7 +295,7 @@ test("a source that does not answer holds up no other instance, and what was ask
     await waitFor(() => waiting, (count) => count > 2);
     await goTo(page, "list");
     await treeRow(page, "rows").waitFor();
-    await waitFor(() => ended.toSorted().join(), (all) => all === "dryrun,explain,explore");
+    await waitFor(() => [...ended].sort().join(), (all) => all === "dryrun,explain,explore");
     await waitFor(() => waiting, (count) => count === 0);
   } finally {
     silent.closeAllConnections();

@@ -47,7 +47,7 @@ test("instances are made, copied, renamed and deleted, and other tabs follow", a
   assert.ok((await names(page)).includes("list"));
   await page.click('button:text-is("Delete list")');
   await waitFor(() => names(page), (all) => !all.includes("list"));
-  await waitFor(() => names(tab), (all) => all.toSorted().join() === "list 2,renamed");
+  await waitFor(() => names(tab), (all) => [...all].sort().join() === "list 2,renamed");
 });
 
 test("an instance is neither renamed nor deleted before a change of another tab was seen", async () => {
