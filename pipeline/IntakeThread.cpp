@@ -11,6 +11,7 @@ namespace intake {
 namespace {
 
 constexpr std::chrono::milliseconds STOP_LIMIT{1000};
+constexpr size_t LARGE = 64 * 1024;  // bytes of an answer
 
 std::atomic<int32_t> liveWorkerCount = 0;
 
@@ -40,12 +41,17 @@ IntakeCommand takeAnswer(CircBuffer<IntakeCommand>& results) {
     return overflowed ? answer : std::move(answer);
 }
 
-/// An answer on the host's side, which its worker frees, however its delivery ends.
+/// An answer on the host's side. When it is large its worker frees it, however its delivery ends;
+/// waking the worker for a small one would take longer than to free it.
 class TakenAnswer {
 public:
     TakenAnswer(WorkerState& state, IntakeCommand&& answer)
         : state_(state), answer_(std::move(answer)) {}
-    ~TakenAnswer() { state_.discard(std::move(answer_)); }
+    ~TakenAnswer() {
+        if (answer_.text.capacity() + answer_.error.capacity() >= LARGE) {
+            state_.discard(std::move(answer_));
+        }
+    }
     TakenAnswer(const TakenAnswer&) = delete;
     TakenAnswer& operator=(const TakenAnswer&) = delete;
 

@@ -10,11 +10,13 @@ namespace intake {
 /// once.
 class Signal {
 public:
-    /// Any thread.
+    /// Any thread that keeps this object alive meanwhile.
     void raise() {
-        const std::lock_guard lock(mutex_);
-        isRaised_ = true;
-        condition_.notify_one();
+        {
+            const std::lock_guard lock(mutex_);
+            isRaised_ = true;
+        }
+        condition_.notify_one();  // who is woken would wait for the mutex else, and be woken twice
     }
 
     /// Waits until it is raised, and takes it down. One thread only.

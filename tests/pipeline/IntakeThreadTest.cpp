@@ -185,21 +185,31 @@ TEST_F(IntakeThreadTest, AWorkerWithoutRequestsSleepsUntilItIsPostedTo) {
     waitUntilAnswered("a");
     ASSERT_TRUE(hasSlept(2));
     ASSERT_TRUE(thread_->DeliverOneAnswer());
-    ASSERT_TRUE(hasSlept(3));
     post("b");
     waitUntilAnswered("b");
-    ASSERT_TRUE(hasSlept(4));
+    ASSERT_TRUE(hasSlept(3));
     EXPECT_EQ(platform_.clock.sleepsOf(std::chrono::milliseconds(20)), 2);
     ASSERT_TRUE(thread_->DeliverOneAnswer());
     EXPECT_EQ(client_->deliveries(), (Deliveries{"ok: a", "ok: b"}));
 }
 
-TEST_F(IntakeThreadTest, AWorkerIsWokenToFreeWhatWasDelivered) {
-    post("a");
+TEST_F(IntakeThreadTest, AWorkerIsWokenToFreeALargeAnswerThatWasDelivered) {
+    platform_.files.put("a", R"({"v":")" + std::string(100'000, 'x') + R"("})");
+    thread_->PostCommand(client_, load("a"));
     waitUntilAnswered("a");
     ASSERT_TRUE(hasSlept(2));
     ASSERT_TRUE(thread_->DeliverOneAnswer());
     EXPECT_TRUE(hasSlept(3));
+}
+
+TEST_F(IntakeThreadTest, AWorkerIsNotWokenForASmallAnswerThatWasDelivered) {
+    ASSERT_TRUE(hasSlept(1));
+    post("a");
+    waitUntilAnswered("a");
+    ASSERT_TRUE(hasSlept(2));
+    ASSERT_TRUE(thread_->DeliverOneAnswer());
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));  // in which it would have woken
+    EXPECT_EQ(platform_.clock.sleepsUntilSignals(), 2);
 }
 
 TEST_F(IntakeThreadTest, TheWorkerSleepsTwentyMillisecondsAfterEachAnswer) {
