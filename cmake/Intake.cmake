@@ -40,34 +40,28 @@ if(INTAKE_SANITIZE)
     add_link_options(-fsanitize=${INTAKE_SANITIZE})
 endif()
 
-# Reading the standard library is half of what it takes to compile a source. Where one compiled header
-# does it for all, a missing #include does not show; so some presets go without.
-if(INTAKE_COMPILED_HEADER)
-    set(source ${CMAKE_CURRENT_BINARY_DIR}/library_header.cpp)
-    file(CONFIGURE OUTPUT ${source} CONTENT "")
-    add_library(library_header OBJECT ${source})
-    target_link_libraries(library_header PRIVATE intake_options)
-    target_precompile_headers(library_header PRIVATE
-        <algorithm> <array> <atomic> <charconv> <chrono> <condition_variable> <fstream> <functional>
-        <map> <memory> <mutex> <optional> <set> <sstream> <string> <string_view> <thread>
-        <unordered_map> <utility> <variant> <vector>)
-endif()
+# Reading headers is most of what it takes to compile a source. So the sources of a target are compiled some at
+# a time where CMAKE_UNITY_BUILD says so, and those of tests always. Elsewhere a missing #include shows.
+# These sources of a folder are compiled by themselves all the same, since others define the same names.
+function(intake_compile_alone)
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
 
 # A library of ours: intake_add_library(name SOURCES ... LINKS ...)
 function(intake_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC intake_options ${ARG_LINKS})
-    if(INTAKE_COMPILED_HEADER)
-        target_precompile_headers(${name} REUSE_FROM library_header)
-    endif()
 endfunction()
 
-# How the tests' code is compiled, since building it costs far more than running it: not optimised,
-# and all with one compiled header, for which libraries are built with the flags of executables.
+# How the tests' code is compiled, since building it costs far more than running it: not optimised, some
+# sources at a time, and all with one compiled header, for which libraries are built with the flags of executables.
 function(intake_set_test_flags target)
     target_link_libraries(${target} PRIVATE intake_options GTest::gtest)
     target_compile_options(${target} PRIVATE $<IF:$<BOOL:${MSVC}>,/Od,-O0>)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+    # A test's class has no name outside of its source, which joining takes for a header.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     if(INTAKE_SANITIZE)
         # Undefined behaviour is looked for in what is tested; to look for it in the tests too would
         # double the time that they take to compile.

@@ -45,6 +45,9 @@ struct Remedy {
     Proposal proposal;
 };
 
+/// Of ways that are alike, as of names that may be meant.
+inline constexpr std::size_t mostProposals = 5;
+
 /// What was found of each stage of a load. Of several findings about one stage the worst holds, and
 /// of those that are alike the first.
 class Ladder {

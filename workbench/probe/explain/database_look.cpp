@@ -19,7 +19,6 @@ namespace probe {
 
 namespace {
 
-constexpr std::size_t mostProposals = 5;
 constexpr std::size_t mostKept = 1000;  // rows, by which other keys are judged
 
 struct Place {

@@ -22,8 +22,6 @@ namespace {
 using intake::html::Page;
 using intake::html::TableRows;
 
-constexpr std::size_t mostProposals = 5;
-
 class HtmlLook {
 public:
     HtmlLook(const Settings& settings, const Page& page, Ladder& ladder)

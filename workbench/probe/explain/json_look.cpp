@@ -22,8 +22,6 @@ using intake::JsonDocument;
 using Node = JsonDocument::Node;
 using Nodes = std::vector<Node>;
 
-constexpr std::size_t mostProposals = 5;
-
 /// A text with the zero byte behind it that the parser asks for.
 intake::ByteBuffer bufferOf(std::string_view body) {
     intake::ByteBuffer buffer;

@@ -25,8 +25,6 @@ using intake::CellKind;
 using intake::SheetTable;
 using intake::Workbook;
 
-constexpr std::size_t mostProposals = 5;
-
 /// What the script has for a cell: dates are not written.
 std::string textOf(const Cell& cell) {
     if (cell.kind == CellKind::TEXT) return std::string(cell.text);

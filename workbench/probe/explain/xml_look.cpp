@@ -22,8 +22,6 @@ namespace {
 
 using Nodes = std::vector<xmlNode*>;
 
-constexpr std::size_t mostProposals = 5;
-
 std::string textOf(const xmlNode* node) {
     std::string text;
     intake::appendNodeText(node, text);
