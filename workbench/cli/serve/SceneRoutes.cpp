@@ -171,24 +171,38 @@ SceneRoutes::Outcome SceneRoutes::take(const StoredScene& scene, const SceneFile
 }
 
 void SceneRoutes::lock(const Call& call) {
-    if (isUnclearIn(call.request.body, "locked"))
+    const auto body = objectIn(call.request.body);
+    const auto isLocked = body ? truthIn(*body, "locked") : std::nullopt;
+    if (!isLocked)
         return call.reply(
             refused(400, "The request does not say whether to lock: {\"locked\": true}."));
-    const auto turn = [this, reply = call.reply, isLocked = isSetIn(call.request.body, "locked")] {
-        scene_.lock(isLocked);
+    const auto turn = [this, reply = call.reply, isLocked] {
+        scene_.lock(*isLocked);
         answer(reply);
     };
     if (!served_.queue.post(turn)) call.reply(busy());
 }
 
+/// Nothing where it is unclear what is wished for.
+std::optional<SceneRoutes::Wish> SceneRoutes::wishIn(const std::string& text) {
+    const auto body = objectIn(text);
+    if (!body) return std::nullopt;
+    const auto name = textIn(*body, "file", ""), stamp = textIn(*body, "stamp", "");
+    const auto isHeld = truthIn(*body, "held", false);
+    const auto isWithoutSecrets = truthIn(*body, "withoutSecrets", false);
+    if (!name || !stamp || !isHeld || !isWithoutSecrets) return std::nullopt;
+    return Wish{*name, *stamp, *isHeld, *isWithoutSecrets};
+}
+
 void SceneRoutes::save(const Call& call) {
-    const std::string& body = call.request.body;
-    if (isToldIn(body, "withoutSecrets") && isUnclearIn(body, "withoutSecrets"))
-        return call.reply(refused(400, "withoutSecrets is neither true nor false."));
-    const Wish wish{textIn(body, "file"), textIn(body, "stamp"), isSetIn(body, "held"),
-                    isSetIn(body, "withoutSecrets")};
+    const auto wish = wishIn(call.request.body);
+    if (!wish)
+        return call.reply(
+            refused(400,
+                    "The request does not say how to save: {\"file\": \"shows/b.json\", "
+                    "\"withoutSecrets\": true}."));
     served_.addJob(WaitsFor::Disk, call.reply,
-                   [this, wish](const std::stop_token& stop) { return saved(wish, stop); });
+                   [this, wish](const std::stop_token& stop) { return saved(*wish, stop); });
 }
 
 /// Empty where a scene may not be.

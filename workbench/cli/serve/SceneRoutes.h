@@ -39,6 +39,8 @@ private:
         bool isWithoutSecrets = false;
     };
 
+    static std::optional<Wish> wishIn(const std::string& text);
+
     void tell(const Call& call);
     void tellFiles(const Call& call);
     void open(const Call& call);

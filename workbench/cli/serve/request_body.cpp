@@ -26,14 +26,6 @@ std::optional<std::uint64_t> revisionOf(const JsonDocument& document) {
     return isWhole ? std::optional(revision) : std::nullopt;
 }
 
-std::string memberOf(const std::string& body, const char* name, JsonDocument::Type type) {
-    const auto document = parsedJson(body);
-    if (!document) return "";
-    const auto member = document->find(JsonDocument::ROOT, name);
-    const bool fits = member != JsonDocument::NONE && document->type(member) == type;
-    return fits ? std::string(document->asString(member)) : "";
-}
-
 }  // namespace
 
 std::optional<EditRequest> editRequestIn(const std::string& body) {
@@ -60,21 +52,37 @@ std::optional<std::uint64_t> revisionIn(const std::string& body) {
     return document ? revisionOf(*document) : std::nullopt;
 }
 
+std::optional<JsonDocument> objectIn(const std::string& body) {
+    auto document = parsedJson(body);
+    const bool isObject =
+        document && document->type(JsonDocument::ROOT) == JsonDocument::Type::OBJECT;
+    return isObject ? std::move(document) : std::nullopt;
+}
+
+std::optional<std::string> textIn(const JsonDocument& document, const char* name,
+                                  std::optional<std::string> absent) {
+    const auto member = document.find(JsonDocument::ROOT, name);
+    if (member == JsonDocument::NONE) return absent;
+    if (document.type(member) != JsonDocument::Type::STRING) return std::nullopt;
+    return std::string(document.asString(member));
+}
+
+std::optional<bool> truthIn(const JsonDocument& document, const char* name,
+                            std::optional<bool> absent) {
+    const auto member = document.find(JsonDocument::ROOT, name);
+    if (member == JsonDocument::NONE) return absent;
+    if (document.type(member) != JsonDocument::Type::BOOL) return std::nullopt;
+    return document.asBool(member);
+}
+
 std::string textIn(const std::string& body, const char* name) {
-    return memberOf(body, name, JsonDocument::Type::STRING);
+    const auto document = parsedJson(body);
+    return document ? textIn(*document, name).value_or("") : "";
 }
 
 bool isSetIn(const std::string& body, const char* name) {
-    return memberOf(body, name, JsonDocument::Type::BOOL) == "true";
-}
-
-bool isUnclearIn(const std::string& body, const char* name) {
-    return memberOf(body, name, JsonDocument::Type::BOOL).empty();
-}
-
-bool isToldIn(const std::string& body, const char* name) {
     const auto document = parsedJson(body);
-    return document && document->find(JsonDocument::ROOT, name) != JsonDocument::NONE;
+    return document && truthIn(*document, name).value_or(false);
 }
 
 }  // namespace workbench

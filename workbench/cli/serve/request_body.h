@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "formats/json/JsonDocument.h"
+
 namespace workbench {
 
 /// What a page wants to set: parameters by name, values as a user writes them.
@@ -20,16 +22,22 @@ std::optional<EditRequest> editRequestIn(const std::string& body);
 /// What the body says that the page knows: {"revision": 3}; nothing when it says nothing of that.
 std::optional<std::uint64_t> revisionIn(const std::string& body);
 
+/// The body as a JSON object; nothing when it is none.
+std::optional<intake::JsonDocument> objectIn(const std::string& body);
+
+/// The member of that name, a text; `absent` where there is none, nothing where it is no text.
+std::optional<std::string> textIn(const intake::JsonDocument& document, const char* name,
+                                  std::optional<std::string> absent = {});
+
+/// The member of that name, true or false; `absent` where there is none, nothing where it is
+/// neither.
+std::optional<bool> truthIn(const intake::JsonDocument& document, const char* name,
+                            std::optional<bool> absent = {});
+
 /// The member of that name, a text, of a body that is a JSON object; empty where there is none.
 std::string textIn(const std::string& body, const char* name);
 
 /// Whether the member of that name is true.
 bool isSetIn(const std::string& body, const char* name);
-
-/// Whether the member of that name is neither true nor false; one that is not there is neither.
-bool isUnclearIn(const std::string& body, const char* name);
-
-/// Whether the body has a member of that name.
-bool isToldIn(const std::string& body, const char* name);
 
 }  // namespace workbench

@@ -162,6 +162,18 @@ TEST_F(ServedScene, WritesNothingWhereItIsUnclearWhetherSecretsAreLeftOut) {
     EXPECT_EQ(fileText("copy.json"), "");
 }
 
+TEST_F(ServedScene, WritesNothingWhereItIsUnclearHowToSave) {
+    std::filesystem::remove(folder / "show.scene.json");
+    EXPECT_TRUE(intake::eventually(
+        [this] { return std::string(scene()["onDisk"].GetString()) == "missing"; }));
+    for (const char* const unclear :
+         {R"({"withoutSecrets": true)", "", "[]", "true", R"({"file": 7, "withoutSecrets": true})",
+          R"({"file": null})", R"({"stamp": 7})", R"({"held": 1})"})
+        EXPECT_EQ(post("/api/v1/scene/save", unclear).status, 400) << unclear;
+    EXPECT_EQ(fileText(), "");
+    EXPECT_EQ(post("/api/v1/scene/save", "{}").status, 200);
+}
+
 TEST_F(ServedScene, LeavesOutSecretsThatAreEscapedOrShort) {
     EXPECT_EQ(set("secret", R"({"proxyUrl": "me:s3cret@127.0.0.1:1",
         "customHeaders": "X-Key: top\\s3cretA\nX-Two: first|s3cret\nX-Pin: 42",
