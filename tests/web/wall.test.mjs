@@ -229,22 +229,57 @@ test("the page tells the version of the program that serves it", async () => {
   assert.equal(await page.innerText(".version"), (await here.served.run("--version")).trim());
 });
 
-test("what an event told stays when all that was read before arrives", async () => {
-  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+const sceneIsRead = (page) => page.waitForResponse(/\/api\/v1\/scene$/);
+
+/** A page that reads all anew, and the states before anything else happens; gives what lets them arrive. */
+async function readAnew(page) {
   const events = await interceptEvents(page);
-  await button(page, "list", "Load").click();
-  const target = () => page.innerText("tbody .target");
-  await waitFor(target, (text) => text.includes("list"));
+  await page.waitForSelector("tbody tr");
   const answer = await holdAnswer(page, /\/api\/v1\/instances$/);
   events.tell({ seq: 0, type: "resync" });
   await answer.isHeld;
-  const sceneIsRead = () => page.waitForResponse(/\/api\/v1\/scene$/);
-  const isEditTold = sceneIsRead();
+  return async () => {
+    const isReadOut = sceneIsRead(page); // it is read last
+    answer.letGo();
+    await isReadOut;
+  };
+}
+
+test("what an event told stays when all that was read before arrives", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+  await button(page, "list", "Load").click();
+  const target = () => page.innerText("tbody .target");
+  await waitFor(target, (text) => text.includes("list"));
+  const arrive = await readAnew(page);
+  const isEditTold = sceneIsRead(page);
   await here.served.set("list", { table: "Other" });
   await isEditTold;
   await waitFor(target, (text) => text.includes("Other"));
-  const isReadOut = sceneIsRead(); // it is read last
-  answer.letGo();
-  await isReadOut;
+  await arrive();
   assert.match(await target(), /Other/);
+});
+
+test("a load stays when all that was read before arrives", async () => {
+  const page = await here.openWall([instance("list", "list.json")], { "list.json": rows(3) });
+  const arrive = await readAnew(page);
+  await button(page, "list", "Load").click();
+  await waitForRow(page, "list", (row) => row.records === "3");
+  await arrive();
+  assert.equal((await rowOf(page, "list")).records, "3");
+});
+
+test("what is deleted and what is made stays so when all that was read before arrives", async () => {
+  const page = await here.openWall([instance("list", "list.json"), instance("more", "list.json")]);
+  const names = () => page.locator("tbody .name").allInnerTexts();
+  const arrive = await readAnew(page);
+  await waitFor(names, isOrder("list", "more"));
+  const isDeletionTold = sceneIsRead(page);
+  await here.served.removeInstance("list");
+  await isDeletionTold;
+  const isAdditionTold = sceneIsRead(page);
+  await here.served.ask("POST", "/instances", { name: "new" });
+  await isAdditionTold;
+  await waitFor(names, isOrder("more", "new"));
+  await arrive();
+  assert.deepEqual(await names(), ["more", "new"]);
 });

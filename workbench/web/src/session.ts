@@ -36,22 +36,20 @@ function pageIdOf({ name, id }: Instance, isFurther: boolean): number {
   return isSame ? known.pageId : ++lastPageId;
 }
 
-/** What an event has told of the same instance since the state was read. */
-function newerThan({ id, name, revision }: Instance): Seen | undefined {
-  return seen.peek().find((each) => each.id === id && each.name === name && each.revision > revision);
-}
-
 /** `isFurther`: those of a server that was started again. */
 function note(states: Instance[], isAll: boolean, isFurther = false): void {
   const at = Date.now();
   const taken = (state: Instance): Seen => ({ ...state, at, pageId: pageIdOf(state, isFurther) });
-  const fresh = new Map(states.map((state) => [state.name, (isFurther ? undefined : newerThan(state)) ?? taken(state)]));
+  const fresh = new Map(states.map((state) => [state.name, taken(state)]));
   const kept = isAll ? [] : seen.value.map((each) => fresh.get(each.name) ?? each);
   const known = new Set(kept.map((each) => each.name));
   seen.value = [...kept, ...[...fresh.values()].filter((each) => !known.has(each.name))];
 }
 
-async function readAll(): Promise<void> {
+const readings = new Set<Event[]>(); // what is taken while everything is read, for each reading
+
+/** `meanwhile`: what is taken while it reads; answers may be older, so that it is taken once more. */
+async function readStates(meanwhile: Event[]): Promise<void> {
   const about = await api.about();
   fileName.value = about.scene;
   version.value = about.version;
@@ -62,8 +60,15 @@ async function readAll(): Promise<void> {
     note(states, true, isFurther);
     noteLoads(loads, true);
     if (isFurther) ++servers.value;
+    else meanwhile.filter(({ seq }) => seq > about.seq).forEach(takeStates);
     started = about.started;
   });
+}
+
+async function readAll(): Promise<void> {
+  const meanwhile: Event[] = [];
+  readings.add(meanwhile);
+  await readStates(meanwhile).finally(() => readings.delete(meanwhile));
   await readScene().catch(tell);
 }
 
@@ -85,14 +90,20 @@ function forget(names: string[]): void {
   readLoads().catch(tell);
 }
 
-function take(event: Event): void {
-  last = event.seq;
+/** What is told of the instances. */
+function takeStates(event: Event): void {
   if (event.type === "instances") note(event.instances, false);
   else if (event.type === "loads") noteLoads(event.loads, false);
   else if (event.type === "gone") forget(event.names);
-  else if (event.type === "ladder") noteLadder(event.name);
+}
+
+function take(event: Event): void {
+  last = event.seq;
+  readings.forEach((meanwhile) => meanwhile.push(event));
+  takeStates(event);
+  if (event.type === "ladder") noteLadder(event.name);
   else if (event.type === "scene") readScene().catch(tell);
-  else readAll().catch(tell);
+  else if (event.type === "resync") readAll().catch(tell);
 }
 
 const pace = 250; // milliseconds, so that fast instances do not keep the page busy
