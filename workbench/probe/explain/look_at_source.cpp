@@ -25,6 +25,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr long firstErrorStatus = 400;
+constexpr long forbiddenStatus = 403;
 constexpr long firstServerErrorStatus = 500;
 
 std::string arrivalText(const Settings& settings, const Fetched& source) {
@@ -109,8 +110,11 @@ void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Lad
                            "Try again later, or ask whoever runs the server.");
     const bool isWanted = queryTypeFor(kind) == settings.queryMode;
     if (!isWanted)
-        return ladder.fail(Stage::Fetched, seen, what,
-                           "Set \"File Name\" (filename) to an address that the server has.");
+        return ladder.fail(
+            Stage::Fetched, seen, what,
+            source.status == forbiddenStatus
+                ? "Ask whoever runs the server for leave to read it; it may take a login."
+                : "Set \"File Name\" (filename) to an address that the server has.");
     ladder.warn(Stage::Fetched, seen, what + " The plugin loads it all the same.");
 }
 

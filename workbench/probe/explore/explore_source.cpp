@@ -57,12 +57,6 @@ Explored exploreDatabase(const std::string& connectionString, const OutlineWish&
     return explored;
 }
 
-/// What is forbidden may have come with what can be loaded all the same.
-bool isBehindLogin(long status) {
-    constexpr long forbidden = 403;
-    return asksForLogin(status) && status != forbidden;
-}
-
 bool isFileOfSqlite(const Settings& settings) {
     return !settings.filename.empty() && !isUrl(settings.filename) &&
            recognise(startOfFile(settings.filename)) == Kind::Sqlite;
@@ -77,7 +71,7 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
         return exploreDatabase(intake::sqliteConnectionString(settings.filename), wish,
                                timeoutSeconds);
     const Fetched source = fetch(fetchable(settings), timeoutSeconds);
-    if (isBehindLogin(source.status)) {
+    if (asksForLogin(source.status)) {
         std::string fault = loginFault(settings, source);
         fault.pop_back();  // what is said ends with a full stop
         throw LookFailure("answers with status " + std::to_string(source.status) + ". " + fault);

@@ -4,8 +4,7 @@ namespace probe {
 
 bool asksForLogin(long status) {
     constexpr long unauthorised = 401;
-    constexpr long forbidden = 403;
-    return status == unauthorised || status == forbidden || status == proxyLogin;
+    return status == unauthorised || status == proxyLogin;
 }
 
 std::string loginFault(const Settings& settings, const Fetched& source) {

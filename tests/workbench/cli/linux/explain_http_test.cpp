@@ -79,6 +79,34 @@ http://SERVER/clubs: 2 records, # s
 )");
 }
 
+TEST_F(ExplainedUrl, WhatIsForbiddenButLoadsIsAWarning) {
+    expectOf(reply("403 Forbidden", clubs, isJson), {}, R"(
+http://SERVER/clubs: 2 records, # s
+  ✓ settings
+  ✓ address   http://SERVER/clubs
+  ! fetched   403, application/json, 54 bytes, # ms
+              The server answers with status 403, and with what is JSON. The plugin loads it all the same.
+  ✓ format    JSON
+  ✓ selection *: 2 objects
+  ✓ key       id
+  ✓ rows      all 2
+  ✓ script
+  ✓ store
+)");
+}
+
+TEST_F(ExplainedUrl, WhatIsForbiddenWithAPageFails) {
+    expectOf(reply("403 Forbidden", "<html><title>No entry</title>", isHtml), {}, R"(
+http://SERVER/clubs: no records, # s
+  ✓ settings
+  ✓ address   http://SERVER/clubs
+  ✗ fetched   403, text/html, 29 bytes, # ms
+              The server answers with status 403, and with what is an HTML page titled "No entry".
+              Ask whoever runs the server for leave to read it; it may take a login.
+  – format, selection, key, rows, script, store: not reached
+)");
+}
+
 TEST_F(ExplainedUrl, AnAddressThatIsNotThereFails) {
     expectOf(reply("404 Not Found", "<html><title>Not found</title>", isHtml), {}, R"(
 http://SERVER/clubs: no records, # s
