@@ -150,14 +150,18 @@ void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, L
     proposeType(settings, kind, Stage::Format, ladder);
 }
 
-void judgeAddress(const Settings& settings, const Fetched& source, Ladder& ladder) {
+constexpr const char* proxyUnknown =
+    "The system does not say in time which proxy to use. The plugin searches for 30 seconds and "
+    "then loads without one.";
+constexpr const char* setProxy =
+    "Set \"Proxy Mode\" (proxyMode) to Manual Configuration and \"Proxy URL\" (proxyUrl), or "
+    "switch "
+    "\"Proxy on/off\" (enableProxy) off.";
+
+void judgeAddress(const Settings& settings, bool isProxyUnknown, Ladder& ladder) {
     const std::string address = withoutUserInfo(settings.filename);
-    if (!source.isProxyUnknown) return ladder.ok(Stage::Address, address);
-    ladder.warn(Stage::Address, address,
-                "The system does not say in time which proxy to use. The plugin searches for 30 "
-                "seconds and then loads without one.",
-                "Set \"Proxy Mode\" (proxyMode) to Manual Configuration and \"Proxy URL\" "
-                "(proxyUrl), or switch \"Proxy on/off\" (enableProxy) off.");
+    if (!isProxyUnknown) return ladder.ok(Stage::Address, address);
+    ladder.warn(Stage::Address, address, proxyUnknown, setProxy);
 }
 
 void lookAtArrived(const Settings& settings, const Fetched& source, Ladder& ladder) {
@@ -178,13 +182,18 @@ void tellNotFetched(const Settings& settings, const FetchFailure& failure, Ladde
     const std::string address = withoutUserInfo(settings.filename);
     const bool hadAddress = failure.stage == FetchFailure::Stage::Fetched;
     const Stage stage = hadAddress ? Stage::Fetched : Stage::Address;
-    if (hadAddress) ladder.ok(Stage::Address, address);
+    if (hadAddress) judgeAddress(settings, failure.isProxyUnknown, ladder);
     std::string seen = hadAddress ? "" : address;
     if (failure.certificate)
         seen = "certificate of " + failure.certificate->subject + ", issued by " +
                failure.certificate->issuer + ", valid from " + failure.certificate->validFrom +
                " until " + failure.certificate->validUntil;
-    ladder.fail(stage, seen, "The source " + std::string(failure.what()) + ".", failure.next);
+    // A proxy may be the only way there.
+    const bool isForWantOfProxy = !hadAddress && failure.isProxyUnknown;
+    ladder.fail(stage, seen,
+                "The source " + std::string(failure.what()) + "." +
+                    (isForWantOfProxy ? std::string(" ") + proxyUnknown : ""),
+                isForWantOfProxy ? setProxy : failure.next);
     if (!failure.proposal.empty()) ladder.propose(stage, failure.proposal);
     ladder.credentialsRefused = failure.credentialsRefused;
     ladder.isLate = failure.isLate;
@@ -213,7 +222,7 @@ Ladder lookAtSource(const Settings& settings, double timeoutSeconds, bool mayWri
     if (settings.filename.empty()) return ladder;
     try {
         const Fetched source = fetch(fetchable(settings), timeoutSeconds);
-        judgeAddress(settings, source, ladder);
+        judgeAddress(settings, source.isProxyUnknown, ladder);
         ladder.credentialsRefused = source.credentialsRefused;
         ladder.exchange = source.exchange;
         lookAtArrived(settings, source, ladder);

@@ -57,6 +57,16 @@ Explored exploreDatabase(const std::string& connectionString, const OutlineWish&
     return explored;
 }
 
+/// How the source came, to follow what it is: ", with status 404".
+std::string circumstancesOf(const Fetched& source) {
+    std::string words;
+    if (source.status >= firstErrorStatus)
+        words += ", with status " + std::to_string(source.status);
+    if (source.isProxyUnknown)
+        words += ", without a proxy, since the system does not say in time which to use";
+    return words;
+}
+
 bool isFileOfSqlite(const Settings& settings) {
     return !settings.filename.empty() && !isUrl(settings.filename) &&
            recognise(startOfFile(settings.filename)) == Kind::Sqlite;
@@ -78,11 +88,9 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
     }
     const Kind kind = recognise(source.body);
     Explored explored;
-    explored.words = wordsFor(kind, source);
+    explored.words = wordsFor(kind, source) + circumstancesOf(source);
     explored.bytes = source.body.size();
     const auto type = queryTypeFor(kind);
-    if (source.status >= firstErrorStatus)
-        explored.words += ", with status " + std::to_string(source.status);
     if (!type)
         throw LookFailure(
             "is " + explored.words +

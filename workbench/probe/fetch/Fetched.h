@@ -62,6 +62,7 @@ public:
     std::optional<Certificate> certificate;  // of a server that is not trusted
     bool credentialsRefused = false;         // do not send them again
     bool isLate = false;                     // there was no answer in time, or not all of it
+    bool isProxyUnknown = false;             // the system did not say in time; none was used
 };
 
 /// Fetches the source of an instance as the plugin would: with its headers, user agent,

@@ -7,6 +7,7 @@
 #include "tests/http/support/loopback.h"
 #include "tests/workbench/probe/linux/FetchTest.h"
 #include "workbench/probe/explain/look_at_source.h"
+#include "workbench/probe/explore/explore_source.h"
 
 namespace probe {
 
@@ -72,11 +73,28 @@ TEST_F(FetchedThroughProxy, GoesThroughNoneToExceptionsOfThatOfTheSystem) {
 }
 
 TEST_F(FetchedThroughProxy, IsNotThroughTheSystemsWhenAnExceptionIsDown) {
-    const EnvironmentVariable ofSystem("http_proxy", "127.0.0.1:1");
-    const EnvironmentVariable except("no_proxy", "other.example,*.localhost");
-    const FetchFailure failure = failureOf(
-        throughSystems("http://data.localhost:" + std::to_string(intake::freePort()) + "/"));
-    EXPECT_EQ(std::string(failure.what()).find("proxy"), std::string::npos) << failure.what();
+    const EnvironmentVariable ofSystem("http_proxy", "127.0.0.2:1");
+    const std::string port = ":" + std::to_string(intake::freePort());
+    for (const auto& [host, exceptions] : std::vector<std::pair<std::string, const char*>>{
+             {"data.localhost", "other.example,*.localhost"},
+             {"127.0.0.1", "127.0.0.1"},
+             {"127.0.0.1", "10.0.0.0/8,127.0.0.0/8"},
+             {"[::1]", "::/64"}}) {
+        const EnvironmentVariable except("no_proxy", exceptions);
+        const FetchFailure failure = failureOf(throughSystems("http://" + host + port + "/"));
+        EXPECT_EQ(failure.what(),
+                  "cannot be reached: nothing answers at that address (" + host + port + ")");
+    }
+}
+
+TEST_F(FetchedThroughProxy, IsThroughTheSystemsWhenTheServerIsInNoNetworkThatIsExcepted) {
+    const EnvironmentVariable ofSystem("http_proxy", "127.0.0.2:1");
+    for (const char* exceptions : {"127.1.0.0/16", "127.0.0.2/0", "0.0.1", "::/0"}) {
+        const EnvironmentVariable except("no_proxy", exceptions);
+        EXPECT_STREQ(failureOf(throughSystems("http://127.0.0.1:1/")).what(),
+                     "cannot be asked for: no proxy answers at 127.0.0.2:1")
+            << exceptions;
+    }
 }
 
 TEST_F(FetchedThroughProxy, GoesThroughNoneWhenTheSystemDoesNotSayInTime) {
@@ -96,6 +114,33 @@ TEST_F(FetchedThroughProxy, IsWarnedOfWhenTheSystemDoesNotSayInTime) {
               "The system does not say in time which proxy to use. The plugin searches for 30 "
               "seconds and then loads without one.");
     EXPECT_EQ(ladder.at(Stage::Fetched).state, State::Ok);
+}
+
+TEST_F(FetchedThroughProxy, IsToldToWantOneWhenTheSystemDoesNotSayInTimeAndNothingAnswers) {
+    const intake::StalledProxyScript script;
+    const std::string server = "127.0.0.1:" + std::to_string(intake::freePort());
+    const Ladder ladder = lookAtSource(throughSystems("http://" + server + "/"), 2, false);
+    EXPECT_EQ(ladder.at(Stage::Address).cause,
+              "The source cannot be reached: nothing answers at that address (" + server +
+                  "). The system does not say in time which proxy to use. The plugin searches for "
+                  "30 seconds and then loads without one.");
+    EXPECT_NE(ladder.at(Stage::Address).next.find("\"Proxy URL\" (proxyUrl)"), std::string::npos);
+}
+
+TEST_F(FetchedThroughProxy, IsWarnedOfWhenTheSystemDoesNotSayInTimeAndTheServerBreaksOff) {
+    const intake::StalledProxyScript script;
+    ScriptedServer server(
+        {intake::Reply{"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n[1]", intake::Then::CUT}});
+    const Ladder ladder = lookAtSource(throughSystems(server.url("/")), 2, false);
+    EXPECT_EQ(ladder.at(Stage::Address).state, State::Warning);
+    EXPECT_EQ(ladder.at(Stage::Fetched).state, State::Failed);
+}
+
+TEST_F(FetchedThroughProxy, IsExploredWithAWordWhenTheSystemDoesNotSayInTime) {
+    const intake::StalledProxyScript script;
+    ScriptedServer server({reply("200 OK", "[1]")});
+    EXPECT_EQ(exploreSource(throughSystems(server.url("/")), {}, 2).words,
+              "JSON, without a proxy, since the system does not say in time which to use");
 }
 
 TEST_F(FetchedThroughProxy, GoesThroughNoneWhileItIsOffOrForOtherQueryTypes) {

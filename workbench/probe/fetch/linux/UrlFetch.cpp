@@ -209,6 +209,15 @@ bool UrlFetch::chooseScheme(CURLINFO offered, CURLoption chosen) {
 }
 
 Fetched UrlFetch::run() {
+    try {
+        return fetchOrThrow();
+    } catch (FetchFailure& failure) {
+        failure.isProxyUnknown = isProxyUnknown_;
+        throw;
+    }
+}
+
+Fetched UrlFetch::fetchOrThrow() {
     const CURLcode code = runAttempts();
     refuseBody();
     refuseOtherScheme(code);

@@ -23,6 +23,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    Fetched fetchOrThrow();
+
     // What is asked for, and how.
     void setRequest();
     void setCredentials();

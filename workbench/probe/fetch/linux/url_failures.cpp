@@ -9,6 +9,7 @@
 #include "workbench/probe/fetch/linux/UrlFetch.h"
 #include "workbench/probe/fetch/linux/origin.h"
 #include "workbench/probe/fetch/linux/other_scheme.h"
+#include "workbench/probe/fetch/linux/proxy_exceptions.h"
 #include "workbench/probe/fetch/source_start.h"
 
 namespace probe {
@@ -55,18 +56,6 @@ Proposal otherScheme(const std::string& name, std::string_view one, std::string_
     return {{"filename", std::string(other) + name.substr(one.size())}};
 }
 
-/// Whether the host is in the list, or in a domain of it.
-bool isAmong(std::string_view list, const std::string& host) {
-    while (!list.empty()) {
-        std::string_view entry = list.substr(0, list.find(','));
-        list.remove_prefix(std::min(entry.size() + 1, list.size()));
-        if (entry.starts_with('.')) entry.remove_prefix(1);
-        const std::string domain = "." + intake::lowerCase(entry);
-        if (("." + host).ends_with(domain) && !entry.empty()) return true;
-    }
-    return false;
-}
-
 std::string shortNumber(double number) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%g", number);
@@ -76,7 +65,7 @@ std::string shortNumber(double number) {
 }  // namespace
 
 bool UrlFetch::wentThroughProxy() const {
-    return !proxy_.empty() && !isAmong(proxyExceptions_, originOf(transfer_.address()).host);
+    return !proxy_.empty() && !isExcepted(originOf(transfer_.address()).host, proxyExceptions_);
 }
 
 Facts UrlFetch::facts(CURLcode code) const {
