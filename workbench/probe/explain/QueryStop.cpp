@@ -45,6 +45,14 @@ bool names(const std::string& message, const std::string& name, bool quotesOnly)
     return false;
 }
 
+/// A letter more or less makes another word of a short one: "wage", "age".
+std::string nearColumn(const std::string& wanted, std::vector<std::string> names) {
+    constexpr std::size_t shortest = 5;
+    if (wanted.size() < shortest)
+        std::erase_if(names, [&](const std::string& name) { return name.size() != wanted.size(); });
+    return nearName(wanted, names);
+}
+
 }  // namespace
 
 std::string shownQuery(const std::string& query, std::size_t& offset) {
@@ -129,14 +137,11 @@ std::string QueryStop::causeOf(const QueryWord& word, const std::vector<std::str
 /// named otherwise would bring wrong values.
 std::vector<std::string> QueryStop::meantBy(const QueryWord& word,
                                             const std::vector<std::string>& there) const {
-    constexpr std::size_t most = 4;
+    constexpr std::size_t most = 5;
+    if (!isTable(word)) return {nearColumn(word.text, there)};
     std::vector<std::string> names{nearName(word.text, there)};
-    const std::string folded = intake::foldCase(word.text);
-    for (const std::string& name : there) {
-        const bool isMeant =
-            isTable(word) || intake::foldCase(name).find(folded) != std::string::npos;
-        if (isMeant && names.size() <= most) names.push_back(name);
-    }
+    names.insert(names.end(), there.begin(), there.end());
+    names.resize(std::min(names.size(), most));
     return names;
 }
 

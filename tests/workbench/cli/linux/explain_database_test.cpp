@@ -77,14 +77,14 @@ league.db: not loaded, # s
 }
 
 TEST_F(ExplainedDatabase, AColumnThatIsNotThereIsMendedTogetherWithTheKey) {
-    expectExplained(of("SELECT nam FROM team", {"key=nam"}), R"(
+    expectExplained(of("SELECT nane FROM team", {"key=nane"}), R"(
 league.db: not loaded, # s
   ✓ settings
   ✓ address   league.db
   ✓ fetched   connected, # ms
   ✓ format    a database of SQLite
-  ✗ selection SELECT nam FROM team
-                     ^^^ No such column: nam. The tables of the query have: code, name, points.
+  ✗ selection SELECT nane FROM team
+                     ^^^^ No such column: nane. The tables of the query have: code, name, points.
               Correct "SQL Query" (query).
   – key, rows, script, store: not reached
   Try: --set 'query=SELECT name FROM team' --set key=name   (3 records, checked)
@@ -103,6 +103,19 @@ league.db: not loaded, # s
               Correct "SQL Query" (query).
   – key, rows, script, store: not reached
 )");
+}
+
+TEST_F(ExplainedDatabase, NoColumnIsProposedForAPartOfItsName) {
+    intake::makeDatabase(folder / "players.db",
+                         "CREATE TABLE player (code, name, paid, possession, age);"
+                         "INSERT INTO player VALUES ('HOL', 'Ada', 1, 2, 3);");
+    for (const std::string wrong : {"id", "pos", "e", "wage"}) {
+        const ChildResult result = explain(of("SELECT code, " + wrong + " FROM player",
+                                              {"connStr=Provider=SQLite;Data Source=players.db"}));
+        EXPECT_NE(result.out.find("No such column: " + wrong + "."), std::string::npos)
+            << result.out;
+        EXPECT_EQ(result.out.find("Try:"), std::string::npos) << result.out;
+    }
 }
 
 TEST_F(ExplainedDatabase, AKeyThatIsNoColumnIsTold) {

@@ -125,9 +125,9 @@ TEST_P(ExplainedServer, WithoutTheTableIsToldAndMended) {
 }
 
 TEST_P(ExplainedServer, WithoutTheColumnIsToldAndMended) {
-    const Explained explained = told("SELECT t.nam AS code FROM team t", connection());
+    const Explained explained = told("SELECT t.nane AS code FROM team t", connection());
     ASSERT_NE(explained.failed(), nullptr);
-    EXPECT_EQ(explained.failed()->place, "nam");
+    EXPECT_EQ(explained.failed()->place, "nane");
     EXPECT_EQ(explained.failed()->set, Settings{"query=SELECT t.name AS code FROM team t"});
     EXPECT_EQ(explained.failed()->records, 2U);
 }

@@ -58,9 +58,9 @@ TEST_F(ExplainedSheetQuery, OfASheetThatIsNotThereIsToldAndMended) {
 
 TEST_F(ExplainedSheetQuery, OfAColumnThatIsNotThereIsToldAndMended) {
     const Explained explained(
-        explain(of("SELECT Cod AS Code, [Team name] FROM [Teams$]"), {"--out", "json"}).out);
+        explain(of("SELECT Kode AS Code, [Team name] FROM [Teams$]"), {"--out", "json"}).out);
     ASSERT_NE(explained.failed(), nullptr);
-    EXPECT_EQ(explained.failed()->place, "Cod");
+    EXPECT_EQ(explained.failed()->place, "Kode");
     EXPECT_EQ(explained.failed()->set,
               Settings{"query=SELECT [Code] AS Code, [Team name] FROM [Teams$]"});
 }
