@@ -114,6 +114,19 @@ TEST(Redaction, TakesALongPasswordOutOfEverySetting) {
               "http://h/?a=&b=");
 }
 
+TEST(Redaction, TakesAKeyOfAHeaderOutOfEverySetting) {
+    probe::Settings settings;
+    settings.customHeaders =
+        "X-Api-Key: 0123456789abcdef0123\nOrigin: http://desk.example:8080\n"
+        "Host: production.data.example";
+    const Redaction redact(settings);
+    EXPECT_EQ(redact.without("http://h/?apikey=0123456789abcdef0123", "filename"),
+              "http://h/?apikey=");
+    for (const char* const address :
+         {"http://desk.example:8080/list.json", "http://production.data.example/list.json"})
+        EXPECT_EQ(redact.without(address, "filename"), address);
+}
+
 TEST(Redaction, HidesTheHeadersOfARequestHoweverShort) {
     probe::Settings settings;
     settings.customHeaders = "X-Pin: 42\nX-None:";
