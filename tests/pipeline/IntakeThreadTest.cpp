@@ -195,21 +195,24 @@ TEST_F(IntakeThreadTest, AWorkerWithoutRequestsSleepsUntilItIsPostedTo) {
 
 TEST_F(IntakeThreadTest, AWorkerIsWokenToFreeALargeAnswerThatWasDelivered) {
     platform_.files.put("a", R"({"v":")" + std::string(100'000, 'x') + R"("})");
+    ASSERT_TRUE(hasSlept(1));
+    platform_.clock.hold();
     thread_->PostCommand(client_, load("a"));
     waitUntilAnswered("a");
-    ASSERT_TRUE(hasSlept(2));
-    ASSERT_TRUE(thread_->DeliverOneAnswer());
+    EXPECT_TRUE(hasSlept(2));
+    EXPECT_TRUE(thread_->DeliverOneAnswer());
+    EXPECT_TRUE(platform_.clock.letGo());
     EXPECT_TRUE(hasSlept(3));
 }
 
 TEST_F(IntakeThreadTest, AWorkerIsNotWokenForASmallAnswerThatWasDelivered) {
     ASSERT_TRUE(hasSlept(1));
+    platform_.clock.hold();
     post("a");
     waitUntilAnswered("a");
-    ASSERT_TRUE(hasSlept(2));
-    ASSERT_TRUE(thread_->DeliverOneAnswer());
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));  // in which it would have woken
-    EXPECT_EQ(platform_.clock.sleepsUntilSignals(), 2);
+    EXPECT_TRUE(hasSlept(2));
+    EXPECT_TRUE(thread_->DeliverOneAnswer());
+    EXPECT_FALSE(platform_.clock.letGo());
 }
 
 TEST_F(IntakeThreadTest, TheWorkerSleepsTwentyMillisecondsAfterEachAnswer) {

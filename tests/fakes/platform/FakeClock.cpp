@@ -28,10 +28,29 @@ void FakeClock::sleep(std::chrono::milliseconds duration) {
 
 void FakeClock::sleepUntil(Signal& signal) {
     {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
         ++sleepsUntilSignals_;
+        heldBackFrom_ = isHolding_ ? &signal : nullptr;
+        hasLetGo_.wait(lock, [this] { return !isHolding_; });
     }
     signal.wait();
+}
+
+void FakeClock::hold() {
+    const std::lock_guard lock(mutex_);
+    isHolding_ = true;
+}
+
+bool FakeClock::letGo() {
+    const std::lock_guard lock(mutex_);
+    const bool wasRaised =
+        heldBackFrom_ != nullptr && heldBackFrom_->waitFor(std::chrono::milliseconds(0));
+    if (wasRaised) {
+        heldBackFrom_->raise();
+    }
+    isHolding_ = false;
+    hasLetGo_.notify_all();
+    return wasRaised;
 }
 
 bool FakeClock::sleepUntil(Signal& signal, std::chrono::milliseconds limit) {

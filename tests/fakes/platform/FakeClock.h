@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -26,6 +27,12 @@ public:
     /// How often somebody has begun to sleep until a signal, or has slept no longer than that.
     int sleepsUntilSignals() const;
 
+    /// From its next sleep on, who sleeps until a signal is woken by none before letGo().
+    void hold();
+
+    /// Lets who is held be woken again; whether its signal was raised meanwhile.
+    bool letGo();
+
     /// Called at the beginning of every sleep. Set before anybody sleeps.
     std::function<void()> onSleep;
 
@@ -35,6 +42,9 @@ private:
     LocalTime localTime_{2026, 3, 5, 9, 7};
     std::map<std::chrono::milliseconds, int> sleeps_;
     int sleepsUntilSignals_ = 0;
+    Signal* heldBackFrom_ = nullptr;
+    bool isHolding_ = false;
+    std::condition_variable hasLetGo_;
 };
 
 }  // namespace intake
