@@ -4,9 +4,10 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 
-#include "formats/text/environment_proxy.h"
+#include "formats/source/environment_proxy.h"
 
 namespace intake {
 
@@ -33,33 +34,23 @@ std::string askLibproxy(const std::string& url) {
     return direct ? "" : *proxies;
 }
 
-std::string_view hostOf(std::string_view url) {
-    return url.substr(url.find("://") + 3);
-}
-
 }  // namespace
 
 CallOutcome findSystemProxy(const std::string& url, const EndMark& endMark,
                             std::chrono::milliseconds limit, std::string& proxy,
                             std::string& bypass) {
-    proxy.clear();
-    bypass.clear();
-    const Environment environment = [](const char* name) { return std::getenv(name); };
-    if (exceptsEveryHost(environment)) {
-        return CallOutcome::DONE;
-    }
     thread_local AbandonableCalls searches;
-    const auto found = std::make_shared<std::string>();
-    const auto call = [url, found] { *found = askLibproxy(url); };
-    const CallOutcome outcome = searches.make(call, endMark, limit);
-    if (outcome != CallOutcome::DONE) {
-        return outcome;
-    }
-    proxy = *found;
-    if (proxy.empty()) {
-        proxy = numericProxy(url, environment);
-        bypass = proxyExceptions(hostOf(url), environment);
-    }
+    CallOutcome outcome = CallOutcome::DONE;
+    const auto search = [&] {
+        const auto found = std::make_shared<std::string>();
+        const auto call = [url, found] { *found = askLibproxy(url); };
+        outcome = searches.make(call, endMark, limit);
+        return outcome == CallOutcome::DONE ? std::optional(*found) : std::nullopt;
+    };
+    const Environment environment = [](const char* name) { return std::getenv(name); };
+    const SystemProxy known = systemProxy(url, environment, search).value_or(SystemProxy{});
+    proxy = known.address;
+    bypass = known.exceptions;
     return outcome;
 }
 

@@ -7,9 +7,6 @@
 #include <memory>
 #include <string_view>
 #include <thread>
-
-#include "formats/text/environment_proxy.h"
-
 namespace probe {
 
 namespace {
@@ -32,19 +29,18 @@ std::string findProxy(const std::string& url) {
 }  // namespace
 
 /// The search cannot be broken off, so that a thread of its own is left alone with one that hangs.
-std::optional<SystemProxy> systemProxy(const std::string& scheme, const std::string& host,
-                                       std::chrono::milliseconds limit) {
-    const intake::Environment environment = [](const char* name) { return std::getenv(name); };
-    if (intake::exceptsEveryHost(environment)) return SystemProxy{};
+std::optional<intake::SystemProxy> systemProxy(const std::string& scheme, const std::string& host,
+                                               std::chrono::milliseconds limit) {
     const std::string url = scheme + "://" + host;
-    std::packaged_task<std::string()> task([url] { return findProxy(url); });
-    std::future<std::string> proxy = task.get_future();
-    std::thread(std::move(task)).detach();
-    if (proxy.wait_for(limit) != std::future_status::ready) return std::nullopt;
-    const std::string found = proxy.get();
-    if (!found.empty()) return SystemProxy{found, ""};
-    return SystemProxy{intake::numericProxy(url, environment),
-                       intake::proxyExceptions(host, environment)};
+    const auto search = [&]() -> std::optional<std::string> {
+        std::packaged_task<std::string()> task([url] { return findProxy(url); });
+        std::future<std::string> proxy = task.get_future();
+        std::thread(std::move(task)).detach();
+        if (proxy.wait_for(limit) != std::future_status::ready) return std::nullopt;
+        return proxy.get();
+    };
+    return intake::systemProxy(
+        url, [](const char* name) { return std::getenv(name); }, search);
 }
 
 }  // namespace probe

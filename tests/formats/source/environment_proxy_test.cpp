@@ -1,4 +1,4 @@
-#include "formats/text/environment_proxy.h"
+#include "formats/source/environment_proxy.h"
 
 #include <gtest/gtest.h>
 
@@ -58,6 +58,38 @@ TEST(EnvironmentProxy, ExceptsLocalHostsWhichHaveNoDot) {
     EXPECT_EQ(exceptionsFor("media", "<local>,b.lan"), "media,b.lan");
     EXPECT_EQ(exceptionsFor("a.lan", "<local>,b.lan"), "b.lan");
     EXPECT_EQ(exceptionsFor("a.lan", "b.lan,<local>"), "b.lan");
+}
+
+TEST(SystemProxy, IsWhatIsFoundWithoutExceptions) {
+    const auto proxy =
+        systemProxy("http://a", with({{"http_proxy", "10.0.0.1:1"}, {"no_proxy", "b"}}),
+                    [] { return std::optional<std::string>("http://found:1"); });
+    ASSERT_TRUE(proxy);
+    EXPECT_EQ(proxy->address, "http://found:1");
+    EXPECT_EQ(proxy->exceptions, "");
+}
+
+TEST(SystemProxy, IsThatOfTheEnvironmentWhereNoneIsFound) {
+    const auto proxy = systemProxy(
+        "http://media", with({{"http_proxy", "10.0.0.1:1"}, {"no_proxy", "<local>,*.lan"}}),
+        [] { return std::optional<std::string>(""); });
+    ASSERT_TRUE(proxy);
+    EXPECT_EQ(proxy->address, "http://10.0.0.1:1");
+    EXPECT_EQ(proxy->exceptions, "media,.lan");
+}
+
+TEST(SystemProxy, IsNotKnownWhereTheSearchFindsNothingOut) {
+    EXPECT_FALSE(systemProxy("http://a", with({{"http_proxy", "10.0.0.1:1"}}),
+                             [] { return std::optional<std::string>(); }));
+}
+
+TEST(SystemProxy, IsNotSearchedForWhereEveryHostIsExcepted) {
+    const auto proxy = systemProxy("http://a", with({{"no_proxy", "*"}}), [] {
+        ADD_FAILURE();
+        return std::optional<std::string>();
+    });
+    ASSERT_TRUE(proxy);
+    EXPECT_EQ(proxy->address, "");
 }
 
 }  // namespace

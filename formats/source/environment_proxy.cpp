@@ -1,4 +1,4 @@
-#include "formats/text/environment_proxy.h"
+#include "formats/source/environment_proxy.h"
 
 #include "formats/text/ascii.h"
 #include "formats/text/trim.h"
@@ -31,6 +31,10 @@ std::string_view forLibcurl(std::string_view entry, std::string_view host) {
     return entry.starts_with(EVERY_HOST_OF) ? entry.substr(1) : entry;
 }
 
+std::string_view hostOf(std::string_view url) {
+    return url.substr(url.find("://") + 3);
+}
+
 }  // namespace
 
 bool exceptsEveryHost(const Environment& environment) {
@@ -55,6 +59,21 @@ std::string proxyExceptions(std::string_view host, const Environment& environmen
         left = trimmedStart(left.substr(entry.size()), SEPARATORS);
     }
     return read;
+}
+
+std::optional<SystemProxy> systemProxy(std::string_view url, const Environment& environment,
+                                       const std::function<std::optional<std::string>()>& search) {
+    if (exceptsEveryHost(environment)) {
+        return SystemProxy{};
+    }
+    const std::optional<std::string> found = search();
+    if (!found) {
+        return std::nullopt;
+    }
+    if (!found->empty()) {
+        return SystemProxy{*found, ""};
+    }
+    return SystemProxy{numericProxy(url, environment), proxyExceptions(hostOf(url), environment)};
 }
 
 }  // namespace intake
