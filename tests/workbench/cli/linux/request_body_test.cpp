@@ -4,8 +4,10 @@
 
 using workbench::editRequestIn;
 using workbench::isSetIn;
+using workbench::objectIn;
 using workbench::revisionIn;
 using workbench::textIn;
+using workbench::truthIn;
 
 TEST(RequestBody, OfAnEditHasARevisionAndValues) {
     const auto request = editRequestIn(
@@ -33,6 +35,24 @@ TEST(RequestBody, HasTextsAndSwitches) {
     EXPECT_TRUE(isSetIn(body, "on"));
     EXPECT_FALSE(isSetIn(body, "off"));
     EXPECT_FALSE(isSetIn(body, "token"));
+}
+
+TEST(RequestBody, SaysWhetherAMemberIsUnclear) {
+    const auto body = objectIn(R"({"token": "abc", "number": 5, "on": true, "off": false})");
+    ASSERT_TRUE(body);
+    EXPECT_EQ(truthIn(*body, "on"), true);
+    EXPECT_EQ(truthIn(*body, "off", true), false);
+    EXPECT_EQ(truthIn(*body, "none"), std::nullopt);
+    EXPECT_EQ(truthIn(*body, "none", true), true);
+    EXPECT_EQ(truthIn(*body, "number", true), std::nullopt);
+    EXPECT_EQ(textIn(*body, "token"), "abc");
+    EXPECT_EQ(textIn(*body, "none", "x"), "x");
+    EXPECT_EQ(textIn(*body, "number", "x"), std::nullopt);
+}
+
+TEST(RequestBody, IsAnObject) {
+    for (const char* const text : {"", "[]", "true", R"({"on": true)"})
+        EXPECT_FALSE(objectIn(text)) << text;
 }
 
 TEST(RequestBody, SaysWhatThePageKnows) {
