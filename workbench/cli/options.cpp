@@ -69,7 +69,7 @@ void addSettings(CLI::App& load, Options& options) {
         set(settingFromEnvironment(text));
     };
     addSetting(load, "--set-env", "NAME=VARIABLE", setFromEnvironment,
-               "Set a parameter to what an environment variable holds");
+               "Set a parameter to an environment variable");
 }
 
 void addExpectations(CLI::App& load, Options& options) {
@@ -100,14 +100,13 @@ void addTimeout(CLI::App& command, Options& options) {
         ->check(notNegative());
     command
         .add_option("--font-encoding", options.fontEncoding,
-                    "The host's font encoding: 0 ISO-8859-1, 1 UTF-8 (default)")
+                    "The host's: 0 ISO-8859-1, 1 UTF-8 (default)")
         ->type_name("N");
 }
 
 void addReport(CLI::App& command, Options& options) {
     command
-        .add_option("--report", options.report,
-                    "Append a line of JSON for each load (- for standard output)")
+        .add_option("--report", options.report, "Append a line of JSON for each load (- prints it)")
         ->type_name("FILE");
 }
 
@@ -115,12 +114,9 @@ void addLoad(CLI::App& app, Options& options) {
     CLI::App* load = app.add_subcommand("load", "Load a source once and print what came of it");
     load->callback([&options] { options.command = Command::Load; });
     addPlugin(*load, options);
-    load->add_option("SOURCE", options.source,
-                     "A file or a URL; what kind of source it is, is found by looking");
+    load->add_option("SOURCE", options.source, "A file or a URL, of any kind that can be loaded");
     addInstance(*load, options);
-    addOutput(*load, options, loadOutputs,
-              "The store as a table (default) or json; the script that was executed; or the "
-              "trace of every call");
+    addOutput(*load, options, loadOutputs, "The store (default), the script, or every call");
     addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
     addTimeout(*load, options);
     addExpectations(*load, options);
@@ -128,28 +124,26 @@ void addLoad(CLI::App& app, Options& options) {
 }
 
 void addExplain(CLI::App& app, Options& options) {
-    CLI::App* explain = app.add_subcommand(
-        "explain", "Load a source once and say why it brings what it brings, stage by stage");
+    CLI::App* explain =
+        app.add_subcommand("explain", "Load a source once and say what is wrong, and why");
     explain->callback([&options] { options.command = Command::Explain; });
     addPlugin(*explain, options);
     explain->add_option("SOURCE", options.source,
-                        "A file or a URL; what kind of source it is, is found by looking");
+                        "A file or a URL, of any kind that can be loaded");
     addInstance(*explain, options);
     addOutput(*explain, options, explainOutputs, "As text (default) or json");
     addTimeout(*explain, options);
     explain->add_flag("--allow-writes", options.mayWrite,
-                      "Run an SQL query also when it may write to the database");
+                      "Run an SQL query also when it may write");
 }
 
 void addExplore(CLI::App& app, Options& options) {
-    CLI::App* explore = app.add_subcommand(
-        "explore", "List what can be selected in a source, with the settings that select it");
+    CLI::App* explore = app.add_subcommand("explore", "List what can be selected in a source");
     explore->callback([&options] { options.command = Command::Explore; });
     addPlugin(*explore, options);
     explore->add_option("SOURCE", options.source, "A file or a URL");
     addInstance(*explore, options);
-    explore
-        ->add_option("--at", options.at, "List what is at a place: a path, a selector or a sheet")
+    explore->add_option("--at", options.at, "List what is at a path, a selector or a sheet")
         ->type_name("PLACE");
     explore->add_option("--find", options.find, "List only what has this text in names or values")
         ->type_name("TEXT");
@@ -160,7 +154,7 @@ void addExplore(CLI::App& app, Options& options) {
         ->type_name("N")
         ->check(notNegative());
     explore->add_flag("--count-rows", options.countsRows,
-                      "Count the rows of the tables of a database that are listed");
+                      "Count the rows of the tables that are listed");
     addOutput(*explore, options, explainOutputs, "As text (default) or json");
     addTimeout(*explore, options);
 }
@@ -173,8 +167,7 @@ void addParams(CLI::App& app, Options& options) {
 }
 
 void addRun(CLI::App& app, Options& options) {
-    CLI::App* run = app.add_subcommand(
-        "run", "Run all instances of a scene until Ctrl-C, then print the store");
+    CLI::App* run = app.add_subcommand("run", "Run a scene until Ctrl-C, then print the store");
     run->callback([&options] { options.command = Command::Run; });
     addPlugin(*run, options);
     run->add_option("SCENE", options.scene, "The scene file")->required();
@@ -190,9 +183,8 @@ void addRun(CLI::App& app, Options& options) {
 }
 
 void addServe(CLI::App& app, Options& options) {
-    CLI::App* serve = app.add_subcommand(
-        "serve",
-        "Run all instances of a scene, or a new one, and show them on a page in the browser");
+    CLI::App* serve =
+        app.add_subcommand("serve", "Run a scene, and show it on a page in the browser");
     serve->callback([&options] { options.command = Command::Serve; });
     addPlugin(*serve, options);
     serve->add_option("SCENE", options.scene, "The scene file (default: one new instance)");
@@ -214,7 +206,7 @@ constexpr std::pair<const char*, const char*> examplesOfCommands[] = {
     {"load",
      "  intake-workbench load scores.json --set xpath=matches --set mode=DataArray\n"
      "  intake-workbench load --scene show.scene.json --instance table --out script\n"
-     "  intake-workbench load https://feed.example/table.xml --fail-on-empty --report loads.jsonl"},
+     "  intake-workbench load table.xml --fail-on-empty --report loads.jsonl"},
     {"explain",
      "  intake-workbench explain scores.json --set xpath=matchs\n"
      "  intake-workbench explain --scene show.scene.json --instance table --out json"},
@@ -225,7 +217,7 @@ constexpr std::pair<const char*, const char*> examplesOfCommands[] = {
     {"params", "  intake-workbench params\n  intake-workbench params --out json"},
     {"run",
      "  intake-workbench run show.scene.json\n"
-     "  intake-workbench run show.scene.json --watch --explain --report last-night.jsonl"},
+     "  intake-workbench run show.scene.json --explain --report last-night.jsonl"},
     {"serve",
      "  intake-workbench serve show.scene.json --open\n"
      "  intake-workbench serve show.scene.json --port 8080"},

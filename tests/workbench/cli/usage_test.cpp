@@ -1,5 +1,7 @@
 // The command line itself: what is refused, and how it is said.
 
+#include <sstream>
+
 #include "tests/http/support/EnvironmentVariable.h"
 #include "tests/workbench/cli/Workbench.h"
 
@@ -24,6 +26,18 @@ TEST_F(Usage, HelpIsAResult) {
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.err, "");
         EXPECT_NE(result.out.find("Usage: intake-workbench"), std::string::npos) << result.out;
+    }
+}
+
+TEST_F(Usage, HelpFitsATerminalOfEightyColumns) {
+    for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+             {}, {"load"}, {"explain"}, {"explore"}, {"params"}, {"run"}, {"serve"}}) {
+        std::vector<std::string> arguments = command;
+        arguments.emplace_back("--help");
+        std::istringstream lines(run(arguments).out);
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LE(line.size(), 80U) << line;
+        }
     }
 }
 
