@@ -106,7 +106,11 @@ const Case IN_THE_BODY[] = {
     {"NobrInANobr", "<nobr>1<nobr>2", "html(head body(nobr(\"1\") nobr(\"2\")))"},
     {"ObjectBoundsFormatting", "<b><object>x</b></object>y",
      "html(head body(b(object(\"x\") \"y\")))"},
+    {"ObjectThatIsClosedBoundsNothing", "<p><b><object></object></p>x",
+     "html(head body(p(b(object)) b(\"x\")))"},
     {"ObjectThatIsNotOpen", "</object>x", "html(head body(\"x\"))"},
+    {"FormattingThatIsAlikeThreeTimesAtMost", "<p><b><b><b><b></p>x",
+     "html(head body(p(b(b(b(b)))) b(b(b(\"x\")))))"},
     {"ImageIsImg", "<image>", "html(head body(img))"},
     {"VoidElements", "<p><param><source><track><hr>", "html(head body(p(param source track) hr))"},
     {"ButtonInAButton", "<button>1<button>2", "html(head body(button(\"1\") button(\"2\")))"},
@@ -146,6 +150,8 @@ const Case IN_TEMPLATES[] = {
      "html(head body(template(content(col col))))"},
     {"WithTableParts", "<body><template><caption>a</caption><tbody><tr></template>",
      "html(head body(template(content(caption(\"a\") tbody(tr)))))"},
+    {"InATableHoldsItsTexts", "<table><template><tr>a</template>",
+     "html(head body(table(template(content(tr \"a\")))))"},
     {"WithMetadata", "<body><template><link></b><div></template>",
      "html(head body(template(content(link div))))"},
     {"ThatIsNotClosed", "<body><template><b>a", "html(head body(template(content(b(\"a\")))))"},
@@ -208,6 +214,7 @@ const Case IN_TABLES[] = {
 const Case IN_FOREIGN_CONTENT[] = {
     {"NamesAndAttributes", "<svg viewbox=1><lineargradient/><foreignobject><p>a",
      "html(head body(svg svg(viewBox=\"1\" svg linearGradient svg foreignObject(p(\"a\")))))"},
+    {"SlashWithinATag", "<svg><g / a=1>b", "html(head body(svg svg(svg g(a=\"1\" \"b\"))))"},
     {"HtmlInAnnotations",
      "<math><annotation-xml encoding=text/html><p>a</p></annotation-xml><mi><b>c",
      "html(head body(math math(math annotation-xml(encoding=\"text/html\" p(\"a\")) math "

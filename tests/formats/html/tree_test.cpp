@@ -180,6 +180,10 @@ TEST(HtmlTree, IsRefusedWhenItTakesTooMuchMemory) {
     EXPECT_EQ(refusalOf(page, endMark, 10'000'000),
               "The elements of the page take more than 10 MB of memory");
     EXPECT_EQ(refusalOf(page, endMark, 100'000'000), "");
+
+    const size_t taken = parsePage(page, endMark)->arena.size();
+    EXPECT_EQ(refusalOf(page, endMark, taken), "");
+    EXPECT_NE(refusalOf(page, endMark, taken - 1), "");
 }
 
 }  // namespace

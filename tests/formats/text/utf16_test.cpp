@@ -24,6 +24,7 @@ TEST(Utf16, AZeroIsACharacter) {
 TEST(Utf16, AHalfOfAPairIsReplaced) {
     EXPECT_EQ(toUtf8(std::u16string{u'a', 0xD83C, u'b'}), "a\uFFFDb");
     EXPECT_EQ(toUtf8(std::u16string{u'a', 0xDFC6, 0xD83C}), "a\uFFFD\uFFFD");
+    EXPECT_EQ(toUtf8(std::u16string{0xDFC6, 0xDFC6}), "\uFFFD\uFFFD");
     EXPECT_EQ(toUtf8(std::u16string{0xD83C, 0xD83C, 0xDFC6}), "\uFFFD\U0001F3C6");
 }
 

@@ -65,6 +65,26 @@ TEST(DocumentScanner, ResolvesLineEndsAndReferences) {
               "<a b=[   \n\"] c=[1]>T[\n\n\r]C[\n]S[\n]</>");
 }
 
+TEST(DocumentScanner, TellsAllResolvedValuesOfATagHoweverLongTheyAre) {
+    const std::string text(100, 'x');
+    EXPECT_EQ(scanned("<a b='&lt;' c='&gt;" + text + "' d='e' f='&amp;" + text + "'/>"),
+              "<a b=[<] c=[>" + text + "] d=[e] f=[&" + text + "]></>");
+}
+
+/// An element of so many attributes.
+std::string withAttributes(size_t count) {
+    std::string tag = "<a";
+    for (size_t i = 0; i < count; ++i) {
+        tag += " b" + std::to_string(i) + "=''";
+    }
+    return tag + "/>";
+}
+
+TEST(DocumentScanner, LeavesATagOfMoreAttributesThanThereIsRoomForToTheParser) {
+    EXPECT_NE(scanned(withAttributes(64)), UNKNOWN);
+    EXPECT_EQ(scanned(withAttributes(65)), UNKNOWN);
+}
+
 TEST(DocumentScanner, ReadsTheSameInWindowsOfAnySize) {
     const std::string document =
         "\xEF\xBB\xBF<?xml version='1.0' standalone='yes'?>\r\n<!-- - -->\n<a b='\xC3\xA9' "
@@ -86,6 +106,9 @@ TEST(DocumentScanner, LeavesAllElseToTheParserInWindowsOfAnySize) {
                                         "<a>\x01</a>"s,
                                         "<a>\xFF</a>"s,
                                         "<a>\0</a>"s,
+                                        "<a b='\xFF&amp;'/>"s,
+                                        "<a>\xFF 32 bytes that are taken in one go </a>"s,
+                                        "<a>]]> 32 bytes that are taken in one go </a>"s,
                                         "<a>]]></a>"s,
                                         "<a><!-- -- --></a>"s,
                                         "<a b='1' b='2'/>"s,
@@ -105,6 +128,7 @@ TEST(DocumentScanner, LeavesAllElseToTheParserInWindowsOfAnySize) {
                                         "<?xml version='1.1'?><a/>"s,
                                         "<?xml version='1.0' encoding='latin1'?><a/>"s,
                                         "<a><?xml x?></a>"s,
+                                        "<a><?XML x?></a>"s,
                                         "<a><?p:q?></a>"s,
                                         "<a><![CDATA[</a>"s,
                                         "<a><refused/></a>"s,

@@ -86,7 +86,11 @@ TEST_F(ScannedTree, IsNoneOfWhatIsForTheParser) {
     EXPECT_EQ(scanned("<!DOCTYPE a><a/>"), nullptr);
     EXPECT_EQ(scanTree(TextSource("<a/>"), "latin1", endMark_, ANY_NUMBER_OF_NODES), nullptr);
     EXPECT_EQ(scanned("<a xml:id='x'/>"), nullptr);
+    EXPECT_EQ(scanned("<a xml:space='keep'/>"), nullptr);
     EXPECT_EQ(scanned("<a xmlns='u&amp;v'/>"), nullptr);
+    EXPECT_EQ(scanned("<a xmlns:xml='urn:x'/>"), nullptr);
+    EXPECT_EQ(scanned("<a xmlns:p='http://www.w3.org/2000/xmlns/'/>"), nullptr);
+    EXPECT_EQ(scanned("<a xmlns:p='urn:x' xmlns:q='urn:x' p:b='' q:b=''/>"), nullptr);
     EXPECT_EQ(scanned("<a/><?" + std::string(10'001, 'n') + "?>"), nullptr);
     EXPECT_EQ(scanTree(TextSource("<a><b/></a>"), "", endMark_, 1), nullptr);
     for (const char* const leaf : {"t<b/>", "<![CDATA[t]]>", "<!--c-->", "<?i?>"}) {

@@ -32,6 +32,7 @@ TEST_F(WorkbookCells, AreNumbersTextsAndBooleans) {
                    ALL),
               "Name|Age|In\n"
               "'Ada'|36.5|true\n");
+    EXPECT_EQ(rows(cell("<c t='b'><v>true</v></c>"), ALL), "A\ntrue\n");
 }
 
 TEST_F(WorkbookCells, KeepEveryDigitOfANumber) {

@@ -110,7 +110,7 @@ TEST(DateFormats, AreNotThoseOfNumbersAndTexts) {
     for (const char* const code :
          {"General", "GENERAL", "0", "#,##0.00", "0%", "0.00E+00", "@", "[Red]0;[Blue]-0",
           "0\" days\"", "0\\d", "[$EUR-407] #,##0", "_d0", "*d0", "# ?/?", "0;\"d\";yyyy", "",
-          "\"unclosed d", "[unclosed d"}) {
+          "\"unclosed d", "[unclosed d", "[]0"}) {
         EXPECT_EQ(dateFormatOf(code), DateFormat::NONE) << code;
     }
 }

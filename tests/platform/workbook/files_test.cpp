@@ -170,6 +170,35 @@ TEST_F(WorkbookFiles, WithADamagedPartAreRefused) {
     ASSERT_THROW(connection.openRecordset(ALL), PlatformError);
     EXPECT_EQ(withoutPath(connection.errors()[0].description),
               UNREADABLE + "the sheet \"S\" is damaged");
+    EXPECT_THROW(connection.openRecordset(ALL), PlatformError);
+}
+
+TEST_F(WorkbookFiles, WithADamagedIndexAreRefused) {
+    std::string bytes = TestBook().sheet("S12345", "").zip({.stored = true}).bytes();
+    bytes[bytes.find("S12345")] = 'T';
+    EXPECT_EQ(openError(bytes), UNREADABLE + "its part \"xl/workbook.xml\" is damaged");
+}
+
+TEST_F(WorkbookFiles, WhoseDirectoryEndsWithinAnEntryAreRefused) {
+    constexpr size_t EXTRA_LENGTH = 30;  // its place in an entry
+    std::string bytes = book().bytes();
+    bytes[bytes.rfind("PK\x01\x02") + EXTRA_LENGTH] = 3;
+    EXPECT_EQ(openError(bytes),
+              UNREADABLE + "its zip directory is damaged; the file may be incomplete");
+}
+
+TEST_F(WorkbookFiles, MayPointToDocumentsOutsideOfThem) {
+    const std::string type = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+    EXPECT_EQ(
+        rows(book().part("_rels/.rels",
+                         "<Relationships xmlns='http://schemas.openxmlformats.org/package/"
+                         "2006/relationships'><Relationship Id='a' Type='" +
+                             type +
+                             "officeDocument' Target='http://example.com/a.xlsx' "
+                             "TargetMode='External'/><Relationship Id='b' Type='" +
+                             type + "officeDocument' Target='xl/workbook.xml'/></Relationships>"),
+             ALL),
+        "1\n");
 }
 
 TEST_F(WorkbookFiles, WithAnyByteChangedAreReadOrRefused) {
@@ -221,11 +250,13 @@ TEST_F(WorkbookFiles, WhoseCellsContradictThemselvesAreRefused) {
         const char* rows;
         const char* reason;
     };
-    const std::array<Case, 6> cases{{
+    const std::array<Case, 7> cases{{
         {"<row><c t='s'><v>-1</v></c></row>",
          "has a cell in row 1 that holds the shared text \"-1\", which cannot be"},
         {"<row><c t='s'><v>3</v></c></row>",
          "has a cell in row 1 that holds the shared text 3, but there are only 0"},
+        {"<row><c t='s'><v>0</v></c></row>",
+         "has a cell in row 1 that holds the shared text 0, but there are only 0"},
         {"<row r='0'/>", "has a row \"0\", which cannot be"},
         {"<row r='1048577'/>", "has a row \"1048577\", which cannot be"},
         {"<row r='1048576'/><row/>", "has a row 1048577, beyond the last there is"},

@@ -43,6 +43,11 @@ TEST_F(XmlMarkup, AnInheritedNamespaceIsDeclaredWhereItIsFirstUsed) {
               "<b><p:c xmlns:p=\"urn:p\"><p:d/></p:c><e xmlns:p=\"urn:p\" p:f=\"1\"/></b>|");
 }
 
+TEST_F(XmlMarkup, AnInheritedNamespaceIsDeclaredInEachOfTheElementsSideBySide) {
+    load("<a xmlns:p=\"urn:p\"><b><p:c/><p:c/></b></a>");
+    EXPECT_EQ(markup("/a/b"), "<b><p:c xmlns:p=\"urn:p\"/><p:c xmlns:p=\"urn:p\"/></b>|");
+}
+
 TEST_F(XmlMarkup, AnInheritedDefaultNamespaceIsDeclaredOnce) {
     load("<a xmlns=\"urn:d\"><b><c/><c/></b></a>");
     EXPECT_EQ(markup("/*/*"), "<b xmlns=\"urn:d\"><c/><c/></b>|");

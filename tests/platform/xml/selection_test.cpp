@@ -148,6 +148,17 @@ TEST_F(XmlSelection, NamesBeyondAsciiBeginAbsolutePathsToo) {
     EXPECT_EQ(texts("/\u00E9/b[. = \"/\u00E9\"]/@id"), "2|");
 }
 
+TEST_F(XmlSelection, SlashesInALiteralAreNoSteps) {
+    load("<a><b>x///y</b></a>");
+    EXPECT_EQ(texts("a/b[. = 'x///y']"), "x///y|");
+    EXPECT_EQ(texts("*['x///y' = b]"), "x///y|");
+}
+
+TEST_F(XmlSelection, APredicateKnowsItsPositionBehindAStepFromManyNodes) {
+    load("<a><b/><b>2</b><b/></a>");
+    EXPECT_EQ(texts("a/b[/a/b/following-sibling::b and position() = 2]"), "2|");
+}
+
 TEST_F(XmlSelection, IsInDocumentOrderWhereTextStandsBesideElements) {
     load("<r><a><b>B</b></a>tail</r>");
     EXPECT_EQ(texts("//b|/r/text()"), "B|tail|");
@@ -159,6 +170,8 @@ TEST_F(XmlSelection, IsInDocumentOrderWhereTextStandsBesideElements) {
               "r|a|b|c|#comment|d|e|p|f|");
     EXPECT_EQ(texts("/r/d | //c/text() | //b/ . | (//.)[. = '10']"), "23|3|7|10|10|");
     EXPECT_EQ(names("//f | //*[1 = 1] | //c"), "r|a|b|c|d|e|f|");
+    EXPECT_EQ(names("//comment() | //c"), "c|#comment|");
+    EXPECT_EQ(names("//processing-instruction() | //e"), "e|p|");
 }
 
 }  // namespace

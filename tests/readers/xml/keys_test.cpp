@@ -33,6 +33,18 @@ TEST(XmlKey, MayBeAPathBelowTheRow) {
     EXPECT_EQ(table("name/short"), R"(T[GRW]={{name="GRWGreywharf";};};T[KEL]={{name="KEL";};};)");
 }
 
+TEST(XmlKey, MayBeChosenByAnAttribute) {
+    EXPECT_EQ(fileScript("<d><r><n k='1'>a</n><n k='2'>b</n></r></d>",
+                         {.xpath = "/d/r", .mode = DATA_TABLE, .key = "n[@k='2']"}),
+              R"(T[b]={{n="a";n="b";};};)");
+}
+
+TEST(XmlKey, MayBeASection) {
+    EXPECT_EQ(fileScript("<d><r><n><![CDATA[a]]></n></r></d>",
+                         {.xpath = "/d/r", .mode = DATA_TABLE, .key = "n/text()"}),
+              R"(T[a]={{n="a";};};)");
+}
+
 TEST(XmlKey, MayLeadUpwards) {
     EXPECT_EQ(fileScript(TEAMS, {.xpath = "//team[1]", .mode = DATA_TABLE, .key = "../@name"}),
               R"(T[North]={{name="GRWGreywharf";};};)");

@@ -57,6 +57,16 @@ TEST(XmlSelection, IsInDocumentOrder) {
     EXPECT_EQ(joined("<a><b>1</b><c>2</c><b>3</b></a>", "//b[last()]/preceding-sibling::*"), "1|2");
 }
 
+TEST(XmlSelection, LooksAtAttributesOfWhatAChildHasChosen) {
+    constexpr auto source = "<d><r id='1'><n>a</n></r><r id='2'><n>a</n>b</r></d>";
+    EXPECT_EQ(joined(source, "/d/r[n='a'][@id='2']"), "ab");
+    EXPECT_EQ(joined(source, "/d/r[n='a'][@id='3']"), "");
+}
+
+TEST(XmlSelection, ComparesTheTextOfSectionsToo) {
+    EXPECT_EQ(joined("<d><r><n>a<![CDATA[b]]></n></r></d>", "/d/r[n='ab']"), "ab");
+}
+
 TEST(XmlSelection, KnowsPredicatesAndFunctions) {
     constexpr auto SOURCE = "<a><b n='1'>x</b><b n='2'>y</b><b n='3'>z</b></a>";
     EXPECT_EQ(joined(SOURCE, "/a/b[@n > 1]"), "y|z");
