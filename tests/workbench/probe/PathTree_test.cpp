@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "workbench/probe/explore/PathSearch.h"
+
 namespace probe {
 
 namespace {
@@ -21,6 +23,30 @@ TEST(PathTree, HasEachNameOfAPlaceOnce) {
     ASSERT_NE(found, PathTree::NONE);
     EXPECT_EQ(tree.at(found).records, 1000U);
     EXPECT_EQ(tree.at(found).value, "0");
+}
+
+TEST(PathTree, FindsEachNameHoweverManyThereAre) {
+    for (int names = 14; names < 20; ++names) {
+        PathTree tree(plenty, "");
+        std::size_t hint = 0;
+        for (int name = 0; name < names; ++name) {
+            const PathTree::Id made = tree.child(PathTree::ROOT, std::to_string(name), hint);
+            EXPECT_EQ(tree.find(PathTree::ROOT, std::to_string(name)), made);
+            EXPECT_EQ(tree.find(PathTree::ROOT, "0"), tree.at(PathTree::ROOT).children.front());
+        }
+    }
+}
+
+TEST(PathTree, KeepsWhatIsSearchedBelowItsPlaceOnly) {
+    PathTree tree(plenty, "");
+    tree.keep({"a"});
+    PathSearch search(tree, "x", {"a"});
+    for (const char* const place : {"b", "a", "c"}) {
+        std::size_t hint = 0;
+        search.child(search.child(PathSink::ROOT, place, hint), "x", hint);
+    }
+    EXPECT_NE(tree.find(tree.find(PathTree::ROOT, "a"), "x"), PathTree::NONE);
+    EXPECT_EQ(tree.at(PathTree::ROOT).children.size(), 1U);
 }
 
 TEST(PathTree, LeavesOutNamesForWhichThereIsNoRoom) {

@@ -16,6 +16,8 @@ Settings settingsFor(QueryType type) {
 // JSON frames values by two quotes on each side, XML by one.
 const Settings doubled = settingsFor(QueryType::Json);
 const Settings single = settingsFor(QueryType::Xml);
+const Settings ofQuery = settingsFor(QueryType::Sql);
+const Settings ofSheet = settingsFor(QueryType::Excel);
 
 State stateOf(const ScriptCheck& check) {
     Ladder ladder;
@@ -46,6 +48,9 @@ TEST(ScriptCheck, FindsValuesThatEndTheirFrame) {
     EXPECT_EQ(stateOfValue(doubled, "a\"\";b=\"\"c"), State::Warning);
     EXPECT_EQ(stateOfValue(single, "a\";b=\"c"), State::Warning);
     EXPECT_EQ(stateOfValue(single, "a\"\";b"), State::Warning);
+    EXPECT_EQ(stateOfValue(ofQuery, "a\";b=\"c"), State::Warning);
+    EXPECT_EQ(stateOfValue(ofSheet, "a\";b=\"c"), State::Warning);
+    EXPECT_EQ(stateOfValue(doubled, "a\";b=\"c"), State::Ok);
 }
 
 TEST(ScriptCheck, FindsTextsWhoseFirstSignEndsDoubledQuotes) {

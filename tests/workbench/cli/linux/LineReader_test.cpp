@@ -51,3 +51,19 @@ TEST(LineReader, GoesToAPlaceThatItHasToldOf) {
     EXPECT_TRUE(reader.next(line));
     EXPECT_EQ(line, "bc");
 }
+
+TEST(LineReader, CountsOnFromThePlaceThatItGoesTo) {
+    const intake::TempDirectory folder;
+    const std::filesystem::path file = folder.write("places.txt", "a\nbc\nd");
+    LineReader reader(file, 100, 10);
+    std::string line;
+    reader.next(line);
+    reader.seek(2);
+    EXPECT_TRUE(reader.next(line));
+    EXPECT_EQ(line, "bc");
+    EXPECT_EQ(reader.place(), 5U);
+    reader.seek(0);
+    EXPECT_TRUE(reader.next(line));
+    EXPECT_EQ(line, "a");
+    EXPECT_EQ(reader.place(), 2U);
+}

@@ -241,3 +241,11 @@ TEST_F(ExplainedDatabase, AColumnThatComesTwiceIsAWarning) {
     EXPECT_EQ(explained.stages[7].cause,
               "The name \"name\" comes twice in a record; the last value counts.");
 }
+
+TEST_F(ExplainedDatabase, NumbersThatAreTheSameInSixDigitsAreOneKey) {
+    const Explained told(
+        explain(of("SELECT 1.00000001 AS code UNION ALL SELECT 1.00000002"), {"--out", "json"})
+            .out);
+    EXPECT_TRUE(told.isOk);
+    EXPECT_EQ(told.records, 1U);
+}

@@ -201,6 +201,23 @@ page.html: 2 records, # s
 )");
 }
 
+TEST_F(ExplainedPage, ARowWithoutTheCellOfTheKeyHasAnEmptyOne) {
+    expectOf("<!DOCTYPE html><table><tr><th>a<th>k<tr><td>1<td>x<tr><td>2</table>",
+             {"mode=DataTable", "key=k", "fromRow=1"}, R"(
+page.html: 2 records, # s
+  ✓ settings
+  ✓ address   page.html
+  ✓ fetched   67 bytes
+  ✓ format    an HTML page
+  ✓ selection the first table: 3 rows, 2 columns
+  ! key       k
+              The key of 1 record is empty.
+  ✓ rows      2 of 3: numbers 1 to 2
+  ✓ script
+  ✓ store
+)");
+}
+
 TEST_F(ExplainedPage, AHeaderWithoutATextIsAWarning) {
     expectOf("<table><tr><th><th>Club<tr><td>1<td>Quay</table>", {"fromRow=1"}, R"(
 page.html: 1 record, # s

@@ -227,3 +227,34 @@ league.json: 1 record, # s
   ✓ store
 )");
 }
+
+TEST_F(ExplainedJson, OfTheWholeDocumentTheLargestArrayIsProposed) {
+    expectOf(R"({"a":[{"id":1}],"b":[{"id":1},{"id":2}],"c":[{"id":1}]})", {"xpath="}, R"(
+league.json: 1 record, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   55 bytes
+  ✓ format    JSON
+  ! selection the whole document
+              "XPath" (xpath) is empty: the document is written as one value, and no records are counted.
+              Set "XPath" (xpath) to the path of the records.
+  ✓ store
+  – key, rows, script: not looked at
+  Try: --set xpath=b   (2 records, checked)
+)");
+}
+
+TEST_F(ExplainedJson, ADocumentThatIsAnArrayIsProposedByAStar) {
+    expectOf(R"([{"id":1},{"id":2}])", {"xpath=a/b"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   19 bytes
+  ✓ format    JSON
+  ✗ selection a / b
+              ^ The document is an array, whose elements have no names; "*" takes them all.
+              Set "XPath" (xpath) to a path of names that are there.
+  – key, rows, script, store: not reached
+  Try: --set 'xpath=*'   (2 records, checked)
+)");
+}

@@ -176,6 +176,38 @@ league.json: 1 record, # s
 )");
 }
 
+TEST_F(ExplainedJson, NumbersOfRowsMayHaveASign) {
+    expectOfLeague({"fromRow=+1", "numRows=+2"}, R"(
+league.json: 2 records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   334 bytes
+  ✓ format    JSON
+  ✓ selection data / standings / rows: 3 objects
+  ✓ key       id
+  ✓ rows      2 of 3: numbers 1 to 2
+  ✓ script
+  ✓ store
+)");
+}
+
+TEST_F(ExplainedJson, AFirstRowBeyondAnyNumberIsTold) {
+    expectOfLeague({"fromRow=99999999999"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   334 bytes
+  ✓ format    JSON
+  ✓ selection data / standings / rows: 3 objects
+  ✗ rows      from 2147483647
+              There are 3 records, 0 to 2.
+              Set "From row" (fromRow) to the first one that is wanted.
+  – key: not looked at
+  – script, store: not reached
+  Try: --set fromRow=   (3 records, checked)
+)");
+}
+
 TEST_F(ExplainedJson, AnArrayThatIsThereAndEmptyIsFine) {
     expectOfLeague({"xpath=data/fixtures"}, R"(
 league.json: no records, # s

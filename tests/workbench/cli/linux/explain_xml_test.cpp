@@ -124,6 +124,21 @@ source.xml: no records, # s
 )");
 }
 
+TEST_F(ExplainedXml, ALastPredicateThatNothingMeetsIsLeftOut) {
+    expectOf(league, {"xpath=/league/group/club[@id='xx']"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   285 bytes
+  ✓ format    XML
+  ✗ selection /league/group/club[@id='xx']
+                            ^^^^^^^^^^^^^^ 3 club elements are there, and none meets [@id='xx']. "@id" is: ha, pi, qu.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=/league/group/club   (3 records, checked)
+)");
+}
+
 TEST_F(ExplainedXml, APredicateOnWhatIsNotThereIsTold) {
     expectOf(league, {"xpath=/league/group[@title='A']/club"}, R"(
 source.xml: no records, # s
@@ -197,6 +212,22 @@ source.xml: no records, # s
               Set "XPath" (xpath) to names that are there.
   – key, rows, script, store: not reached
   Try: --set 'namespaces=xmlns:m="http://example.com/more" xmlns:d="http://example.com/feed"' --set xpath=/d:feed   (1 record, checked)
+)");
+}
+
+TEST_F(ExplainedXml, APrefixThatStandsForAnotherNamespaceIsNotDeclaredAnew) {
+    expectOf("<m:list xmlns:m='urn:b'/>", {"xpath=/m:list", "namespaces=xmlns:m='urn:a'", "mode=1"},
+             R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   25 bytes
+  ✓ format    XML
+  ✗ selection /m:list
+               ^^^^^^ The element "list" is there, but in the namespace "urn:b". In an XPath it needs a prefix, which "Namespaces" (namespaces) declares.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set 'namespaces=xmlns:m='\''urn:a'\'' xmlns:m2="urn:b"' --set xpath=/m2:list   (1 record, checked)
 )");
 }
 

@@ -167,3 +167,15 @@ TEST_F(ExploredDatabase, TheJsonFormNamesTheConnectionStringOfAFile) {
     EXPECT_STREQ(json["queryMode"].GetString(), "SQL");
     EXPECT_STREQ(json["connStr"].GetString(), "Provider=SQLite;Data Source=league.db");
 }
+
+TEST_F(ExploredDatabase, ATableMayHaveAQuoteInItsName) {
+    intake::makeDatabase(folder / "quote.db", "CREATE TABLE \"o'k\" (id INT);");
+    expectExplored({"quote.db"}, R"(
+quote.db is a database of SQLite
+records  name  kind   first value  select it by
+         o'k   table               --set 'query=SELECT * FROM "o'\''k"'
+           id  INT                 --set 'query=SELECT id FROM "o'\''k"'
+
+Load one, for example: intake-workbench load quote.db --set mode=DataArray --set 'query=SELECT * FROM "o'\''k"'
+)");
+}

@@ -32,6 +32,20 @@ Load one, for example: intake-workbench load league.json --set mode=DataArray --
 )");
 }
 
+TEST_F(ExploredJson, AnArrayInAnArrayIsAValue) {
+    write("nested.json", R"({"b":0,"a":[[1,2],[3],{"c":4}]})");
+    expectExplored({"nested.json"}, R"(
+nested.json is JSON, 31 bytes
+records  name  kind             first value  select it by
+      1  b     numbers          0            --set xpath=b
+      3  a     arrays, objects               --set xpath=a
+      3    *   numbers          1
+      1    c   numbers          4            --set xpath=a/c
+
+Load one, for example: intake-workbench load nested.json --set mode=DataArray --set xpath=a
+)");
+}
+
 TEST_F(ExploredJson, JsonIsListedBelowAPlace) {
     write("league.json", league);
     expectExplored({"league.json", "--at", "table/coach"}, R"(
