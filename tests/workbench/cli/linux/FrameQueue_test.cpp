@@ -36,6 +36,20 @@ TEST(FrameQueueTest, LeavesForTheNextFrameWhatTakesTooLong) {
     EXPECT_EQ(made, "abc");
 }
 
+TEST(FrameQueueTest, MakesWhatWasLeftBeforeWhatIsPostedMeanwhile) {
+    FrameQueue queue;
+    std::string made;
+    queue.post([&] {
+        queue.post([&] { made += 'c'; });
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    });
+    queue.post([&] { made += 'b'; });
+    queue.runFrame();
+    EXPECT_EQ(made, "");
+    queue.runFrame();
+    EXPECT_EQ(made, "bc");
+}
+
 TEST(FrameQueueTest, TakesNoMoreThanAThousand) {
     FrameQueue queue;
     for (int i = 0; i < 1000; ++i)

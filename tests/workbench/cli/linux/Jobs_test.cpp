@@ -72,3 +72,13 @@ TEST(Jobs, AreRefusedWhenTooManyWait) {
     EXPECT_FALSE(jobs.add([](const std::stop_token&) {}));
     stuck.letGo();
 }
+
+TEST(Jobs, MayBeAddedByWhatOneHeldWhenThatGoes) {
+    Jobs jobs(1);
+    std::promise<void> done;
+    const auto finish = [&](const std::stop_token&) { done.set_value(); };
+    int held = 0;
+    const auto letGo = [&](const int*) { jobs.add(finish); };
+    jobs.add([guard = std::shared_ptr<int>(&held, letGo)](const std::stop_token&) {});
+    EXPECT_EQ(done.get_future().wait_for(patience), std::future_status::ready);
+}

@@ -50,6 +50,14 @@ TEST(RefusedLogins, DifferByWhatIsSent) {
     settings.password = "two";
     EXPECT_NE(workbench::loginOf(settings), one);
     settings.password = "one";
+    for (std::string probe::Settings::*const sent :
+         {&probe::Settings::filename, &probe::Settings::connStr, &probe::Settings::proxyUrl,
+          &probe::Settings::userName, &probe::Settings::proxyUser, &probe::Settings::proxyPwd,
+          &probe::Settings::customHeaders}) {
+        probe::Settings other = settings;
+        other.*sent = "two";
+        EXPECT_NE(workbench::loginOf(other), one);
+    }
     settings.xpath = "rows";
     EXPECT_EQ(workbench::loginOf(settings), one);
 }

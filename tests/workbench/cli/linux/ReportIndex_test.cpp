@@ -90,8 +90,8 @@ TEST_F(ReportIndexTest, KeepsThreeReports) {
     index();
     const std::string first = file;
     for (const char* const name : {"1", "2", "3"}) {
-        std::ofstream(file + name) << b;
-        EXPECT_EQ(indexes.of(file + name, {}).placesOf("b"), Places{0});
+        std::ofstream(file + name) << line(name, "t");
+        EXPECT_EQ(indexes.of(file + name, {}).placesOf(name), Places{0}) << name;
     }
     EXPECT_EQ(index().placesOf("a"), Places{0});
 }

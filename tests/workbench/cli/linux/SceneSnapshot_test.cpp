@@ -4,6 +4,7 @@
 #include <rapidjson/document.h>
 
 #include "host/lumo.h"
+#include "workbench/cli/UsageError.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/lumo/Host.h"
 
@@ -17,6 +18,7 @@ protected:
     SceneSnapshotTest() {
         evSetPersistent(1);
         evRegisterParameterString("file", "File", "", 80, 80, 0);
+        evRegisterParameterString("password", "Password", "", 80, 80, 0);
     }
 
     static std::string sceneWith(const std::string& file) {
@@ -78,4 +80,28 @@ TEST_F(SceneSnapshotTest, IsNotSavedWhereTheFileIsGone) {
 TEST_F(SceneSnapshotTest, IsSavedOverWhatWasOpenedWhereTheFileIsNoSceneAnyMore) {
     const SceneSnapshot scene = snapshot("z", SceneContent("no scene"));
     EXPECT_EQ(parsed(scene.textToSave(false)), parsed(sceneWith("z")));
+}
+
+TEST_F(SceneSnapshotTest, OfNothingWithoutAFileIsNotSaved) {
+    SceneSnapshot scene = snapshot("x", SceneContent(std::nullopt));
+    scene.instances.clear();
+    EXPECT_FALSE(parsed(scene.json())["isSaved"].GetBool());
+}
+
+TEST_F(SceneSnapshotTest, HidesTheSecretsOfTheFileToo) {
+    const std::string onDisk =
+        R"({"instances": [{"name": "a", "parameters": {"password": "formerSecret"}}]})";
+    const std::string told = snapshot("x", SceneContent(onDisk)).json();
+    EXPECT_NE(told.find("\"name\": \"password\""), std::string::npos) << told;
+    EXPECT_EQ(told.find("formerSecret"), std::string::npos) << told;
+}
+
+TEST_F(SceneSnapshotTest, OfASceneThatIsNestedTooDeepIsNone) {
+    const auto open = [this](int depth) {
+        const std::string text = "{\"instances\": [], \"note\": " + std::string(depth, '[') +
+                                 std::string(depth, ']') + "}";
+        workbench::SceneText("a.json", text, host.parameters);
+    };
+    EXPECT_NO_THROW(open(99));
+    EXPECT_THROW(open(100), workbench::UsageError);
 }

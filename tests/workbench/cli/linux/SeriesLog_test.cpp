@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "workbench/cli/serve/series_json.h"
 
 using workbench::LoadEvent;
@@ -38,4 +40,12 @@ TEST(SeriesLog, ForgetsANameThatFiveHundredLoadsHaveNotWritten) {
     log.add(loadOf("new"));
     EXPECT_FALSE(has(log, "old"));
     EXPECT_TRUE(has(log, "new"));
+}
+
+TEST(SeriesLog, LeavesOutWhatIsNoNumber) {
+    SeriesLog log;
+    LoadEvent event = loadOf("none");
+    event.numbers.front().value = std::nan("");
+    log.add(event);
+    EXPECT_FALSE(has(log, "none"));
 }

@@ -134,6 +134,16 @@ TEST_F(ServedDryRun, OfASharedMemorySaysItsText) {
     EXPECT_TRUE(intake::eventually([this] { return linesOf(dryRun("memory")) == Lines{}; }));
 }
 
+TEST_F(ServedDryRun, OfASharedMemorySaysThatALoadThatFailsEmptiesIt) {
+    load("memory", 2);
+    write("list.json", "{");
+    const auto result = dryRun("memory");
+    EXPECT_STREQ(result["outcome"].GetString(), "failed");
+    EXPECT_EQ(linesOf(result), (Lines{"changed shared memory[IDS]: 0|1 → "}));
+    post("/api/v1/instances/memory/load");
+    EXPECT_TRUE(intake::eventually([this] { return linesOf(dryRun("memory")) == Lines{}; }));
+}
+
 TEST_F(ServedDryRun, OfASharedMemoryThatIsNotBoundStoresNothingAsTheLoad) {
     patch("/api/v1/instances/list", R"({"revision": 1, "set": {"mode": "Shared Memory"}})");
     EXPECT_STREQ(dryRun("list")["outcome"].GetString(), "notExecuted");

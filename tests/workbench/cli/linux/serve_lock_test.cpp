@@ -100,6 +100,7 @@ TEST_F(ServedLock, LoadsADraftOnlyWhenTheButtonIsHeld) {
     lock(true);
     set(R"({"xpath": "items"})");
     EXPECT_EQ(post("/api/v1/instances/table/load").status, 423);
+    EXPECT_EQ(post("/api/v1/instances/table/load", seen(table, R"(, "held": false)")).status, 423);
     const Answer answer = post("/api/v1/instances/table/load", seen(table, R"(, "held": true)"));
     EXPECT_EQ(answer.status, 202);
     EXPECT_TRUE(hasLoaded(1));
