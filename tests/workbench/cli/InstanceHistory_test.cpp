@@ -27,6 +27,13 @@ TEST_F(History, AnInstanceThatLoadsByItselfIsLoadingAndTheOtherWaits) {
     EXPECT_EQ(stateAt(0), State::Waiting);
 }
 
+TEST_F(History, AnotherPeriodForgetsTheLoadsThatAreUnderWay) {
+    history.began(0);
+    history.setPeriod(1);
+    EXPECT_EQ(history.becameLate(20), 0U);
+    EXPECT_EQ(answer(1, 20).seconds, 0);
+}
+
 TEST_F(History, ALoadTakesFromItsBeginToItsAnswer) {
     history.began(1);
     EXPECT_EQ(answer(20, 3.5).seconds, 2.5);

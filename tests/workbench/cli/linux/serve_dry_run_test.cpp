@@ -151,6 +151,11 @@ TEST_F(ServedDryRun, OfASharedMemoryThatIsNotBoundStoresNothingAsTheLoad) {
     EXPECT_STREQ(dryRun("list")["outcome"].GetString(), "loaded");
 }
 
+TEST_F(ServedDryRun, OfASharedMemoryThatHasLostItsNameIsOfTheOneBefore) {
+    patch("/api/v1/instances/memory", R"({"revision": 1, "set": {"shmvar": ""}})");
+    EXPECT_EQ(linesOf(dryRun("memory")), (Lines{"changed shared memory[IDS]:  → 0|1"}));
+}
+
 TEST_F(ServedDryRun, DoesNotRunAQueryThatWritesUnlessToldSo) {
     EXPECT_STREQ(dryRun("query")["outcome"].GetString(), "mayWrite");
     EXPECT_STREQ(dryRun("query", R"({"allowWrites": true})")["outcome"].GetString(), "failed");
@@ -200,6 +205,25 @@ TEST_F(ServedDryRun, KeepsTheLastLoads) {
     EXPECT_STREQ(loads[1]["line"].GetString(), "records 2 → 1, 1 left over");
     EXPECT_STREQ(loads[1]["outcome"].GetString(), "loaded");
     EXPECT_EQ(loads[1]["before"].GetInt(), 2);
+}
+
+TEST_F(ServedDryRun, CountsRecordsThatAreNewAndGoneBesideTheLastLoadThatWentWell) {
+    writeRows(3);
+    load("list", 3);
+    write("list.json", R"({"rows": [{"id": 0}, {"id": 7}]})");
+    load("list", 2);
+    write("list.json", "{");
+    load("list", 0);
+    write("list.json", R"({"rows": [{"id": 7}, {"id": 8}, {"id": 0}, {"id": 9}]})");
+    load("list", 4);
+    const auto told = json(get("/api/v1/loads"));
+    const auto& loads = told["loads"];
+    ASSERT_EQ(loads.Size(), 4U);
+    EXPECT_EQ(loads[1]["new"].GetInt(), 1);
+    EXPECT_EQ(loads[1]["gone"].GetInt(), 2);
+    EXPECT_EQ(loads[2]["new"].GetInt(), 0);
+    EXPECT_EQ(loads[3]["new"].GetInt(), 2);
+    EXPECT_EQ(loads[3]["gone"].GetInt(), 0);
 }
 
 TEST_F(ServedDryRun, TellsPagesOfEachLoad) {
