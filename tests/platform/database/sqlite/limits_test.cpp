@@ -94,6 +94,20 @@ TEST_F(SqliteLimits, ADatabaseThatIsLockedForAWhileIsRead) {
     EXPECT_EQ(recordsOf(*waiting.openRecordset("SELECT v FROM t")), "I8 7|\n");
 }
 
+TEST_F(SqliteLimits, TheTimeForARecordDoesNotPassWhileALockIsWaitedFor) {
+    run("CREATE TABLE t AS SELECT 7 AS v");
+    run("BEGIN EXCLUSIVE");
+    std::thread other([&] {
+        std::this_thread::sleep_for(milliseconds(1200));
+        connection_.reset();
+    });
+    SqliteSession session("test.db", SQLITE_OPEN_READWRITE,
+                          {std::chrono::minutes(1), milliseconds(500)}, endMark_);
+
+    EXPECT_NO_THROW(EXPECT_TRUE(SqliteStatement(session, "SELECT v FROM t").step()));
+    other.join();
+}
+
 TEST_F(SqliteLimits, AWriterThatIsInTheWayIsNamed) {
     run("CREATE TABLE t (v)");
     run("BEGIN IMMEDIATE");
