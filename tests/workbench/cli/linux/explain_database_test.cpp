@@ -47,6 +47,21 @@ league.db: not loaded, # s
 )");
 }
 
+TEST_F(ExplainedDatabase, AColumnIsMarkedBehindTheShortNameOfItsTable) {
+    expectExplained(of("SELECT t.nam FROM team t", {"key=name"}), R"(
+league.db: not loaded, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✗ selection SELECT t.nam FROM team t
+                       ^^^ No such column: t.nam. The tables of the query have: code, name, points.
+              Correct "SQL Query" (query).
+  – key, rows, script, store: not reached
+  Try: --set 'query=SELECT t.name FROM team t'   (3 records, checked)
+)");
+}
+
 TEST_F(ExplainedDatabase, NoColumnOfAnotherMeaningIsProposed) {
     expectExplained(of("SELECT code, wage FROM team"), R"(
 league.db: not loaded, # s
@@ -243,9 +258,19 @@ TEST_F(ExplainedDatabase, AColumnThatComesTwiceIsAWarning) {
 }
 
 TEST_F(ExplainedDatabase, NumbersThatAreTheSameInSixDigitsAreOneKey) {
-    const Explained told(
-        explain(of("SELECT 1.00000001 AS code UNION ALL SELECT 1.00000002"), {"--out", "json"})
-            .out);
-    EXPECT_TRUE(told.isOk);
-    EXPECT_EQ(told.records, 1U);
+    expectExplained(of("SELECT 1.00000001 AS code UNION ALL SELECT 1.00000002"), R"(
+league.db: 1 record, # s
+  ✓ settings
+  ✓ address   league.db
+  ✓ fetched   connected, # ms
+  ✓ format    a database of SQLite
+  ✓ selection SELECT 1.00000001 AS code UNION ALL SELECT 1.00000002: 2 rows, 1 column
+  ! key       code
+              The keys are not unique: 1 record of 2 takes the place of an earlier one with the same key: 1. 1 record is left.
+              Set "Key" (key) to a column that differs from record to record, or "Field is a: " (mode) to DataArray.
+  ✓ rows      all 2
+  ✓ script
+  ✓ store
+  Try: --set mode=DataArray   (2 records, checked)
+)");
 }

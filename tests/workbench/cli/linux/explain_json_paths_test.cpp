@@ -258,3 +258,33 @@ league.json: no records, # s
   Try: --set 'xpath=*'   (2 records, checked)
 )");
 }
+
+TEST_F(ExplainedJson, AMisspeltNameKeepsItsElement) {
+    expectOf(R"({"data": {"rows": [{"id": 1}, {"id": 2}]}})", {"xpath=data/row[1]"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   42 bytes
+  ✓ format    JSON
+  ✗ selection data / row[1]
+                     ^^^^^^ "data" has no member "row". It has: rows.
+              Set "XPath" (xpath) to a path of names that are there.
+  – key, rows, script, store: not reached
+  Try: --set 'xpath=data/rows[1]'   (1 record, checked)
+)");
+}
+
+TEST_F(ExplainedJson, OfSeveralArraysTheLongestIsTold) {
+    expectOf(R"({"a":[{"b":[1,2,3]},{"b":[1]}]})", {"xpath=a/b[5]", "mode=DataArray"}, R"(
+league.json: no records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   31 bytes
+  ✓ format    JSON
+  ✗ selection a / b[5]
+                  ^^^^ "b" has 3 elements, counted from 0.
+              Set "XPath" (xpath) to a path of names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=a/b   (4 records, checked)
+)");
+}

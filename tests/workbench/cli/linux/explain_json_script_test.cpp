@@ -204,6 +204,21 @@ league.json: 3 records, # s
 )");
 }
 
+TEST_F(ExplainedJson, WhatWouldBreakAScriptMayStandInASharedMemory) {
+    expectOf(R"([",a", "b"])", {"mode=Shared Memory", "shmvar=Top", "delimiter=|", "xpath=*"}, R"(
+league.json: 2 records, # s
+  ✓ settings
+  ✓ address   league.json
+  ✓ fetched   11 bytes
+  ✓ format    JSON
+  ✓ selection *: 2 texts
+  ✓ key       none is needed
+  ✓ rows      all 2
+  ✓ script
+  ✓ store
+)");
+}
+
 TEST_F(ExplainedJson, AScriptThatIsNestedTooDeepIsToldByTheStore) {
     expectOf(R"({"r": [{"id": 1, "deep": )" + std::string(600, '[') + std::string(600, ']') + "}]}",
              {"xpath=r"}, R"(

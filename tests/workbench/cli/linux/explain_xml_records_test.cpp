@@ -191,22 +191,6 @@ TEST_F(ExplainedXml, AnElementThatComesTwiceIsAWarning) {
               "The name \"n\" comes twice in a record; the last value counts.");
 }
 
-TEST_F(ExplainedXml, AKeyOfOneLetterThatIsAnAttributeNeedsItsSign) {
-    expectOf("<l><r k='1' j='3'/><r k='2' j='4'/></l>", {"xpath=/l/r", "key=j"}, R"(
-source.xml: no records, # s
-  ✓ settings
-  ✓ address   source.xml
-  ✓ fetched   39 bytes
-  ✓ format    XML
-  ✓ selection /l/r: 2 nodes
-  ✗ key       j
-              The key selects nothing in any of the 2 records, so all are left out. They have: @k, @j.
-              Set "Key" (key) to one of these.
-  – rows, script, store: not reached
-  Try: --set key=@j   (2 records, checked)
-)");
-}
-
 TEST_F(ExplainedXml, APageThatIsXmlIsReadAsSuch) {
     expectOf("<html><body><p>1</p><p>2</p></body></html>", {"xpath=/html/body/p", "mode=DataArray"},
              R"(
