@@ -53,6 +53,11 @@ TEST_F(HtmlEncoding, IsThatOfAMetaElement) {
     EXPECT_EQ(read("<meta charset=utf-16>", E_ACUTE), E_ACUTE);
 }
 
+TEST_F(HtmlEncoding, IsThatOfAPageOfAnyLength) {
+    const std::string text(200'000, 'x');
+    EXPECT_EQ(read("<meta charset=Shift_JIS>", text + "\x93\xFA\x96\x7B"), text + JAPANESE);
+}
+
 TEST_F(HtmlEncoding, IsNamedByTheLabelsOfBrowsersOnly) {
     EXPECT_EQ(read("<meta charset=windows-1251>", "\xE0"), "\xD0\xB0");
     EXPECT_EQ(read("<meta charset=x-cp1251>", "\xE0"), "\xD0\xB0");

@@ -44,6 +44,15 @@ TEST(KeyTally, TellsAllThatIsWrong) {
               "out. The key of 1 record is empty.");
 }
 
+TEST(KeyTally, TellsEachKeyThatRepeatsOnce) {
+    KeyTally tally("id", "member");
+    for (const char* key : {"a", "b", "a", "b", "a"})
+        tally.add(key);
+    EXPECT_EQ(causeOf(tally),
+              "The keys are not unique: 3 records of 5 take the place of an earlier one with the "
+              "same key: a, b. 2 records are left.");
+}
+
 TEST(KeyTally, TellsOfEmptyKeys) {
     KeyTally tally("id", "member");
     for (const char* key : {"a", ""})

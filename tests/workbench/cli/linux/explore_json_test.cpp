@@ -46,6 +46,20 @@ Load one, for example: intake-workbench load nested.json --set mode=DataArray --
 )");
 }
 
+TEST_F(ExploredJson, WhatStandsInAnArrayBesideObjectsHasNoPath) {
+    write("mixed.json", R"({"a":[[{"x":1}],{"c":4}]})");
+    expectExplored({"mixed.json"}, R"(
+mixed.json is JSON, 25 bytes
+records  name   kind             first value  select it by
+      2  a      arrays, objects               --set xpath=a
+      1    *    objects
+      1      x  numbers          1
+      1    c    numbers          4            --set xpath=a/c
+
+Load one, for example: intake-workbench load mixed.json --set mode=DataArray --set xpath=a
+)");
+}
+
 TEST_F(ExploredJson, JsonIsListedBelowAPlace) {
     write("league.json", league);
     expectExplored({"league.json", "--at", "table/coach"}, R"(
