@@ -229,18 +229,18 @@ league.json: 1 record, # s
 }
 
 TEST_F(ExplainedJson, OfTheWholeDocumentTheLargestArrayIsProposed) {
-    expectOf(R"({"a":[{"id":1}],"b":[{"id":1},{"id":2}],"c":[{"id":1}]})", {"xpath="}, R"(
+    expectOf(R"({"a":[{"id":1},{"id":2}],"b":[{"id":1},{"id":2},{"id":3}]})", {"xpath="}, R"(
 league.json: 1 record, # s
   ✓ settings
   ✓ address   league.json
-  ✓ fetched   55 bytes
+  ✓ fetched   58 bytes
   ✓ format    JSON
   ! selection the whole document
               "XPath" (xpath) is empty: the document is written as one value, and no records are counted.
               Set "XPath" (xpath) to the path of the records.
   ✓ store
   – key, rows, script: not looked at
-  Try: --set xpath=b   (2 records, checked)
+  Try: --set xpath=b   (3 records, checked)
 )");
 }
 

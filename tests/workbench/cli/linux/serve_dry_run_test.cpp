@@ -105,6 +105,14 @@ TEST_F(ServedDryRun, SaysWhatStaysFromAnOlderLoad) {
     EXPECT_EQ(result["same"].GetInt(), 4);
 }
 
+TEST_F(ServedDryRun, SaysWhatStaysInAFieldThatIsNotWrittenAnyMore) {
+    writeRows(1);
+    load("list", 1);
+    patch("/api/v1/instances/list", R"({"revision": 1, "set": {"table": "U", "postAction": ""}})");
+    EXPECT_EQ(linesOf(dryRun("list")),
+              (Lines{"left T[0]: [{id: 0}] → [{id: 0}]", "new U[0]:  → [{id: 0}]"}));
+}
+
 TEST_F(ServedDryRun, IsWhatTheLoadThenChanges) {
     load("list", 2);
     write("list.json", R"({"rows": [{"id": 0}, {"id": 7}, {"id": 8}]})");
