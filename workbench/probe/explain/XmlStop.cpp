@@ -188,16 +188,24 @@ bool XmlStop::mend(std::size_t number) {
     return false;
 }
 
+/// Puts all names right; false when the path finds nothing even so.
+bool XmlStop::mendAll() {
+    for (std::size_t i = 0; i < path_.steps.size(); ++i) {
+        if (!mend(i)) return false;
+    }
+    queries_ = XmlQueries(document_, namespaces_);
+    return !queries_.ask(path_.text()).nodes.empty();
+}
+
+/// Where names do not help, the predicates that nothing meets are left out.
 std::optional<Proposal> XmlStop::remedy() {
     const LocationPath before = path_;
     const std::string namespacesBefore = namespaces_;
-    for (std::size_t i = 0; i < path_.steps.size(); ++i) {
-        if (!mend(i)) return std::nullopt;
+    bool isMended = mendAll();
+    if (!isMended) {
+        path_.steps[stop_].predicates.clear();
+        isMended = mendAll();
     }
-    queries_ = XmlQueries(document_, namespaces_);
-    const auto finds = [this] { return !queries_.ask(path_.text()).nodes.empty(); };
-    if (!finds()) path_.steps[stop_].predicates.clear();
-    const bool isMended = finds();
     Proposal proposal;
     if (namespaces_ != namespacesBefore) proposal.emplace_back("namespaces", namespaces_);
     if (path_.text() != before.text()) proposal.emplace_back("xpath", path_.text());

@@ -29,6 +29,7 @@ private:
     std::string causeOfPredicate(const std::string& tested);
     std::string causeOfNamespace(const xmlNode* there) const;
     bool mend(std::size_t step);
+    bool mendAll();
     std::string prefixFor(const xmlNs* space);
 
     xmlDoc* document_;

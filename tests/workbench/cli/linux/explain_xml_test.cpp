@@ -120,7 +120,7 @@ source.xml: no records, # s
                       ^^^^^^^^^^^^^^^^ 2 group elements are there, and none meets [@name='C']. "@name" is: A, B.
               Set "XPath" (xpath) to names that are there.
   – key, rows, script, store: not reached
-  Try: --set xpath=/league/group --set key=@name   (2 records, checked)
+  Try: --set xpath=/league/group/club   (3 records, checked)
 )");
 }
 
@@ -150,7 +150,7 @@ source.xml: no records, # s
                       ^^^^^^^^^^^^^^^^^ 2 group elements are there, and none meets [@title='A']. None has "@title".
               Set "XPath" (xpath) to names that are there.
   – key, rows, script, store: not reached
-  Try: --set xpath=/league/group --set key=@name   (2 records, checked)
+  Try: --set xpath=/league/group/club   (3 records, checked)
 )");
 }
 
