@@ -90,6 +90,11 @@ FaultLoad document(const std::string& name, const std::string& mode, const std::
                       "|" + RESULT};
 }
 
+FaultLoad ofDatabase(const std::string& name, const std::string& file) {
+    return {name, "MODE |SQL| CONNSTR |Provider=SQLite;Data Source=" + file +
+                      "| QUERY |SELECT * FROM t| KEY |id|" + RESULT};
+}
+
 }  // namespace
 
 FaultSources::FaultSources(int rows)
@@ -101,14 +106,15 @@ FaultSources::FaultSources(int rows)
     directory_.write("html", html(rows));
     directory_.write("workbook", book(rows));
     makeDatabase(path("database"), database(rows));
+    makeDatabase(path("wide database"), "PRAGMA encoding='UTF-16';" + database(rows));
 }
 
 std::vector<FaultLoad> FaultSources::fromFiles() const {
     return {document("json", "JSON", path("json"), "rows", "id"),
             document("xml", "XML", path("xml"), "//row[not(@x)]", "@id"),
             document("html", "HTML", path("html"), "table#t", "id"),
-            {"database", "MODE |SQL| CONNSTR |Provider=SQLite;Data Source=" + path("database") +
-                             "| QUERY |SELECT * FROM t| KEY |id|" + RESULT},
+            ofDatabase("database", path("database")),
+            ofDatabase("wide database", path("wide database")),
             {"workbook",
              "MODE |SQL| CONNSTR |Provider=Microsoft.ACE.OLEDB.12.0;Extended "
              "Properties=\"Excel 12.0 Xml;HDR=YES\";Data Source=" +
