@@ -96,15 +96,16 @@ TEST_F(SqliteLimits, ADatabaseThatIsLockedForAWhileIsRead) {
 
 TEST_F(SqliteLimits, TheTimeForARecordDoesNotPassWhileALockIsWaitedFor) {
     run("CREATE TABLE t AS SELECT 7 AS v");
+    SqliteSession session("test.db", SQLITE_OPEN_READWRITE,
+                          {std::chrono::minutes(1), milliseconds(500)}, endMark_);
+    SqliteStatement query(session, "SELECT v FROM t");
     run("BEGIN EXCLUSIVE");
     std::thread other([&] {
         std::this_thread::sleep_for(milliseconds(1200));
         connection_.reset();
     });
-    SqliteSession session("test.db", SQLITE_OPEN_READWRITE,
-                          {std::chrono::minutes(1), milliseconds(500)}, endMark_);
 
-    EXPECT_NO_THROW(EXPECT_TRUE(SqliteStatement(session, "SELECT v FROM t").step()));
+    EXPECT_NO_THROW(EXPECT_TRUE(query.step()));
     other.join();
 }
 
