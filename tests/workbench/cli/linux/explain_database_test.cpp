@@ -48,14 +48,14 @@ league.db: not loaded, # s
 }
 
 TEST_F(ExplainedDatabase, AColumnIsMarkedBehindTheShortNameOfItsTable) {
-    expectExplained(of("SELECT t.nam FROM team t", {"key=name"}), R"(
+    expectExplained(of("SELECT t.nane FROM team t", {"key=name"}), R"(
 league.db: not loaded, # s
   ✓ settings
   ✓ address   league.db
   ✓ fetched   connected, # ms
   ✓ format    a database of SQLite
-  ✗ selection SELECT t.nam FROM team t
-                       ^^^ No such column: t.nam. The tables of the query have: code, name, points.
+  ✗ selection SELECT t.nane FROM team t
+                       ^^^^ No such column: t.nane. The tables of the query have: code, name, points.
               Correct "SQL Query" (query).
   – key, rows, script, store: not reached
   Try: --set 'query=SELECT t.name FROM team t'   (3 records, checked)
