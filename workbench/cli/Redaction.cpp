@@ -15,15 +15,6 @@ constexpr std::size_t shortestSecret = 3;
 
 // Shorter ones may stand in a setting by chance, which would load something else without them.
 constexpr std::size_t shortestInSettings = 8;
-constexpr std::size_t shortestKey = 20;
-
-/// Whether the value of a header is a key, rather than a host, an address or a type of media.
-bool isKey(std::string_view value) {
-    constexpr std::string_view marks = "-_+/=~";
-    return value.size() >= shortestKey && std::all_of(value.begin(), value.end(), [&](char c) {
-               return intake::isLetter(c) || intake::isDigit(c) || marks.find(c) != marks.npos;
-           });
-}
 
 /// Long texts are cut, with an ellipsis, and with them the secrets in them.
 void hideCut(std::string_view secret, std::string& text) {
@@ -77,9 +68,9 @@ void Redaction::addThose(std::string_view parameter, const std::string& text, bo
     for (const SecretPlace& place : secretPlaces(parameter, text)) {
         for (const std::string& form : place.forms) {
             if (form.size() >= shortestSecret) secrets_.push_back(form);
-            const bool isPassword =
-                parameter == "customHeaders" ? isKey(form) : form.size() >= shortestInSettings;
-            if (isPassword) passwords_.push_back(form);
+            // That of a header may be a host or a type of media, which other settings need.
+            const bool isPassword = parameter != "customHeaders";
+            if (isPassword && form.size() >= shortestInSettings) passwords_.push_back(form);
         }
         if (isXml && place.inXml.size() >= shortestSecret) secrets_.push_back(place.inXml);
     }
