@@ -75,7 +75,8 @@ std::string nearName(std::string_view wanted, const std::vector<std::string>& na
     std::copy_if(names.begin(), names.end(), std::back_inserter(likely),
                  [&](const std::string& name) { return name.size() <= wanted.size() + allowed; });
     const std::string nearest = nearestName(wanted, likely);
-    const bool isNear = typingErrors(wanted, nearest) <= allowed;
+    const std::size_t errors = typingErrors(wanted, nearest);
+    const bool isNear = errors <= allowed && errors < wanted.size();
     return isNear ? nearest : "";
 }
 

@@ -45,11 +45,19 @@ bool names(const std::string& message, const std::string& name, bool quotesOnly)
     return false;
 }
 
-/// A letter more or less makes another word of a short one: "wage", "age".
+std::string withoutDigits(std::string name) {
+    std::erase_if(name, intake::isDigit);
+    return name;
+}
+
+/// A letter more or less makes another word of a short one, as of "wage" "age", and another number
+/// another column of any.
 std::string nearColumn(const std::string& wanted, std::vector<std::string> names) {
     constexpr std::size_t shortest = 5;
-    if (wanted.size() < shortest)
-        std::erase_if(names, [&](const std::string& name) { return name.size() != wanted.size(); });
+    std::erase_if(names, [&](const std::string& name) {
+        return (wanted.size() < shortest && name.size() != wanted.size()) ||
+               withoutDigits(name) == withoutDigits(wanted);
+    });
     return nearName(wanted, names);
 }
 
@@ -137,11 +145,10 @@ std::string QueryStop::causeOf(const QueryWord& word, const std::vector<std::str
 /// named otherwise would bring wrong values.
 std::vector<std::string> QueryStop::meantBy(const QueryWord& word,
                                             const std::vector<std::string>& there) const {
-    constexpr std::size_t most = 5;
     if (!isTable(word)) return {nearColumn(word.text, there)};
     std::vector<std::string> names{nearName(word.text, there)};
     names.insert(names.end(), there.begin(), there.end());
-    names.resize(std::min(names.size(), most));
+    names.resize(std::min(names.size(), mostProposals));
     return names;
 }
 

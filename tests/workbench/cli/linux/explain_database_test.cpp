@@ -76,11 +76,11 @@ league.db: not loaded, # s
 )");
 }
 
-TEST_F(ExplainedDatabase, NoColumnIsProposedForAPartOfItsName) {
+TEST_F(ExplainedDatabase, NoColumnIsProposedForAPartOfItsNameOrForAnotherNumber) {
     intake::makeDatabase(folder / "players.db",
-                         "CREATE TABLE player (code, name, paid, possession, age);"
-                         "INSERT INTO player VALUES ('HOL', 'Ada', 1, 2, 3);");
-    for (const std::string wrong : {"id", "pos", "e", "wage"}) {
+                         "CREATE TABLE player (code, name, paid, possession, age, a, q1, score1);"
+                         "INSERT INTO player VALUES ('HOL', 'Ada', 1, 2, 3, 4, 5, 6);");
+    for (const std::string wrong : {"id", "pos", "e", "wage", "q4", "score3"}) {
         const ChildResult result = explain(of("SELECT code, " + wrong + " FROM player",
                                               {"connStr=Provider=SQLite;Data Source=players.db"}));
         EXPECT_NE(result.out.find("No such column: " + wrong + "."), std::string::npos)
