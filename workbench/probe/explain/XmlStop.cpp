@@ -78,6 +78,11 @@ XmlStop::XmlStop(xmlDoc* document, const std::string& namespaces, LocationPath p
       namespaces_(namespaces),
       queries_(document, namespaces),
       path_(std::move(path)) {
+    findStop();
+}
+
+void XmlStop::findStop() {
+    stop_ = 0;
     while (stop_ + 1 < path_.steps.size() && !queries_.ask(path_.text(stop_ + 1)).nodes.empty())
         ++stop_;
 }
@@ -197,20 +202,23 @@ bool XmlStop::mendAll() {
     return !queries_.ask(path_.text()).nodes.empty();
 }
 
-/// Where names do not help, the predicates that nothing meets are left out.
+/// Where names do not help, the predicates that nothing meets even so are left out.
 std::optional<Proposal> XmlStop::remedy() {
     const LocationPath before = path_;
     const std::string namespacesBefore = namespaces_;
+    const std::size_t stopBefore = stop_;
     bool isMended = mendAll();
-    if (!isMended) {
+    for (; !isMended; isMended = mendAll()) {
+        findStop();
+        if (path_.steps[stop_].predicates.empty()) break;
         path_.steps[stop_].predicates.clear();
-        isMended = mendAll();
     }
     Proposal proposal;
     if (namespaces_ != namespacesBefore) proposal.emplace_back("namespaces", namespaces_);
     if (path_.text() != before.text()) proposal.emplace_back("xpath", path_.text());
     path_ = before;
     namespaces_ = namespacesBefore;
+    stop_ = stopBefore;
     if (!isMended || proposal.empty()) return std::nullopt;
     return proposal;
 }

@@ -24,6 +24,7 @@ public:
     std::optional<Proposal> remedy();
 
 private:
+    void findStop();
     std::vector<xmlNode*> parents(const LocationPath& path, std::size_t step);
     std::string cause();
     std::string causeOfPredicate(const std::string& tested);

@@ -2,17 +2,6 @@
 
 #include "tests/workbench/cli/linux/ExplainedXml.h"
 
-namespace {
-
-constexpr const char* league = R"(<?xml version="1.0"?>
-<league season="2027">
-  <group name="A"><club id="ha"><name>Harbour</name><points>12</points></club>
-    <club id="pi"><name>Pier</name><points>4</points></club></group>
-  <group name="B"><club id="qu"><name>Quay</name><points>9</points></club></group>
-</league>)";
-
-}  // namespace
-
 TEST_F(ExplainedXml, AKeyThatSelectsNothingIsToldWithWhatIsThere) {
     expectOf(league, {"xpath=/league/group/club", "key=club"}, R"(
 source.xml: no records, # s

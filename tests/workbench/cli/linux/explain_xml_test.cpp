@@ -4,13 +4,6 @@
 
 namespace {
 
-constexpr const char* league = R"(<?xml version="1.0"?>
-<league season="2027">
-  <group name="A"><club id="ha"><name>Harbour</name><points>12</points></club>
-    <club id="pi"><name>Pier</name><points>4</points></club></group>
-  <group name="B"><club id="qu"><name>Quay</name><points>9</points></club></group>
-</league>)";
-
 constexpr const char* feed =
     R"(<feed xmlns="http://example.com/feed" xmlns:m="http://example.com/more">
   <entry><title>Wind</title><m:rank>1</m:rank></entry>
@@ -133,6 +126,36 @@ source.xml: no records, # s
   ✓ format    XML
   ✗ selection /league/group/club[@id='xx']
                             ^^^^^^^^^^^^^^ 3 club elements are there, and none meets [@id='xx']. "@id" is: ha, pi, qu.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set xpath=/league/group/club   (3 records, checked)
+)");
+}
+
+TEST_F(ExplainedXml, APredicateThatIsMetBehindAMendedNameStays) {
+    expectOf(league, {"xpath=/league/grup[@name='A']/club[@id='qu']"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   285 bytes
+  ✓ format    XML
+  ✗ selection /league/grup[@name='A']/club[@id='qu']
+                      ^^^^^^^^^^^^^^^ "league" has no element "grup". It has: group.
+              Set "XPath" (xpath) to names that are there.
+  – key, rows, script, store: not reached
+  Try: --set 'xpath=/league/group[@name='\''A'\'']/club'   (2 records, checked)
+)");
+}
+
+TEST_F(ExplainedXml, AllPredicatesThatNothingMeetsAreLeftOut) {
+    expectOf(league, {"xpath=/league/group[@name='Z']/club[@id='zz']"}, R"(
+source.xml: no records, # s
+  ✓ settings
+  ✓ address   source.xml
+  ✓ fetched   285 bytes
+  ✓ format    XML
+  ✗ selection /league/group[@name='Z']/club[@id='zz']
+                      ^^^^^^^^^^^^^^^^ 2 group elements are there, and none meets [@name='Z']. "@name" is: A, B.
               Set "XPath" (xpath) to names that are there.
   – key, rows, script, store: not reached
   Try: --set xpath=/league/group/club   (3 records, checked)
