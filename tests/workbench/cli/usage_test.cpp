@@ -34,7 +34,10 @@ TEST_F(Usage, HelpFitsATerminalOfEightyColumns) {
              {}, {"load"}, {"explain"}, {"explore"}, {"params"}, {"run"}, {"serve"}}) {
         std::vector<std::string> arguments = command;
         arguments.emplace_back("--help");
-        std::istringstream lines(run(arguments).out);
+        const ChildResult result = run(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_NE(result.out, "");
+        std::istringstream lines(result.out);
         for (std::string line; std::getline(lines, line);) {
             EXPECT_LE(line.size(), 80U) << line;
         }
