@@ -40,9 +40,9 @@ if(INTAKE_SANITIZE)
     add_link_options(-fsanitize=${INTAKE_SANITIZE})
 endif()
 
-# Reading headers is most of what it takes to compile a source. So the sources of a target are compiled some at
-# a time where CMAKE_UNITY_BUILD says so, and those of tests always. Elsewhere a missing #include shows.
-# These sources of a folder are compiled by themselves all the same, since others define the same names.
+# Reading headers is most of what it takes to compile a source. So those of tests are compiled some at a time,
+# and all where CMAKE_UNITY_BUILD says so; elsewhere a missing #include shows. Which of them CMake joins changes
+# with each new file, so sources that define the names of others are named here, and compiled by themselves.
 function(intake_compile_alone)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

@@ -69,7 +69,7 @@ void addSettings(CLI::App& load, Options& options) {
         set(settingFromEnvironment(text));
     };
     addSetting(load, "--set-env", "NAME=VARIABLE", setFromEnvironment,
-               "Set a parameter to an environment variable");
+               "Set a parameter to a variable's value");
 }
 
 void addExpectations(CLI::App& load, Options& options) {
@@ -116,7 +116,7 @@ void addLoad(CLI::App& app, Options& options) {
     addPlugin(*load, options);
     load->add_option("SOURCE", options.source, "A file or a URL, of any kind that can be loaded");
     addInstance(*load, options);
-    addOutput(*load, options, loadOutputs, "The store (default), the script, or every call");
+    addOutput(*load, options, loadOutputs, "The store (table, json), script or all calls");
     addRepeated(*load, "--define", options.definitions, "NAME", "Make a field beforehand");
     addTimeout(*load, options);
     addExpectations(*load, options);

@@ -155,8 +155,7 @@ constexpr const char* proxyUnknown =
     "then loads without one.";
 constexpr const char* setProxy =
     "Set \"Proxy Mode\" (proxyMode) to Manual Configuration and \"Proxy URL\" (proxyUrl), or "
-    "switch "
-    "\"Proxy on/off\" (enableProxy) off.";
+    "switch \"Proxy on/off\" (enableProxy) off.";
 
 void judgeAddress(const Settings& settings, bool isProxyUnknown, Ladder& ladder) {
     const std::string address = withoutUserInfo(settings.filename);

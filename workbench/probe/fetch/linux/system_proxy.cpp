@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 #include <thread>
+
 namespace probe {
 
 namespace {
