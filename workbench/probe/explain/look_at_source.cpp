@@ -95,6 +95,15 @@ void tellRefused(const Settings& settings, const Fetched& source, const std::str
                 what + " " + loginFault(settings, source), "Set " + parameters + ".");
 }
 
+/// What to do about an answer that holds nothing to load, and is no fault of the server's.
+std::string statusRemedy(const Settings& settings, long status) {
+    if (status != forbiddenStatus)
+        return "Set \"File Name\" (filename) to an address that the server has.";
+    return settings.useAuth
+               ? "Ask whoever runs the server to let this user read it."
+               : "Ask whoever runs the server for leave to read it; it may take a login.";
+}
+
 /// What the status of the answer means for the load.
 void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Ladder& ladder) {
     const std::string seen = arrivalText(settings, source);
@@ -110,11 +119,7 @@ void judgeStatus(const Settings& settings, const Fetched& source, Kind kind, Lad
                            "Try again later, or ask whoever runs the server.");
     const bool isWanted = queryTypeFor(kind) == settings.queryMode;
     if (!isWanted)
-        return ladder.fail(
-            Stage::Fetched, seen, what,
-            source.status == forbiddenStatus
-                ? "Ask whoever runs the server for leave to read it; it may take a login."
-                : "Set \"File Name\" (filename) to an address that the server has.");
+        return ladder.fail(Stage::Fetched, seen, what, statusRemedy(settings, source.status));
     ladder.warn(Stage::Fetched, seen, what + " The plugin loads it all the same.");
 }
 

@@ -107,6 +107,19 @@ http://SERVER/clubs: no records, # s
 )");
 }
 
+TEST_F(ExplainedUrl, WhatIsForbiddenToTheUserThatIsSentNeedsNoOtherLogin) {
+    expectOf(reply("403 Forbidden", "<html><title>No entry</title>", isHtml),
+             {"useAuth=1", "userName=designer", "password=s3cret"}, R"(
+http://SERVER/clubs: no records, # s
+  ✓ settings
+  ✓ address   http://SERVER/clubs
+  ✗ fetched   403, text/html, 29 bytes, # ms
+              The server answers with status 403, and with what is an HTML page titled "No entry".
+              Ask whoever runs the server to let this user read it.
+  – format, selection, key, rows, script, store: not reached
+)");
+}
+
 TEST_F(ExplainedUrl, AnAddressThatIsNotThereFails) {
     expectOf(reply("404 Not Found", "<html><title>Not found</title>", isHtml), {}, R"(
 http://SERVER/clubs: no records, # s
