@@ -89,7 +89,7 @@ for (const theme of ["dark", "light"]) {
   });
 }
 
-for (const width of [1920, 1280, 640]) {
+for (const width of [1920, 1280, 1201, 1024, 640]) {
   test(`every screen fits ${width} pixels without scrolling sideways`, async () => {
     const page = await here.openWall(instances, files);
     await page.setViewportSize({ width, height: Math.round((width * 9) / 16) });
@@ -100,6 +100,16 @@ for (const width of [1920, 1280, 640]) {
       );
       assert.equal(overflow, 0, name);
     }
+  });
+}
+
+for (const width of [1280, 1201, 1024, 640]) {
+  test(`${width} pixels leave room for the names of the instances`, async () => {
+    const page = await here.openWall(instances, files);
+    await page.setViewportSize({ width, height: 720 });
+    await screens.wall(page);
+    const name = await page.locator(".wall tbody th").first().boundingBox();
+    assert.ok(name.width >= 150, `${name.width} pixels`);
   });
 }
 
