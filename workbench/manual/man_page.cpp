@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "formats/text/trim.h"
 #include "workbench/cli/Options.h"
 #include "workbench/manual/manual.h"
 
@@ -67,15 +68,20 @@ std::string commandText(const CLI::App& command) {
     return text + ".PP\n" + literally(belowHeading(command.get_footer()));
 }
 
+/// A label or an entry without what it has around it for the editor's sake.
+std::string tidied(const std::string& text) {
+    return std::string(intake::trimmed(text, " :"));
+}
+
 std::string limitsOf(const lumo::Parameter& parameter) {
     std::string text;
     for (std::size_t i = 0; i < parameter.entries.size(); ++i)
-        text += (i == 0 ? " " : ", ") + std::to_string(i) + " " + parameter.entries[i];
+        text += (i == 0 ? " " : ", ") + std::to_string(i) + " " + tidied(parameter.entries[i]);
     return text.empty() ? "" : ":" + text;
 }
 
 std::string parameterText(const lumo::Parameter& parameter) {
-    const std::string label = parameter.label.empty() ? parameter.name : parameter.label;
+    const std::string label = tidied(parameter.label.empty() ? parameter.name : parameter.label);
     return ".TP\n\\fB" + escaped(parameter.name) + "\\fR\n" + escaped(label) +
            escaped(limitsOf(parameter)) + "\n";
 }
