@@ -28,8 +28,9 @@ Number numberIn(std::string_view text) {
     return {value, read.ptr == text.data() + text.size()};
 }
 
+/// `used`: what the plugin takes instead; `range`: what may stand there.
 void checkNumber(const char* label, const char* name, const std::string& text, const char* used,
-                 Ladder& ladder) {
+                 const char* range, Ladder& ladder) {
     const Number number = numberIn(text);
     const std::string parameter = std::string("\"") + label + "\" (" + name + ")";
     if (!number.isWhole) {
@@ -38,10 +39,10 @@ void checkNumber(const char* label, const char* name, const std::string& text, c
                     parameter + " is " + quoted(text) + ", which is no number; the plugin takes " +
                         meant + ".",
                     "Set it to a number, or leave it empty.");
-        ladder.propose(Stage::Settings, {{name, ""}});
+        ladder.propose(Stage::Settings,
+                       {{name, number.value > 0 ? std::to_string(number.value) : ""}});
     } else if (number.value < 0) {
-        ladder.fail(Stage::Settings, "", parameter + " is " + text + ", which is below 0.",
-                    "Rows are counted from 0.");
+        ladder.fail(Stage::Settings, "", parameter + " is " + text + ", which is below 0.", range);
         ladder.propose(Stage::Settings, {{name, ""}});
     }
 }
@@ -62,8 +63,10 @@ RowRange rowRangeOf(const Settings& settings) {
 }
 
 void checkRowTexts(const Settings& settings, Ladder& ladder) {
-    checkNumber("From row", "fromRow", settings.fromRow, "0, the first", ladder);
-    checkNumber("Number of rows", "numRows", settings.numRows, "all", ladder);
+    checkNumber("From row", "fromRow", settings.fromRow, "0, the first", "Rows are counted from 0.",
+                ladder);
+    checkNumber("Number of rows", "numRows", settings.numRows, "all",
+                "Set it to how many are wanted, or leave it empty for all.", ladder);
 }
 
 std::size_t checkRows(const Settings& settings, std::size_t records, const char* thing,

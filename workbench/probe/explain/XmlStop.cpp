@@ -102,15 +102,23 @@ Step XmlStop::step() {
     step.place = path_.steps[stop_].text();
     step.placeOffset = path_.text(stop_ + 1).size() - step.place.size();
     step.cause = cause();
-    step.next = "Set \"XPath\" (xpath) to names that are there.";
+    step.next = queries_.ask(stoppedPath().text()).unknownPrefix.empty()
+                    ? "Set \"XPath\" (xpath) to names that are there."
+                    : "Declare it in \"Namespaces\" (namespaces).";
     return step;
+}
+
+/// As far as to the stop, whose predicates are left out.
+LocationPath XmlStop::stoppedPath() const {
+    LocationPath path = path_;
+    path.steps.resize(stop_ + 1);
+    path.steps.back().predicates.clear();
+    return path;
 }
 
 std::string XmlStop::cause() {
     const XPathStep& step = path_.steps[stop_];
-    LocationPath tested = path_;
-    tested.steps.resize(stop_ + 1);
-    tested.steps.back().predicates.clear();
+    LocationPath tested = stoppedPath();
     const XmlQueries::Answer all = queries_.ask(tested.text());
     if (!all.unknownPrefix.empty())
         return "Nothing says what the prefix \"" + all.unknownPrefix +

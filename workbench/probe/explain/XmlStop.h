@@ -26,6 +26,7 @@ public:
 private:
     void findStop();
     std::vector<xmlNode*> parents(const LocationPath& path, std::size_t step);
+    LocationPath stoppedPath() const;
     std::string cause();
     std::string causeOfPredicate(const std::string& tested);
     std::string causeOfNamespace(const xmlNode* there) const;

@@ -136,6 +136,16 @@ void tellPacked(const Settings& settings, Ladder& ladder) {
                        {{"useCustomHeaders", "1"}, {"customHeaders", "Accept-Encoding: identity"}});
 }
 
+/// What to do about an address or a file that holds something else than the query type says.
+const char* otherKindRemedy(const Settings& settings, Kind kind) {
+    if (kind == Kind::Html && isUrl(settings.filename))
+        return "Look at the address in a browser: a server sends a page when a login has expired, "
+               "or when the address is another one.";
+    return queryTypeFor(kind) ? "Set \"Query type: \" (queryMode) to what the source is."
+                              : "What can be loaded is JSON, XML, HTML tables, worksheets and "
+                                "databases: have it as one of these.";
+}
+
 void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, Ladder& ladder) {
     const std::string words = wordsFor(kind, source);
     if (kind == Kind::Empty)
@@ -145,13 +155,10 @@ void tellOtherKind(const Settings& settings, const Fetched& source, Kind kind, L
     const std::string sent = source.redirects.empty() ? ""
                                                       : " The server sent the request on to " +
                                                             source.redirects.back().address + ".";
-    const bool isPage = kind == Kind::Html && isUrl(settings.filename);
     ladder.fail(Stage::Format, words,
                 "The query type is " + std::string(nameOf(settings.queryMode)) +
                     ", and the source is " + words + "." + sent,
-                isPage ? "Look at the address in a browser: a server sends a page when a login has "
-                         "expired, or when the address is another one."
-                       : "Set \"Query type: \" (queryMode) to what the source is.");
+                otherKindRemedy(settings, kind));
     proposeType(settings, kind, Stage::Format, ladder);
 }
 

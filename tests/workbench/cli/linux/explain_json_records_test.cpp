@@ -146,6 +146,17 @@ league.json: 2 records, # s
               "Number of rows" (numRows) is "2 rows", which is no number; the plugin takes 2.
               Set it to a number, or leave it empty.
   – address, fetched, format, selection, key, rows, script, store: not reached
+  Try: --set numRows=2   (2 records, checked)
+)");
+}
+
+TEST_F(ExplainedJson, ANumberOfRowsBelowZeroIsTold) {
+    expectOfLeague({"numRows=-3"}, R"(
+league.json: no records, # s
+  ✗ settings
+              "Number of rows" (numRows) is -3, which is below 0.
+              Set it to how many are wanted, or leave it empty for all.
+  – address, fetched, format, selection, key, rows, script, store: not reached
   Try: --set numRows=   (3 records, checked)
 )");
 }

@@ -54,7 +54,7 @@ clubs.csv: no records, # s
   ✓ fetched   12 bytes
   ✗ format    a text, and neither JSON nor XML nor HTML
               The query type is EXCEL, and the source is a text, and neither JSON nor XML nor HTML.
-              Set "Query type: " (queryMode) to what the source is.
+              What can be loaded is JSON, XML, HTML tables, worksheets and databases: have it as one of these.
   – selection, key, rows, script, store: not reached
 )");
 }

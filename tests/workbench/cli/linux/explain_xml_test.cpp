@@ -201,7 +201,7 @@ source.xml: no records, # s
   ✓ format    XML
   ✗ selection //m:rank
                 ^^^^^^ Nothing says what the prefix "m" stands for: "Namespaces" (namespaces) does not declare it.
-              Set "XPath" (xpath) to names that are there.
+              Declare it in "Namespaces" (namespaces).
   – key, rows, script, store: not reached
   Try: --set 'namespaces=xmlns:m="http://example.com/more"'   (2 records, checked)
 )");
