@@ -28,22 +28,32 @@ Number numberIn(std::string_view text) {
     return {value, read.ptr == text.data() + text.size()};
 }
 
-/// `used`: what the plugin takes instead; `range`: what may stand there.
-void checkNumber(const char* label, const char* name, const std::string& text, const char* used,
-                 const char* range, Ladder& ladder) {
+struct NumberOfRows {
+    const char* label;
+    const char* name;
+    const char* otherwise;  // what the plugin takes for what is no number
+    const char* range;      // what may stand there
+};
+
+constexpr NumberOfRows firstRow{"From row", "fromRow", "0, the first", "Rows are counted from 0."};
+constexpr NumberOfRows mostRows{"Number of rows", "numRows", "all",
+                                "Set it to how many are wanted, or leave it empty for all."};
+
+void checkNumber(const NumberOfRows& of, const std::string& text, Ladder& ladder) {
     const Number number = numberIn(text);
-    const std::string parameter = std::string("\"") + label + "\" (" + name + ")";
+    const std::string parameter = std::string("\"") + of.label + "\" (" + of.name + ")";
     if (!number.isWhole) {
-        const std::string meant = number.value == 0 ? used : std::to_string(number.value);
+        const std::string meant = number.value == 0 ? of.otherwise : std::to_string(number.value);
         ladder.fail(Stage::Settings, "",
                     parameter + " is " + quoted(text) + ", which is no number; the plugin takes " +
                         meant + ".",
                     "Set it to a number, or leave it empty.");
         ladder.propose(Stage::Settings,
-                       {{name, number.value > 0 ? std::to_string(number.value) : ""}});
+                       {{of.name, number.value > 0 ? std::to_string(number.value) : ""}});
     } else if (number.value < 0) {
-        ladder.fail(Stage::Settings, "", parameter + " is " + text + ", which is below 0.", range);
-        ladder.propose(Stage::Settings, {{name, ""}});
+        ladder.fail(Stage::Settings, "", parameter + " is " + text + ", which is below 0.",
+                    of.range);
+        ladder.propose(Stage::Settings, {{of.name, ""}});
     }
 }
 
@@ -63,10 +73,8 @@ RowRange rowRangeOf(const Settings& settings) {
 }
 
 void checkRowTexts(const Settings& settings, Ladder& ladder) {
-    checkNumber("From row", "fromRow", settings.fromRow, "0, the first", "Rows are counted from 0.",
-                ladder);
-    checkNumber("Number of rows", "numRows", settings.numRows, "all",
-                "Set it to how many are wanted, or leave it empty for all.", ladder);
+    checkNumber(firstRow, settings.fromRow, ladder);
+    checkNumber(mostRows, settings.numRows, ladder);
 }
 
 std::size_t checkRows(const Settings& settings, std::size_t records, const char* thing,

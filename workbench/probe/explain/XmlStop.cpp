@@ -101,10 +101,16 @@ Step XmlStop::step() {
     step.seen = path_.text();
     step.place = path_.steps[stop_].text();
     step.placeOffset = path_.text(stop_ + 1).size() - step.place.size();
-    step.cause = cause();
-    step.next = queries_.ask(stoppedPath().text()).unknownPrefix.empty()
-                    ? "Set \"XPath\" (xpath) to names that are there."
-                    : "Declare it in \"Namespaces\" (namespaces).";
+    LocationPath tested = stoppedPath();
+    const XmlQueries::Answer all = queries_.ask(tested.text());
+    if (all.unknownPrefix.empty()) {
+        step.cause = causeOfNames(std::move(tested), all.nodes);
+        step.next = "Set \"XPath\" (xpath) to names that are there.";
+    } else {
+        step.cause = "Nothing says what the prefix \"" + all.unknownPrefix +
+                     "\" stands for: \"Namespaces\" (namespaces) does not declare it.";
+        step.next = "Declare it in \"Namespaces\" (namespaces).";
+    }
     return step;
 }
 
@@ -116,17 +122,13 @@ LocationPath XmlStop::stoppedPath() const {
     return path;
 }
 
-std::string XmlStop::cause() {
+/// `found`: what `tested`, the path as far as to the stop, finds.
+std::string XmlStop::causeOfNames(LocationPath tested, const Nodes& found) {
     const XPathStep& step = path_.steps[stop_];
-    LocationPath tested = stoppedPath();
-    const XmlQueries::Answer all = queries_.ask(tested.text());
-    if (!all.unknownPrefix.empty())
-        return "Nothing says what the prefix \"" + all.unknownPrefix +
-               "\" stands for: \"Namespaces\" (namespaces) does not declare it.";
-    if (!all.nodes.empty())
-        return counted(all.nodes.size(), step.name + " element") +
-               (all.nodes.size() == 1 ? " is there, and does not meet "
-                                      : " are there, and none meets ") +
+    if (!found.empty())
+        return counted(found.size(), step.name + " element") +
+               (found.size() == 1 ? " is there, and does not meet "
+                                  : " are there, and none meets ") +
                step.predicates + "." + causeOfPredicate(tested.text());
     const Nodes above = parents(path_, stop_);
     tested.steps.back().name = "*[local-name()='" + step.localName() + "']";

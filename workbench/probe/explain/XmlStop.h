@@ -27,7 +27,7 @@ private:
     void findStop();
     std::vector<xmlNode*> parents(const LocationPath& path, std::size_t step);
     LocationPath stoppedPath() const;
-    std::string cause();
+    std::string causeOfNames(LocationPath tested, const std::vector<xmlNode*>& found);
     std::string causeOfPredicate(const std::string& tested);
     std::string causeOfNamespace(const xmlNode* there) const;
     bool mend(std::size_t step);

@@ -6,6 +6,7 @@
 #include "tests/workbench/cli/linux/ExplainTest.h"
 
 inline constexpr const char* clubs = R"([{"id": 7, "name": "Quay"}, {"id": 9, "name": "Pier"}])";
+inline constexpr const char* signIn = "<!DOCTYPE html><title>Sign in</title><form></form>";
 inline constexpr const char* isHtml = "Content-Type: text/html\r\n";
 inline constexpr const char* isJson = "Content-Type: application/json\r\n";
 
