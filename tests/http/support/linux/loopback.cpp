@@ -3,9 +3,13 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
+#include <string>
 #include <system_error>
 
 namespace intake {
@@ -22,6 +26,31 @@ sockaddr_in loopbackAddress(uint16_t port) {
 
 int newSocket() {
     return socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+}
+
+/// Whether no other test has the port. It is this process's until it ends: a name that is not in
+/// the file system goes with the socket that holds it.
+bool isOurs(int port) {
+    const std::string name = "intake test port " + std::to_string(port);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::ranges::copy(name, address.sun_path + 1);
+    const int holder = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + name.size());
+    if (bind(holder, reinterpret_cast<const sockaddr*>(&address), size) == 0) {
+        return true;
+    }
+    close(holder);
+    return false;
+}
+
+bool isFree(int port) {
+    try {
+        closeSocket(listenOnLoopback(static_cast<uint16_t>(port)));
+        return true;
+    } catch (const std::system_error&) {
+        return false;
+    }
 }
 
 }  // namespace
@@ -46,10 +75,18 @@ uint16_t portOf(int socket) {
 }
 
 uint16_t freePort() {
-    const int listener = listenOnLoopback(0);
-    const uint16_t port = portOf(listener);
-    closeSocket(listener);
-    return port;
+    // Below those that the system hands out: else another test's server, given the port before ours
+    // opens it, would pass for ours.
+    constexpr int FIRST = 15000;
+    constexpr int COUNT = 15000;
+    static int taken = getpid();
+    for (int attempt = 0; attempt < COUNT; ++attempt) {
+        const int port = FIRST + taken++ % COUNT;
+        if (isOurs(port) && isFree(port)) {
+            return static_cast<uint16_t>(port);
+        }
+    }
+    throw std::system_error(EADDRINUSE, std::generic_category(), "a free port");
 }
 
 bool isListening(uint16_t port) {
