@@ -65,6 +65,10 @@ public:
     /// none out: then they are to be selected.
     virtual std::optional<size_t> rowsFound() { return std::nullopt; }
 
+    /// How many bytes the document had that is being loaded or was loaded last; zero where the
+    /// system does not tell.
+    virtual size_t sourceSize() { return 0; }
+
     /// False when the file cannot be read or parsed; parseErrorReason says why.
     virtual bool loadFile(const std::string& path) = 0;
 

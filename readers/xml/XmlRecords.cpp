@@ -1,7 +1,9 @@
 #include "readers/xml/XmlRecords.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 
 #include "pipeline/narrow_text.h"
 #include "pipeline/script_text.h"
@@ -13,6 +15,7 @@ namespace intake {
 namespace {
 
 constexpr int32_t OUTPUT_MARKUP = 1;
+constexpr size_t LARGE = size_t{1} << 20;  // of a script; from there on its growth is looked after
 
 /// What the trace calls the modes.
 constexpr std::array<const char*, 5> MODES{"DATATABLE", "DATAARRAY", "DATASTRUCTURE",
@@ -58,6 +61,20 @@ void XmlRecords::takeRow(Node row) {
     writeInMode(request_.targetMode);
     limit_.check(script_);
     ++place_;
+    if (script_.size() >= LARGE && !hasRoom_) {
+        makeRoom();
+    }
+}
+
+/// A large script would otherwise be copied several times as it grows. Few are larger than their
+/// document, and room that is not touched costs nothing.
+void XmlRecords::makeRoom() {
+    hasRoom_ = true;
+    try {
+        script_.reserve(std::min(document_.sourceSize(), limit_.bytes()));
+    } catch (const std::bad_alloc&) {
+        return;  // it may never be needed
+    }
 }
 
 void XmlRecords::forgetRows() {

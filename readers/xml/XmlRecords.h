@@ -38,6 +38,7 @@ private:
 
     XmlRowsWanted wanted() const;
     void takeRow(Node row);
+    void makeRoom();
 
     void writeTable() override;
     void writeArray() override;
@@ -66,6 +67,7 @@ private:
     Node row_ = nullptr;  // the one that is being written
     int64_t place_ = 0;   // of that among the rows delivered
     int64_t rowsWithoutKey_ = 0;
+    bool hasRoom_ = false;
 };
 
 }  // namespace intake

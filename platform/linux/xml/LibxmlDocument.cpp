@@ -62,6 +62,7 @@ void LibxmlDocument::takeRowsWhileLoading(const XmlRowsWanted& wanted, const Xml
 bool LibxmlDocument::load(const ByteSource& source, const std::string& charset,
                           uint64_t mostNodes) {
     rowsFound_.reset();
+    sourceSize_ = source.size();
     if (rows_ == nullptr) {
         return replace(loadXml(source, endMark_, charset, mostNodes, attributes_));
     }

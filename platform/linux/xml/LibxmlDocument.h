@@ -22,6 +22,7 @@ public:
 
     void takeRowsWhileLoading(const XmlRowsWanted& wanted, const XmlRowTaker& taker) override;
     std::optional<size_t> rowsFound() override { return rowsFound_; }
+    size_t sourceSize() override { return sourceSize_; }
 
     bool loadFile(const std::string& path) override;
     bool loadText(std::string_view text) override;
@@ -71,6 +72,7 @@ private:
     std::unique_ptr<StreamedRows> rows_;  // null when none are to be taken while loading
     KeptAttributes attributes_ = KeptAttributes::ALL;
     std::optional<size_t> rowsFound_;
+    size_t sourceSize_ = 0;
 
     // Destroyed from below: a selection goes before what it was made from.
     XmlDoc document_;              // without nodes when empty

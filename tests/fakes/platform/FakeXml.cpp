@@ -9,6 +9,7 @@ public:
     explicit FakeDocument(FakeXml& xml) : xml_(xml) {}
     ~FakeDocument() override { xml_.noteEnd("document"); }
 
+    size_t sourceSize() override { return xml_.sourceSize; }
     bool loadFile(const std::string& path) override {
         xml_.note("loadFile", path);
         return xml_.unreadable.empty();

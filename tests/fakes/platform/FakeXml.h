@@ -31,6 +31,7 @@ public:
     std::string unreadable;    // the parser's reason; files load when it is empty
     bool selects = true;       // whether a node list comes back
     size_t selectedCount = 0;  // its length
+    size_t sourceSize = 0;     // of each document
 
     /// For the fakes that this one makes: notes a call, and throws where it is to fail.
     void note(const std::string& call, const std::string& details = "");

@@ -1,5 +1,7 @@
 // Which rows are handed out while a document is read, and when the whole document is needed.
 
+#include <vector>
+
 #include "tests/platform/xml/XmlTest.h"
 
 namespace intake {
@@ -53,6 +55,17 @@ private:
 
     std::string taken_;
 };
+
+TEST_F(XmlRowsWhileLoading, KnowHowLargeTheirDocumentIs) {
+    std::vector<size_t> sizes;
+    document_->takeRowsWhileLoading(
+        wanted_, {[&](Node) { sizes.push_back(document_->sourceSize()); }, [] {}});
+    document_->loadText(DOCUMENT);
+    const size_t size = std::string_view(DOCUMENT).size();
+    EXPECT_EQ(sizes, std::vector<size_t>(2, size));
+    document_->loadText("<d/>");
+    EXPECT_EQ(document_->sourceSize(), 4U);
+}
 
 TEST_F(XmlRowsWhileLoading, AreThoseOfPlainPaths) {
     EXPECT_EQ(takenBy("/d/r"),
