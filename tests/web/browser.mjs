@@ -4,6 +4,7 @@ import { readFile } from "node:fs/promises";
 import { createRequire } from "node:module";
 import { after, afterEach, before } from "node:test";
 import { chromium } from "playwright-core";
+import { beginCounting, endCounting, prepareCounting } from "./coverage.mjs";
 import { Served } from "./served.mjs";
 
 const patience = 20_000; // milliseconds; a busy machine is slow
@@ -22,14 +23,19 @@ export function useBrowser() {
   });
   after(() => here.browser.close());
   afterEach(async () => {
+    await endCounting(here.context?.pages() ?? []);
     await here.context?.close();
     await here.served?.close();
     here.context = here.served = undefined;
   });
   here.serve = async (instances, files) => (here.served = await Served.start(instances, files));
   here.window = async () => {
-    here.context ??= await here.browser.newContext({ viewport: { width: 1280, height: 720 } });
+    if (here.context === undefined) {
+      here.context = await here.browser.newContext({ viewport: { width: 1280, height: 720 } });
+      await prepareCounting(here.context);
+    }
     const page = await here.context.newPage();
+    await beginCounting(page);
     page.setDefaultTimeout(patience);
     return page;
   };

@@ -112,3 +112,21 @@ test("a report that is too long to be read whole says so", async () => {
   await waitFor(() => lines(page), (all) => all.length === 1);
   await page.waitForSelector("text=It is too long to be read whole");
 });
+
+test("a long report is listed further, and one that has gone meanwhile is told", async () => {
+  const line = JSON.stringify({ time: "2026-11-21T23:00:00Z", instance: "league", outcome: "loaded", durationMs: 1 });
+  const files = { "list.json": rows(1), "long.jsonl": `${line}\n`.repeat(250), "short.jsonl": `${line}\n` };
+  const page = await here.openWall([instance("list", "list.json")], files);
+  await page.click('nav a:text-is("Reports")');
+  await page.click('button:text-is("long.jsonl")');
+  await page.waitForSelector("text=The first 100 of 250 are listed.");
+  await page.click('button:text-is("Next 100")');
+  await page.waitForSelector("text=The first 200 of 250 are listed.");
+  await here.served.remove("long.jsonl");
+  await page.click('button:text-is("Next 100")');
+  await page.waitForSelector('.reports .bad:has-text("There is no such report.")');
+  await page.waitForSelector("text=The first 200 of 250 are listed.");
+  await page.click('button:text-is("short.jsonl")');
+  await waitFor(() => lines(page), (all) => all.length === 1);
+  assert.equal(await page.locator(".reports .bad").count(), 0);
+});

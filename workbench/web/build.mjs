@@ -1,9 +1,11 @@
 // Makes dist/, which is checked in and becomes part of the program. The same sources give the same
-// bytes on every machine. Another folder may be named. Prints the packages of others that are in it.
+// bytes on every machine. Another folder may be named, and behind it "readable": then the code stays
+// as long as it is and says where it comes from. Prints the packages of others that are in it.
 import { build } from "esbuild";
 import { copyFile, mkdir } from "node:fs/promises";
 
 const folder = process.argv[2] ?? "dist";
+const isReadable = process.argv[3] === "readable";
 await mkdir(folder, { recursive: true });
 const { metafile } = await build({
   entryPoints: [
@@ -12,7 +14,8 @@ const { metafile } = await build({
   ],
   outdir: folder,
   bundle: true,
-  minify: true,
+  minify: !isReadable,
+  sourcemap: isReadable ? "inline" : false,
   format: "esm",
   target: "es2022",
   legalComments: "none",
