@@ -372,3 +372,14 @@ test("of two hundred rows each brings as many records as it says", async () => {
   }
   assert.deepEqual(faults, []);
 });
+
+test("a source of another kind than the query type is told, and read as what it is", async () => {
+  const page = await here.openEdit("fresh", [{ name: "fresh", parameters: { filename: "league.json" } }], { "league.json": league });
+  const said = page.locator(".other-kind");
+  await said.waitFor();
+  assert.match(await said.innerText(), /^The query type is EXCEL; this is JSON\./);
+  await said.getByText("Read it so").click();
+  await said.waitFor({ state: "detached" });
+  const { values } = await here.served.get("/instances/fresh");
+  assert.equal(values.queryMode, 3);
+});

@@ -5,6 +5,7 @@ import { brokenAt } from "../session.js";
 import { sizeText } from "../words.js";
 import { Offer } from "./offer.js";
 import { failure, found, isLooking, lookAgain, notKept, rows, wanted } from "./look.js";
+import { OtherKind } from "./otherkind.js";
 import { hasTables } from "./table.js";
 import { TableView } from "./tableview.js";
 import { Tree } from "./treeview.js";
@@ -65,6 +66,7 @@ export function Explorer({ instance }: { instance: string }) {
           Look again
         </button>
       </header>
+      <OtherKind instance={instance} />
       {rows.value.length > 0 && (
         <>
           <div class={hasTables.value ? "sides" : "whole"}>

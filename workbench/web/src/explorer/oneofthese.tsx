@@ -25,6 +25,7 @@ export function OneOfThese({ node }: { node: Node }) {
         value={typed}
         onInput={(event) => type(event.currentTarget.value)}
       />
+      <span class="quiet">of {records}</span>
       <button class="small" disabled={!isThere || brokenAt.value !== 0}>
         Only this one
       </button>
