@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "formats/html/character_references.h"
 #include "formats/text/ascii.h"
@@ -36,11 +37,15 @@ constexpr std::array signatures{
 
 constexpr std::string_view blanks = " \t\r\n\f";
 
-// Elements that a page without <html> begins with. <table> is none of them: documents of other
-// kinds have it too.
+// Elements that a page without <html> begins with.
 constexpr std::array<std::string_view, 20> elementsOfPages{
     "html", "head", "body", "meta", "link", "script", "style", "div", "p",  "span",
     "br",   "b",    "h1",   "h2",   "h3",   "center", "ul",    "ol",  "hr", "noscript"};
+
+// Others, which documents of other kinds begin with too: of a page when rows of a table follow.
+constexpr std::array<std::string_view, 13> elementsOfBoth{
+    "table", "title",  "base",   "form", "main", "section", "article",
+    "nav",   "header", "footer", "img",  "font", "strong"};
 
 // Each file of an archive has its name 30 bytes behind the signature of its header.
 bool hasWorksheets(std::string_view archive) {
@@ -100,15 +105,19 @@ std::string_view elementName(std::string_view text) {
     return text.substr(1, text.find_first_of(" \t\r\n\f/>", 1) - 1);
 }
 
-bool containsIgnoringCase(std::string_view text, std::string_view lowerCase) {
-    return intake::lowerCase(text).find(lowerCase) != std::string::npos;
+bool hasTableRow(std::string_view text) {
+    const std::string lower = intake::lowerCase(text);
+    return lower.find("<tr>") != std::string::npos || lower.find("<tr ") != std::string::npos;
+}
+
+bool isOneOf(std::span<const std::string_view> names, std::string_view name) {
+    return std::any_of(names.begin(), names.end(), [name](std::string_view each) {
+        return intake::equalIgnoringCase(name, each);
+    });
 }
 
 bool isOfPage(std::string_view name, std::string_view text) {
-    if (intake::equalIgnoringCase(name, "table")) return containsIgnoringCase(text, "<tr");
-    return std::any_of(
-        elementsOfPages.begin(), elementsOfPages.end(),
-        [name](std::string_view each) { return intake::equalIgnoringCase(name, each); });
+    return isOneOf(elementsOfPages, name) || (isOneOf(elementsOfBoth, name) && hasTableRow(text));
 }
 
 bool startsName(std::string_view text) {

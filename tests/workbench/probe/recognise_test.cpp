@@ -57,6 +57,7 @@ TEST(Recognise, XmlIsFoundBehindWhateverMayStandBeforeIt) {
           "\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- > <html> -->\n<a:b xmlns:a='x'/>"s,
           "<!DOCTYPE league [<!ENTITY a '>'>]>\n<league>"s, "<?xml-stylesheet href='x'?><rss>"s,
           "<?xml version='1.0'?><table><tr/></table>"s, "<table><row/></table>"s,
+          "<table><track/></table>"s, "<title>Cup</title>"s, "<article><title/></article>"s,
           "<?xml version='1.0'"s, "<!-- never ended"s, "\xFF\xFE" + wide("<a/>"), wide("<a/>"),
           wideReversed("<a/>"), "<\xC3\xA9t\xC3\xA9/>"s})
         EXPECT_EQ(recognise(text), Kind::Xml) << text;
@@ -66,7 +67,8 @@ TEST(Recognise, PagesAreFoundWhateverTheyBeginWith) {
     for (const std::string& text :
          {"<!DOCTYPE html><p>"s, "\n<!doctype HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">"s,
           "<HTML>"s, "<!-- saved --><html lang='en'>"s, "<table class='x'><tr><td>"s,
-          "<TABLE><TR>"s, "<br />\n<b>Warning</b>"s, "<div>"s,
+          "<TABLE><TR>"s, "<title>Cup</title><table><tr bgcolor=red>"s, "<form><table><tr>"s,
+          "<br />\n<b>Warning</b>"s, "<div>"s,
           "<?xml version='1.0'?><!DOCTYPE html PUBLIC 'x' 'y'><html xmlns='z'>"s,
           "<?xml version='1.0'?><html xmlns='http://www.w3.org/1999/xhtml'>"s,
           "\xFF\xFE" + wide("<!DOCTYPE html>")})

@@ -97,6 +97,9 @@ Explored exploreSource(const Settings& settings, const OutlineWish& wish, double
             "; what is looked into is JSON, XML, HTML pages, workbooks and databases");
     explored.source = {{"queryMode", valueOf(*type)}};
     explored.outline = outlineOf(*type, source, wish);
+    const bool isEmpty = explored.outline.total == 0U && wish.find.empty();
+    if (source.status >= firstErrorStatus && isEmpty)
+        throw LookFailure("is " + explored.words + "; nothing in it can be selected");
     return explored;
 }
 

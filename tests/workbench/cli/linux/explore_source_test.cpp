@@ -94,3 +94,13 @@ records  name  kind     first value  select it by
 )");
     }
 }
+
+TEST_F(ExploredSource, APageThatSaysNotFoundEndsWithOne) {
+    intake::ScriptedServer server([](const std::string&) {
+        return intake::reply("404 Not Found", "<html><title>Not found</title>");
+    });
+    expectExplored({server.url("/clubs")}, R"(
+http://SERVER/clubs is an HTML page titled "Not found", with status 404; nothing in it can be selected.
+)",
+                   1);
+}
