@@ -41,11 +41,13 @@ std::string range(const Parameter& parameter) {
     return "from " + shortest(parameter.minimum) + " to " + shortest(parameter.maximum);
 }
 
-std::string entryList(const Parameter& parameter) {
-    std::string list;
+/// The query type HTML is a number without an entry in the plugin's list.
+std::vector<std::string_view> entriesOf(const Parameter& parameter) {
+    std::vector<std::string_view> entries;
     for (const std::string& entry : parameter.entries)
-        list += std::string(intake::trimmed(entry, " ")) + ", ";
-    return list;
+        entries.push_back(intake::trimmed(entry, " "));
+    if (parameter.name == "queryMode") entries.push_back("HTML");
+    return entries;
 }
 
 int32_t switchValue(const Parameter& parameter, std::string_view value) {
@@ -55,19 +57,18 @@ int32_t switchValue(const Parameter& parameter, std::string_view value) {
     reject(parameter, value, "0, 1, true or false");
 }
 
-// The query type HTML is a number without an entry in the list.
 int32_t choiceValue(const Parameter& parameter, std::string_view value) {
-    for (std::size_t i = 0; i < parameter.entries.size(); ++i) {
-        if (intake::equalIgnoringCase(intake::trimmed(parameter.entries[i], " "),
-                                      intake::trimmed(value, " ")))
+    const std::vector<std::string_view> entries = entriesOf(parameter);
+    std::string list;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (intake::equalIgnoringCase(entries[i], intake::trimmed(value, " ")))
             return static_cast<int32_t>(i);
+        list += std::string(entries[i]) + ", ";
     }
-    const auto entries = static_cast<int32_t>(parameter.entries.size());
-    const int32_t largest = parameter.name == "queryMode" ? entries : entries - 1;
+    const int32_t largest = static_cast<int32_t>(entries.size()) - 1;
     const auto index = parsed<int32_t>(value);
     if (index && *index >= 0 && *index <= largest) return *index;
-    reject(parameter, value,
-           entryList(parameter) + "or an index from 0 to " + std::to_string(largest));
+    reject(parameter, value, list + "or an index from 0 to " + std::to_string(largest));
 }
 
 template <typename Number>

@@ -12,6 +12,7 @@
 #include "workbench/cli/missing_file.h"
 #include "workbench/cli/parameter_values.h"
 #include "workbench/probe/nearest_name.h"
+#include "workbench/probe/words.h"
 
 namespace workbench {
 
@@ -118,7 +119,9 @@ const StoredInstance& SceneFile::find(const std::string& name) const {
         if (instance.name == name) return instance;
         names.push_back(instance.name);
     }
-    if (name.empty()) reject(file, "the scene has several instances; choose one with --instance.");
+    if (name.empty())
+        reject(file, "the scene has several instances: " + probe::listOf(names) +
+                         ". Choose one with --instance.");
     reject(file, "there is no instance \"" + name + "\". Did you mean \"" +
                      probe::nearestName(name, names) + "\"?");
 }

@@ -46,13 +46,17 @@ void adviseOnMissingFile(const lumo::Host& host, const lumo::Instance& instance,
     if (!advice.empty()) std::fprintf(stderr, "%s\n", advice.c_str());
 }
 
-void tell(const Outcome& outcome) {
+void tell(const Outcome& outcome, const Options& options) {
     if (outcome.failed) {
         std::fprintf(stderr, "%s\n", outcome.error.c_str());
     } else if (outcome.notStored) {
         std::fputs(
             "Nothing was stored: no shared memory is bound. It is bound when shmvar or shmtype "
             "changes, so set one of them.\n",
+            stderr);
+    } else if (outcome.bytes == 0 && !options.expectedRecords) {
+        std::fputs(
+            "Nothing was loaded; intake-workbench explain with the same settings says why.\n",
             stderr);
     }
 }
@@ -132,7 +136,7 @@ ExitStatus runLoad(lumo::Host& host, const lumo::Plugin& plugin, const Options& 
     reports.write(report);
     if (!outcome) return ExitStatus::NoAnswer;
     if (outcome->failed) adviseOnMissingFile(host, instance, options.scene);
-    tell(*outcome);
+    tell(*outcome, options);
     return judge(*outcome, options, host, instance);
 }
 

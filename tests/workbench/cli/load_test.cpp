@@ -38,6 +38,14 @@ TEST_F(Load, ATableByKey) {
     EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Load, ThatBringsNothingSaysWhatTellsWhy) {
+    const ChildResult result = loadTable({"xpath=tables", "mode=DataTable", "key=club"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "The store is empty.\n");
+    EXPECT_EQ(result.err,
+              "Nothing was loaded; intake-workbench explain with the same settings says why.\n");
+}
+
 TEST_F(Load, AnArrayByRowNumber) {
     const ChildResult result = loadTable({"mode=1", "fromRow=1"}, {"--out", "script"});
     EXPECT_EQ(result.status, 0);

@@ -95,7 +95,7 @@ TEST_F(Scenes, OneOfSeveralInstancesMustBeNamed) {
                                                    {"name": "away", "parameters": {}}]})");
     EXPECT_EQ(read.find("away").name, "away");
     EXPECT_EQ(refusalOf([&] { read.find(""); }),
-              ": the scene has several instances; choose one with --instance.");
+              ": the scene has several instances: home, away. Choose one with --instance.");
     EXPECT_EQ(refusalOf([&] { read.find("hone"); }),
               ": there is no instance \"hone\". Did you mean \"home\"?");
 }

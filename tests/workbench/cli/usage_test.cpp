@@ -82,7 +82,7 @@ TEST_F(Usage, AnUnknownParameterIsNamedWithTheNearestOne) {
 TEST_F(Usage, AValueThatDoesNotFitIsNamedWithWhatWould) {
     EXPECT_EQ(refusal({"load", "--set", "queryMode=CSV"}),
               "intake-workbench: \"queryMode\" cannot be \"CSV\": it takes EXCEL, SQL, XML, JSON, "
-              "or an index from 0 to 4.\n");
+              "HTML, or an index from 0 to 4.\n");
     EXPECT_EQ(refusal({"load", "--set", "autoLoadInterval=6001"}),
               "intake-workbench: \"autoLoadInterval\" cannot be \"6001\": it takes a number from 0 "
               "to 6000.\n");
