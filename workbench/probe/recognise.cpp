@@ -106,8 +106,11 @@ std::string_view elementName(std::string_view text) {
 }
 
 bool hasTableRow(std::string_view text) {
-    const std::string lower = intake::lowerCase(text);
-    return lower.find("<tr>") != std::string::npos || lower.find("<tr ") != std::string::npos;
+    constexpr std::size_t enough = 4;  // the name, and the one character that ends it
+    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
+        if (intake::equalIgnoringCase(elementName(text.substr(at, enough)), "tr")) return true;
+    }
+    return false;
 }
 
 bool isOneOf(std::span<const std::string_view> names, std::string_view name) {

@@ -68,6 +68,7 @@ TEST(Recognise, PagesAreFoundWhateverTheyBeginWith) {
          {"<!DOCTYPE html><p>"s, "\n<!doctype HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">"s,
           "<HTML>"s, "<!-- saved --><html lang='en'>"s, "<table class='x'><tr><td>"s,
           "<TABLE><TR>"s, "<title>Cup</title><table><tr bgcolor=red>"s, "<form><table><tr>"s,
+          "<table><tr\n class='x'>"s, "<table><tr\tid='x'>"s, "<table><tr/>"s, "<table><tr"s,
           "<br />\n<b>Warning</b>"s, "<div>"s,
           "<?xml version='1.0'?><!DOCTYPE html PUBLIC 'x' 'y'><html xmlns='z'>"s,
           "<?xml version='1.0'?><html xmlns='http://www.w3.org/1999/xhtml'>"s,
