@@ -14,8 +14,8 @@ int listenOnLoopback(uint16_t port);
 /// The port that a socket is bound to.
 uint16_t portOf(int socket);
 
-/// A port on which nobody listens at the moment, and that no other test is given while this one
-/// runs. Throws std::system_error where there is none.
+/// A port on which nobody listens at the moment. On Linux, where servers are started on it, no
+/// other test is given it while this one runs. Throws std::system_error where there is none.
 uint16_t freePort();
 
 /// Whether somebody accepts connections on a port of this machine.
